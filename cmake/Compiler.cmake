@@ -1,0 +1,30 @@
+# Flags for all of our own targets: link to `project_options`.
+# Warnings are errors here; third-party targets do not link to it.
+add_library(project_options INTERFACE)
+
+if(MSVC)
+    target_compile_options(project_options INTERFACE /W4 /WX /permissive- /utf-8 /EHsc)
+    target_compile_definitions(project_options INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX WIN32_LEAN_AND_MEAN)
+else()
+    target_compile_options(project_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconversion -Wno-sign-conversion
+        -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+endif()
+
+if(MINGW)
+    # printf as the C standard has it (%lld, %zu), and a runtime that needs no DLL beside Windows' own.
+    target_compile_definitions(project_options INTERFACE
+        __USE_MINGW_ANSI_STDIO=1 _WIN32_WINNT=0x0601 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+    # Two records of a reproducible file differ only by time stamps; leave them out.
+    add_link_options(-static -Wl,--no-insert-timestamp)
+endif()
+
+if(QUORVANE_SANITIZE)
+    add_compile_options(-fsanitize=${QUORVANE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${QUORVANE_SANITIZE})
+endif()
+
+if(UNIX)
+    # Unique symbols keep a shared library from being unloaded, and ours is loaded and unloaded many times.
+    target_compile_options(project_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+endif()

@@ -1,0 +1,38 @@
+# What demo and check share. Sourced from the project's root.
+set -euo pipefail
+
+log_dir=build/logs
+mkdir -p "$log_dir"
+
+say() { printf '%s: %s\n' "$script_name" "$*"; }
+
+fail() {
+    printf '%s: FAILED: %s\n' "$script_name" "$*" >&2
+    exit 1
+}
+
+. scripts/packages.sh
+
+# Configures (once) and builds a preset; the build tool itself skips what is up to date.
+build_preset() {
+    local preset=$1 log=$log_dir/build-$1.log
+    say "building the $preset preset"
+    { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+        cmake --build --preset "$preset" >>"$log" 2>&1 || {
+        grep -E 'error|FAILED|CMake Error' "$log" | head -20 >&2
+        fail "the $preset build failed; see $log"
+    }
+}
+
+# Wine, quiet, with a home of its own beside the build.
+use_wine() {
+    export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d" WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64
+    mkdir -p "$WINEPREFIX"
+    if [ ! -f "$WINEPREFIX/.ready" ]; then
+        say "preparing Wine"
+        wine wineboot --init >"$log_dir/wine.log" 2>&1 && touch "$WINEPREFIX/.ready" ||
+            fail "Wine could not be started; see $log_dir/wine.log"
+    fi
+    wineserver -p >/dev/null 2>&1 || true
+    trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+}

@@ -1,0 +1,62 @@
+# The Debian packages that building, running and testing need, and how to get them. Sourced by demo and check.
+
+build_packages=(
+    cmake ninja-build make g++ pkg-config
+    g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev libz-mingw-w64-dev binutils-mingw-w64-x86-64
+    zlib1g-dev libpng-dev
+    libcli11-dev nlohmann-json3-dev libstb-dev
+    googletest gawk
+    wine wine64
+)
+
+check_packages=(
+    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
+    icoutils libasan8 libubsan1 libtsan2
+)
+
+# The source of libpng, as Debian has it: Debian packages no build of it for Windows.
+source_packages=(libpng1.6)
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+missing_packages() {
+    local name
+    for name in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || echo "$name"
+    done
+}
+
+install_packages() {
+    local missing
+    missing=$(missing_packages "$@")
+    [ -n "$missing" ] || return 0
+    say "installing Debian packages: $(echo $missing)"
+    as_root apt-get update >"$log_dir/apt.log" 2>&1 || true
+    # shellcheck disable=SC2086 # one word a package
+    DEBIAN_FRONTEND=noninteractive as_root apt-get install -y --no-install-recommends $missing >>"$log_dir/apt.log" 2>&1 ||
+        fail "apt-get could not install the packages; see $log_dir/apt.log"
+}
+
+# Downloads and unpacks a source package's original archive into build/packages/NAME.
+fetch_source_package() {
+    local name=$1 target=build/packages/$1 lists=$PWD/build/packages/apt entry
+    [ -e "$target/.unpacked" ] && return 0
+    say "fetching the source package $name"
+    rm -rf "$target" "$lists" && mkdir -p "$target" "$lists/sources.d" "$lists/lists/partial" "$lists/download"
+    # The machine's own package sources, asked for source packages instead of binary ones.
+    for entry in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+        [ -f "$entry" ] && grep -E '^deb .*debian' "$entry" | sed 's/^deb /deb-src /' >"$lists/sources.d/$(basename "$entry" .list).list"
+    done
+    for entry in /etc/apt/sources.list.d/*.sources; do
+        [ -f "$entry" ] && grep -qi debian-archive-keyring "$entry" &&
+            sed 's/^Types:.*/Types: deb-src/' "$entry" >"$lists/sources.d/$(basename "$entry")"
+    done
+    local options=(-o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$lists/sources.d" -o Dir::State::lists="$lists/lists")
+    apt-get "${options[@]}" update >"$log_dir/source-packages.log" 2>&1 &&
+        (cd "$lists/download" && apt-get "${options[@]}" source --download-only --tar-only "$name") >>"$log_dir/source-packages.log" 2>&1 &&
+        tar -xf "$lists"/download/"$name"*.orig.tar.* -C "$target" --strip-components=1 &&
+        touch "$target/.unpacked" ||
+        fail "the source package $name could not be fetched; see $log_dir/source-packages.log"
+}
