@@ -28,7 +28,8 @@ TEST(Blocks, AChunkMayClaimAnySize) {
 
 TEST(Blocks, AListCountsItsTypeAndItsChildren) {
     EXPECT_EQ(list("movi", {chunk("00dc", {7, 8}), chunk("01wb", {})}),
-              join({text("LIST"), u32(4 + 10 + 8), text("movi"), text("00dc"), u32(2), Bytes({7, 8}), text("01wb"), u32(0)}));
+              join({text("LIST"), u32(4 + 10 + 8), text("movi"), text("00dc"), u32(2), Bytes({7, 8}),
+                    text("01wb"), u32(0)}));
 }
 
 TEST(Blocks, ARiffIsAListUnderItsOwnId) {
