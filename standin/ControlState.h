@@ -1,0 +1,60 @@
+// The library's side of the control interface: counts calls and says which ones are to fail.
+#pragma once
+
+#include "standin/Control.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+
+namespace standin {
+
+// All members are safe on any thread.
+class ControlState {
+public:
+    // Counts a call; returns the code it has been ordered to fail with, or 0. Costs one atomic read if none is ordered.
+    std::uint32_t enter(StandinFunction function);
+    void countFailure(StandinFunction function) { ++m_failures[function]; }
+    void countOverlap() { ++m_overlappingCalls; }
+    void countCloseWithSession() { ++m_closesWithSession; }
+    void countUnpreparedOutput() { ++m_unpreparedOutputs; }
+
+    // Calls the visitor ordered for this function, if there is one.
+    void visit(StandinFunction function);
+
+    bool orderFailure(std::uint32_t function, std::uint32_t nth, std::uint32_t count, std::uint32_t code);
+    bool orderVisit(std::uint32_t function, void (*visitor)(void*), void* context);
+    void reset();
+
+    // Fills what is counted here, not the present state of the library.
+    void read(StandinCounters& out) const;
+
+private:
+    struct FailureOrder {
+        std::uint32_t callsBefore = 0;
+        std::uint32_t callsToFail = 0;
+        std::uint32_t code = 0;
+    };
+    struct VisitOrder {
+        void (*visitor)(void*) = nullptr;
+        void* context = nullptr;
+    };
+    using Counts = std::array<std::atomic<std::uint32_t>, kStandinFunctionCount>;
+
+    std::uint32_t takeFailure(StandinFunction function);
+
+    Counts m_calls{};
+    Counts m_failures{};
+    std::atomic<std::uint32_t> m_overlappingCalls{0};
+    std::atomic<std::uint32_t> m_closesWithSession{0};
+    std::atomic<std::uint32_t> m_unpreparedOutputs{0};
+    std::atomic<bool> m_hasOrders{false};   // whether the orders below need a look
+    std::mutex m_mutex;
+    std::array<FailureOrder, kStandinFunctionCount> m_failureOrders;   // guarded by m_mutex
+    std::array<VisitOrder, kStandinFunctionCount> m_visitOrders;       // guarded by m_mutex
+};
+
+ControlState& control();
+
+}  // namespace standin

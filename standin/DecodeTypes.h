@@ -1,0 +1,36 @@
+// The types that frames are decoded into: interleaved rows of one plane, made of groups of pixels.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace standin {
+
+// One row of converted pixels, one array for each component: R, G, B or Y, Cb, Cr, all at full width.
+// `count` is a whole number of groups; the pixels beyond the picture's width repeat its last one.
+struct PixelRow {
+    std::array<const std::uint16_t*, 3> color;
+    const std::uint16_t* alpha;
+    std::size_t count;
+};
+
+struct DecodeType {
+    std::uint32_t number;
+    const char* name;
+    bool rgb;
+    bool alpha;                     // otherwise a fourth component, if any, is written as opaque
+    std::uint32_t bitDepth;
+    std::uint32_t groupPixels;
+    std::uint32_t groupBytes;
+    std::uint32_t compressedType;   // what the encoder would make of it
+    void (*pack)(const PixelRow& row, std::uint8_t* out);
+};
+
+// The type of a number, null for a number that is none. The row lives for ever.
+const DecodeType* findDecodeType(std::uint32_t number);
+
+// Bytes that a row of `width` pixels takes, at most 8 * kMaxSide.
+std::uint32_t packedRowBytes(const DecodeType& type, std::uint32_t width);
+
+}  // namespace standin

@@ -1,0 +1,62 @@
+// The library's instances: handles, and the rule that calls on one handle never overlap.
+#pragma once
+
+#include "standin/Session.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+
+namespace standin {
+
+struct Instance {
+    std::atomic<bool> isOccupied{false};   // a call on the handle is running
+    std::unique_ptr<Session> session;      // touched only by the call that occupies the instance
+};
+
+// The right to work on an instance for the length of one call; keeps it alive for as long.
+class OccupiedInstance {
+public:
+    // Throws Refusal if another call occupies the instance.
+    explicit OccupiedInstance(std::shared_ptr<Instance> instance);
+    ~OccupiedInstance() { m_instance->isOccupied = false; }
+    OccupiedInstance(const OccupiedInstance&) = delete;
+    OccupiedInstance& operator=(const OccupiedInstance&) = delete;
+
+    bool hasSession() const { return m_instance->session != nullptr; }
+    Session& session() const { return *m_instance->session; }
+    void begin(std::unique_ptr<Session> session);
+    void end();
+
+private:
+    std::shared_ptr<Instance> m_instance;
+};
+
+// All members are safe on any thread.
+class Library {
+public:
+    void init();
+    void close();   // throws Refusal when no init is outstanding
+
+    std::uint32_t open();                           // throws Refusal before init
+    void forget(std::uint32_t handle);              // the instance dies with its last occupant
+    std::shared_ptr<Instance> find(std::uint32_t handle);   // throws Refusal
+
+    std::uint32_t outstandingInits();
+    std::uint32_t openInstances();
+
+private:
+    std::mutex m_mutex;
+    std::uint32_t m_outstandingInits = 0;
+    std::uint32_t m_lastHandle = 0;   // handles are not used twice, so that a stale one is noticed
+    std::unordered_map<std::uint32_t, std::shared_ptr<Instance>> m_instances;
+};
+
+Library& library();
+
+// Sessions running on all instances.
+std::uint32_t runningSessions();
+
+}  // namespace standin
