@@ -1,0 +1,57 @@
+// A picture to draw on, 16 bits per component, and its conversion to the components of a compressed type.
+#pragma once
+
+#include "standin/Encoder.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace aviwriter {
+
+struct Color {              // 0 ... 65535 each
+    std::uint16_t r = 0;
+    std::uint16_t g = 0;
+    std::uint16_t b = 0;
+    std::uint16_t a = 0xFFFF;
+
+    bool operator==(const Color&) const = default;
+};
+
+// Coordinates are pixels from the top left corner. Whatever lies outside the picture is left out.
+class Canvas {
+public:
+    Canvas(std::uint32_t width, std::uint32_t height);
+
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    const Color& at(int x, int y) const { return m_pixels[index(x, y)]; }   // must lie inside
+
+    void dot(int x, int y, Color color);
+    void fill(int x, int y, int width, int height, Color color);
+    void frame(Color color);                                     // the outermost pixels of all four edges
+    void disc(int centreX, int centreY, int radius, Color color);
+    void upArrow(int x, int y, int width, int height, Color color);
+
+    // Printable ASCII. `scale` is in pixels per font unit; a line of capitals is 7 units high.
+    void text(int x, int y, int scale, const std::string& characters, Color color);
+
+private:
+    std::size_t index(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x);
+    }
+
+    int m_width;
+    int m_height;
+    std::vector<Color> m_pixels;
+};
+
+constexpr int kTextHeight = 7;                       // font units of a capital letter
+int textWidth(const std::string& characters);        // in font units
+
+// The canvas in the components, bit depth, colour matrix, range and subsampling that `info` asks for. Exact integer
+// arithmetic, rounding to nearest: the same picture on every system. Alpha always spans the full range; a
+// subsampled chroma sample is the mean of the pixels it covers. Throws std::invalid_argument for an unknown type.
+standin::Picture toPicture(const Canvas& canvas, const standin::StreamInfo& info);
+
+}  // namespace aviwriter

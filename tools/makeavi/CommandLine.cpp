@@ -1,0 +1,114 @@
+#include "makeavi/CommandLine.h"
+
+#include "aviwriter/Types.h"
+#include "makeavi/Values.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+
+namespace makeavi {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Writes sample AVI files for the Quorvane importer: a moving test picture, compressed by the stand-in codec, and\n"
+    "test sound. The same options give the same bytes on every system.";
+
+std::string footer() {
+    std::string text = "\nTypes (code, number, words):\n";
+    for (const aviwriter::TypeName& name : aviwriter::typeNames()) {
+        text += "  " + std::string(name.code) + "  " + std::to_string(name.type) + "  " + std::string(name.words) +
+                "\n";
+    }
+    return text +
+           "\nSound:\n"
+           "  --audio FORMAT:CHANNELS:RATE, with pcm8, pcm16, pcm24, pcm32 or float32 for FORMAT. Behind that may stand\n"
+           "  :mask=M      a channel mask, which asks for the 40-byte sound header\n"
+           "  :chunk=N     N sample frames in each chunk; otherwise one chunk for each video frame\n"
+           "  :header=N    size of the sound header, 16, 18 or 40 bytes; otherwise 18\n"
+           "\nExamples:\n"
+           "  makeavi -o plain.avi\n"
+           "  makeavi --type AR4Q --size 1920x1080 --frames 10 -o deep.avi\n"
+           "  makeavi --rate 30000/1001 --audio pcm16:2:48000 --audio float32:6:48000:mask=0x3f -o sound.avi\n"
+           "  makeavi --index opendml --segment-bytes 1MB --drop 3,5-8 -o segments.avi\n"
+           "  makeavi --hole 5GB -o beyond-4-gib.avi\n"
+           "\nExit codes: 0 good, 1 the file could not be written, 2 the command line makes no sense.\n";
+}
+
+// An option whose text goes through one of the value parsers, whose complaint becomes the command line's.
+void addValue(CLI::App& app, const std::string& name, const std::string& typeName, const std::string& description,
+              const std::function<void(const std::string&)>& take) {
+    app.add_option_function<std::string>(name, [name, take](const std::string& text) {
+        try {
+            take(text);
+        } catch (const std::invalid_argument& error) {
+            throw CLI::ValidationError(name, error.what());
+        }
+    }, description)->type_name(typeName);
+}
+
+void addPictureOptions(CLI::App& app, aviwriter::SampleOptions& options) {
+    addValue(app, "--type", "TYPE", "compressed type, by code or number (2Y8Q)",
+             [&options](const std::string& text) { options.type = aviwriter::typeFromText(text); });
+    addValue(app, "--size", "WxH", "picture size in pixels (320x180)", [&options](const std::string& text) {
+        std::tie(options.width, options.height) = parseSize(text);
+    });
+    app.add_option("--frames", options.frames, "number of video frames (25)")->type_name("N");
+    addValue(app, "--rate", "R[/S]", "frames per second (25)", [&options](const std::string& text) {
+        std::tie(options.rate, options.scale) = parseRate(text);
+    });
+    addValue(app, "--color", "601|709", "colour matrix (709)",
+             [&options](const std::string& text) { options.colorSpace = parseColor(text); });
+    addValue(app, "--range", "limited|full", "code range (full for RGB types, limited for the others)",
+             [&options](const std::string& text) { options.range = parseRange(text); });
+    addValue(app, "--drop", "LIST", "frames to write empty, from 0: 3,5-8",
+             [&options](const std::string& text) { options.dropped = parseFrames(text); });
+    app.add_flag_callback("--no-video", [&options] { options.hasVideo = false; },
+                          "write the sound alone, as long as the video would be");
+}
+
+void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
+    app.add_option_function<std::vector<std::string>>("--audio", [&options](const std::vector<std::string>& texts) {
+        try {
+            std::transform(texts.begin(), texts.end(), std::back_inserter(options.audio), parseAudio);
+        } catch (const std::invalid_argument& error) {
+            throw CLI::ValidationError("--audio", error.what());
+        }
+    }, "one audio stream; may be given several times (see below)")
+        ->type_name("SPEC")->expected(1)->take_all();
+    addValue(app, "--index", "idx1|opendml|both", "kinds of index (both)",
+             [&options](const std::string& text) { options.layout.index = parseIndex(text); });
+    app.add_option("--segment-bytes", options.layout.segmentBytes,
+                   "largest segment, as in 100000 or 1MB (1 GiB); idx1 alone has one segment")
+        ->transform(CLI::AsSizeValue(false))->type_name("SIZE");
+    app.add_option("--hole", options.hole,
+                   "empty space to skip before the second half of the frames, as in 5GB; takes no room on disk where\n"
+                   "the file system knows sparse files")
+        ->transform(CLI::AsSizeValue(false))->type_name("SIZE");
+    app.add_option("--fourcc", options.handler, "the codec's four-character code in the headers (QVAN)")
+        ->type_name("CODE")
+        ->check([](const std::string& text) { return text.size() == 4 ? "" : "'" + text + "' has not 4 characters"; });
+}
+
+}  // namespace
+
+ParsedCommand parseCommandLine(std::vector<std::string> arguments) {
+    Command command;
+    CLI::App app{kDescription, "makeavi"};
+    app.footer(footer());
+    addPictureOptions(app, command.options);
+    addFileOptions(app, command.options);
+    app.add_option("-o,--output", command.output, "the file to write")->required()->type_name("FILE");
+    try {
+        std::reverse(arguments.begin(), arguments.end());   // the parser takes them off the end
+        app.parse(arguments);
+    } catch (const CLI::ParseError& error) {
+        return {{}, app.exit(error) == 0 ? kExitGood : kExitUsage};
+    }
+    return {command, kExitGood};
+}
+
+}  // namespace makeavi

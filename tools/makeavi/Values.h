@@ -1,0 +1,37 @@
+// The values of makeavi's options as people type them. Every function throws std::invalid_argument, with a text
+// that says what was expected, for anything it does not understand.
+#pragma once
+
+#include "aviwriter/Sample.h"
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace makeavi {
+
+// "320x180": width and height in pixels, 1 to 16384 each.
+std::pair<std::uint32_t, std::uint32_t> parseSize(std::string_view text);
+
+// "30000/1001" or "25": rate and scale, neither of them 0.
+std::pair<std::uint32_t, std::uint32_t> parseRate(std::string_view text);
+
+// "idx1", "opendml" or "both".
+aviwriter::IndexKind parseIndex(std::string_view text);
+
+// "601" or "709", as the codec numbers them: 1, 2.
+std::uint32_t parseColor(std::string_view text);
+
+// "limited" or "full", as the codec numbers them: 1, 2.
+std::uint32_t parseRange(std::string_view text);
+
+// "3,5-8": single numbers and spans.
+std::set<std::uint32_t> parseFrames(std::string_view text);
+
+// "FORMAT:CHANNELS:RATE" with any of ":mask=M", ":chunk=N" and ":header=16|18|40" behind it. A mask asks for the
+// 40-byte header, since no other has room for it.
+aviwriter::SampleAudio parseAudio(std::string_view text);
+
+}  // namespace makeavi

@@ -1,0 +1,61 @@
+#include "makeavi/Arguments.h"
+#include "makeavi/CommandLine.h"
+
+#include "aviwriter/ByteSink.h"
+#include "aviwriter/Sample.h"
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+namespace {
+
+using makeavi::Command;
+
+std::filesystem::path pathOf(const std::string& utf8) {
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+// A broken-off file must not pass for a sample; devices and the like stay.
+void removeUnfinished(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_regular_file(path, ignored)) {
+        std::filesystem::remove(path, ignored);
+    }
+}
+
+void writeFile(const Command& command) {
+    const std::filesystem::path path = pathOf(command.output);
+    std::optional<aviwriter::FileSink> sink(std::in_place, path);
+    try {
+        aviwriter::writeSample(command.options, *sink);
+        sink->close();
+    } catch (const std::exception&) {
+        sink.reset();   // an open file cannot be removed everywhere
+        removeUnfinished(path);
+        throw;
+    }
+}
+
+int run(const Command& command) {
+    try {
+        writeFile(command);
+        return makeavi::kExitGood;
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "makeavi: %s\n", error.what());
+        return makeavi::kExitUsage;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "makeavi: %s: %s\n", command.output.c_str(), error.what());
+        return makeavi::kExitFailed;
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const makeavi::ParsedCommand parsed = makeavi::parseCommandLine(makeavi::utf8Arguments(argc, argv));
+    return parsed.command ? run(*parsed.command) : parsed.exitCode;
+}
