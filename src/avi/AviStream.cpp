@@ -1,0 +1,113 @@
+#include "avi/AviStream.h"
+
+#include "text/FourCC.h"
+
+#include <stdexcept>
+
+namespace {
+
+/// Two digits and "??": the type of the stream, which would give the last two characters, is not known when a
+/// stream begins. Nothing compares with this; it shows in dumps of streams without an OpenDML index.
+std::uint32_t defaultChunkId(std::uint32_t streamNumber) {
+    const std::uint32_t tens = ('0' + streamNumber / 10) & 0xFF;
+    const std::uint32_t ones = '0' + streamNumber % 10;
+    return tens | ones << 8 | (fourCC("\0\0??"));
+}
+
+std::size_t baseFormatSize(std::uint32_t fccType) {
+    switch (fccType) {
+    case fourCC("vids"): return avi::kBitmapInfoHeaderSize;
+    case fourCC("auds"): return avi::kWaveFormatExSize;
+    default: return 0;
+    }
+}
+
+}  // namespace
+
+AviStream::AviStream(std::uint32_t streamNumber) : m_streamNumber(streamNumber) {
+    m_superIndexHeader.wLongsPerEntry = avi::kSuperIndexLongsPerEntry;
+    m_superIndexHeader.dwChunkId = defaultChunkId(streamNumber);
+}
+
+std::vector<std::uint8_t> AviStream::formatExtraData() const {
+    const std::size_t base = baseFormatSize(m_header.fccType);
+    if (m_format.size() <= base) {
+        return {};
+    }
+    return {m_format.begin() + static_cast<std::ptrdiff_t>(base), m_format.end()};
+}
+
+const AviChunk& AviStream::chunk(std::size_t index) const {
+    const ChunkList& chunks = activeChunks();
+    if (index >= chunks.size()) {
+        throw std::out_of_range("chunk " + std::to_string(index) + " of " + std::to_string(chunks.size()));
+    }
+    return chunks[index];
+}
+
+std::uint64_t AviStream::totalBytes() const {
+    const ChunkList& chunks = activeChunks();
+    return chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
+}
+
+std::optional<std::size_t> AviStream::findChunkByBytePosition(std::int64_t pos) const {
+    if (pos < 0) {
+        return std::nullopt;
+    }
+    const auto position = static_cast<std::uint64_t>(pos);
+    const ChunkList& chunks = activeChunks();
+    // The first chunk that starts behind the position; past all that start at it, so that empty ones are left out.
+    std::size_t low = 0;
+    std::size_t high = chunks.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (chunks[middle].startByte > position) {
+            high = middle;
+        } else {
+            low = middle + 1;
+        }
+    }
+    if (low == 0 || position >= chunks[low - 1].startByte + chunks[low - 1].size) {
+        return std::nullopt;
+    }
+    return low - 1;
+}
+
+bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {
+    const ChunkNode* strh = context.tree.child(strl, fourCC("strh"));
+    if (!strh) {
+        report(context, "strh missing in strl");
+        return false;
+    }
+    const ChunkNode* strf = context.tree.child(strl, fourCC("strf"));
+    if (!strf) {
+        report(context, "strf missing in strl");
+        return false;
+    }
+    if (!context.reader.readChunkData(*strh, &m_header, sizeof m_header)) {
+        report(context, "strh data read error");
+        return false;
+    }
+    if (!context.reader.readWholeChunk(*strf, m_format)) {
+        report(context, "strf data read error");
+        return false;
+    }
+    if (const ChunkNode* indx = context.tree.child(strl, fourCC("indx"))) {
+        readSuperIndex(context, *indx);
+    }
+    return true;
+}
+
+void AviStream::addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
+    const std::uint64_t startByte = m_idx1Chunks.empty() ? 0 : m_idx1Chunks.back().startByte + m_idx1Chunks.back().size;
+    m_idx1Chunks.append({offset, startByte, size, keyframe});
+}
+
+void AviStream::shrinkToFit() {
+    m_idx1Chunks.shrinkToFit();
+    m_openDmlChunks.shrinkToFit();
+}
+
+void AviStream::report(ParseContext& context, const std::string& message) const {
+    context.errors.add("stream[" + std::to_string(m_streamNumber) + "]: " + message + "\n");
+}

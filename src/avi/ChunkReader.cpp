@@ -1,0 +1,99 @@
+#include "avi/ChunkReader.h"
+
+#include "avi/ParserLimits.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// Headers of an ordinary file fit into one block; the walk over zeros costs a read per 8192 chunks.
+constexpr std::uint64_t kBlockSize = 64 * 1024;
+
+std::uint64_t notNegative(std::int64_t value) {
+    return static_cast<std::uint64_t>(std::max<std::int64_t>(value, 0));
+}
+
+}  // namespace
+
+ChunkReader::ChunkReader(fileio::File& file)
+    : m_file(file),
+      m_start(notNegative(file.tell())),
+      m_fileSize(notNegative(file.size())),
+      m_directBudget(m_fileSize + avi::kOverlapAllowance) {}
+
+std::uint64_t ChunkReader::existing(std::uint64_t position, std::uint64_t count) const {
+    return position < m_fileSize ? std::min(count, m_fileSize - position) : 0;
+}
+
+std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::uint64_t count) {
+    auto* bytes = static_cast<std::uint8_t*>(destination);
+    const std::uint64_t wanted = existing(position, count);
+    std::uint64_t done = 0;
+    while (done < wanted) {
+        const std::uint64_t where = position + done;
+        const Block* block = findBlock(where);
+        if (!block) {
+            block = loadBlock(where);
+        }
+        if (!block) {
+            // A fault somewhere in the block must not take away the bytes before it.
+            return done + readFile(where, bytes + done, wanted - done);
+        }
+        const std::uint64_t skip = where - block->position;
+        const std::uint64_t part = std::min(wanted - done, block->length - skip);
+        std::memcpy(bytes + done, block->bytes.data() + skip, part);
+        done += part;
+    }
+    return done;
+}
+
+std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination, std::uint64_t count) {
+    const std::uint64_t wanted = existing(position, count);
+    if (wanted == 0 || wanted > m_directBudget) {
+        return 0;
+    }
+    m_directBudget -= wanted;
+    const Block* block = findBlock(position);
+    if (block && block->holds(position + wanted - 1)) {
+        return read(position, destination, wanted);
+    }
+    return readFile(position, destination, wanted);
+}
+
+bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::uint64_t count) {
+    if (node.dataSize() < static_cast<std::int64_t>(count)) {
+        return false;
+    }
+    return read(node.dataPosition(), destination, count) == count;
+}
+
+bool ChunkReader::readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data) {
+    const std::uint64_t size = notNegative(node.dataSize());
+    if (existing(node.dataPosition(), size) != size) {
+        return false;
+    }
+    data.resize(static_cast<std::size_t>(size));
+    return readDirect(node.dataPosition(), data.data(), size) == size;
+}
+
+const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
+    const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
+                                    [position](const Block& block) { return block.holds(position); });
+    return found == m_blocks.end() ? nullptr : &*found;
+}
+
+const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
+    Block& block = m_blocks[0].length == 0 ? m_blocks[0] : m_blocks[1];
+    block.bytes.resize(kBlockSize);
+    block.position = position;
+    block.length = readFile(position, block.bytes.data(), kBlockSize);
+    return block.length == 0 ? nullptr : &block;
+}
+
+std::uint64_t ChunkReader::readFile(std::uint64_t position, void* destination, std::uint64_t count) {
+    if (!m_file.seek(static_cast<std::int64_t>(position))) {
+        return 0;
+    }
+    return std::min(m_file.read(destination, count), count);
+}

@@ -1,0 +1,112 @@
+// The OpenDML index of a stream: a super index in the headers, and the standard indexes spread over the file that
+// it points to. Any fault makes the stream fall back to "idx1", but what can be read is read all the same.
+#include "avi/AviStream.h"
+#include "avi/ParserLimits.h"
+#include "avi/RecordReader.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Room for entries as the size field gives it, in the 32-bit signed arithmetic that files are judged by: a size
+/// from 2 GiB and 24 bytes on has none.
+std::uint32_t superIndexCapacity(std::uint32_t dataSize) {
+    const auto entryBytes = static_cast<std::int32_t>(dataSize - std::uint32_t{sizeof(avi::SuperIndexHeader)});
+    return entryBytes < 1 ? 0 : static_cast<std::uint32_t>(entryBytes) / std::uint32_t{sizeof(avi::SuperIndexEntry)};
+}
+
+std::uint32_t stdIndexCapacity(std::uint32_t dataSize) {
+    constexpr std::uint32_t headerSize = sizeof(avi::StdIndexHeader);
+    return dataSize < headerSize ? 0 : (dataSize - headerSize) / std::uint32_t{sizeof(avi::StdIndexEntry)};
+}
+
+/// Entries of which the file has at least one byte.
+std::uint64_t backedEntries(const RecordReader& records, std::uint64_t entrySize) {
+    return (records.remaining() + entrySize - 1) / entrySize;
+}
+
+/// A chunk may be smaller than the record: then the rest of the record keeps what it was.
+template <typename Record>
+void copyFront(Record& to, const Record& from, std::uint64_t count) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(&from);
+    std::copy_n(bytes, std::min<std::uint64_t>(count, sizeof from), reinterpret_cast<std::uint8_t*>(&to));
+}
+
+}  // namespace
+
+void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
+    m_useOpenDmlIndex = true;
+    RecordReader records(context.reader, indx.dataPosition(), indx.size);
+    copyFront(m_superIndexHeader, records.next<avi::SuperIndexHeader>(), indx.size);
+    if (m_superIndexHeader.wLongsPerEntry != avi::kSuperIndexLongsPerEntry) {
+        report(context, "super index (indx) unexpected super index entry size (wLongsPerEntry): " +
+                            std::to_string(m_superIndexHeader.wLongsPerEntry));
+        m_useOpenDmlIndex = false;
+        return;
+    }
+    const std::uint32_t claimed = m_superIndexHeader.nEntriesInUse;
+    const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
+    if (count != claimed) {
+        // The blank before the line feed has always been there, in this message alone.
+        report(context, "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
+        m_useOpenDmlIndex = false;
+    }
+    // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
+    const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
+    m_superIndexEntries.reserve(static_cast<std::size_t>(backed));
+    m_stdIndexes.reserve(static_cast<std::size_t>(backed));
+    std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
+    for (std::uint64_t i = 0; i < backed; ++i) {
+        m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
+        m_stdIndexes.push_back({});
+        if (m_superIndexEntries.back().dwSize >= avi::kChunkHeaderSize) {
+            readStdIndex(context, m_superIndexEntries.back(), unbackedLeft);
+        }
+    }
+}
+
+void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, std::uint64_t& unbackedLeft) {
+    const std::uint64_t position = entry.qwOffset + avi::kChunkHeaderSize;
+    const std::uint32_t size = entry.dwSize - std::uint32_t{avi::kChunkHeaderSize};
+    const auto fail = [&](const std::string& message) {
+        report(context, message);
+        m_useOpenDmlIndex = false;
+    };
+    const auto failUnreadable = [&] {
+        fail("could not read standard index at: " + std::to_string(position) + ", size: " + std::to_string(size));
+    };
+
+    RecordReader records(context.reader, position, size);
+    if (records.remaining() == 0) {
+        return failUnreadable();
+    }
+    avi::StdIndexHeader& header = m_stdIndexes.back();
+    copyFront(header, records.next<avi::StdIndexHeader>(), size);
+    if (header.wLongsPerEntry != avi::kStdIndexLongsPerEntry) {
+        return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): " +
+                    std::to_string(header.wLongsPerEntry));
+    }
+    const std::uint32_t count = std::min(stdIndexCapacity(size), header.nEntriesInUse);
+    const std::uint64_t backed = backedEntries(records, sizeof(avi::StdIndexEntry));
+    const std::uint64_t unbacked = count > backed ? count - backed : 0;
+    if (unbacked > std::min(unbackedLeft, context.unbackedEntriesLeft)) {
+        return failUnreadable();
+    }
+    unbackedLeft -= unbacked;
+    context.unbackedEntriesLeft -= unbacked;
+    if (count != header.nEntriesInUse) {
+        fail("std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(header.nEntriesInUse));
+    }
+
+    std::uint64_t startByte = 0;
+    if (!m_openDmlChunks.empty()) {
+        startByte = m_openDmlChunks.back().startByte + m_openDmlChunks.back().size;
+    }
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const auto indexed = records.next<avi::StdIndexEntry>();
+        const std::uint32_t chunkSize = indexed.dwSize & avi::kStdIndexSizeMask;
+        const bool keyframe = (indexed.dwSize & avi::kStdIndexNotKeyFrame) == 0;
+        m_openDmlChunks.append({header.qwBaseOffset + indexed.dwOffset, startByte, chunkSize, keyframe});
+        startByte += chunkSize;
+    }
+}
