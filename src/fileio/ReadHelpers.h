@@ -9,6 +9,9 @@ namespace fileio {
 /// another number of bytes came.
 void readExact(File& file, void* buffer, std::uint64_t size);
 
+/// Throws the error of readExact for a read that is known to fall short.
+[[noreturn]] void throwReadError(std::uint64_t size, std::uint64_t read);
+
 /// Moves to `pos`. Throws std::runtime_error "Seek error: pos: -1" when the file refuses.
 void seekOrThrow(File& file, std::int64_t pos);
 

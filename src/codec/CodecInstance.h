@@ -1,0 +1,49 @@
+// One open instance of the codec library, and the library's names for its numbers.
+#pragma once
+
+#include "codec/QuorvaneApi.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Names as the library gives them.
+std::string codecTypeName(std::uint32_t type);
+std::string codecColorSpaceName(std::uint32_t colorSpace);
+std::string codecParameterName(std::uint32_t parameter);
+
+// A request for a decode into `type`; everything else as the library wants it before a call.
+QuorvaneFormat preparedFormat();
+
+// Opens an instance at construction and closes it at destruction; a running decode session is closed with it, not
+// ended first. Every failing call throws QuorvaneError. Calls on one instance must not overlap.
+class CodecInstance {
+public:
+    CodecInstance();
+    ~CodecInstance();
+
+    CodecInstance(const CodecInstance&) = delete;
+    CodecInstance& operator=(const CodecInstance&) = delete;
+
+    // Describes the stream (`request` null), or says by returning that it can be decoded into `request`.
+    QuorvaneFormat decompressQuery(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request);
+
+    // Opens the decode session; gives what will be delivered.
+    QuorvaneFormat decompressBegin(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request);
+
+    // Decodes one frame into the planes.
+    void decompress(const std::uint8_t* frame, std::uint32_t size, const std::array<QuorvanePlane, 4>& planes);
+
+    // Closes the decode session.
+    void decompressEnd();
+
+    // Reads a 32-bit parameter; `value` holds the library's question on entry and its answer on return.
+    void getParam(std::uint32_t parameter, std::uint32_t& value);
+
+    // Asks what the encoder would make of `input`.
+    QuorvaneFormat compressQuery(const QuorvaneFormat& input, std::uint64_t& further);
+
+private:
+    std::uint32_t m_handle = 0;
+};

@@ -1,0 +1,8 @@
+// The log's picture of what the host and the codec say of pixel formats, written once after the tables are built.
+#pragma once
+
+#include "sdk/SdkSuites.h"
+
+// Writes the dump; asks nothing of the codec while the log is off. Throws std::runtime_error when the host has no
+// Image Processing Suite.
+void DumpPixelFormats(SPBasicSuite* basicSuite);

@@ -1,0 +1,126 @@
+#include "codec/VideoInfo.h"
+
+#include "codec/DecodeFormats.h"
+#include "codec/QuorvaneError.h"
+#include "host/Vocabulary.h"
+#include "log/Log.h"
+#include "text/FourCC.h"
+#include "text/Utf.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+
+namespace {
+
+// What a file that states no frame rate plays at.
+constexpr std::int32_t kDefaultRate = 30;
+constexpr std::int32_t kDefaultScale = 1;
+
+std::string fixedPoint(double value, int digits) {
+    char text[512];   // the largest double has 309 digits
+    return std::string(text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.*f", digits, value)));
+}
+
+}  // namespace
+
+VideoInfo::VideoInfo(fileio::File& file, LazyImporterSuites& suites) : m_file(file), m_suites(suites) {
+    Log("VideoInfo::VideoInfo()");
+    m_suites.get().time.get()->GetTicksPerSecond(&m_ticksPerSecond);
+}
+
+VideoInfo::~VideoInfo() {
+    Log("VideoInfo::~VideoInfo()");
+}
+
+csSDK_int32 VideoInfo::open(const AviStream& stream) {
+    m_stream = &stream;
+    m_formatData = stream.formatExtraData();
+    if (m_formatData.empty()) {
+        Log("Compressed format size is invalid");
+        return imBadFile;
+    }
+
+    try {
+        m_streamFormat = m_codec.decompressQuery(m_formatData, nullptr);
+        setFormat(m_streamFormat);
+        Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
+            static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
+            codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),
+            static_cast<int>(m_format.range));
+        m_subType = GetSubTypeInfo_by_quoTypeComp(m_format.type);
+        m_decodeFormats = findDecodeFormats(m_formatData);
+    } catch (const QuorvaneError& error) {
+        Log("Decompress query failed: %s", error.what());
+        return imBadFile;
+    } catch (const std::runtime_error&) {
+        Log("Unknown compressed type: %s (%s)", codecTypeName(m_format.type).c_str(),
+            std::to_string(m_format.type).c_str());
+        return imOtherErr;
+    }
+
+    Log("Decode formats:");
+    for ([[maybe_unused]] const FormatInfo& info : m_decodeFormats) {
+        Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());
+    }
+    if (m_decodeFormats.empty()) {
+        Log("No formats to decode into: decodeFormats is empty");
+        return imBadFile;
+    }
+
+    m_frameCount = stream.chunkCount();
+    m_rate = static_cast<std::int32_t>(stream.header().dwRate);
+    m_scale = static_cast<std::int32_t>(stream.header().dwScale);
+    if (m_rate == 0 || m_scale == 0) {
+        Log("Invalid FPS: %d/%d", m_rate, m_scale);
+        m_rate = kDefaultRate;
+        m_scale = kDefaultScale;
+    }
+    return imNoErr;
+}
+
+std::uint32_t VideoInfo::width() const {
+    return static_cast<std::uint32_t>(m_frameSize.load(std::memory_order_relaxed) >> 32);
+}
+
+std::uint32_t VideoInfo::height() const {
+    return static_cast<std::uint32_t>(m_frameSize.load(std::memory_order_relaxed));
+}
+
+void VideoInfo::setFormat(const QuorvaneFormat& format) {
+    m_format = format;
+    m_frameSize.store(static_cast<std::uint64_t>(format.width) << 32 | format.height, std::memory_order_relaxed);
+}
+
+csSDK_int32 VideoInfo::getIndPixelFormat(std::uint32_t index, imIndPixelFormatRec* record) const {
+    if (index >= m_decodeFormats.size()) {
+        return imBadFormatIndex;
+    }
+    const std::uint32_t pixelFormat = m_decodeFormats[index].pixelFormat;
+    record->outPixelFormat = pixelFormat;
+    Log("Adding pixel format: %s [%s]", PixelFormatName(pixelFormat), FourCCToString(pixelFormat, false).c_str());
+    return imNoErr;
+}
+
+std::string VideoInfo::summary() const {
+    const double mebibytes = static_cast<double>(m_stream->totalBytes()) / 1024 / 1024;
+    return "Size: " + fixedPoint(mebibytes, 2) + " MiB\n" +
+           "Codec: '" + FourCCToString(m_stream->header().fccHandler, false) + "', " +
+           utf8FromUtf16(m_subType.subTypeName) + "\n" +
+           "Frame size: " + std::to_string(width()) + " x " + std::to_string(height()) + "\n" +
+           "Frame count: " + std::to_string(m_frameCount) + "\n" +
+           "Frame rate: " + fixedPoint(static_cast<double>(m_rate) / m_scale, 3);
+}
+
+void VideoInfo::dataRateAnalysis(imDataRateAnalysisRec* record) const {
+    if (record->buffer == nullptr) {
+        record->buffersize = static_cast<csSDK_int32>(m_frameCount * sizeof(imDataSample));
+        return;
+    }
+    const std::uint64_t room = static_cast<std::uint64_t>(std::max(record->buffersize, 0)) / sizeof(imDataSample);
+    const std::uint64_t count = std::min(m_frameCount, room);
+    for (std::uint64_t i = 0; i < count; ++i) {
+        record->buffer[i] = {static_cast<csSDK_uint32>(m_scale) | kDataSampleKeyFrame, m_stream->chunk(i).size};
+    }
+    record->baserate = 0;
+}

@@ -1,0 +1,26 @@
+// Bytes read from a file: room that only grows and is never filled before it is read into.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+class ByteBuffer {
+public:
+    // Makes room for `size` bytes; what the buffer held is lost when it grows. Throws std::bad_alloc.
+    void growTo(std::size_t size) {
+        if (size > m_size) {
+            m_bytes.reset();
+            m_size = 0;
+            m_bytes = std::make_unique_for_overwrite<std::uint8_t[]>(size);
+            m_size = size;
+        }
+    }
+
+    std::uint8_t* data() { return m_bytes.get(); }
+    std::size_t size() const { return m_size; }
+
+private:
+    std::unique_ptr<std::uint8_t[]> m_bytes;
+    std::size_t m_size = 0;
+};

@@ -1,0 +1,46 @@
+// Holders of host suites: tables of functions that the host lends by name and version and wants back.
+#pragma once
+
+#include "sdk/SdkSuites.h"
+#include "sync/Mutex.h"
+
+#include <atomic>
+
+// Holds one suite. Acquiring is tried at construction and, if that failed, once more at every use; the suite goes back
+// at destruction. get may be called on any thread; everything else belongs to the owner.
+class HostSuiteHolder {
+public:
+    // `basicSuite` and `name` are not owned and must outlive the holder.
+    HostSuiteHolder(SPBasicSuite* basicSuite, const char* name, csSDK_int32 version);
+    ~HostSuiteHolder();
+
+    HostSuiteHolder(const HostSuiteHolder&) = delete;
+    HostSuiteHolder& operator=(const HostSuiteHolder&) = delete;
+
+    // Asks the host for the suite and logs the answer. Never throws; a refusal leaves the holder empty.
+    void acquire();
+
+    // Gives the suite back and logs it; an empty holder does nothing.
+    void release();
+
+protected:
+    // The suite's table, acquired now if need be; throws std::runtime_error when the host refuses it.
+    const void* table();
+
+private:
+    SPBasicSuite* m_basicSuite;
+    const char* m_name;
+    csSDK_int32 m_version;
+    std::atomic<const void*> m_suite{nullptr};
+    Mutex m_acquiring;   // first uses on several threads acquire once
+};
+
+// A holder that knows its suite's type.
+template <class Functions>
+class HostSuite : public HostSuiteHolder {
+public:
+    using HostSuiteHolder::HostSuiteHolder;
+
+    // The suite's functions; throws std::runtime_error when the host refuses the suite.
+    const Functions* get() { return static_cast<const Functions*>(table()); }
+};

@@ -1,0 +1,26 @@
+// What happens when the module is loaded and unloaded.
+#include "host/ModuleState.h"
+#include "log/Log.h"
+
+constinit ModuleState moduleState;
+
+namespace {
+
+constexpr char kLogName[] = "quorvane_pr_importer";
+
+// Switches that a special build may turn on for good.
+constexpr bool kLogEnabledAtLoad = false;
+constexpr bool kLogConsole = false;
+
+struct ModuleLifetime {
+    ModuleLifetime() {
+        ConfigureLog(kLogName, kLogEnabledAtLoad, kLogConsole);
+        Log("Module init");
+    }
+    ~ModuleLifetime() {
+        Log("Module destroy");
+        CloseLog();
+    }
+} moduleLifetime;
+
+}  // namespace

@@ -1,0 +1,52 @@
+#include "host/ModuleSelectors.h"
+
+#include "codec/PixelFormatDump.h"
+#include "codec/PixelFormatTables.h"
+#include "host/ModuleState.h"
+
+#include <memory>
+#include <utility>
+
+namespace {
+
+// Above every importer that comes with the host, so that its AVI importer does not take our files.
+constexpr csSDK_int32 kPriority = 200;
+
+// The new holder stands before an older one goes: a second init does not lose the suite in between.
+void replaceErrorSuite(HostSuite<PrSDKErrorSuite3>* errorSuite) {
+    delete std::exchange(moduleState.errorSuite, errorSuite);
+}
+
+}  // namespace
+
+csSDK_int32 OnInit(const imStdParms* stdParms, imImportInfoRec* record) {
+    SPBasicSuite* basicSuite = basicSuiteOf(stdParms);
+    replaceErrorSuite(new HostSuite<PrSDKErrorSuite3>(basicSuite, kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3));
+    BuildPixelFormatTables(basicSuite);
+    DumpPixelFormats(basicSuite);
+    record->priority = kPriority;
+    record->avoidAudioConform = 1;
+    return imNoErr;
+}
+
+csSDK_int32 OnShutdown() {
+    replaceErrorSuite(nullptr);
+    return imNoErr;
+}
+
+csSDK_int32 OnOpenFile8(const imStdParms* stdParms, imFileRef* fileRef, imFileOpenRec8* record) {
+    if (record->privatedata != nullptr) {
+        return static_cast<QuorvaneImporter*>(record->privatedata)->OnOpenFile(record, fileRef);
+    }
+    auto importer = std::make_unique<QuorvaneImporter>(stdParms);
+    const csSDK_int32 result = importer->OnOpenFile(record, fileRef);
+    if (result == imNoErr) {
+        record->privatedata = importer.release();
+    }
+    return result;
+}
+
+csSDK_int32 OnCloseFile(imFileRef* fileRef, QuorvaneImporter* importer) {
+    const std::unique_ptr<QuorvaneImporter> ended(importer);
+    return importer->OnCloseFile(fileRef);
+}

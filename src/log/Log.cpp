@@ -1,0 +1,55 @@
+#include "log/Log.h"
+
+#include "log/LogSystem.h"
+#include "log/LogWriter.h"
+
+#include <cstdarg>
+#include <exception>
+#include <mutex>
+
+constinit LogSettings logSettings;
+
+namespace {
+
+LogWriter& writer() {
+    LogWriter* existing = logSettings.logger.load(std::memory_order_acquire);
+    if (existing != nullptr) {
+        return *existing;
+    }
+    const std::lock_guard lock(logSettings.creation);
+    existing = logSettings.logger.load(std::memory_order_acquire);
+    if (existing == nullptr) {
+        existing = new LogWriter(logSettings.name, logSettings.console);
+        logSettings.logger.store(existing, std::memory_order_release);
+    }
+    return *existing;
+}
+
+}  // namespace
+
+void WriteLogLine(const char* format, ...) noexcept {
+    std::va_list arguments;
+    va_start(arguments, format);
+    try {
+        writer().writeLine(format, arguments);
+    } catch (const std::exception&) {
+        // A line that cannot be written (no memory) is dropped: the log never disturbs the work it describes.
+    }
+    va_end(arguments);
+}
+
+void ConfigureLog(const char* name, bool enabled, bool console) {
+    logSettings.name = name;
+    logSettings.enabled.store(enabled, std::memory_order_relaxed);
+    logSettings.console = console;
+}
+
+void ReadLogSwitch() {
+    if (logSystem::switchIsOn()) {
+        logSettings.enabled.store(true, std::memory_order_relaxed);
+    }
+}
+
+void CloseLog() {
+    delete logSettings.logger.exchange(nullptr, std::memory_order_acq_rel);
+}

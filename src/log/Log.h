@@ -1,0 +1,34 @@
+// The diagnostic log: one printf-style call for the whole plug-in. Off unless the user's switch turns it on; while off
+// a call costs one flag test and evaluates none of its arguments.
+#pragma once
+
+#include "log/LogSettings.h"
+
+#if defined(__MINGW32__)
+#define LOG_PRINTF_FORMAT __attribute__((format(gnu_printf, 1, 2)))
+#elif defined(__GNUC__)
+#define LOG_PRINTF_FORMAT __attribute__((format(printf, 1, 2)))
+#else
+#define LOG_PRINTF_FORMAT
+#endif
+
+// Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off.
+// May be called on any thread. Never reports a failure.
+#define Log(...) (LogEnabled() ? WriteLogLine(__VA_ARGS__) : static_cast<void>(0))
+
+// Whether lines are written at all: for work that only a log needs.
+inline bool LogEnabled() {
+    return logSettings.enabled.load(std::memory_order_relaxed);
+}
+
+// What Log calls while the log is on: creates the writer at the first line, then writes.
+LOG_PRINTF_FORMAT void WriteLogLine(const char* format, ...) noexcept;
+
+// Sets the name that log files begin with and the switches' defaults. Called once, at module load.
+void ConfigureLog(const char* name, bool enabled, bool console);
+
+// Turns the log on if the user's switch says so; never turns it off.
+void ReadLogSwitch();
+
+// Writes the closing line and destroys the writer, if there is one. A later line opens a new file.
+void CloseLog();

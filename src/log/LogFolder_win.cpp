@@ -1,0 +1,37 @@
+#include "log/LogFolder.h"
+
+#include <windows.h>
+
+#include <shlobj.h>
+#include <shlwapi.h>
+
+#include <string>
+
+namespace {
+
+// What wsprintfW writes at the most, with its terminator.
+constexpr std::size_t kMaxFormattedPath = 1025;
+
+void enterFolder(wchar_t* path, const wchar_t* name) {
+    PathAppendW(path, name);
+    _wmkdir(path);   // an existing folder is no error
+}
+
+}  // namespace
+
+LogFolder::LogFolder() {
+    wchar_t path[MAX_PATH] = {};
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_PROFILE, nullptr, SHGFP_TYPE_CURRENT, path))) {
+        return;
+    }
+    enterFolder(path, L"quorvane");
+    enterFolder(path, L"adobe");
+    m_path = path;
+}
+
+std::FILE* LogFolder::open(const char* baseName, int counter, const char* mode) const {
+    wchar_t path[kMaxFormattedPath] = {};
+    wsprintfW(path, L"%s\\%S_%02d.log", m_path.c_str(), baseName, counter);
+    const std::wstring wideMode(mode, mode + std::char_traits<char>::length(mode));
+    return _wfopen(path, wideMode.c_str());
+}
