@@ -13,12 +13,13 @@ fail() {
 
 . scripts/packages.sh
 
-# Configures (once) and builds a preset; the build tool itself skips what is up to date.
+# build_preset PRESET [TARGET...]: configures (once) and builds; the build tool itself skips what is up to date.
 build_preset() {
     local preset=$1 log=$log_dir/build-$1.log
+    shift
     say "building the $preset preset"
     { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
-        cmake --build --preset "$preset" >>"$log" 2>&1 || {
+        cmake --build --preset "$preset" ${*:+--target "$@"} >>"$log" 2>&1 || {
         grep -E 'error|FAILED|CMake Error' "$log" | head -20 >&2
         fail "the $preset build failed; see $log"
     }
