@@ -2,9 +2,9 @@
 #pragma once
 
 #include "sdk/SdkSuites.h"
-#include "sync/Mutex.h"
 
 #include <atomic>
+#include <mutex>
 
 // Holds one suite. Acquiring is tried at construction and, if that failed, once more at every use; the suite goes back
 // at destruction. get may be called on any thread; everything else belongs to the owner.
@@ -32,7 +32,7 @@ private:
     const char* m_name;
     csSDK_int32 m_version;
     std::atomic<const void*> m_suite{nullptr};
-    Mutex m_acquiring;   // first uses on several threads acquire once
+    std::mutex m_acquiring;   // first uses on several threads acquire once
 };
 
 // A holder that knows its suite's type.

@@ -3,9 +3,9 @@
 
 #include "host/HostSuite.h"
 #include "sdk/SdkImporter.h"
-#include "sync/Mutex.h"
 
 #include <memory>
+#include <mutex>
 
 // The host's basic suite, from the parameters of every call.
 SPBasicSuite* basicSuiteOf(const imStdParms* stdParms);
@@ -32,6 +32,6 @@ public:
 
 private:
     SPBasicSuite* m_basicSuite;
-    Mutex m_creation;
+    std::mutex m_creation;
     std::unique_ptr<ImporterSuites> m_suites;
 };

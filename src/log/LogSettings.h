@@ -2,9 +2,8 @@
 // the first static constructor to the last static destructor of the module.
 #pragma once
 
-#include "sync/Mutex.h"
-
 #include <atomic>
+#include <mutex>
 
 class LogWriter;
 
@@ -13,7 +12,7 @@ struct LogSettings {
     std::atomic<LogWriter*> logger{nullptr};   // owned; null until the first line
     const char* name = "quorvane_pr";          // the prefix of file names
     bool console = false;                      // mirror lines to a console window
-    Mutex creation;                            // two first lines at once make one writer
+    std::mutex creation;                            // two first lines at once make one writer
 };
 
 extern constinit LogSettings logSettings;

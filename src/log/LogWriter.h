@@ -2,10 +2,9 @@
 // thread. A writer whose file could not be opened drops its lines.
 #pragma once
 
-#include "sync/Mutex.h"
-
 #include <cstdarg>
 #include <cstdio>
+#include <mutex>
 
 class LogWriter {
 public:
@@ -27,5 +26,5 @@ private:
 
     std::FILE* m_file = nullptr;
     bool m_console = false;
-    Mutex m_lock;
+    std::mutex m_lock;
 };
