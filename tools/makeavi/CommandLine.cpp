@@ -29,6 +29,8 @@ std::string footer() {
            "  :mask=M      a channel mask, which asks for the 40-byte sound header\n"
            "  :chunk=N     N sample frames in each chunk; otherwise one chunk for each video frame\n"
            "  :header=N    size of the sound header, 16, 18 or 40 bytes; otherwise 18\n"
+           "\nSizes are bytes, or with KB, MB or GB behind them units of 1024, 1024^2 or 1024^3. A hole takes no room on\n"
+           "disk where the file system knows sparse files.\n"
            "\nExamples:\n"
            "  makeavi -o plain.avi\n"
            "  makeavi --type AR4Q --size 1920x1080 --frames 10 -o deep.avi\n"
@@ -81,13 +83,10 @@ void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
         ->type_name("SPEC")->expected(1)->take_all();
     addValue(app, "--index", "idx1|opendml|both", "kinds of index (both)",
              [&options](const std::string& text) { options.layout.index = parseIndex(text); });
-    app.add_option("--segment-bytes", options.layout.segmentBytes,
-                   "largest segment, as in 100000 or 1MB (1 GiB); idx1 alone has one segment")
-        ->transform(CLI::AsSizeValue(false))->type_name("SIZE");
-    app.add_option("--hole", options.hole,
-                   "empty space to skip before the second half of the frames, as in 5GB; takes no room on disk where\n"
-                   "the file system knows sparse files")
-        ->transform(CLI::AsSizeValue(false))->type_name("SIZE");
+    addValue(app, "--segment-bytes", "SIZE", "largest segment, as in 100000 or 1MB (1GB); idx1 alone has one segment",
+             [&options](const std::string& text) { options.layout.segmentBytes = parseBytes(text); });
+    addValue(app, "--hole", "SIZE", "empty space to skip before the second half of the frames, as in 5GB",
+             [&options](const std::string& text) { options.hole = parseBytes(text); });
     app.add_option("--fourcc", options.handler, "the codec's four-character code in the headers (QVAN)")
         ->type_name("CODE")
         ->check([](const std::string& text) { return text.size() == 4 ? "" : "'" + text + "' has not 4 characters"; });

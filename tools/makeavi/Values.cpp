@@ -144,6 +144,23 @@ std::uint32_t parseRange(std::string_view text) {
     return text == "limited" ? 1 : 2;
 }
 
+std::uint64_t parseBytes(std::string_view text) {
+    constexpr std::array<std::pair<std::string_view, int>, 3> units = {{{"KB", 10}, {"MB", 20}, {"GB", 30}}};
+    std::string_view digits = text;
+    int shift = 0;
+    for (const auto& [unit, unitShift] : units) {
+        if (text.ends_with(unit)) {
+            digits.remove_suffix(unit.size());
+            shift = unitShift;
+        }
+    }
+    const auto count = number(digits);
+    if (!count) {
+        refuse(text, "a size such as 100000, 64KB, 1MB or 5GB");
+    }
+    return std::uint64_t{*count} << shift;
+}
+
 std::set<std::uint32_t> parseFrames(std::string_view text) {
     std::set<std::uint32_t> frames;
     for (const std::string_view part : split(text, ',')) {

@@ -27,6 +27,9 @@ std::uint32_t parseColor(std::string_view text);
 // "limited" or "full", as the codec numbers them: 1, 2.
 std::uint32_t parseRange(std::string_view text);
 
+// "100000", "64KB", "1MB" or "5GB": bytes, or units of 1024, 1024^2 or 1024^3 bytes.
+std::uint64_t parseBytes(std::string_view text);
+
 // "3,5-8": single numbers and spans.
 std::set<std::uint32_t> parseFrames(std::string_view text);
 
