@@ -20,6 +20,9 @@ public:
     LogSwitch(const LogSwitch&) = delete;
     LogSwitch& operator=(const LogSwitch&) = delete;
 
+    // Whether the switch stands at on for a plug-in that is loaded now.
+    static bool isOn();
+
 private:
     struct Saved;
     std::unique_ptr<Saved> m_saved;

@@ -34,6 +34,11 @@ LogSwitch::~LogSwitch() {
     }
 }
 
+bool LogSwitch::isOn() {
+    const char* value = std::getenv(kSwitch);
+    return value && std::string_view(value) == "1";
+}
+
 std::filesystem::path pluginLogFolder() {
     const char* home = std::getenv("HOME");
     return std::filesystem::path(home ? home : "") / "quorvane" / "adobe";

@@ -4,6 +4,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 
@@ -88,6 +89,16 @@ LogSwitch::~LogSwitch() {
             RegDeleteKeyW(HKEY_CURRENT_USER, kKey);
         }
     }
+}
+
+bool LogSwitch::isOn() {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, kKey, 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) {
+        return false;
+    }
+    const std::optional<Value> value = readValue(key);
+    RegCloseKey(key);
+    return value && std::any_of(value->bytes.begin(), value->bytes.end(), [](BYTE byte) { return byte != 0; });
 }
 
 std::filesystem::path pluginLogFolder() {
