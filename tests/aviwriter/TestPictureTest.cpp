@@ -1,4 +1,5 @@
 #include "aviwriter/TestPicture.h"
+#include "aviwriter/ToPicture.h"
 #include "aviwriter/Types.h"
 
 #include <gtest/gtest.h>

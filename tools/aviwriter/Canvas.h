@@ -1,8 +1,7 @@
-// A picture to draw on, 16 bits per component, and its conversion to the components of a compressed type.
+// A picture to draw on: red, green, blue and alpha, 16 bits each.
 #pragma once
 
-#include "standin/Encoder.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -48,10 +47,5 @@ private:
 
 constexpr int kTextHeight = 7;                       // font units of a capital letter
 int textWidth(const std::string& characters);        // in font units
-
-// The canvas in the components, bit depth, colour matrix, range and subsampling that `info` asks for. Exact integer
-// arithmetic, rounding to nearest: the same picture on every system. Alpha always spans the full range; a
-// subsampled chroma sample is the mean of the pixels it covers. Throws std::invalid_argument for an unknown type.
-standin::Picture toPicture(const Canvas& canvas, const standin::StreamInfo& info);
 
 }  // namespace aviwriter

@@ -1,5 +1,6 @@
 #include "aviwriter/TestPicture.h"
 
+#include "aviwriter/ToPicture.h"
 #include "aviwriter/Types.h"
 
 #include <algorithm>

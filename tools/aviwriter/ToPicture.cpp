@@ -1,4 +1,4 @@
-#include "aviwriter/Canvas.h"
+#include "aviwriter/ToPicture.h"
 
 #include <algorithm>
 

@@ -25,9 +25,10 @@ std::string footer() {
     }
     return text +
            "\nSound:\n"
-           "  --audio FORMAT:CHANNELS:RATE, with pcm8, pcm16, pcm24, pcm32 or float32 for FORMAT. Behind that may stand\n"
+           "  --audio FORMAT:CHANNELS:RATE\n"
+           "  FORMAT is pcm8, pcm16, pcm24, pcm32 or float32. Behind the rate may stand\n"
            "  :mask=M      a channel mask, which asks for the 40-byte sound header\n"
-           "  :chunk=N     N sample frames in each chunk; otherwise one chunk for each video frame\n"
+           "  :chunk=N     N sample frames in each chunk; otherwise one chunk per video frame\n"
            "  :header=N    size of the sound header, 16, 18 or 40 bytes; otherwise 18\n"
            "\nSizes are bytes, or with KB, MB or GB behind them units of 1024, 1024^2 or 1024^3. A hole takes no room on\n"
            "disk where the file system knows sparse files.\n"
