@@ -70,6 +70,12 @@ csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1
         auto* record = static_cast<imGetAudioChannelLayoutRec*>(param2);
         return callImporter(record->inPrivateData, &QuorvaneImporter::OnGetAudioChannelLayout, record);
     }
+    case imImportAudio7: {
+        auto* record = static_cast<imImportAudioRec7*>(param2);
+        return callImporter(record->privateData, &QuorvaneImporter::OnImportAudio7, record);
+    }
+    case imCreateAsyncImporter:
+        return OnCreateAsyncImporter(stdParms, static_cast<imAsyncImporterCreationRec*>(param1));
     default: return imUnsupported;
     }
 }

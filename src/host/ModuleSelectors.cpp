@@ -3,6 +3,7 @@
 #include "codec/PixelFormatDump.h"
 #include "codec/PixelFormatTables.h"
 #include "host/ModuleState.h"
+#include "importer/QuorvaneAsyncImporter.h"
 
 #include <memory>
 #include <utility>
@@ -49,4 +50,18 @@ csSDK_int32 OnOpenFile8(const imStdParms* stdParms, imFileRef* fileRef, imFileOp
 csSDK_int32 OnCloseFile(imFileRef* fileRef, QuorvaneImporter* importer) {
     const std::unique_ptr<QuorvaneImporter> ended(importer);
     return importer->OnCloseFile(fileRef);
+}
+
+csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, imAsyncImporterCreationRec* record) {
+    if (record->inPrivateData == nullptr) {
+        return imOtherErr;
+    }
+    auto asyncImporter = std::make_unique<QuorvaneAsyncImporter>(stdParms);
+    const csSDK_int32 result =
+        asyncImporter->Initialize(*static_cast<const QuorvaneImporter*>(record->inPrivateData));
+    if (result == imNoErr) {
+        record->outAsyncEntry = xAsyncImportEntry;
+        record->outAsyncPrivateData = asyncImporter.release();
+    }
+    return result;
 }

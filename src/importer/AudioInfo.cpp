@@ -63,7 +63,7 @@ std::uint32_t channelMaskOf(const WaveFormatExtensible& format) {
 
 }  // namespace
 
-AudioInfo::AudioInfo() {
+AudioInfo::AudioInfo(fileio::File& file, LazyImporterSuites& suites) : m_file(file), m_suites(suites) {
     Log("AudioInfo::AudioInfo()");
 }
 
@@ -84,6 +84,7 @@ csSDK_int32 AudioInfo::parse(const AviStream& stream) {
         return imBadFile;
     }
     m_sampleType = sampleTypeOf(m_format);
+    m_audioPosition = 0;
     m_valid = true;
     return imNoErr;
 }

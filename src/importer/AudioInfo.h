@@ -3,6 +3,9 @@
 #pragma once
 
 #include "avi/AviStream.h"
+#include "fileio/ByteBuffer.h"
+#include "fileio/File.h"
+#include "host/ImporterSuites.h"
 #include "importer/WaveFormat.h"
 #include "sdk/SdkImporter.h"
 
@@ -11,7 +14,8 @@
 
 class AudioInfo {
 public:
-    AudioInfo();
+    // `file` and `suites` must outlive the object; only importAudio uses them.
+    AudioInfo(fileio::File& file, LazyImporterSuites& suites);
     ~AudioInfo();
 
     AudioInfo(const AudioInfo&) = delete;
@@ -33,13 +37,29 @@ public:
     // A description for people, each line ended.
     std::string summary() const;
 
+    // Delivers a run of sample frames to the host's buffers, one a channel. What lies past the end, or cannot be read,
+    // is filled. Gives 0, or imDecompressionError for samples that cannot be converted; an invalid description leaves
+    // the buffers alone. Throws std::runtime_error when integer samples need an Audio Suite that the host refuses.
+    // One call at a time.
+    csSDK_int32 importAudio(const imImportAudioRec7& record);
+
 private:
+    struct AudioRange;
+    void logRange(const imImportAudioRec7& record, const AudioRange& range) const;
+    std::uint32_t readBytes(const AudioRange& range);
+    bool readFromChunk(const AviChunk& chunk, const AudioRange& range, std::uint32_t& done);
+    csSDK_int32 convert(const imImportAudioRec7& record, const AudioRange& range);
+
     void readFormat(const std::vector<std::uint8_t>& bytes);
     bool checkFormat() const;
 
+    fileio::File& m_file;
+    LazyImporterSuites& m_suites;
     bool m_valid = false;
     const AviStream* m_stream = nullptr;
     std::int64_t m_numAudioSampleFrames = 0;
     PrAudioSampleType m_sampleType = kPrAudioSampleType_Other;
     WaveFormatExtensible m_format;
+    std::int64_t m_audioPosition = 0;   // sample frames: where the last import ended
+    ByteBuffer m_bytes;                 // of the last import, as the file has them
 };

@@ -40,17 +40,13 @@ csSDK_int32 iterationResult(std::uint64_t streamIndex, std::uint64_t audioStream
     return streamIndex > 0 ? imBadStreamIndex : imNoErr;
 }
 
-bool describes(csSDK_int32 selectionResult) {
-    return selectionResult == imNoErr || selectionResult == imIterateStreams || selectionResult == imBadStreamIndex;
-}
-
 }  // namespace
 
 csSDK_int32 QuorvaneImporter::OnGetInfo8(imFileInfoRec8* record) {
     logPrologue();
     Log("fileInfoRec8P->streamIdx: %d", record->streamIdx);
     const csSDK_int32 result = selectStream(record->streamIdx);
-    if (!describes(result)) {
+    if (!isSelected(result)) {
         return result;
     }
     m_importerID = record->vidInfo.importerID;
@@ -67,6 +63,10 @@ csSDK_int32 QuorvaneImporter::OnGetInfo8(imFileInfoRec8* record) {
         m_audioInfo->dumpAndFill(record);
     }
     return result;
+}
+
+bool QuorvaneImporter::isSelected(csSDK_int32 result) {
+    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
 }
 
 csSDK_int32 QuorvaneImporter::selectStream(csSDK_int32 streamIndex) {
@@ -108,7 +108,7 @@ csSDK_int32 QuorvaneImporter::selectVideo() {
 void QuorvaneImporter::selectAudio(csSDK_int32 streamIndex, const std::vector<std::size_t>& audioStreams) {
     // As unsigned, a negative index is as far beyond the streams as any.
     const auto index = static_cast<std::uint32_t>(streamIndex);
-    m_audioInfo = std::make_unique<AudioInfo>();
+    m_audioInfo = std::make_unique<AudioInfo>(m_file, m_suites);
     if (audioStreams.empty()) {
         Log("Avi has no audio stream");
     } else if (index >= audioStreams.size()) {

@@ -105,10 +105,10 @@ csSDK_int32 QuorvaneImporter::OnAnalysis(imAnalysisRec* record) {
     return imNoErr;
 }
 
-std::string QuorvaneImporter::analysisText() const {
+std::string QuorvaneImporter::analysisText() {
     std::string text = "\nVideo stream:\n" + m_videoInfo->summary() + "\n";
     for (const std::size_t position : m_avi.streamsOfType(fourCC("auds"))) {
-        AudioInfo audioInfo;
+        AudioInfo audioInfo(m_file, m_suites);
         audioInfo.parse(*m_avi.streams()[position]);
         text += "Audio stream " + std::to_string(position) + ":\n" + audioInfo.summary() + "\n";
     }
@@ -145,4 +145,10 @@ csSDK_int32 QuorvaneImporter::OnGetAudioChannelLayout(imGetAudioChannelLayoutRec
     logPrologue();
     requireAudio();
     return m_audioInfo->getChannelLayout(record->outChannelLabels);
+}
+
+csSDK_int32 QuorvaneImporter::OnImportAudio7(imImportAudioRec7* record) {
+    logPrologue();
+    requireAudio();
+    return m_audioInfo->importAudio(*record);
 }

@@ -41,12 +41,18 @@ public:
     // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise.
     csSDK_int32 OnGetInfo8(imFileInfoRec8* record);
 
-    // These throw std::logic_error when no video (for the layout: audio) stream is selected.
+    // These throw std::logic_error when no video stream (for the last two: audio stream) is selected.
     csSDK_int32 OnGetIndPixelFormat(std::uint32_t index, imIndPixelFormatRec* record);
     csSDK_int32 OnAnalysis(imAnalysisRec* record);
     csSDK_int32 OnDataRateAnalysis(imDataRateAnalysisRec* record);
     csSDK_int32 OnGetSourceVideo(imSourceVideoRec* record);
     csSDK_int32 OnGetAudioChannelLayout(imGetAudioChannelLayoutRec* record);
+    csSDK_int32 OnImportAudio7(imImportAudioRec7* record);
+
+    // What the last successful open was given.
+    const std::u16string& filePath() const { return m_filePath; }
+    csSDK_int32 streamIndex() const { return m_streamIndex; }
+    csSDK_int32 accessMode() const { return m_accessMode; }
 
 protected:
     void logPrologue() const;
@@ -55,6 +61,8 @@ protected:
 
     bool openFile(const char16_t* path, csSDK_int32 streamIndex, csSDK_int32 accessMode);
     csSDK_int32 selectStream(csSDK_int32 streamIndex);
+    // Whether a result of selectStream leaves streams that can be described and delivered.
+    static bool isSelected(csSDK_int32 result);
 
     csSDK_int32 m_importerID = 0;
     LazyImporterSuites m_suites;
@@ -71,5 +79,5 @@ protected:
 private:
     csSDK_int32 selectVideo();
     void selectAudio(csSDK_int32 streamIndex, const std::vector<std::size_t>& audioStreams);
-    std::string analysisText() const;
+    std::string analysisText();
 };

@@ -5,7 +5,7 @@
 
 #include <cstdarg>
 #include <exception>
-#include <mutex>
+#include <memory>
 
 constinit LogSettings logSettings;
 
@@ -16,11 +16,10 @@ LogWriter& writer() {
     if (existing != nullptr) {
         return *existing;
     }
-    const std::lock_guard lock(logSettings.creation);
-    existing = logSettings.logger.load(std::memory_order_acquire);
-    if (existing == nullptr) {
-        existing = new LogWriter(logSettings.name, logSettings.console);
-        logSettings.logger.store(existing, std::memory_order_release);
+    // Two first lines at once make two writers; the one that comes second goes again.
+    auto created = std::make_unique<LogWriter>(logSettings.name, logSettings.console);
+    if (logSettings.logger.compare_exchange_strong(existing, created.get(), std::memory_order_acq_rel)) {
+        existing = created.release();
     }
     return *existing;
 }

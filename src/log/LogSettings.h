@@ -3,7 +3,6 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 
 class LogWriter;
 
@@ -12,7 +11,6 @@ struct LogSettings {
     std::atomic<LogWriter*> logger{nullptr};   // owned; null until the first line
     const char* name = "quorvane_pr";          // the prefix of file names
     bool console = false;                      // mirror lines to a console window
-    std::mutex creation;                            // two first lines at once make one writer
 };
 
 extern constinit LogSettings logSettings;

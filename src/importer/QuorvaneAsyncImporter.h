@@ -1,0 +1,64 @@
+// Frames ahead of time: the host announces frames, each is read and decoded at once on a thread of its own, and the
+// host collects them later. A complete importer with its own file and decoder, independent of the one it was made
+// for; the host owns it and ends it through its entry function.
+#pragma once
+
+#include "codec/FrameRequest.h"
+#include "importer/QuorvaneImporter.h"
+#include "sdk/SdkAsyncImporter.h"
+
+#include <atomic>
+#include <cstdint>
+#include <future>
+#include <list>
+#include <memory>
+#include <mutex>
+
+class QuorvaneAsyncImporter : public QuorvaneImporter {
+public:
+    explicit QuorvaneAsyncImporter(const imStdParms* stdParms);
+
+    // Waits for running decodes; frames that were not collected are disposed.
+    ~QuorvaneAsyncImporter() override;
+
+    // Opens the file of `source` for itself and selects its stream; gives 0 or the failing step's result. A stream
+    // index that the selection rejects is no failure.
+    csSDK_int32 Initialize(const QuorvaneImporter& source);
+
+    // The handlers of the host's asynchronous selectors; each gives an aiResult, and throws std::logic_error when no
+    // video stream is selected. Any threads.
+    // Starts the frame's decode.
+    csSDK_int32 OnInitiateAsyncRead(const imSourceVideoRec& record);
+    // Waits for the frame, decoding it now if it was not announced, and hands it to the host. Throws what the decode
+    // threw.
+    csSDK_int32 OnGetFrame(const imSourceVideoRec& record);
+    // Drops every frame that was not collected, once its decode has ended.
+    csSDK_int32 OnFlush();
+
+private:
+    friend class AsyncCall;
+
+    // One announced frame. Destroying it waits for its task.
+    struct AsyncFrameRequest {
+        AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, std::uint32_t index)
+            : frame(record, ppixSuite), frameIndex(index) {}
+
+        FrameRequest frame;
+        std::uint32_t frameIndex;
+        std::future<csSDK_int32> result;   // last: its end waits for the task, which uses the members above
+    };
+    using RequestList = std::list<std::unique_ptr<AsyncFrameRequest>>;
+
+    RequestList::iterator addRequest(const imSourceVideoRec& record, std::uint32_t frameIndex);
+    csSDK_int32 decode(FrameRequest& frame);
+
+    std::mutex m_requestMutex;   // the list; held by each handler but while it waits for a decode
+    std::mutex m_readMutex;      // one task reads from the file
+    std::mutex m_decodeMutex;    // one task decodes
+    RequestList m_requests;      // in the order of their announcements
+
+    std::atomic<int> m_callsInside{0};   // calls of the entry function that have not returned yet
+};
+
+// The entry function that the host gets with the object: an aiResult, or 99 for an exception, which is logged.
+csSDK_int32 xAsyncImportEntry(csSDK_int32 selector, void* parameter);
