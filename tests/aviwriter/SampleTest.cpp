@@ -117,6 +117,14 @@ TEST(Sample, TheFirstChunkOfSoundHoldsTheTestSound) {
     EXPECT_EQ(Bytes(begin, begin + 160), testSound(SampleFormat::pcm16, 2, 1000, 0, 40));
 }
 
+TEST(Sample, TheSecondChunkOfSoundGoesOnWhereTheFirstEnded) {
+    SampleOptions options = tiny();
+    options.audio = {{.channels = 2, .sampleRate = 1000}};
+    const Bytes file = sampleBytes(options);
+    const auto begin = file.begin() + static_cast<std::ptrdiff_t>(positionOf(file, "01wb", 1) + 8);
+    EXPECT_EQ(Bytes(begin, begin + 160), testSound(SampleFormat::pcm16, 2, 1000, 40, 40));
+}
+
 TEST(Sample, TheUsualRangeIsFullForRgbAndLimitedForYuv) {
     const auto extraDataOf = [](std::uint32_t type, std::optional<std::uint32_t> range) {
         SampleOptions options = tiny();

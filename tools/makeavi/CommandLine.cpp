@@ -81,7 +81,7 @@ void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
             throw CLI::ValidationError("--audio", error.what());
         }
     }, "one audio stream; may be given several times (see below)")
-        ->type_name("SPEC")->expected(1)->take_all();
+        ->type_name("SOUND")->expected(1)->take_all();
     addValue(app, "--index", "idx1|opendml|both", "kinds of index (both)",
              [&options](const std::string& text) { options.layout.index = parseIndex(text); });
     addValue(app, "--segment-bytes", "SIZE", "largest segment, as in 100000 or 1MB (1GB); idx1 alone has one segment",
