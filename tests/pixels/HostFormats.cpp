@@ -1,0 +1,60 @@
+#include "pixels/HostFormats.h"
+
+#include <stdexcept>
+
+namespace pixels {
+
+namespace {
+
+constexpr HostFormat yuv8(char a, char b, char c, char d, Packing packing, bool hasAlpha, std::uint32_t colorSpace) {
+    return {PrPixelFormat{makePixelFormat(a, b, c, d)}, packing, false, hasAlpha, 8, 255, colorSpace, kLimited};
+}
+
+constexpr HostFormat rgb8(char a, char b, char c, char d, Packing packing, bool hasAlpha) {
+    return {PrPixelFormat{makePixelFormat(a, b, c, d)}, packing, true, hasAlpha, 8, 255, kRec709, kFull};
+}
+
+constexpr HostFormat kHostFormats[] = {
+    yuv8('y', 'u', 'y', '2', Packing::yuyv, false, kRec601),
+    yuv8('y', 'u', 'y', '3', Packing::yuyv, false, kRec709),
+    yuv8('u', 'y', 'v', 'y', Packing::uyvy, false, kRec601),
+    yuv8('u', 'y', 'v', '7', Packing::uyvy, false, kRec709),
+    yuv8('v', 'u', 'y', 'a', Packing::vuya, true, kRec601),
+    yuv8('V', 'U', 'Y', 'A', Packing::vuya, true, kRec709),
+    yuv8('v', 'u', 'y', 'x', Packing::vuya, false, kRec601),
+    yuv8('v', 'u', 'x', '7', Packing::vuya, false, kRec709),
+    rgb8('b', 'g', 'r', 'a', Packing::bgra, true),
+    rgb8('a', 'r', 'g', 'b', Packing::argb, true),
+    rgb8('b', 'g', 'r', 'x', Packing::bgra, false),
+    rgb8('x', 'r', 'g', 'b', Packing::argb, false),
+    {PrPixelFormat_V210_422_10u_601, Packing::v210, false, false, 10, 1023, kRec601, kLimited},
+    {PrPixelFormat_V210_422_10u_709, Packing::v210, false, false, 10, 1023, kRec709, kLimited},
+    {PrPixelFormat_RGB_444_10u, Packing::rgb10, true, false, 10, 1023, kRec709, kFull},
+    {PrPixelFormat_BGRA_4444_16u, Packing::bgra16, true, true, 16, 32768, kRec709, kFull},
+    {PrPixelFormat_BGRX_4444_16u, Packing::bgra16, true, false, 16, 32768, kRec709, kFull},
+};
+
+}  // namespace
+
+std::span<const HostFormat> hostFormats() { return kHostFormats; }
+
+const HostFormat& hostFormat(PrPixelFormat code) {
+    for (const HostFormat& format : kHostFormats) {
+        if (format.code == code) {
+            return format;
+        }
+    }
+    throw std::invalid_argument("the importer delivers no such pixel format");
+}
+
+std::size_t rowPixelBytes(const HostFormat& format, std::uint32_t width) {
+    switch (format.packing) {
+        case Packing::yuyv:
+        case Packing::uyvy: return (std::size_t{width} + 1) / 2 * 4;
+        case Packing::v210: return (std::size_t{width} + 5) / 6 * 16;
+        case Packing::bgra16: return std::size_t{width} * 8;
+        default: return std::size_t{width} * 4;
+    }
+}
+
+}  // namespace pixels

@@ -1,0 +1,58 @@
+// Which formats the host is offered for each compressed type, and that each offer is kept.
+#include "pixels/Delivery.h"
+#include "pixels/SourcePictures.h"
+
+#include "hostkit/Text.h"
+#include "support/TempFolder.h"
+
+namespace pixels {
+
+namespace {
+
+const std::vector<std::string> kPacked422 = {"yuy2", "yuy3", "uyvy", "uyv7"};
+const std::vector<std::string> kAll = {"yuy2", "yuy3", "uyvy", "uyv7", "vuya", "VUYA", "vuyx", "vux7", "bgra",
+                                       "argb", "bgrx", "xrgb", "v210", "v211", "RGB1", "Bgra", "Bgrx"};
+
+class Offered : public ::testing::Test {
+protected:
+    std::vector<std::string> formatsOf(std::uint32_t type) {
+        const standin::StreamInfo info = {type, 16, 8, kRec709, kLimited};
+        writeClip(m_path, info, {noise(info, 1)});
+        OpenClip clip(m_importer, m_path);
+        std::vector<std::string> codes;
+        for (const PrPixelFormat format : clip.offeredFormats()) {
+            codes.push_back(hostkit::codeText(format));
+            EXPECT_EQ(clip.frame(0, format).result, imNoErr) << codes.back();
+        }
+        return codes;
+    }
+
+    TempFolder m_folder;
+    std::filesystem::path m_path = m_folder.folder() / "clip.avi";
+    LoadedImporter m_importer;
+};
+
+TEST_F(Offered, FormatsOfEightBitYuvaHaveAlpha) {
+    EXPECT_EQ(formatsOf(106), (std::vector<std::string>{"vuya", "VUYA"}));
+}
+
+TEST_F(Offered, FormatsOfEightBitYuv444KeepTheChroma) {
+    EXPECT_EQ(formatsOf(103), (std::vector<std::string>{"vuyx", "vux7"}));
+}
+
+TEST_F(Offered, FormatsOfEightBitYuv422ArePacked422) { EXPECT_EQ(formatsOf(104), kPacked422); }
+TEST_F(Offered, FormatsOfEightBitYuv420ArePacked422) { EXPECT_EQ(formatsOf(105), kPacked422); }
+TEST_F(Offered, FormatsOfEightBitGreyArePacked422) { EXPECT_EQ(formatsOf(107), kPacked422); }
+
+TEST_F(Offered, FormatsOfEightBitRgbAreAll) { EXPECT_EQ(formatsOf(101), kAll); }
+TEST_F(Offered, FormatsOfEightBitRgbaAreAll) { EXPECT_EQ(formatsOf(102), kAll); }
+
+TEST_F(Offered, FormatsOfEveryDeeperTypeAreAll) {
+    for (const std::uint32_t type : {108U, 109U, 110U, 111U, 112U, 113U, 114U, 115U, 118U}) {
+        EXPECT_EQ(formatsOf(type), kAll) << "type " << type;
+    }
+}
+
+}  // namespace
+
+}  // namespace pixels

@@ -1,0 +1,36 @@
+// The built plug-in in memory, started by a host of its own, for as long as one test needs it.
+#pragma once
+
+#include "hostkit/ClipSession.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+class LoadedImporter {
+public:
+    explicit LoadedImporter(const hostkit::HostProfile& profile = hostkit::hostProfiles().front())
+        : m_host(profile),
+          m_plugin(hostkit::PluginLibrary::programFolder() / hostkit::PluginLibrary::usualFileName()),
+          m_session(m_host, m_plugin.entry()) {
+        m_session.start();
+    }
+
+    /// Clips and frames must have ended: what the plug-in or the test still holds fails the test.
+    ~LoadedImporter() {
+        m_session.shutdown();
+        EXPECT_EQ(m_host.problems(), std::vector<std::string>{});
+    }
+
+    LoadedImporter(const LoadedImporter&) = delete;
+    LoadedImporter& operator=(const LoadedImporter&) = delete;
+
+    hostkit::Host& host() { return m_host; }
+    hostkit::ImporterSession& session() { return m_session; }
+
+private:
+    hostkit::Host m_host;
+    hostkit::PluginLibrary m_plugin;
+    hostkit::ImporterSession m_session;
+};
