@@ -1,0 +1,181 @@
+// The log call by itself, without the plug-in around it.
+#include "log/Log.h"
+#include "log/ProfileSandbox.h"
+
+#include "hostkit/PluginLog.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <thread>
+
+namespace {
+
+constexpr char kName[] = "log_line_test";
+
+// Before any test ran, as a module finds it that has not configured its log.
+const std::string nameAtStart = logSettings.name;
+const bool enabledAtStart = LogEnabled();
+const bool consoleAtStart = logSettings.console;
+
+class LogLine : public testing::Test {
+protected:
+    LogLine() { ConfigureLog(kName, true, false); }
+    ~LogLine() override {
+        CloseLog();
+        ConfigureLog(kName, false, false);
+    }
+
+    std::vector<std::filesystem::path> files() const {
+        std::vector<std::filesystem::path> found;
+        std::error_code missing;
+        for (const auto& entry : std::filesystem::directory_iterator(m_sandbox.logFolder(), missing)) {
+            found.push_back(entry.path());
+        }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    std::vector<std::string> messages() const {
+        std::vector<std::string> all;
+        for (const auto& file : files()) {
+            for (const std::string& line : hostkit::readLogLines(file)) {
+                all.emplace_back(hostkit::withoutLogPrefix(line));
+            }
+        }
+        return all;
+    }
+
+    ProfileSandbox m_sandbox;
+};
+
+TEST_F(LogLine, TheSettingsStartOffWithoutConsoleUnderTheGeneralName) {
+    EXPECT_FALSE(enabledAtStart);
+    EXPECT_FALSE(consoleAtStart);
+    EXPECT_EQ(nameAtStart, "quorvane_pr");
+}
+
+TEST_F(LogLine, ALogThatIsOffEvaluatesNoArgument) {
+    ConfigureLog(kName, false, false);
+    int counter = 0;
+    Log("%d", counter++);
+    EXPECT_EQ(counter, 0);
+}
+
+TEST_F(LogLine, ALogThatIsOnEvaluatesItsArgumentsOnce) {
+    int counter = 0;
+    Log("%d", counter++);
+    EXPECT_EQ(counter, 1);
+}
+
+TEST_F(LogLine, ALogThatIsOffCreatesNothing) {
+    ConfigureLog(kName, false, false);
+    Log("not written");
+    EXPECT_FALSE(std::filesystem::exists(m_sandbox.outerFolder()));
+}
+
+TEST_F(LogLine, FilesAreNamedAfterTheLog) {
+    Log("a line");
+    ASSERT_EQ(files().size(), 1u);
+    EXPECT_TRUE(files().front().filename().string().starts_with("log_line_test_"));
+}
+
+TEST_F(LogLine, ArgumentsAreNoFormats) {
+    Log("%s", "100%d %s %n");
+    EXPECT_EQ(messages().back(), "100%d %s %n");
+}
+
+TEST_F(LogLine, AnEmptyMessageStillMakesALine) {
+    Log("%s", "");
+    EXPECT_EQ(messages().back(), "");
+}
+
+TEST_F(LogLine, AMessageOfAMillionCharactersIsWrittenWhole) {
+    const std::string text = "begin" + std::string(1000000, 'x') + "end";
+    Log("%s", text.c_str());
+    EXPECT_EQ(messages().back(), text);
+}
+
+// Lengths around the room that a line's buffer has beside the message.
+TEST_F(LogLine, MessagesOfEveryLengthAreWrittenWhole) {
+    for (std::size_t length = 1; length <= 300; ++length) {
+        Log("%s", std::string(length, 'y').c_str());
+    }
+    const std::vector<std::string> lines = messages();
+    ASSERT_EQ(lines.size(), 302u);
+    for (std::size_t length = 1; length <= 300; ++length) {
+        EXPECT_EQ(lines[length + 1], std::string(length, 'y'));
+    }
+}
+
+TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
+    constexpr int kLines = 200;
+    constexpr std::size_t kLength = 5000;
+    Log("first line");   // so that one thread opens the file
+    std::array<std::thread, 4> threads;
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        threads[i] = std::thread([i] {
+            const std::string text(kLength, static_cast<char>('a' + i));
+            for (int line = 0; line < kLines; ++line) {
+                Log("%s", text.c_str());
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    std::map<std::string, int> counts;
+    for (const std::string& message : messages()) {
+        ++counts[message];
+    }
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        EXPECT_EQ(counts[std::string(kLength, static_cast<char>('a' + i))], kLines);
+    }
+    EXPECT_EQ(messages().size(), 3u + threads.size() * kLines);
+}
+
+TEST_F(LogLine, ManyThreadsWithTheirFirstLineMakeOneFile) {
+    std::array<std::thread, 8> threads;
+    for (std::thread& thread : threads) {
+        thread = std::thread([] { Log("mine"); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(files().size(), 1u);
+    EXPECT_EQ(messages().size(), 10u);
+}
+
+TEST_F(LogLine, ClosingWritesTheLastLine) {
+    Log("a line");
+    CloseLog();
+    EXPECT_EQ(messages().size(), 4u);
+    EXPECT_EQ(messages().back(), "Log closed");
+}
+
+TEST_F(LogLine, ClosingALogThatWroteNothingCreatesNothing) {
+    CloseLog();
+    EXPECT_FALSE(std::filesystem::exists(m_sandbox.outerFolder()));
+}
+
+TEST_F(LogLine, ALineAfterClosingOpensANewFile) {
+    Log("one");
+    CloseLog();
+    Log("two");
+    CloseLog();
+    ASSERT_EQ(files().size(), 2u);
+    const std::vector<std::string> second = hostkit::readLogLines(files().back());
+    ASSERT_EQ(second.size(), 4u);
+    EXPECT_EQ(hostkit::withoutLogPrefix(second[0]), "Log opened");
+    EXPECT_EQ(hostkit::withoutLogPrefix(second[2]), "two");
+}
+
+TEST_F(LogLine, ReadingASwitchThatIsOffTurnsNothingOff) {
+    const hostkit::LogSwitch off(false);
+    ReadLogSwitch();
+    EXPECT_TRUE(LogEnabled());
+}
+
+}  // namespace

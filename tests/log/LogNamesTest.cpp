@@ -1,0 +1,124 @@
+// The counter at the end of log file names: every load finds a name that is free.
+#include "log/PluginRun.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+
+namespace {
+
+constexpr csSDK_int32 kSelectorWithoutHandler = 65;
+constexpr std::size_t kStampBegin = 21;   // behind "quorvane_pr_importer_"
+constexpr std::size_t kStampLength = 15;
+
+// The time as file names have it.
+std::string stampAt(std::time_t time) {
+    char text[32];
+    return std::string(text, std::strftime(text, sizeof text, "%Y%m%d_%H%M%S", std::localtime(&time)));
+}
+
+// Loads the plug-in, calls it once and unloads it; gives its result.
+csSDK_int32 loadAndCall(hostkit::Host& host) {
+    const hostkit::PluginLibrary plugin(pluginPath());
+    return plugin.entry()(kSelectorWithoutHandler, host.stdParms(), nullptr, nullptr);
+}
+
+std::string nameOf(const std::filesystem::path& file) { return file.filename().string(); }
+
+// Everything a load needs, in an order in which it can be taken down again.
+struct Place {
+    ProfileSandbox sandbox;
+    hostkit::LogSwitch logSwitch;
+    hostkit::PluginLog log;
+    hostkit::Host host;
+};
+
+// Takes the names with the counters 0 ... count - 1 of this second and the following ones.
+void takeNames(const Place& place, int count, int seconds) {
+    std::filesystem::create_directories(place.sandbox.logFolder());
+    const std::time_t now = std::time(nullptr);
+    for (int second = 0; second < seconds; ++second) {
+        const std::string stamp = stampAt(now + second);
+        for (int counter = 0; counter < count; ++counter) {
+            char name[64];
+            std::snprintf(name, sizeof name, "quorvane_pr_importer_%s_%02d.log", stamp.c_str(), counter);
+            std::ofstream(place.sandbox.logFolder() / name);
+        }
+    }
+}
+
+// Whether the names of the present second are taken: on a slow system the clock may have run out of them.
+bool namesAreTaken(const Place& place) {
+    return std::filesystem::exists(place.sandbox.logFolder() /
+                                   ("quorvane_pr_importer_" + stampAt(std::time(nullptr)) + "_00.log"));
+}
+
+// Runs the load with the first `count` names of its second taken, and gives the files that it wrote. Seconds pass
+// while names are taken; a longer stretch of them is tried when this one did not reach.
+std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32& result) {
+    for (int seconds = 2; seconds <= 64; seconds *= 2) {
+        Place place;
+        takeNames(place, count, seconds);
+        const hostkit::PluginLog log;
+        result = loadAndCall(place.host);
+        if (namesAreTaken(place)) {
+            return log.newFiles();
+        }
+    }
+    ADD_FAILURE() << "The clock outran every stretch of taken names.";
+    return {};
+}
+
+TEST(LogNames, TwoLoadsInOneSecondCountUp) {
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        Place place;
+        loadAndCall(place.host);
+        loadAndCall(place.host);
+        const std::vector<std::filesystem::path> files = place.log.newFiles();
+        ASSERT_EQ(files.size(), 2u);
+        const std::string first = nameOf(files[0]);
+        const std::string second = nameOf(files[1]);
+        if (first.substr(kStampBegin, kStampLength) == second.substr(kStampBegin, kStampLength)) {
+            EXPECT_EQ(first.substr(kStampBegin + kStampLength), "_00.log");
+            EXPECT_EQ(second.substr(kStampBegin + kStampLength), "_01.log");
+            return;
+        }
+    }
+    FAIL() << "A second passed between the two loads in every attempt.";
+}
+
+TEST(LogNames, TheCounterGrowsBeyondTwoDigits) {
+    csSDK_int32 result = -1;
+    const std::vector<std::filesystem::path> files = filesBesideTakenNames(100, result);
+    ASSERT_EQ(files.size(), 1u);
+    EXPECT_TRUE(nameOf(files.front()).ends_with("_100.log")) << files.front();
+}
+
+TEST(LogNames, TheLastNameIsUsed) {
+    csSDK_int32 result = -1;
+    const std::vector<std::filesystem::path> files = filesBesideTakenNames(999, result);
+    ASSERT_EQ(files.size(), 1u);
+    EXPECT_TRUE(nameOf(files.front()).ends_with("_999.log")) << files.front();
+}
+
+TEST(LogNames, WithAllNamesTakenNothingIsWrittenAndTheCallAnswersAsEver) {
+    csSDK_int32 result = -1;
+    EXPECT_EQ(filesBesideTakenNames(1000, result), std::vector<std::filesystem::path>{});
+    EXPECT_EQ(result, imUnsupported);
+}
+
+TEST(LogNames, FilesThatTakeANameAreLeftAsTheyAre) {
+    Place place;
+    takeNames(place, 1, 64);
+    loadAndCall(place.host);
+    for (const auto& entry : std::filesystem::directory_iterator(place.sandbox.logFolder())) {
+        if (nameOf(entry.path()).ends_with("_00.log")) {
+            EXPECT_EQ(entry.file_size(), 0u) << entry.path();
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+// The plug-in, loaded afresh into a played host, with an empty place for its log.
+#pragma once
+
+#include "hostkit/ImporterSession.h"
+#include "hostkit/PluginLog.h"
+#include "log/ProfileSandbox.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// The plug-in's file, beside the running program.
+std::filesystem::path pluginPath();
+
+// The line with the addresses in it made comparable: "ptr: <pointer>", or "ptr: <null>".
+std::string withoutPointers(const std::string& line);
+
+class PluginRun {
+public:
+    explicit PluginRun(hostkit::HostProfile profile = {}, bool logged = true);
+
+    hostkit::Host& host() { return m_host; }
+    hostkit::ImporterSession& session() { return *m_session; }
+    hostkit::ImporterEntry entry() const { return m_plugin->entry(); }
+
+    // One call as it is: whatever the plug-in throws comes out.
+    csSDK_int32 call(csSDK_int32 selector, void* param1 = nullptr, void* param2 = nullptr) {
+        return entry()(selector, m_host.stdParms(), param1, param2);
+    }
+
+    // Unloads the plug-in; nothing of it may be used any more.
+    void unload();
+
+    // What was logged so far, and what since the last call of either: without times and threads, addresses comparable.
+    std::vector<std::string> messages();
+    std::vector<std::string> newMessages();
+
+private:
+    ProfileSandbox m_sandbox;
+    hostkit::LogSwitch m_switch;
+    hostkit::PluginLog m_log;
+    hostkit::Host m_host;
+    std::optional<hostkit::PluginLibrary> m_plugin;
+    std::optional<hostkit::ImporterSession> m_session;
+    std::size_t m_seen = 0;
+};
+
+// Those of the lines that tell of suites.
+std::vector<std::string> suiteLines(const std::vector<std::string>& messages);
