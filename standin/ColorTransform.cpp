@@ -9,6 +9,8 @@ namespace {
 using Matrix = std::array<std::array<double, 3>, 3>;
 
 constexpr int kFractionBits = 32;
+constexpr std::int64_t kOne = std::int64_t{1} << kFractionBits;
+constexpr std::int64_t kHalf = kOne / 2;
 constexpr Matrix kIdentity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
 // Luma's weights of red, green and blue.
@@ -94,7 +96,7 @@ ColorTransform::ColorTransform(const CodeSpace& source, const CodeSpace& target)
     const double shift = std::ldexp(1.0, static_cast<int>(target.bitDepth) - static_cast<int>(source.bitDepth));
     for (std::size_t row = 0; row < 3; ++row) {
         const Coding out = codingOf(target, row);
-        m_offsets[row] = (out.zero << kFractionBits) + (std::int64_t{1} << (kFractionBits - 1));
+        m_offsets[row] = out.zero * kOne + kHalf;
         for (std::size_t column = 0; column < 3; ++column) {
             const Coding in = codingOf(source, column);
             const double scale = isShift(source, target) ? shift : out.scale / in.scale;
@@ -108,8 +110,14 @@ ColorTransform::ColorTransform(const CodeSpace& source, const CodeSpace& target)
 void ColorTransform::apply(const std::array<std::uint16_t*, 3>& components, std::size_t count) const {
     if (!m_isDiagonal)
         return applyMatrix(components, count);
-    for (std::size_t row = 0; row < 3; ++row)
-        applyScale(components[row], row, count);
+    for (std::size_t row = 0; row < 3; ++row) {
+        if (!isUnchanged(row))
+            applyScale(components[row], row, count);
+    }
+}
+
+bool ColorTransform::isUnchanged(std::size_t row) const {
+    return m_factors[row][row] == kOne && m_offsets[row] == kHalf;
 }
 
 void ColorTransform::applyMatrix(const std::array<std::uint16_t*, 3>& components, std::size_t count) const {

@@ -27,6 +27,7 @@ public:
 private:
     void applyMatrix(const std::array<std::uint16_t*, 3>& components, std::size_t count) const;
     void applyScale(std::uint16_t* samples, std::size_t row, std::size_t count) const;
+    bool isUnchanged(std::size_t row) const;   // of a diagonal map: this component keeps its codes
     std::uint16_t quantised(std::int64_t fixed) const;
 
     std::array<std::array<std::int64_t, 3>, 3> m_factors{};   // 32 fraction bits

@@ -39,7 +39,7 @@ const Picture& FrameDecoder::decode(std::span<const std::uint8_t> frame) {
 
 void FrameDecoder::decodePlane(std::span<const std::uint8_t> compressed, std::uint32_t bitDepth, Plane& plane) {
     const std::size_t size = residualBytes(plane, bitDepth);
-    require(size <= compressed.size() * kMaxExpansion, Result::kFrameData);
+    require(size <= compressed.size() * kMaxExpansion, Result::kFrameTooSmall);
     m_residuals.resize(size);
     inflateExactly(compressed, m_residuals);
     fromResiduals(m_residuals, bitDepth, plane);

@@ -44,6 +44,7 @@ constexpr ResultText kTexts[] = {
     {Result::kFrameDimensions, "the frame has other dimensions than the stream"},
     {Result::kFrameSizes, "the frame's plane sizes contradict each other"},
     {Result::kFrameData, "the frame's data is corrupt"},
+    {Result::kFrameTooSmall, "the frame has too little data for its picture"},
     {Result::kPlaneAddress, "the plane has no address"},
     {Result::kPlaneRowBytes, "the plane's rows are too short for the frame's width"},
     {Result::kPlaneSize, "the plane is too small for the frame's height"},

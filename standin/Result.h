@@ -50,6 +50,7 @@ enum class Result : std::uint32_t {
     kFrameDimensions = 0x80004304,
     kFrameSizes = 0x80004305,
     kFrameData = 0x80004306,
+    kFrameTooSmall = 0x80004307,
 
     // The planes to write into.
     kPlaneAddress = 0x80004401,
