@@ -22,6 +22,7 @@ public:
     std::vector<PrPixelFormat> offeredFormats() { return m_clip.pixelFormats(); }
     hostkit::FrameAnswer frame(csSDK_int64 number, PrPixelFormat format);
     csSDK_int64 frameCount() const { return hostkit::frameCount(m_info); }
+    hostkit::ClipSession& session() { return m_clip; }
 
 private:
     LoadedImporter& m_importer;

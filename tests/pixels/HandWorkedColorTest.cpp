@@ -66,7 +66,8 @@ TEST_F(HandWorkedColor, Rec601RedBecomesRgbRed) {           // R = 255 * (65 / 2
               (Row{0, 0, 254, 255}));
 }
 
-TEST_F(HandWorkedColor, Rec709RedBecomesRgbRed) {           // G = 255 * (47 / 219 + 0.1873 * 26 / 224 - 0.4681 / 2) = 0.58
+// G = 255 * (47 / 219 + 0.1873 * 26 / 224 - 0.4681 / 2) = 0.58
+TEST_F(HandWorkedColor, Rec709RedBecomesRgbRed) {
     EXPECT_EQ(delivered(stream(103, kRec709, kLimited), {63, 102, 240}, PrPixelFormat_BGRX_4444_8u),
               (Row{0, 1, 255, 255}));
 }

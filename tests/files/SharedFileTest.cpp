@@ -1,0 +1,115 @@
+// Files that are write-protected, in use elsewhere, or open more than once.
+#include "files/OtherProgram.h"
+#include "files/SampleClip.h"
+
+#include "support/TempFolder.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+class SharedFile : public ::testing::Test {
+protected:
+    void SetUp() override { writeSampleFile(m_path, m_options); }
+
+    TempFolder m_folder;
+    std::filesystem::path m_path = m_folder.folder() / "clip.avi";
+    aviwriter::SampleOptions m_options = smallSample();
+};
+
+std::string contents(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A system administrator on POSIX may write to such a file all the same, so there this shows less; that the importer
+// asks for no right to write is shown by the other readers below.
+TEST_F(SharedFile, AWriteProtectedFileImports) {
+    using std::filesystem::perms;
+    constexpr perms kWriting = perms::owner_write | perms::group_write | perms::others_write;
+    std::filesystem::permissions(m_path, kWriting, std::filesystem::perm_options::remove);
+    EXPECT_TRUE(imports(m_path, m_options));
+    std::filesystem::permissions(m_path, kWriting, std::filesystem::perm_options::add);
+}
+
+TEST_F(SharedFile, ImportingLeavesTheFileAsItWas) {
+    const std::string before = contents(m_path);
+    EXPECT_TRUE(imports(m_path, m_options));
+    EXPECT_EQ(contents(m_path), before);
+}
+
+TEST_F(SharedFile, AFileThatAnotherProgramReadsImports) {
+    const OtherReader other(m_path);
+    ASSERT_TRUE(other.isOpen());
+    EXPECT_TRUE(imports(m_path, m_options));
+}
+
+TEST_F(SharedFile, AnotherProgramMayReadAnImportedFile) {
+    LoadedImporter importer;
+    pixels::OpenClip clip(importer, m_path);
+    const OtherReader other(m_path);
+    EXPECT_TRUE(other.isOpen());
+    EXPECT_TRUE(showsTestPicture(clip, m_options));
+}
+
+TEST_F(SharedFile, AFileThatAnotherProgramWritesIsABadFile) {
+    const OtherWriter other(m_path);
+    ASSERT_TRUE(other.isOpen());
+    LoadedImporter importer;
+    hostkit::ClipSession clip(importer.session(), m_path);
+    EXPECT_EQ(clip.open().result, imBadFile);
+}
+
+TEST_F(SharedFile, NobodyWritesToAnImportedFile) {
+    LoadedImporter importer;
+    const pixels::OpenClip clip(importer, m_path);
+    EXPECT_FALSE(OtherWriter(m_path).isOpen());
+}
+
+TEST_F(SharedFile, AQuietFileIsLeftToOthersAndImportsAgainWhenOpened) {
+    LoadedImporter importer;
+    pixels::OpenClip clip(importer, m_path);
+    ASSERT_EQ(clip.session().quiet(), imNoErr);
+    EXPECT_TRUE(OtherWriter(m_path).isOpen());
+    ASSERT_EQ(clip.session().open().result, imNoErr);
+    EXPECT_TRUE(showsTestPicture(clip, m_options));
+}
+
+TEST_F(SharedFile, AClosedFileCanBeDeleted) {
+    LoadedImporter importer;
+    {
+        pixels::OpenClip clip(importer, m_path);
+        EXPECT_TRUE(showsFrame(clip, m_options, 3));
+    }
+    EXPECT_TRUE(std::filesystem::remove(m_path));
+}
+
+TEST_F(SharedFile, TwoFilesOpenAtOnceKeepTheirPicturesApart) {
+    aviwriter::SampleOptions otherOptions = m_options;
+    otherOptions.type = 105;
+    otherOptions.width = 50;
+    otherOptions.height = 22;
+    const std::filesystem::path otherPath = m_folder.folder() / "other.avi";
+    writeSampleFile(otherPath, otherOptions);
+
+    LoadedImporter importer;
+    pixels::OpenClip clip(importer, m_path);
+    pixels::OpenClip other(importer, otherPath);
+    for (const std::uint32_t number : {0U, 7U, 3U, 3U, 4U}) {
+        EXPECT_TRUE(showsFrame(clip, m_options, number)) << number;
+        EXPECT_TRUE(showsFrame(other, otherOptions, 7 - number)) << number;
+    }
+}
+
+TEST_F(SharedFile, OneFileOpenTwiceGivesEachItsOwnFrames) {
+    LoadedImporter importer;
+    pixels::OpenClip first(importer, m_path);
+    pixels::OpenClip second(importer, m_path);
+    for (const std::uint32_t number : {0U, 7U, 3U, 4U}) {
+        EXPECT_TRUE(showsFrame(first, m_options, number)) << number;
+        EXPECT_TRUE(showsFrame(second, m_options, 7 - number)) << number;
+    }
+}
+
+}  // namespace
