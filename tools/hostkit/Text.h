@@ -11,6 +11,7 @@
 namespace hostkit {
 
 std::string toUtf8(std::u16string_view text);
+inline std::string toUtf8(const std::u16string& text) { return toUtf8(std::u16string_view(text)); }
 std::u16string toUtf16(std::string_view utf8);
 
 // A path and its UTF-8 form; std::filesystem's own narrow form depends on the system's code page.
