@@ -66,7 +66,8 @@ constexpr Row kAlphaTypes[] = {
 
 template <std::size_t count>
 std::string_view nameIn(const Row (&rows)[count], csSDK_int32 code) {
-    const auto found = std::find_if(std::begin(rows), std::end(rows), [code](const Row& row) { return row.code == code; });
+    const auto found =
+        std::find_if(std::begin(rows), std::end(rows), [code](const Row& row) { return row.code == code; });
     return found == std::end(rows) ? "unknown" : found->name;
 }
 

@@ -1,0 +1,47 @@
+// A subcommand of the program. A new one is a file of its own and a row in CommandLine.cpp.
+#pragma once
+
+#include "importhost/Editor.h"
+
+#include <memory>
+
+namespace CLI {
+class App;
+}
+
+namespace importhost {
+
+enum ExitCode {
+    kGood = 0,
+    kFailed = 1,            // the plug-in or a file failed, or something was left uneven
+    kUsage = 2,
+    kNotLoaded = 3,
+};
+
+// The arguments do not fit the clip; found only after it was opened.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class Command {
+public:
+    Command() = default;
+    virtual ~Command() = default;
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+
+    // Adds the command's arguments; called once, before run.
+    virtual void declare(CLI::App& app) = 0;
+
+    // Does the work with a started plug-in. Must leave no clip open.
+    virtual ExitCode run(Editor& editor) = 0;
+};
+
+std::unique_ptr<Command> makeInfoCommand();
+std::unique_ptr<Command> makeFramesCommand();
+std::unique_ptr<Command> makeSheetCommand();
+
+// The whole program, apart from the system's part of main. Writes to standard output and standard error.
+int runCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace importhost

@@ -1,0 +1,152 @@
+#include "importhost/Command.h"
+
+#include "hostkit/Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+
+namespace importhost {
+
+namespace {
+
+struct CommandRow {
+    const char* name;
+    const char* purpose;
+    std::unique_ptr<Command> (*make)();
+};
+
+constexpr CommandRow kCommands[] = {
+    {"info", "Tell what the plug-in says about files", makeInfoCommand},
+    {"frames", "Write frames as pictures, raw bytes or checksums", makeFramesCommand},
+    {"sheet", "Make a contact sheet of a file's frames", makeSheetCommand},
+};
+
+constexpr char kPurpose[] =
+    "importhost plays the host of an Adobe Premiere Pro importer: it loads the plug-in, opens\n"
+    "clips through it and shows what comes back, without the editor.\n";
+
+constexpr char kFooter[] =
+    "\nFirst steps:\n"
+    "  importhost info clip.avi                         what is in the clip\n"
+    "  importhost sheet clip.avi -o sheet.png           see it at a glance\n"
+    "  importhost frames clip.avi --range 10-19         ten frames as PNG files\n"
+    "  importhost frames clip.avi --as checksum         one line per frame, to compare runs\n"
+    "  importhost info clip.avi --log                   with the plug-in's own log\n"
+    "\n'importhost COMMAND --help' explains a command.\n"
+    "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
+    "(suites, frames or memory not given back, writes where they do not belong); 2 usage;\n"
+    "3 the plug-in cannot be loaded.\n";
+
+std::string profileHelp() {
+    std::string help = "The host to play, one of:";
+    for (const hostkit::HostProfile& profile : hostkit::hostProfiles()) {
+        help.append("\n  ").append(profile.name).append(": ").append(profile.description);
+    }
+    return help;
+}
+
+std::vector<std::string> profileNames() {
+    std::vector<std::string> names;
+    for (const hostkit::HostProfile& profile : hostkit::hostProfiles()) {
+        names.push_back(profile.name);
+    }
+    return names;
+}
+
+struct CommonArguments {
+    std::string plugin;
+    std::string profile;
+    bool log = false;
+
+    EditorOptions options() const { return {hostkit::pathFromUtf8(plugin), profile, log}; }
+};
+
+void declareCommon(CLI::App& app, CommonArguments& common) {
+    app.add_option("--plugin", common.plugin, "The plug-in; without it " + hostkit::PluginLibrary::usualFileName() +
+                                                  " beside this program")
+        ->type_name("PATH");
+    app.add_option("--profile", common.profile, profileHelp())
+        ->check(CLI::IsMember(profileNames()).description(""))
+        ->type_name("NAME");
+    app.add_flag("--log", common.log, "Switch the plug-in's log on for this run and tell where it is");
+}
+
+// Problems and the place of the log go where errors go, so that output stays clean for other programs.
+ExitCode endRun(Editor& editor, bool log, ExitCode code) {
+    const std::vector<std::string>& problems = editor.finish();
+    for (const std::string& problem : problems) {
+        std::cerr << "importhost: " << problem << "\n";
+    }
+    if (log) {
+        const auto files = editor.logFiles();
+        std::cerr << (files.empty() ? "importhost: The plug-in wrote no log.\n" : "");
+        for (const auto& file : files) {
+            std::cerr << "log: " << hostkit::toUtf8(file) << "\n";
+        }
+    }
+    return code == kGood && !problems.empty() ? kFailed : code;
+}
+
+ExitCode runCommand(Command& command, Editor& editor) {
+    const csSDK_int32 started = editor.started().init.result;
+    if (started != imNoErr) {
+        std::cerr << "importhost: The plug-in's start failed with " << started << ".\n";
+        return kFailed;
+    }
+    try {
+        return command.run(editor);
+    } catch (const UsageError& error) {
+        std::cerr << "importhost: " << error.what() << "\n";
+        return kUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "importhost: " << error.what() << "\n";
+        return kFailed;
+    }
+}
+
+ExitCode runWithEditor(Command& command, const CommonArguments& common) {
+    try {
+        Editor editor(common.options());
+        const ExitCode code = runCommand(command, editor);
+        return endRun(editor, common.log, code);
+    } catch (const CannotLoad& error) {
+        std::cerr << "importhost: " << error.what() << "\n";
+        return kNotLoaded;
+    } catch (const std::exception& error) {
+        std::cerr << "importhost: " << error.what() << "\n";
+        return kFailed;
+    }
+}
+
+}  // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments) {
+    CLI::App app(kPurpose, "importhost");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "importhost 1.0.0");
+    CommonArguments common;
+    declareCommon(app, common);
+
+    std::vector<std::unique_ptr<Command>> commands;
+    std::vector<CLI::App*> subcommands;
+    for (const CommandRow& row : kCommands) {
+        commands.push_back(row.make());
+        subcommands.push_back(app.add_subcommand(row.name, row.purpose)->fallthrough());
+        commands.back()->declare(*subcommands.back());
+    }
+    app.footer(kFooter);        // after the commands were added, which would take it over
+    try {
+        // The parser takes the words off the end.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? kGood : kUsage;
+    }
+    const auto chosen = std::find_if(subcommands.begin(), subcommands.end(),
+                                     [](const CLI::App* subcommand) { return subcommand->parsed(); });
+    return runWithEditor(*commands[static_cast<std::size_t>(chosen - subcommands.begin())], common);
+}
+
+}  // namespace importhost

@@ -1,0 +1,50 @@
+#include "importhost/Editor.h"
+
+namespace importhost {
+
+namespace {
+
+std::optional<hostkit::LogSwitch> switchFor(bool log) {
+    return log ? std::optional<hostkit::LogSwitch>(std::in_place, true) : std::nullopt;
+}
+
+std::filesystem::path pluginPathOf(const EditorOptions& options) {
+    return options.plugin.empty() ? hostkit::PluginLibrary::programFolder() / hostkit::PluginLibrary::usualFileName()
+                                  : options.plugin;
+}
+
+hostkit::HostProfile profileOf(const EditorOptions& options) {
+    return options.profile.empty() ? hostkit::hostProfiles().front() : hostkit::hostProfile(options.profile);
+}
+
+std::unique_ptr<hostkit::PluginLibrary> load(const std::filesystem::path& path) {
+    try {
+        return std::make_unique<hostkit::PluginLibrary>(path);
+    } catch (const std::runtime_error& error) {
+        throw CannotLoad(error.what());
+    }
+}
+
+}  // namespace
+
+Editor::Editor(const EditorOptions& options)
+    : m_logSwitch(switchFor(options.log)),
+      m_host(profileOf(options)),
+      m_pluginPath(pluginPathOf(options)),
+      m_library(load(m_pluginPath)),
+      m_session(std::make_unique<hostkit::ImporterSession>(m_host, m_library->entry())),
+      m_started(m_session->start()) {}
+
+Editor::~Editor() { finish(); }
+
+const std::vector<std::string>& Editor::finish() {
+    if (!m_problems) {
+        m_session->shutdown();
+        m_session.reset();
+        m_library.reset();
+        m_problems = m_host.problems();
+    }
+    return *m_problems;
+}
+
+}  // namespace importhost

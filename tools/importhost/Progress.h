@@ -1,0 +1,32 @@
+// A bar on the terminal while frames are made; nothing at all when the errors go elsewhere.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace importhost {
+
+class Progress {
+public:
+    Progress(std::string what, std::int64_t total);
+    ~Progress();                        // takes the bar away
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void step();
+
+    // Makes room for a line of text; the next step draws the bar again.
+    void clear();
+
+    // "frames [#####.....]  50%  12 of 24"
+    static std::string bar(const std::string& what, std::int64_t done, std::int64_t total);
+
+private:
+    std::string m_what;
+    std::int64_t m_total;
+    std::int64_t m_done = 0;
+    std::size_t m_drawn = 0;            // characters on the terminal now
+    bool m_shown;
+};
+
+}  // namespace importhost

@@ -1,0 +1,7 @@
+#include "importhost/Command.h"
+#include "importhost/System.h"
+
+int main(int argc, char** argv) {
+    importhost::useUtf8Output();
+    return importhost::runCommandLine(importhost::argumentsOf(argc, argv));
+}
