@@ -3,7 +3,7 @@
 add_library(project_options INTERFACE)
 
 if(MSVC)
-    target_compile_options(project_options INTERFACE /W4 /WX /permissive- /utf-8 /EHsc)
+    target_compile_options(project_options INTERFACE /W4 /WX /permissive- /utf-8 /EHs)
     target_compile_definitions(project_options INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX WIN32_LEAN_AND_MEAN)
 else()
     target_compile_options(project_options INTERFACE

@@ -13,7 +13,7 @@ std::string codecTypeName(std::uint32_t type);
 std::string codecColorSpaceName(std::uint32_t colorSpace);
 std::string codecParameterName(std::uint32_t parameter);
 
-// A request for a decode into `type`; everything else as the library wants it before a call.
+// A format record as the library wants it before a call, a request's or an answer's.
 QuorvaneFormat preparedFormat();
 
 // Opens an instance at construction and closes it at destruction; a running decode session is closed with it, not

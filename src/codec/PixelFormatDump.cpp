@@ -9,6 +9,8 @@
 #include "text/FourCC.h"
 #include "text/Utf.h"
 
+#include <iterator>
+
 namespace {
 
 // Every format the host may know, related ones side by side.
@@ -44,6 +46,8 @@ constexpr PrPixelFormat kHostFormats[] = {
     PrPixelFormat_NTSCDV50, PrPixelFormat_PALDV50, PrPixelFormat_NTSCDV100_720p, PrPixelFormat_PALDV100_720p,
     PrPixelFormat_NTSCDV100_1080i, PrPixelFormat_PALDV100_1080i, PrPixelFormat_Raw, PrPixelFormat_Invalid,
 };
+
+static_assert(std::size(kHostFormats) == 72);
 
 // The codec numbers its uncompressed types from 1 to this.
 constexpr std::uint32_t kLastCodecType = 50;
@@ -133,11 +137,11 @@ void DumpPixelFormats(SPBasicSuite* basicSuite) {
     HostSuite<PrSDKImageProcessingSuite> imageProcessing(basicSuite, kPrSDKImageProcessingSuite,
                                                          kPrSDKImageProcessingSuiteVersion);
     const PrSDKImageProcessingSuite* suite = imageProcessing.get();
-    if (!LogEnabled()) {
-        return;
+    if (LogEnabled()) {
+        dumpHostFormats(*suite);
+        dumpCodecTypes();
+        dumpSubTypes();
+        dumpFormats();
     }
-    dumpHostFormats(*suite);
-    dumpCodecTypes();
-    dumpSubTypes();
-    dumpFormats();
+    imageProcessing.release();
 }

@@ -10,13 +10,13 @@
 
 namespace {
 
-// Greyscale prefers these as well: there is no grey format in the host's list.
+// Sets, in ascending order of their values. Greyscale prefers these as well: there is no grey format in the host's list.
 constexpr PrPixelFormat kPacked422[] = {
     PrPixelFormat_YUYV_422_8u_601, PrPixelFormat_YUYV_422_8u_709,
-    PrPixelFormat_UYVY_422_8u_601, PrPixelFormat_UYVY_422_8u_709,
+    PrPixelFormat_UYVY_422_8u_709, PrPixelFormat_UYVY_422_8u_601,
 };
-constexpr PrPixelFormat kPacked444[] = {PrPixelFormat_VUYX_4444_8u, PrPixelFormat_VUYX_4444_8u_709};
-constexpr PrPixelFormat kPacked4444[] = {PrPixelFormat_VUYA_4444_8u, PrPixelFormat_VUYA_4444_8u_709};
+constexpr PrPixelFormat kPacked444[] = {PrPixelFormat_VUYX_4444_8u_709, PrPixelFormat_VUYX_4444_8u};
+constexpr PrPixelFormat kPacked4444[] = {PrPixelFormat_VUYA_4444_8u_709, PrPixelFormat_VUYA_4444_8u};
 
 constexpr SubTypeInfo kSubTypes[] = {
     {fourCC("AR8Q"), u"Quorvane 8-bit RGBA", 102, 1, 1, ColorModel::RgbAlpha, {}},
@@ -67,6 +67,7 @@ void BuildPixelFormatTables(SPBasicSuite* basicSuite) {
     HostSuite<PrSDKImageProcessingSuite> imageProcessing(basicSuite, kPrSDKImageProcessingSuite,
                                                          kPrSDKImageProcessingSuiteVersion);
     imageProcessing.get();
+    imageProcessing.release();
     subTypeInfos = kSubTypes;
     formatInfos = kFormats;
 }

@@ -8,8 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#pragma pack(push, 1)
-
 // A pixel format, compressed or not, as a request and as an answer.
 struct QuorvaneFormat {
     std::uint32_t width = 0;        // pixels; 0 in a request
@@ -32,8 +30,6 @@ struct QuorvanePlane {
     std::uint32_t size = 0;         // bytes: row bytes times frame height
 };
 static_assert(sizeof(QuorvanePlane) == 16);
-
-#pragma pack(pop)
 
 enum QuorvaneFlag : std::uint32_t {
     kQuorvaneFlip = 1,              // deliver the bottom row first

@@ -70,20 +70,22 @@ csSDK_int32 VideoInfo::beginSession(const FormatInfo& info) {
 
 csSDK_int32 VideoInfo::createPPix(FrameRequest& request, QuorvanePlane& plane) {
     const imFrameFormat& wanted = request.frameFormats.front();
-    ImporterSuites& suites = m_suites.get();
     const prRect bounds = {0, 0, wanted.inFrameWidth, wanted.inFrameHeight};
-    const prSuiteError created = suites.ppixCreator.get()->CreatePPix(
+    const prSuiteError created = m_suites.get().ppixCreator.get()->CreatePPix(
         &request.ppix, PrPPixBufferAccess_WriteOnly, static_cast<PrPixelFormat>(wanted.inPixelFormat), &bounds);
-    if (created < 0 || request.ppix == nullptr) {
+    if (created < 0) {
+        request.ppix = nullptr;   // whatever a failing host left there is no frame
+    }
+    if (request.ppix == nullptr) {
         Log("ERROR: CreatePPix() failed: %d", created);
         return imOtherErr;
     }
 
-    const PrSDKPPixSuite* ppixSuite = suites.ppix.get();
     char* pixels = nullptr;
     csSDK_int32 rowBytes = 0;
-    const prSuiteError pixelsError = ppixSuite->GetPixels(request.ppix, PrPPixBufferAccess_WriteOnly, &pixels);
-    ppixSuite->GetRowBytes(request.ppix, &rowBytes);
+    const prSuiteError pixelsError =
+        request.ppixSuite->GetPixels(request.ppix, PrPPixBufferAccess_WriteOnly, &pixels);
+    request.ppixSuite->GetRowBytes(request.ppix, &rowBytes);
     if (pixels == nullptr) {
         Log("ERROR: GetPixels() failed: %d", pixelsError);   // the codec would write to nowhere
         return imOtherErr;

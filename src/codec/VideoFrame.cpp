@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t kNoSuchFrame = std::numeric_limits<std::uint32_t>::max();
 
 // A frame up to this size is read unasked. Beyond it the file is asked first whether the bytes exist, so that a
-// damaged index cannot make us allocate what no file backs; no real frame is so large.
+// damaged index cannot make us allocate what no file backs.
 constexpr std::uint64_t kTrustedFrameBytes = 64u << 20;
 
 // Products and quotients in 64 bits; false where there is none.

@@ -5,10 +5,10 @@
 #include "host/Vocabulary.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
+#include "text/Numbers.h"
 #include "text/Utf.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 
 namespace {
@@ -16,11 +16,6 @@ namespace {
 // What a file that states no frame rate plays at.
 constexpr std::int32_t kDefaultRate = 30;
 constexpr std::int32_t kDefaultScale = 1;
-
-std::string fixedPoint(double value, int digits) {
-    char text[512];   // the largest double has 309 digits
-    return std::string(text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.*f", digits, value)));
-}
 
 }  // namespace
 
@@ -41,42 +36,72 @@ csSDK_int32 VideoInfo::open(const AviStream& stream) {
         return imBadFile;
     }
 
+    csSDK_int32 result = queryStream();
+    if (result == imNoErr) {
+        result = findSubType();
+    }
+    if (result == imNoErr) {
+        result = findFormats();
+    }
+    if (result == imNoErr) {
+        readFrameRate();
+    }
+    return result;
+}
+
+csSDK_int32 VideoInfo::queryStream() {
     try {
         m_streamFormat = m_codec.decompressQuery(m_formatData, nullptr);
-        setFormat(m_streamFormat);
-        Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
-            static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
-            codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),
-            static_cast<int>(m_format.range));
-        m_subType = GetSubTypeInfo_by_quoTypeComp(m_format.type);
-        m_decodeFormats = findDecodeFormats(m_formatData);
     } catch (const QuorvaneError& error) {
         Log("Decompress query failed: %s", error.what());
         return imBadFile;
+    }
+    setFormat(m_streamFormat);
+    Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
+        static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
+        codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),
+        static_cast<int>(m_format.range));
+    return imNoErr;
+}
+
+csSDK_int32 VideoInfo::findSubType() {
+    try {
+        m_subType = GetSubTypeInfo_by_quoTypeComp(m_format.type);
+        return imNoErr;
     } catch (const std::runtime_error&) {
         Log("Unknown compressed type: %s (%s)", codecTypeName(m_format.type).c_str(),
             std::to_string(m_format.type).c_str());
         return imOtherErr;
     }
+}
 
+csSDK_int32 VideoInfo::findFormats() {
+    try {
+        m_decodeFormats = findDecodeFormats(m_formatData);
+    } catch (const QuorvaneError& error) {
+        Log("Decompress query failed: %s", error.what());
+        return imBadFile;
+    }
     Log("Decode formats:");
-    for ([[maybe_unused]] const FormatInfo& info : m_decodeFormats) {
+    for (const FormatInfo& info : m_decodeFormats) {
         Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());
     }
     if (m_decodeFormats.empty()) {
         Log("No formats to decode into: decodeFormats is empty");
         return imBadFile;
     }
+    return imNoErr;
+}
 
-    m_frameCount = stream.chunkCount();
-    m_rate = static_cast<std::int32_t>(stream.header().dwRate);
-    m_scale = static_cast<std::int32_t>(stream.header().dwScale);
+void VideoInfo::readFrameRate() {
+    m_frameCount = m_stream->chunkCount();
+    m_rate = static_cast<std::int32_t>(m_stream->header().dwRate);
+    m_scale = static_cast<std::int32_t>(m_stream->header().dwScale);
     if (m_rate == 0 || m_scale == 0) {
         Log("Invalid FPS: %d/%d", m_rate, m_scale);
         m_rate = kDefaultRate;
         m_scale = kDefaultScale;
     }
-    return imNoErr;
 }
 
 std::uint32_t VideoInfo::width() const {
@@ -103,8 +128,7 @@ csSDK_int32 VideoInfo::getIndPixelFormat(std::uint32_t index, imIndPixelFormatRe
 }
 
 std::string VideoInfo::summary() const {
-    const double mebibytes = static_cast<double>(m_stream->totalBytes()) / 1024 / 1024;
-    return "Size: " + fixedPoint(mebibytes, 2) + " MiB\n" +
+    return "Size: " + mebibytes(m_stream->totalBytes()) + "\n" +
            "Codec: '" + FourCCToString(m_stream->header().fccHandler, false) + "', " +
            utf8FromUtf16(m_subType.subTypeName) + "\n" +
            "Frame size: " + std::to_string(width()) + " x " + std::to_string(height()) + "\n" +
@@ -117,7 +141,8 @@ void VideoInfo::dataRateAnalysis(imDataRateAnalysisRec* record) const {
         record->buffersize = static_cast<csSDK_int32>(m_frameCount * sizeof(imDataSample));
         return;
     }
-    const std::uint64_t room = static_cast<std::uint64_t>(std::max(record->buffersize, 0)) / sizeof(imDataSample);
+    const csSDK_int32 stated = record->buffersize;
+    const std::uint64_t room = stated > 0 ? static_cast<std::uint64_t>(stated) / sizeof(imDataSample) : 0;
     const std::uint64_t count = std::min(m_frameCount, room);
     for (std::uint64_t i = 0; i < count; ++i) {
         record->buffer[i] = {static_cast<csSDK_uint32>(m_scale) | kDataSampleKeyFrame, m_stream->chunk(i).size};

@@ -62,6 +62,10 @@ public:
     csSDK_int32 DecodeFrame(FrameRequest& request);
 
 private:
+    csSDK_int32 queryStream();
+    csSDK_int32 findSubType();
+    csSDK_int32 findFormats();
+    void readFrameRate();
     csSDK_int32 beginSession(const FormatInfo& info);
     void endSession(FrameRequest& request);
     csSDK_int32 createPPix(FrameRequest& request, QuorvanePlane& plane);

@@ -16,12 +16,12 @@ csSDK_uint32 integerOf(void* parameter) {
 }
 
 // Calls a handler of the file that the host names. A host that names none gets an error and nothing is touched.
-template <class Handler, class Record, class... Arguments>
-csSDK_int32 callImporter(void* privateData, Handler handler, Record* record, Arguments... arguments) {
+template <class Handler, class... Arguments>
+csSDK_int32 callImporter(void* privateData, Handler handler, Arguments... arguments) {
     if (privateData == nullptr) {
         return imOtherErr;
     }
-    return (static_cast<QuorvaneImporter*>(privateData)->*handler)(arguments..., record);
+    return (static_cast<QuorvaneImporter*>(privateData)->*handler)(arguments...);
 }
 
 csSDK_int32 quietFile(imFileRef* fileRef, void* privateData) {
@@ -52,7 +52,7 @@ csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1
     }
     case imGetIndPixelFormat: {
         auto* record = static_cast<imIndPixelFormatRec*>(param2);
-        return callImporter(record->privatedata, &QuorvaneImporter::OnGetIndPixelFormat, record, integerOf(param1));
+        return callImporter(record->privatedata, &QuorvaneImporter::OnGetIndPixelFormat, integerOf(param1), record);
     }
     case imAnalysis: {
         auto* record = static_cast<imAnalysisRec*>(param2);

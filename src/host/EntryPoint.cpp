@@ -12,9 +12,6 @@
 
 namespace {
 
-// The result of a call that ended in an exception; the host's own list has no name for it.
-constexpr csSDK_int32 kExceptionResult = 99;
-
 constexpr char kErrorTitle[] = "QuorvaneImporter: Internal error";
 
 // The exception's own words. A plain base exception has only the library's default text, which says nothing.

@@ -2,9 +2,10 @@
 
 #include "log/Log.h"
 
-#include <mutex>
+#include <exception>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 HostSuiteHolder::HostSuiteHolder(SPBasicSuite* basicSuite, const char* name, csSDK_int32 version)
     : m_basicSuite(basicSuite), m_name(name), m_version(version) {
@@ -12,39 +13,38 @@ HostSuiteHolder::HostSuiteHolder(SPBasicSuite* basicSuite, const char* name, csS
 }
 
 HostSuiteHolder::~HostSuiteHolder() {
-    release();
+    try {
+        release();
+    } catch (const std::exception& error) {
+        Log("ERROR: ReleaseSuite() failed: %s", error.what());
+    } catch (...) {
+        Log("ERROR: ReleaseSuite() failed");
+    }
 }
 
 void HostSuiteHolder::acquire() {
-    const void* suite = nullptr;
-    const SPErr result = m_basicSuite->AcquireSuite(m_name, m_version, &suite);
+    const SPErr result = m_basicSuite->AcquireSuite(m_name, m_version, &m_suite);
     if (result != kSPNoError) {
-        suite = nullptr;   // whatever a refusing host left there is no suite
+        m_suite = nullptr;   // whatever a refusing host left there is no suite
     }
-    m_suite.store(suite, std::memory_order_release);
-    Log("Acquiring suite: r: %d, v: %d, n: '%s', ptr: %p", result, m_version, m_name, suite);
+    Log("Acquiring suite: r: %d, v: %d, n: '%s', ptr: %p", result, m_version, m_name, m_suite);
 }
 
 void HostSuiteHolder::release() {
-    if (m_suite.load(std::memory_order_acquire) == nullptr) {
+    if (std::exchange(m_suite, nullptr) == nullptr) {
         return;
     }
-    [[maybe_unused]] const SPErr result = m_basicSuite->ReleaseSuite(m_name, m_version);
+    const SPErr result = m_basicSuite->ReleaseSuite(m_name, m_version);
     Log("Releasing suite: r: %d, v: %d, n: '%s'", result, m_version, m_name);
-    m_suite.store(nullptr, std::memory_order_release);
 }
 
 const void* HostSuiteHolder::table() {
-    if (const void* suite = m_suite.load(std::memory_order_acquire)) {
-        return suite;
-    }
-    const std::lock_guard lock(m_acquiring);
-    if (m_suite.load(std::memory_order_acquire) == nullptr) {
+    if (m_suite == nullptr) {
         acquire();
     }
-    if (const void* suite = m_suite.load(std::memory_order_acquire)) {
-        return suite;
+    if (m_suite == nullptr) {
+        throw std::runtime_error("Could not acquire suite: '" + std::string(m_name) + "', ver: " +
+                                 std::to_string(m_version));
     }
-    throw std::runtime_error("Could not acquire suite: '" + std::string(m_name) + "', ver: " +
-                             std::to_string(m_version));
+    return m_suite;
 }

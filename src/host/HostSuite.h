@@ -3,11 +3,8 @@
 
 #include "sdk/SdkSuites.h"
 
-#include <atomic>
-#include <mutex>
-
 // Holds one suite. Acquiring is tried at construction and, if that failed, once more at every use; the suite goes back
-// at destruction. get may be called on any thread; everything else belongs to the owner.
+// at destruction. No lock: uses of one holder must not overlap while it may still be empty.
 class HostSuiteHolder {
 public:
     // `basicSuite` and `name` are not owned and must outlive the holder.
@@ -20,7 +17,8 @@ public:
     // Asks the host for the suite and logs the answer. Never throws; a refusal leaves the holder empty.
     void acquire();
 
-    // Gives the suite back and logs it; an empty holder does nothing.
+    // Gives the suite back and logs it; an empty holder does nothing. What the host throws leaves; destruction, which
+    // cannot let it leave, only logs it.
     void release();
 
 protected:
@@ -31,8 +29,7 @@ private:
     SPBasicSuite* m_basicSuite;
     const char* m_name;
     csSDK_int32 m_version;
-    std::atomic<const void*> m_suite{nullptr};
-    std::mutex m_acquiring;   // first uses on several threads acquire once
+    const void* m_suite = nullptr;
 };
 
 // A holder that knows its suite's type.

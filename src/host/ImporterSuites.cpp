@@ -1,7 +1,5 @@
 #include "host/ImporterSuites.h"
 
-#include <mutex>
-
 SPBasicSuite* basicSuiteOf(const imStdParms* stdParms) {
     return stdParms->piSuites->utilFuncs->getSPBasicSuite();
 }
@@ -15,7 +13,6 @@ ImporterSuites::ImporterSuites(SPBasicSuite* basicSuite)
       audio(basicSuite, kPrSDKAudioSuite, kPrSDKAudioSuiteVersion) {}
 
 ImporterSuites& LazyImporterSuites::get() {
-    const std::lock_guard lock(m_creation);
     if (m_suites == nullptr) {
         m_suites = std::make_unique<ImporterSuites>(m_basicSuite);
     }

@@ -5,13 +5,12 @@
 #include "sdk/SdkImporter.h"
 
 #include <memory>
-#include <mutex>
 
 // The host's basic suite, from the parameters of every call.
 SPBasicSuite* basicSuiteOf(const imStdParms* stdParms);
 
 // Six suites, acquired in the order of the members and released in the reverse order. The Cache and Image Processing
-// suites are held for the file but never asked for, so a host without them still delivers frames.
+// suites are held for the file but never asked for, so a file does without them.
 struct ImporterSuites {
     explicit ImporterSuites(SPBasicSuite* basicSuite);
 
@@ -23,15 +22,15 @@ struct ImporterSuites {
     HostSuite<PrSDKAudioSuite> audio;
 };
 
-// The set, made when first needed, by whichever thread needs it first.
+// The set, made when first needed. No lock: the first need must not arise on two threads at once.
 class LazyImporterSuites {
 public:
-    explicit LazyImporterSuites(SPBasicSuite* basicSuite) : m_basicSuite(basicSuite) {}
+    // Where suites are acquired from; to be set before the first need.
+    void setBasicSuite(SPBasicSuite* basicSuite) { m_basicSuite = basicSuite; }
 
     ImporterSuites& get();
 
 private:
-    SPBasicSuite* m_basicSuite;
-    std::mutex m_creation;
+    SPBasicSuite* m_basicSuite = nullptr;
     std::unique_ptr<ImporterSuites> m_suites;
 };

@@ -15,7 +15,10 @@ constexpr csSDK_int32 kPriority = 200;
 
 // The new holder stands before an older one goes: a second init does not lose the suite in between.
 void replaceErrorSuite(HostSuite<PrSDKErrorSuite3>* errorSuite) {
-    delete std::exchange(moduleState.errorSuite, errorSuite);
+    const std::unique_ptr<HostSuite<PrSDKErrorSuite3>> older(std::exchange(moduleState.errorSuite, errorSuite));
+    if (older != nullptr) {
+        older->release();
+    }
 }
 
 }  // namespace
@@ -57,8 +60,9 @@ csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, imAsyncImporterCre
         return imOtherErr;
     }
     auto asyncImporter = std::make_unique<QuorvaneAsyncImporter>(stdParms);
+    const auto& source = *static_cast<const QuorvaneImporter*>(record->inPrivateData);
     const csSDK_int32 result =
-        asyncImporter->Initialize(*static_cast<const QuorvaneImporter*>(record->inPrivateData));
+        asyncImporter->Initialize(source.filePath(), source.streamIndex(), source.accessMode());
     if (result == imNoErr) {
         record->outAsyncEntry = xAsyncImportEntry;
         record->outAsyncPrivateData = asyncImporter.release();

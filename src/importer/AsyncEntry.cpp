@@ -10,9 +10,6 @@
 
 namespace {
 
-// The result of a call that ended in an exception.
-constexpr csSDK_int32 kExceptionResult = 99;
-
 // How long a close waits before it looks again whether other calls have left.
 constexpr std::chrono::milliseconds kCloseWait(1);
 

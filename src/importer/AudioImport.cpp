@@ -95,8 +95,9 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
 
 csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange& range) {
     const std::uint32_t channels = m_format.nChannels;
+    const std::uint32_t size = record.size;
     if (m_sampleType == kPrAudioSampleType_32BitFloat) {
-        deinterleave32(m_bytes.data(), range.sizeBytes, record.buffer, channels, record.size);
+        deinterleave32(m_bytes.data(), range.sizeBytes, record.buffer, channels, size);
         return imNoErr;
     }
     if (m_sampleType == kPrAudioSampleType_Other) {
@@ -105,8 +106,8 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
 
     // Where the byte count wrapped, the suite would read past our bytes: the frames beyond them are silence.
     const std::uint32_t frames =
-        m_format.nBlockAlign != 0 ? std::min(record.size, range.sizeBytes / m_format.nBlockAlign) : record.size;
-    silence(record.buffer, channels, frames, record.size);
+        m_format.nBlockAlign != 0 ? std::min(size, range.sizeBytes / m_format.nBlockAlign) : size;
+    silence(record.buffer, channels, frames, size);
 
     if (m_sampleType == kPrAudioSampleType_8BitInt) {
         makeSigned8(m_bytes.data(), range.sizeBytes);   // filled bytes too: they come out as -128, not as silence
@@ -118,8 +119,8 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
         suite->UninterleaveAndConvertFrom8BitInteger(bytes, record.buffer, channels, frames);
         break;
     case kPrAudioSampleType_16BitInt:
-        suite->UninterleaveAndConvertFrom16BitInteger(reinterpret_cast<const short*>(bytes), record.buffer, channels,
-                                                      frames);
+        suite->UninterleaveAndConvertFrom16BitInteger(reinterpret_cast<const csSDK_int16*>(bytes), record.buffer,
+                                                      channels, frames);
         break;
     case kPrAudioSampleType_24BitInt:
         suite->UninterleaveAndConvertFrom24BitInteger(bytes, record.buffer, channels, frames);

@@ -2,10 +2,11 @@
 
 #include "host/Vocabulary.h"
 #include "log/Log.h"
+#include "text/Numbers.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -156,8 +157,8 @@ void AudioInfo::dumpAndFill(imFileInfoRec8* fileInfo) const {
         fileInfo->audInfo.sampleType = m_sampleType;
         fileInfo->audDuration = m_numAudioSampleFrames;
     } else {
-        const std::uint32_t rate = std::max(std::min<std::uint32_t>(m_format.nSamplesPerSec, kMaxReportedRate),
-                                            kMinReportedRate);
+        const std::uint32_t statedRate = m_format.nSamplesPerSec;
+        const std::uint32_t rate = std::clamp(statedRate, kMinReportedRate, kMaxReportedRate);
         fileInfo->audInfo.numChannels = std::clamp<csSDK_int32>(m_format.nChannels, 1, kMaxAudioChannelCount);
         fileInfo->audInfo.sampleRate = static_cast<float>(rate);
         fileInfo->audInfo.sampleType = kPrAudioSampleType_Other;
@@ -169,9 +170,7 @@ std::string AudioInfo::summary() const {
     if (!m_valid) {
         return "Invalid audio stream\n";
     }
-    char size[64];
-    std::snprintf(size, sizeof size, "%.2f MiB", static_cast<double>(m_stream->totalBytes()) / 1024 / 1024);
-    return "Size: " + std::string(size) + "\n" +
+    return "Size: " + mebibytes(m_stream->totalBytes()) + "\n" +
            "Channels: " + std::to_string(m_format.nChannels) + "\n" +
            "Rate: " + std::to_string(m_format.nSamplesPerSec) + " Hz\n" +
            "Type: " + sampleTypeName(m_sampleType) + "\n";

@@ -32,7 +32,7 @@ void deinterleave32(const std::uint8_t* bytes, std::size_t byteCount, float* con
     }
     const std::size_t samples = byteCount / kSampleBytes;
     const auto whole = static_cast<std::uint32_t>(std::min<std::size_t>(samples / channels, frames));
-    if (channels == 1) {
+    if (channels == 1 && whole != 0) {
         std::memcpy(buffers[0], bytes, whole * kSampleBytes);
     } else {
         for (std::uint32_t from = 0; from < whole; from += kBlockFrames) {

@@ -1,14 +1,16 @@
 #include "importer/FormatDescription.h"
 
 #include "codec/PixelFormatTables.h"
-#include "importer/QuorvaneImporter.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
 #include "text/Utf.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -16,13 +18,14 @@ namespace {
 constexpr char kFormatName[] = "Quorvane AVI";
 constexpr char kExtension[] = "avi";
 
-// Writes the text and its end into the host's field, unaligned as the record may be.
-template <std::size_t N>
-void copyName(prUTF16Char (&field)[N], std::u16string_view name) {
-    const std::size_t length = std::min(name.size(), N - 1);
-    std::memcpy(field, name.data(), length * sizeof(prUTF16Char));
-    const prUTF16Char terminator = 0;
-    std::memcpy(reinterpret_cast<char*>(field) + length * sizeof terminator, &terminator, sizeof terminator);
+// A record's layout within the host's memory, which promises no alignment.
+constexpr std::size_t kNameOffset = offsetof(imSubTypeDescriptionRec, subTypeName);
+constexpr std::size_t kMaxNameLength = std::size(imSubTypeDescriptionRec{}.subTypeName) - 1;
+
+void writeRecord(char* memory, std::uint32_t subType, std::u16string_view name) {
+    const std::u16string terminated(name.substr(0, kMaxNameLength));
+    std::memcpy(memory, &subType, sizeof subType);
+    std::memcpy(memory + kNameOffset, terminated.c_str(), (terminated.size() + 1) * sizeof(prUTF16Char));
 }
 
 }  // namespace
@@ -46,17 +49,15 @@ csSDK_int32 OnGetSubTypeNames(const imStdParms* stdParms, csSDK_uint32 fileType,
     const std::span<const SubTypeInfo> infos = SubTypeInfos();
     char* memory = stdParms->piSuites->memFuncs->newPtr(
         static_cast<csSDK_uint32>(infos.size() * sizeof(imSubTypeDescriptionRec)));
-    auto* record = reinterpret_cast<imSubTypeDescriptionRec*>(memory);
-    *subTypes = record;
-    if (memory == nullptr) {
+    *subTypes = reinterpret_cast<imSubTypeDescriptionRec*>(memory);
+    if (memory == nullptr && !infos.empty()) {
         return imMemErr;
     }
     for (const SubTypeInfo& info : infos) {
         Log("Adding subtype: '%s' : '%s'", FourCCToString(info.subType, true).c_str(),
             utf8FromUtf16(info.subTypeName).c_str());
-        record->subType = static_cast<csSDK_int32>(info.subType);
-        copyName(record->subTypeName, info.subTypeName);
-        ++record;
+        writeRecord(memory, info.subType, info.subTypeName);
+        memory += sizeof(imSubTypeDescriptionRec);
     }
     return imNoErr;
 }

@@ -3,6 +3,9 @@
 
 #include "sdk/SdkImporter.h"
 
+// The one file type the plug-in declares, as a number whose bytes read AVIV from the highest down.
+inline constexpr csSDK_int32 kQuorvaneFileType = 0x41564956;
+
 // Describes import format number `index`: 0, or imBadFormatIndex beyond the only one.
 csSDK_int32 OnGetIndFormat(csSDK_uint32 index, imIndFormatRec* record);
 

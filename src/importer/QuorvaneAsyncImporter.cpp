@@ -4,6 +4,8 @@
 #include "log/Log.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 QuorvaneAsyncImporter::QuorvaneAsyncImporter(const imStdParms* stdParms) : QuorvaneImporter(stdParms) {
     Log("QuorvaneAsyncImporter::QuorvaneAsyncImporter()");
@@ -14,11 +16,12 @@ QuorvaneAsyncImporter::~QuorvaneAsyncImporter() {
     m_requests.clear();
 }
 
-csSDK_int32 QuorvaneAsyncImporter::Initialize(const QuorvaneImporter& source) {
-    if (!openFile(source.filePath().c_str(), source.streamIndex(), source.accessMode())) {
+csSDK_int32 QuorvaneAsyncImporter::Initialize(const std::u16string& path, csSDK_int32 streamIndex,
+                                              csSDK_int32 accessMode) {
+    if (!openFile(path.c_str(), streamIndex, accessMode)) {
         return imBadFile;
     }
-    const csSDK_int32 result = selectStream(source.streamIndex());
+    const csSDK_int32 result = selectStream(streamIndex);
     if (!isSelected(result)) {
         return result;
     }
@@ -62,7 +65,7 @@ csSDK_int32 QuorvaneAsyncImporter::OnGetFrame(const imSourceVideoRec& record) {
     lock.lock();
 
     csSDK_int32 result = aiUnknownError;
-    if (decoded == imNoErr) {
+    if (decoded == imNoErr && record.outFrame != nullptr) {
         *record.outFrame = request->frame.takePPix();
         Log("Decoded %d: %s", static_cast<int>(frameIndex),
             PixelFormatName(request->frame.frameFormats.at(0).inPixelFormat));

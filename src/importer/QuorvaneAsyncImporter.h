@@ -13,6 +13,7 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <string>
 
 class QuorvaneAsyncImporter : public QuorvaneImporter {
 public:
@@ -21,9 +22,9 @@ public:
     // Waits for running decodes; frames that were not collected are disposed.
     ~QuorvaneAsyncImporter() override;
 
-    // Opens the file of `source` for itself and selects its stream; gives 0 or the failing step's result. A stream
-    // index that the selection rejects is no failure.
-    csSDK_int32 Initialize(const QuorvaneImporter& source);
+    // Opens the file for itself and selects the stream; gives 0 or the failing step's result. A stream index that the
+    // selection rejects is no failure.
+    csSDK_int32 Initialize(const std::u16string& path, csSDK_int32 streamIndex, csSDK_int32 accessMode);
 
     // The handlers of the host's asynchronous selectors; each gives an aiResult, and throws std::logic_error when no
     // video stream is selected. Any threads.

@@ -1,16 +1,18 @@
 #include "importer/QuorvaneImporter.h"
 
+#include "importer/FormatDescription.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
 #include "text/Utf.h"
 
 #include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
-// How a file is opened for the host's access value. Read-write empties the file, and an unknown value opens nothing:
-// hosts have relied on both, so both stay.
+// How a file is opened for the host's access value. Read-write creates the file anew, and an unknown value opens
+// nothing.
 std::uint32_t openModeFor(csSDK_int32 accessMode) {
     switch (accessMode) {
     case kPrOpenFileAccess_ReadOnly: return fileio::kOpenRead | fileio::kOpenShareRead;
@@ -27,13 +29,13 @@ void setFileRef(imFileRef* fileRef, imFileRef value) {
 
 }  // namespace
 
-QuorvaneImporter::QuorvaneImporter(const imStdParms* stdParms) : m_suites(basicSuiteOf(stdParms)) {
+QuorvaneImporter::QuorvaneImporter(const imStdParms* stdParms) {
     Log("QuorvaneImporter::QuorvaneImporter()");
+    m_suites.setBasicSuite(basicSuiteOf(stdParms));
 }
 
 QuorvaneImporter::~QuorvaneImporter() {
     Log("QuorvaneImporter::~QuorvaneImporter()");
-    m_audioInfo.reset();   // before the video, as the log's readers know it
 }
 
 void QuorvaneImporter::logPrologue() const {
@@ -68,7 +70,8 @@ bool QuorvaneImporter::openFile(const char16_t* path, csSDK_int32 streamIndex, c
 }
 
 csSDK_int32 QuorvaneImporter::OnOpenFile(imFileOpenRec8* record, imFileRef* fileRef) {
-    if (!openFile(record->fileinfo.filepath, record->inStreamIdx, record->inReadWrite)) {
+    const prUTF16Char* path = record->fileinfo.filepath;
+    if (path == nullptr || !openFile(path, record->inStreamIdx, record->inReadWrite)) {
         return imBadFile;
     }
     setFileRef(fileRef, m_file.nativeHandle());
@@ -127,6 +130,9 @@ csSDK_int32 QuorvaneImporter::OnGetSourceVideo(imSourceVideoRec* record) {
     logPrologue();
     Log("outFrame: %p", static_cast<void*>(record->outFrame));
     requireVideo();
+    if (record->outFrame == nullptr) {
+        return imOtherErr;   // nowhere to put a frame
+    }
     FrameRequest request(*record, m_suites.get().ppix.get());
     csSDK_int32 result = m_videoInfo->LocateFrame(request);
     if (result == imNoErr) {

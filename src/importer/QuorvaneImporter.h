@@ -16,9 +16,6 @@
 #include <string>
 #include <vector>
 
-// The one file type the plug-in declares, as a number whose bytes read AVIV from the highest down.
-inline constexpr csSDK_int32 kQuorvaneFileType = 0x41564956;
-
 class QuorvaneImporter {
 public:
     explicit QuorvaneImporter(const imStdParms* stdParms);
@@ -71,7 +68,7 @@ protected:
     std::unique_ptr<VideoInfo> m_videoInfo;     // null: no video stream is selected
     std::unique_ptr<AudioInfo> m_audioInfo;     // null: no audio description is kept
     std::uint32_t m_audioStreamCount = 0;
-    std::u16string m_filePath;                  // of the last successful open, like the four below
+    std::u16string m_filePath;                  // of the last successful open, like the three below
     std::string m_filePathUtf8;
     csSDK_int32 m_streamIndex = -1;
     csSDK_int32 m_accessMode = 0;

@@ -3,17 +3,10 @@
 #pragma once
 
 #include "log/LogSettings.h"
+#include "log/PrintfFormat.h"
 
-#if defined(__MINGW32__)
-#define LOG_PRINTF_FORMAT __attribute__((format(gnu_printf, 1, 2)))
-#elif defined(__GNUC__)
-#define LOG_PRINTF_FORMAT __attribute__((format(printf, 1, 2)))
-#else
-#define LOG_PRINTF_FORMAT
-#endif
-
-// Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off.
-// May be called on any thread. Never reports a failure.
+// Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off; include headers
+// that have a function of this name first. May be called on any thread. Never reports a failure.
 #define Log(...) (LogEnabled() ? WriteLogLine(__VA_ARGS__) : static_cast<void>(0))
 
 // Whether lines are written at all: for work that only a log needs.
@@ -22,7 +15,8 @@ inline bool LogEnabled() {
 }
 
 // What Log calls while the log is on: creates the writer at the first line, then writes.
-LOG_PRINTF_FORMAT void WriteLogLine(const char* format, ...) noexcept;
+LOG_PRINTF_FORMAT(1, 2)
+void WriteLogLine(const char* format, ...) noexcept;
 
 // Sets the name that log files begin with and the switches' defaults. Called once, at module load.
 void ConfigureLog(const char* name, bool enabled, bool console);

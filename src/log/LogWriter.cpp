@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <ctime>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -41,21 +42,18 @@ std::FILE* openNewFile(const LogFolder& folder, const std::string& baseName) {
 
 }  // namespace
 
-LogWriter::LogWriter(const char* name, bool console) {
-    open(name, console);
-    writeText("Log opened");
-    writeText("Application: %s", logSystem::applicationPath().c_str());
+LogWriter::LogWriter(const char* name, bool console) noexcept {
+    try {
+        open(name, console);
+        writeText("Log opened");
+        writeText("Application: %s", logSystem::applicationPath().c_str());
+    } catch (const std::exception&) {
+        // No memory for a name: opening is tried only once.
+    }
 }
 
 LogWriter::~LogWriter() {
-    try {
-        writeText("Log closed");
-    } catch (const std::bad_alloc&) {
-        // The file is closed all the same.
-    }
-    if (m_file != nullptr) {
-        std::fclose(m_file);
-    }
+    writeText("Log closed");
 }
 
 void LogWriter::open(const char* name, bool console) {
@@ -64,9 +62,9 @@ void LogWriter::open(const char* name, bool console) {
     if (!folder.found()) {
         return;
     }
-    m_file = openNewFile(folder, baseName);
+    m_file.reset(openNewFile(folder, baseName));
     if (m_file != nullptr) {
-        std::setvbuf(m_file, nullptr, _IONBF, 0);   // a crash loses no line
+        std::setvbuf(m_file.get(), nullptr, _IONBF, 0);   // a crash loses no line
     }
     m_console = console;
     if (m_console) {
@@ -74,10 +72,14 @@ void LogWriter::open(const char* name, bool console) {
     }
 }
 
-void LogWriter::writeText(const char* format, ...) {
+void LogWriter::writeText(const char* format, ...) noexcept {
     std::va_list arguments;
     va_start(arguments, format);
-    writeLine(format, arguments);
+    try {
+        writeLine(format, arguments);
+    } catch (const std::exception&) {
+        // A line that cannot be written is dropped.
+    }
     va_end(arguments);
 }
 
@@ -102,6 +104,6 @@ void LogWriter::writeLine(const char* format, std::va_list arguments) {
         logSystem::writeConsole(line.get());
     }
     if (m_file != nullptr) {
-        std::fputs(line.get(), m_file);
+        std::fputs(line.get(), m_file.get());
     }
 }

@@ -103,6 +103,9 @@ enum imResult : csSDK_int32 {
     imIsCacheable = 400,
 };
 
+// What both entry points answer for a call that ended in an exception; without a name among the importer's results.
+inline constexpr csSDK_int32 kExceptionResult = 99;
+
 enum PrAudioChannelLabel : csSDK_int32 {
     kPrAudioChannelLabel_Discrete = 0,
     kPrAudioChannelLabel_FrontLeft = 100,

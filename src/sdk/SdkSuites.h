@@ -110,7 +110,8 @@ inline constexpr char kPrSDKPPixCreatorSuite[] = "Premiere PPix Creator Suite";
 inline constexpr csSDK_int32 kPrSDKPPixCreatorSuiteVersion = 1;
 
 struct PrSDKPPixCreatorSuite {
-    prSuiteError (*CreatePPix)(PPixHand* outPPix, PrPPixBufferAccess access, PrPixelFormat format, const prRect* bounds);
+    prSuiteError (*CreatePPix)(PPixHand* outPPix, PrPPixBufferAccess access, PrPixelFormat format,
+                               const prRect* bounds);
     prSuiteError (*ClonePPix)(PPixHand source, PPixHand* outPPix, PrPPixBufferAccess access);
 };
 SDK_ASSERT_SIZE(PrSDKPPixCreatorSuite, 16);
@@ -178,7 +179,7 @@ inline constexpr csSDK_int32 kPrSDKAudioSuiteVersion = 1;
 struct PrSDKAudioSuite {
     prSuiteError (*ConvertAndInterleaveTo8BitInteger)(const float** source, char* out, csSDK_uint32 channels,
                                                       csSDK_uint32 frames);
-    prSuiteError (*ConvertAndInterleaveTo16BitInteger)(const float** source, short* out, csSDK_uint32 channels,
+    prSuiteError (*ConvertAndInterleaveTo16BitInteger)(const float** source, csSDK_int16* out, csSDK_uint32 channels,
                                                        csSDK_uint32 frames);
     prSuiteError (*ConvertAndInterleaveTo24BitInteger)(const float** source, char* out, csSDK_uint32 channels,
                                                        csSDK_uint32 frames);
@@ -186,7 +187,7 @@ struct PrSDKAudioSuite {
                                                        csSDK_uint32 frames);
     prSuiteError (*UninterleaveAndConvertFrom8BitInteger)(const char* source, float** out, csSDK_uint32 channels,
                                                           csSDK_uint32 frames);
-    prSuiteError (*UninterleaveAndConvertFrom16BitInteger)(const short* source, float** out, csSDK_uint32 channels,
+    prSuiteError (*UninterleaveAndConvertFrom16BitInteger)(const csSDK_int16* source, float** out, csSDK_uint32 channels,
                                                            csSDK_uint32 frames);
     prSuiteError (*UninterleaveAndConvertFrom24BitInteger)(const char* source, float** out, csSDK_uint32 channels,
                                                            csSDK_uint32 frames);
