@@ -41,6 +41,9 @@ struct TypeLayout {
 };
 TypeLayout typeLayout(std::uint32_t type);
 
+// The functions below throw std::invalid_argument for a description that no stream can have, and encodeFrame also for
+// a picture of another shape or with samples above the bit depth.
+
 // A picture of the right shape for a stream, all samples 0.
 Picture makePicture(const StreamInfo& info);
 

@@ -3,8 +3,6 @@
 #include "standin/Bytes.h"
 #include "standin/CompressedTypes.h"
 
-#include <algorithm>
-
 namespace standin {
 
 Result checkStreamInfo(const StreamInfo& info) {

@@ -1,9 +1,6 @@
 // What the library refuses of a caller who mixes up its calls.
 #include "StandinFixture.h"
 
-#include <set>
-#include <string>
-
 namespace standin::test {
 namespace {
 

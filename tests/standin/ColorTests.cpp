@@ -58,8 +58,10 @@ TEST_F(Color, RedOfRec601IsNotReadWithTheOtherMatrix) {
 }
 
 TEST_F(Color, RedChangesItsCodesFromRec601ToRec709) {
-    EXPECT_EQ((Pixel{62, 102, 240, 255}), converted(stream(103, 1, 1, kRec601), {81, 90, 240}, request(49, 0, kRec709)));
-    EXPECT_EQ((Pixel{82, 90, 240, 255}), converted(stream(103, 1, 1, kRec709), {63, 102, 240}, request(49, 0, kRec601)));
+    EXPECT_EQ((Pixel{62, 102, 240, 255}),
+              converted(stream(103, 1, 1, kRec601), {81, 90, 240}, request(49, 0, kRec709)));
+    EXPECT_EQ((Pixel{82, 90, 240, 255}),
+              converted(stream(103, 1, 1, kRec709), {63, 102, 240}, request(49, 0, kRec601)));
 }
 
 TEST_F(Color, GreyKeepsItsCodeWhateverTheMatrix) {
@@ -180,7 +182,9 @@ std::size_t wrongPixels(const StreamInfo& info, std::uint32_t targetColorSpace, 
                         const std::vector<Pixel>& vuyx, const std::vector<Pixel>& rgb16) {
     std::size_t wrong = 0;
     for (std::size_t p = 0; p < vuyx.size(); ++p) {
-        const Pixel source = {picture.planes[0].samples[p], picture.planes[1].samples[p], picture.planes[2].samples[p], 0};
+        Pixel source{};
+        for (std::size_t i = 0; i < 3; ++i)
+            source[i] = picture.planes[i].samples[p];
         const Expected expected = expectedOf(info, source, targetColorSpace);
         for (std::size_t i = 0; i < 3; ++i)
             wrong += !isNearest(expected.vuyx[i], 255, vuyx[p][i]) || !isNearest(expected.rgb16[i], 65535, rgb16[p][i]);

@@ -18,7 +18,10 @@ protected:
 };
 
 TEST_F(ExtraData, IsTwentyEightBytesInAKnownOrder) {
-    const Bytes expected = {'Q', 'S', 'X', '1', 1, 0, 0, 0, 104, 0, 0, 0, 0x80, 2, 0, 0, 0x68, 1, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0};
+    const Bytes expected = {'Q', 'S', 'X', '1',   1, 0, 0, 0,      // magic, version
+                            104, 0, 0, 0,         0x80, 2, 0, 0,   // type, width
+                            0x68, 1, 0, 0,        2, 0, 0, 0,      // height, colour space
+                            1, 0, 0, 0};                           // range
     EXPECT_EQ(expected, encodeExtraData(stream(104, 640, 360, kRec709, kLimited)));
 }
 

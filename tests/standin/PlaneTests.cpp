@@ -41,7 +41,8 @@ TEST_F(Planes, BytesBetweenRowsAreLeftAlone) {
             ASSERT_EQ(Result::kOk, decompress(m_frame, buffer));
             ASSERT_EQ(Result::kOk, end());
             for (std::uint32_t y = 0; y < 3; ++y) {
-                Bytes expected(tight.begin() + std::ptrdiff_t{y} * needed, tight.begin() + std::ptrdiff_t{y + 1} * needed);
+                const auto first = tight.begin() + std::ptrdiff_t{y} * needed;
+                Bytes expected(first, first + needed);
                 expected.resize(needed + gap, 0xCD);
                 EXPECT_EQ(expected, buffer.row(y, needed + gap)) << type << ", row " << y;
             }

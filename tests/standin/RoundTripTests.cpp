@@ -15,7 +15,8 @@ struct Size {
 constexpr Size kSizes[] = {{1, 1}, {1, 9}, {2, 2}, {9, 1}, {7, 5}, {12, 3}, {13, 2}, {641, 361}};
 
 // The sample of component `i` that covers the pixel at (x, y); grey's chroma is the middle.
-std::uint16_t sampleAt(const StreamInfo& info, const Picture& picture, std::size_t i, std::uint32_t x, std::uint32_t y) {
+std::uint16_t sampleAt(const StreamInfo& info, const Picture& picture, std::size_t i, std::uint32_t x,
+                       std::uint32_t y) {
     const TypeLayout layout = typeLayout(info.type);
     if (i >= picture.planes.size())
         return static_cast<std::uint16_t>(1u << (layout.bitDepth - 1));

@@ -52,7 +52,8 @@ QuorvaneFormat preparedOutput();
 // A frame buffer filled with 0xCD.
 class Buffer {
 public:
-    Buffer(std::uint32_t rowBytes, std::uint32_t height) : m_rowBytes(rowBytes), m_bytes(std::size_t{rowBytes} * height, 0xCD) {}
+    Buffer(std::uint32_t rowBytes, std::uint32_t height)
+        : m_rowBytes(rowBytes), m_bytes(std::size_t{rowBytes} * height, 0xCD) {}
 
     std::vector<QuorvanePlane> planes();   // four, the first is this buffer
     Bytes row(std::uint32_t y, std::uint32_t count) const;   // the first `count` bytes of row y
