@@ -1,0 +1,33 @@
+// The plug-in's log as a test compares it: without what differs from run to run.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+
+// The log files of this very process's program that were written since construction; other programs may write theirs
+// to the same folder meanwhile.
+class ProgramLog {
+public:
+    ProgramLog();
+    ~ProgramLog();                      // removes the files
+    ProgramLog(const ProgramLog&) = delete;
+    ProgramLog& operator=(const ProgramLog&) = delete;
+
+    // All lines so far, without time and thread.
+    Lines messages() const;
+
+private:
+    std::vector<std::filesystem::path> files() const;
+
+    std::vector<std::filesystem::path> m_before;
+};
+
+// Replaces each pointer by "<pointer>", or "<null>", and `folder` with the separator after it by "<folder>/".
+std::string normalised(std::string line, const std::string& folder);
+
+// Whether a line is one of `lines`; and how often it is.
+bool contains(const Lines& lines, const std::string& line);
+std::size_t countOf(const Lines& lines, const std::string& line);

@@ -1,0 +1,3 @@
+#include "TestHome.h"
+
+void useTestHome() {}
