@@ -1,0 +1,187 @@
+// Every name table of the log, row by row and beside its rows.
+#include "VocabularyTables.h"
+
+#include "host/Vocabulary.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <set>
+#include <span>
+#include <string>
+
+namespace {
+
+using NameFunction = const char* (*)(csSDK_int32);
+
+struct Table {
+    const char* title;
+    NameFunction function;
+    std::span<const CodeName> rows;
+    const char* unknown;
+};
+
+const Table kTables[] = {
+    {"Selector", SelectorName, kSelectors, "????"},
+    {"Result", ErrorName, kResults, "????"},
+    {"AsyncSelector", AsyncSelectorName, kAsyncSelectors, "????"},
+    {"AsyncResult", AsyncErrorName, kAsyncResults, "????"},
+    {"ChannelLabel", ChannelLabelName, kChannelLabels, "Unknown_Channel_Label"},
+};
+
+class NameTable : public testing::TestWithParam<Table> {};
+
+TEST_P(NameTable, EveryListedCodeHasItsName) {
+    for (const CodeName& row : GetParam().rows) {
+        EXPECT_STREQ(GetParam().function(row.code), row.name) << row.code;
+    }
+}
+
+TEST_P(NameTable, EveryOtherCodeIsUnknown) {
+    std::set<csSDK_int32> listed;
+    for (const CodeName& row : GetParam().rows) {
+        listed.insert(row.code);
+    }
+    for (csSDK_int32 code = -500; code <= 1000; ++code) {
+        if (!listed.contains(code)) {
+            EXPECT_STREQ(GetParam().function(code), GetParam().unknown) << code;
+        }
+    }
+}
+
+TEST_P(NameTable, CodesThatAgreeOnlyInTheirLowBitsAreUnknown) {
+    for (const CodeName& row : GetParam().rows) {
+        EXPECT_STREQ(GetParam().function(row.code + 0x100 * 1024), GetParam().unknown) << row.code;
+        EXPECT_STREQ(GetParam().function(row.code + 0x10000), GetParam().unknown) << row.code;
+    }
+}
+
+TEST_P(NameTable, TheExtremesAreUnknown) {
+    EXPECT_STREQ(GetParam().function(std::numeric_limits<csSDK_int32>::min()), GetParam().unknown);
+    EXPECT_STREQ(GetParam().function(std::numeric_limits<csSDK_int32>::max()), GetParam().unknown);
+}
+
+INSTANTIATE_TEST_SUITE_P(Vocabulary, NameTable, testing::ValuesIn(kTables),
+                         [](const testing::TestParamInfo<Table>& table) { return table.param.title; });
+
+TEST(Vocabulary, TheTablesHaveAsManyRowsAsTheHostHasNames) {
+    EXPECT_EQ(std::size(kSelectors), 48u);
+    EXPECT_EQ(std::size(kResults), 46u);
+    EXPECT_EQ(std::size(kAsyncSelectors), 7u);
+    EXPECT_EQ(std::size(kAsyncResults), 4u);
+    EXPECT_EQ(std::size(kChannelLabels), 32u);
+    EXPECT_EQ(std::size(kPixelFormats), 73u);
+}
+
+TEST(Vocabulary, SelectorsEndAt66) {
+    EXPECT_STREQ(SelectorName(66), "imPerformSourceSettingsCommand");
+    EXPECT_STREQ(SelectorName(67), "????");
+}
+
+TEST(Vocabulary, SelectorGapsAndNegativesAreUnknown) {
+    EXPECT_STREQ(SelectorName(2), "????");
+    EXPECT_STREQ(SelectorName(-1), "????");
+}
+
+TEST(Vocabulary, Result38KeepsItsMisspelling) { EXPECT_STREQ(ErrorName(38), "inFileNotAvailable"); }
+
+TEST(Vocabulary, Result101HasTheNameOfTheSharedList) { EXPECT_STREQ(ErrorName(101), "malSupports8"); }
+
+TEST(Vocabulary, ResultsWithoutANameAreUnknown) {
+    EXPECT_STREQ(ErrorName(41), "????");
+    EXPECT_STREQ(ErrorName(99), "????");
+    EXPECT_STREQ(ErrorName(100), "????");
+    EXPECT_STREQ(ErrorName(-1), "????");
+}
+
+TEST(Vocabulary, AsyncResultsEndAt3) {
+    EXPECT_STREQ(AsyncErrorName(3), "aiFrameNotFound");
+    EXPECT_STREQ(AsyncErrorName(4), "????");
+}
+
+TEST(Vocabulary, UnknownChannelLabelsHaveATextOfTheirOwn) {
+    EXPECT_STREQ(ChannelLabelName(120), "Unknown_Channel_Label");
+}
+
+// ---- pixel formats -------------------------------------------------------------------------------------------
+
+csSDK_uint32 codeOf(const char (&characters)[5]) {
+    csSDK_uint32 code = 0;
+    for (int i = 3; i >= 0; --i) {
+        code = code << 8 | static_cast<unsigned char>(characters[i]);
+    }
+    return code;
+}
+
+std::set<csSDK_uint32> listedFormats() {
+    std::set<csSDK_uint32> listed;
+    for (const PixelFormatRow& row : kPixelFormats) {
+        listed.insert(codeOf(row.characters));
+    }
+    return listed;
+}
+
+TEST(PixelFormatNames, EveryListedCodeHasItsName) {
+    for (const PixelFormatRow& row : kPixelFormats) {
+        EXPECT_STREQ(PixelFormatName(codeOf(row.characters)), row.name) << row.characters;
+    }
+}
+
+TEST(PixelFormatNames, TheListHas73DifferentCodes) { EXPECT_EQ(listedFormats().size(), 73u); }
+
+TEST(PixelFormatNames, NeighboursOfListedCodesAreUnknown) {
+    const std::set<csSDK_uint32> listed = listedFormats();
+    for (const csSDK_uint32 code : listed) {
+        for (const csSDK_uint32 neighbour : {code - 1, code + 1, code ^ 0x80000000u, code ^ 0x80u}) {
+            if (!listed.contains(neighbour)) {
+                EXPECT_STREQ(PixelFormatName(neighbour), "????") << std::hex << neighbour;
+            }
+        }
+    }
+}
+
+TEST(PixelFormatNames, CodesThatDifferInLetterCaseAreUnknown) {
+    const std::set<csSDK_uint32> listed = listedFormats();
+    int checked = 0;
+    for (const csSDK_uint32 code : listed) {
+        for (csSDK_uint32 cases = 0; cases < 16; ++cases) {
+            csSDK_uint32 other = code;
+            for (int byte = 0; byte < 4; ++byte) {
+                const csSDK_uint32 character = code >> (8 * byte) & 0xFF;
+                const bool isLetter = (character | 0x20) >= 'a' && (character | 0x20) <= 'z';
+                if (isLetter && (cases >> byte & 1) != 0) {
+                    other ^= 0x20u << (8 * byte);
+                }
+            }
+            if (!listed.contains(other)) {
+                EXPECT_STREQ(PixelFormatName(other), "????") << std::hex << other;
+                ++checked;
+            }
+        }
+    }
+    EXPECT_GT(checked, 500);
+}
+
+TEST(PixelFormatNames, TheFirstCharacterIsTheLowestByte) {
+    EXPECT_STREQ(PixelFormatName(0x61726762), "PrPixelFormat_BGRA_4444_8u");
+    EXPECT_STREQ(PixelFormatName(0x62677261), "PrPixelFormat_ARGB_4444_8u");
+    EXPECT_STREQ(PixelFormatName(codeOf("v210")), "PrPixelFormat_V210_422_10u_601");
+    EXPECT_STREQ(PixelFormatName(codeOf("012v")), "????");
+}
+
+TEST(PixelFormatNames, TellingValues) {
+    EXPECT_STREQ(PixelFormatName(0), "PrPixelFormat_Any");
+    EXPECT_STREQ(PixelFormatName(0x66646162), "PrPixelFormat_Invalid");
+    EXPECT_STREQ(PixelFormatName(0x77776172), "PrPixelFormat_Raw");
+    EXPECT_STREQ(PixelFormatName(0x41595556), "PrPixelFormat_VUYA_4444_8u_709");
+    EXPECT_STREQ(PixelFormatName(0xFFFFFFFF), "????");
+}
+
+TEST(PixelFormatNames, TheCaseOfBgraTellsTheDepth) {
+    EXPECT_STREQ(PixelFormatName(codeOf("BGRA")), "????");
+    EXPECT_STREQ(PixelFormatName(codeOf("BGra")), "PrPixelFormat_BGRA_4444_32f");
+    EXPECT_STREQ(PixelFormatName(codeOf("Bgra")), "PrPixelFormat_BGRA_4444_16u");
+    EXPECT_STREQ(PixelFormatName(codeOf("bgra")), "PrPixelFormat_BGRA_4444_8u");
+}
+
+}  // namespace
