@@ -1,4 +1,5 @@
-// The records of an AVI file as they lie in it, little-endian and packed, and the constants that belong to them.
+// The records of an AVI file as they lie in it, little-endian, and the constants that belong to them. Their natural
+// layout is that of the file; only the one record whose 64-bit field lies askew needs packing.
 #pragma once
 
 #include <bit>
@@ -13,8 +14,6 @@ constexpr std::uint64_t kChunkHeaderSize = 8;      ///< chunk id and data size
 constexpr std::uint64_t kListTypeSize = 4;         ///< after the chunk header of a list, counted in its data size
 constexpr std::size_t kBitmapInfoHeaderSize = 40;  ///< what every "vids" format begins with
 constexpr std::size_t kWaveFormatExSize = 18;      ///< what every "auds" format begins with
-
-#pragma pack(push, 1)
 
 /// "avih"
 struct AVIMAINHEADER {
@@ -99,6 +98,7 @@ struct SuperIndexEntry {
 };
 static_assert(sizeof(SuperIndexEntry) == 16);
 
+#pragma pack(push, 4)
 /// The head of "ix##"
 struct StdIndexHeader {
     std::uint16_t wLongsPerEntry;
@@ -109,6 +109,7 @@ struct StdIndexHeader {
     std::uint64_t qwBaseOffset;
     std::uint32_t dwReserved3;
 };
+#pragma pack(pop)
 static_assert(sizeof(StdIndexHeader) == 24);
 static_assert(offsetof(StdIndexHeader, qwBaseOffset) == 12);
 constexpr std::uint16_t kStdIndexLongsPerEntry = 2;
@@ -120,7 +121,5 @@ struct StdIndexEntry {
 static_assert(sizeof(StdIndexEntry) == 8);
 constexpr std::uint32_t kStdIndexSizeMask = 0x7FFFFFFF;
 constexpr std::uint32_t kStdIndexNotKeyFrame = 0x80000000;
-
-#pragma pack(pop)
 
 }  // namespace avi

@@ -70,7 +70,7 @@ bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::u
 
 bool ChunkReader::readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data) {
     const std::uint64_t size = notNegative(node.dataSize());
-    if (existing(node.dataPosition(), size) != size) {
+    if (existing(node.dataPosition(), size) != size || size > m_directBudget) {
         return false;
     }
     data.resize(static_cast<std::size_t>(size));

@@ -89,7 +89,7 @@ bool MemoryFile::seek(std::int64_t pos) {
 }
 
 std::uint64_t MemoryFile::read(void* buffer, std::uint64_t count) {
-    if (!m_entry || !(m_mode & kOpenRead) || m_position >= m_entry->bytes.size()) {
+    if (!m_entry || !(m_mode & kOpenRead) || count == 0 || m_position >= m_entry->bytes.size()) {
         return 0;
     }
     const std::uint64_t part =

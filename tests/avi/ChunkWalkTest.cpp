@@ -1,0 +1,186 @@
+#include "SampleFiles.h"
+#include "avi/ChunkWalk.h"
+#include "support/SparseFile.h"
+#include "text/FourCC.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace {
+
+using namespace aviwriter;
+
+struct Walked {
+    explicit Walked(const Bytes& bytes) : Walked(std::make_unique<fileio::MemoryFile>(bytes)) {}
+    explicit Walked(std::unique_ptr<fileio::File> opened) : file(std::move(opened)), reader(*file) {
+        holds = walkChunks(reader, {fourCC("movi")}, tree);
+    }
+
+    /// "RIFF:AVI (LIST:hdrl(avih) JUNK)" with the blanks of codes left out.
+    std::string text() const { return text(tree.topLevel()); }
+    std::string text(const ChunkTree::Range& nodes) const {
+        std::ostringstream result;
+        const char* gap = "";
+        for (const ChunkNode& node : nodes) {
+            result << gap << code(node.id);
+            gap = " ";
+            if (node.isList()) {
+                result << ':' << code(node.listType) << '(' << text(tree.children(node)) << ')';
+            }
+        }
+        return result.str();
+    }
+    static std::string code(std::uint32_t value) {
+        std::string text = FourCCToString(value, false);
+        std::erase(text, ' ');
+        return text;
+    }
+
+    std::unique_ptr<fileio::File> file;
+    ChunkReader reader;
+    ChunkTree tree;
+    bool holds = false;
+};
+
+TEST(ChunkWalk, ListsAndTheirChildrenAreInFileOrder) {
+    Walked walked(riff("AVI ", {list("hdrl", {chunk("avih", filled(4)), chunk("xxxx", {})}), chunk("JUNK", filled(2))}) +
+                  riff("AVIX", {chunk("idx1", {})}));
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:hdrl(avih xxxx) JUNK) RIFF:AVIX(idx1)");
+}
+
+TEST(ChunkWalk, NodesHavePositionSizeAndType) {
+    Walked walked(riff("AVI ", {chunk("JUNK", filled(6)), chunk("last", filled(3))}));
+    const ChunkNode& top = *walked.tree.topLevel().begin();
+    const ChunkNode& last = *walked.tree.child(top, fourCC("last"));
+    EXPECT_EQ(top.position, 0u);
+    EXPECT_EQ(top.size, 4u + 14u + 12u);
+    EXPECT_EQ(top.listType, fourCC("AVI "));
+    EXPECT_EQ(top.dataPosition(), 12u);
+    EXPECT_EQ(last.position, 26u);
+    EXPECT_EQ(last.size, 3u);
+    EXPECT_EQ(last.listType, 0u);
+    EXPECT_EQ(last.dataPosition(), 34u);
+}
+
+TEST(ChunkWalk, OddChunksAreFollowedByAPadByte) {
+    Walked walked(chunk("odd1", filled(1)) + chunk("odd3", filled(3)) + chunk("even", filled(2)));
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.text(), "odd1 odd3 even");
+}
+
+TEST(ChunkWalk, ALastOddChunkNeedsNoPadByte) {
+    Bytes file = chunk("odd1", filled(1));
+    file.pop_back();
+    EXPECT_TRUE(Walked(file).holds);
+}
+
+TEST(ChunkWalk, MediaDataIsNotEntered) {
+    Walked walked(riff("AVI ", {list("movi", {chunk("00dc", filled(4))}), list("LIST", {chunk("00dc", {})})}));
+    EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:movi() LIST:LIST(00dc))");
+}
+
+TEST(ChunkWalk, AListTooShortForItsTypeHasNoChildren) {
+    for (const std::uint32_t size : {0u, 1u, 2u, 3u, 4u}) {
+        // The next chunk begins where the size says, which below 4 is inside the list type; here that reads as the
+        // size field of a chunk.
+        Walked walked(listClaiming("LIST", "abcd", size, {filled(64)}));
+        const ChunkNode& top = *walked.tree.topLevel().begin();
+        EXPECT_TRUE(walked.tree.children(top).empty()) << size;
+        EXPECT_EQ(top.listType, fourCC("abcd")) << size;
+    }
+}
+
+TEST(ChunkWalk, AListLargerThanItsParentIsWalkedAsFarAsItSays) {
+    // The inner list claims the chunk behind the outer one too.
+    Walked walked(listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 4 + 8, {})}) + chunk("next", {}));
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.text(), "LIST:outr(LIST:innr(next)) next");
+}
+
+TEST(ChunkWalk, BehindAFailedListItsNeighboursAreNotedButNotEntered) {
+    // "deep" claims more than the file has: its walk takes in both neighbours of "fail", then runs off the end.
+    const Bytes good = list("good", {chunk("chld", {})});
+    const Bytes fail = list("fail", {listClaiming("LIST", "deep", 100'000, {})});
+    Walked walked(riff("AVI ", {fail, good, good}));
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:fail(LIST:deep(LIST:good(chld) LIST:good(chld))) LIST:good() LIST:good())");
+}
+
+TEST(ChunkWalk, BeforeAFailedListNeighboursAreEntered) {
+    Walked walked(riff("AVI ", {list("good", {chunk("chld", {})}), listClaiming("LIST", "fail", 1000, {})}));
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:good(chld) LIST:fail())");
+}
+
+TEST(ChunkWalk, AFailureReachesTheTop) {
+    Walked walked(riff("AVI ", {list("aaaa", {listClaiming("LIST", "bbbb", 1000, {})})}));
+    EXPECT_FALSE(walked.holds);
+}
+
+TEST(ChunkWalk, SizesOf2GiBAnd4GiBStepOverTheirData) {
+    for (const std::uint64_t size : {0x7FFFFFFFull, 0x80000000ull, 0xFFFFFFFEull, 0xFFFFFFFFull}) {
+        const std::uint64_t next = (size + 9) & ~1ull;
+        auto sparse = std::make_unique<fileio::SparseFile>(static_cast<std::int64_t>(next + 8));
+        sparse->put(0, text("huge") + u32(static_cast<std::uint32_t>(size)));
+        sparse->put(next, text("next") + u32(0));
+        Walked walked(std::move(sparse));
+        EXPECT_TRUE(walked.holds) << size;
+        EXPECT_EQ(walked.text(), "huge next") << size;
+    }
+}
+
+TEST(ChunkWalk, AListOf4GiBIsWalkedToItsEnd) {
+    auto sparse = std::make_unique<fileio::SparseFile>(0x1'0000'0100);
+    sparse->put(0, text("RIFF") + u32(0xFFFFFFF8) + text("AVIX"));
+    sparse->put(12, text("JUNK") + u32(0xFFFFFFDC));
+    sparse->put(0xFFFFFFF0, text("last") + u32(8));
+    sparse->put(0x1'0000'0000, text("tail") + u32(0xF8));
+    Walked walked(std::move(sparse));
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.text(), "RIFF:AVIX(JUNK last) tail");
+}
+
+// --- What a hostile file can ask for ---
+
+TEST(ChunkWalk, AHundredThousandListsInsideEachOtherAreWalked) {
+    constexpr std::uint32_t depth = 100'000;
+    Bytes file;
+    file.reserve(depth * 12);
+    for (std::uint32_t i = 0; i < depth; ++i) {
+        const Bytes header = text("LIST") + u32((depth - i) * 12 - 8) + text("deep");
+        file.insert(file.end(), header.begin(), header.end());
+    }
+    Walked walked(file);
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), depth);
+}
+
+TEST(ChunkWalk, ListsThatReachPastTheirParentsEndAtAMillionNodes) {
+    // Each outer list ends behind the header of its inner one, which claims the rest of the file: the rest is
+    // walked once inside and once behind, so taken at its word this file has more than 2^60 nodes.
+    constexpr std::uint32_t units = 60;
+    Bytes file;
+    for (std::uint32_t i = 1; i <= units; ++i) {
+        file = file + listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 4 + (units - i) * 24, {})});
+    }
+    Walked walked(file);
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), 1'000'000u);
+}
+
+TEST(ChunkWalk, AMillionNodesAreWalked) {
+    EXPECT_TRUE(Walked(filled(8'000'000)).holds);
+}
+
+TEST(ChunkWalk, AMillionAndOneNodesAreTooMany) {
+    Walked walked(filled(8'000'008));
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), 1'000'000u);
+}
+
+}  // namespace

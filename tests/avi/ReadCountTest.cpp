@@ -1,0 +1,131 @@
+// How a file is read: few and large reads, and the same results as with many small ones.
+#include "SampleFiles.h"
+#include "support/FaultFile.h"
+#include "support/SparseFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace aviwriter;
+
+TEST(ReadCount, ASmallFileIsReadOnce) {
+    fileio::MemoryFile memory(samples::openDmlFile({{{10}}, {{20}}}));
+    fileio::FaultFile file(memory);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.streams()[0]->totalBytes(), 30u);
+    EXPECT_EQ(file.reads().size(), 1u);
+    EXPECT_EQ(file.seekCount(), 1u);
+}
+
+/// 1 GiB of media data with a small index behind it.
+fileio::SparseFile largeFile(std::uint32_t entries) {
+    const Bytes head = samples::hdrl({samples::videoStrl()});
+    const Bytes index = idx1(std::vector<Idx1Entry>(entries, {.length = 1}));
+    constexpr std::uint32_t moviSize = 1u << 30;
+    const auto total = static_cast<std::uint32_t>(4 + head.size() + 8 + moviSize + index.size());
+    fileio::SparseFile file(std::int64_t{total} + 8);
+    file.put(0, text("RIFF") + u32(total) + text("AVI ") + head + text("LIST") + u32(moviSize) + text("movi"));
+    file.put(total + 8 - index.size(), index);
+    return file;
+}
+
+TEST(ReadCount, ALargeFileIsReadAtItsHeadAndAtItsEnd) {
+    fileio::SparseFile sparse = largeFile(10);
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "");
+    EXPECT_EQ(parser.streams()[0]->chunkCount(), 10u);
+    ASSERT_EQ(file.reads().size(), 2u);
+    EXPECT_EQ(file.reads()[0].position, 0);
+    EXPECT_EQ(file.reads()[0].got, 65536u);
+}
+
+TEST(ReadCount, ALargeIndexIsReadInOnePiece) {
+    fileio::SparseFile sparse = largeFile(100'000);
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.streams()[0]->chunkCount(), 100'000u);
+    ASSERT_EQ(file.reads().size(), 3u);
+    EXPECT_EQ(file.reads()[2].wanted, 1'600'000u);
+}
+
+TEST(ReadCount, EachStandardIndexIsReadOnceAndByItself) {
+    // Three indexes, each a gigabyte from the next.
+    SuperIndex super;
+    for (std::uint64_t i = 1; i <= 3; ++i) {
+        super.entries.push_back({i << 30, 8 + 24 + 8 * 2});
+    }
+    const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx(super)})})});
+    fileio::SparseFile sparse((std::int64_t{3} << 30) + 48);
+    sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>((3u << 30) + 48 - head.size() - 8)));
+    for (std::uint64_t i = 1; i <= 3; ++i) {
+        sparse.put(i << 30, ix("ix00", {.entries = {{0, 10}, {0, 20}}}));
+    }
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "");
+    EXPECT_EQ(parser.streams()[0]->totalBytes(), 90u);
+    ASSERT_EQ(file.reads().size(), 4u);
+    EXPECT_EQ(file.reads()[1].position, (1 << 30) + 8);
+    EXPECT_EQ(file.reads()[1].wanted, 40u);
+}
+
+TEST(ReadCount, GigabytesOfZerosBehindAGoodFileCostAFewReads) {
+    const Bytes good = samples::idx1File({chunk("00dc", filled(100))}, {{.offset = 4, .length = 100}});
+    fileio::SparseFile sparse(std::int64_t{8} << 30);
+    sparse.put(0, good);
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
+    EXPECT_EQ(parser.streams()[0]->totalBytes(), 100u);
+    EXPECT_EQ(parser.chunkTree().size(), 1'000'000u);
+    EXPECT_LE(file.reads().size(), 130u);
+    EXPECT_LE(file.bytesRead(), 8u << 20);
+}
+
+TEST(ReadCount, ListsThatEndBehindTheFileAreNotLookedForThere) {
+    // 50,000 lists inside each other, each claiming one chunk more than the file has.
+    constexpr std::uint32_t depth = 50'000;
+    Bytes bytes;
+    bytes.reserve(depth * 12);
+    for (std::uint32_t i = 0; i < depth; ++i) {
+        const Bytes header = text("LIST") + u32((depth - i) * 20) + text("deep");
+        bytes.insert(bytes.end(), header.begin(), header.end());
+    }
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    AviParser parser;
+    EXPECT_FALSE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\nAVI chunk missing\n");
+    EXPECT_LE(file.reads().size(), 600'000u / 65'536 + 2);
+}
+
+TEST(ReadCount, AFaultBehindTheHeadersDoesNotTakeThemAway) {
+    const Bytes bytes = samples::idx1File({chunk("00dc", filled(1000))}, {{.offset = 4, .length = 1000}});
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(positionOf(bytes, "00dc") + 500);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "");
+    EXPECT_EQ(parser.streams()[0]->totalBytes(), 1000u);
+}
+
+TEST(ReadCount, AFileThatGivesFewBytesAtATimeIsStillRead) {
+    const Bytes bytes = samples::openDmlFile({{{10}}, {{20}}});
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.limitReads(100);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "");
+    EXPECT_EQ(parser.streams()[0]->totalBytes(), 30u);
+}
+
+}  // namespace
