@@ -70,7 +70,7 @@ Handle start(const std::filesystem::path& program, const std::vector<std::string
     std::wstring line = commandLineOf(program, arguments);
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                         &process)) {
-        throw std::runtime_error("'" + toUtf8(program) + "' cannot be started (error " +
+        throw std::runtime_error(std::string("'") + toUtf8(program) + "' cannot be started (error " +
                                  std::to_string(GetLastError()) + ").");
     }
     CloseHandle(process.hThread);
