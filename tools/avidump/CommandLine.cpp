@@ -1,0 +1,26 @@
+#include "avidump/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace avidump {
+
+ParsedCommand parseCommandLine(const std::vector<std::string>& arguments) {
+    Command command;
+    CLI::App app("Shows an AVI container as the importer's parser sees it, whatever the codec.", "avidump");
+    app.add_option("FILE", command.files, "AVI files")->required();
+    app.add_flag("--json", command.json, "Write one JSON array with an object per file");
+    app.add_flag("--chunks", command.chunks, "List every chunk of every stream");
+    app.footer("Exit codes: 0 good, 1 a file could not be read or is no usable AVI, 2 wrong usage.");
+    try {
+        // CLI11 takes a list from its end.
+        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+        app.parse(std::move(reversed));
+    } catch (const CLI::ParseError& error) {
+        return {std::nullopt, app.exit(error) == 0 ? kExitGood : kExitUsage};
+    }
+    return {command, kExitGood};
+}
+
+}  // namespace avidump
