@@ -35,8 +35,10 @@ static_assert(sizeof(Vertex) == 16);
 
 std::vector<TextQuad> textQuads(const std::string& text) {
     std::string ascii = asciiOf(text);
-    // The font's own bound is 270 bytes a letter.
-    std::vector<Vertex> vertices(ascii.size() * 270 / sizeof(Vertex) + 4);
+    // A letter takes 270 bytes on average, but a short text of wide letters takes more than that; the font leaves out
+    // what finds no room.
+    constexpr std::size_t kQuadsPerLetter = 16;
+    std::vector<Vertex> vertices(ascii.size() * kQuadsPerLetter * 4);
     const int count = stb_easy_font_print(0.0f, 0.0f, ascii.data(), nullptr, vertices.data(),
                                           static_cast<int>(vertices.size() * sizeof(Vertex)));
     std::vector<TextQuad> quads;
