@@ -98,6 +98,7 @@ void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
 ParsedCommand parseCommandLine(std::vector<std::string> arguments) {
     Command command;
     CLI::App app{kDescription, "makeavi"};
+    app.allow_windows_style_options(false);   // a path may begin with a slash
     app.footer(footer());
     addPictureOptions(app, command.options);
     addFileOptions(app, command.options);
