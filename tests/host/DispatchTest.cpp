@@ -23,7 +23,7 @@ std::string nameOf(csSDK_int32 selector) {
 }
 
 std::string openingLine(csSDK_int32 selector) {
-    return "[" + nameOf(selector) + "] (" + std::to_string(selector) + ")";
+    return std::string("[").append(nameOf(selector)).append("] (").append(std::to_string(selector)).append(")");
 }
 
 class UnhandledSelectors : public testing::Test {

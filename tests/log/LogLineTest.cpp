@@ -136,18 +136,6 @@ TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
     EXPECT_EQ(messages().size(), 3u + threads.size() * kLines);
 }
 
-TEST_F(LogLine, ManyThreadsWithTheirFirstLineMakeOneFile) {
-    std::array<std::thread, 8> threads;
-    for (std::thread& thread : threads) {
-        thread = std::thread([] { Log("mine"); });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(files().size(), 1u);
-    EXPECT_EQ(messages().size(), 10u);
-}
-
 TEST_F(LogLine, ClosingWritesTheLastLine) {
     Log("a line");
     CloseLog();

@@ -36,8 +36,8 @@ struct Place {
     hostkit::Host host;
 };
 
-// Takes the names with the counters 0 ... count - 1 of this second and the following ones.
-void takeNames(const Place& place, int count, int seconds) {
+// Takes the names with the counters 0 ... count - 1 of this second and the following ones; gives the last second.
+std::time_t takeNames(const Place& place, int count, int seconds) {
     std::filesystem::create_directories(place.sandbox.logFolder());
     const std::time_t now = std::time(nullptr);
     for (int second = 0; second < seconds; ++second) {
@@ -48,12 +48,7 @@ void takeNames(const Place& place, int count, int seconds) {
             std::ofstream(place.sandbox.logFolder() / name);
         }
     }
-}
-
-// Whether the names of the present second are taken: on a slow system the clock may have run out of them.
-bool namesAreTaken(const Place& place) {
-    return std::filesystem::exists(place.sandbox.logFolder() /
-                                   ("quorvane_pr_importer_" + stampAt(std::time(nullptr)) + "_00.log"));
+    return now + seconds - 1;
 }
 
 // Runs the load with the first `count` names of its second taken, and gives the files that it wrote. Seconds pass
@@ -61,10 +56,10 @@ bool namesAreTaken(const Place& place) {
 std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32& result) {
     for (int seconds = 2; seconds <= 64; seconds *= 2) {
         Place place;
-        takeNames(place, count, seconds);
+        const std::time_t lastTaken = takeNames(place, count, seconds);
         const hostkit::PluginLog log;
         result = loadAndCall(place.host);
-        if (namesAreTaken(place)) {
+        if (std::time(nullptr) <= lastTaken) {
             return log.newFiles();
         }
     }
