@@ -1,0 +1,111 @@
+// Files that cannot be read where their index points: the request is answered all the same, and the next one tries
+// again.
+#include "audio/LoggedSoundTest.h"
+
+#include <algorithm>
+
+namespace {
+
+using ReadFailure = LoggedSoundTest;
+
+const SoundFormat kStereo = {};
+
+SampleBits joined(SampleBits left, const SampleBits& right) {
+    for (std::size_t channel = 0; channel < left.size(); ++channel) {
+        left[channel].insert(left[channel].end(), right[channel].begin(), right[channel].end());
+    }
+    return left;
+}
+
+// 100 frames, then 100 at a place no file has, then the first 100 again.
+Bytes fileWithUnreachableChunk(const Bytes& data) {
+    const std::uint64_t at = indexedDataPosition(3);
+    return indexedSoundFile({{at, 400}, {0xFFFFFFFFFFFFFC18, 400}, {at, 400}}, data);
+}
+
+// 100 frames, then 100 that begin with the last 25 of the file and go on beyond it, then the first 100 again.
+Bytes fileWithCutChunk(const Bytes& data) {
+    const std::uint64_t at = indexedDataPosition(3);
+    return indexedSoundFile({{at, 400}, {at + 300, 400}, {at, 400}}, data);
+}
+
+}  // namespace
+
+TEST_F(ReadFailure, OfASeekIsLoggedWithThePlaceWhereTheFileStands) {
+    SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
+    EXPECT_EQ(readingLog(clip, 50, 100), (Lines{"reading : 200, 712, 200", "reading : 400, -1000, 200",
+                                                "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
+}
+
+TEST_F(ReadFailure, OfASeekWithinAChunkIsLoggedWithThatPlace) {
+    SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
+    clip.audio(0, 10, 2);
+    EXPECT_EQ(readingLog(clip, 110, 10), (Lines{"reading : 440, -960, 40", "importAudio: seek error: -960, pos: 552",
+                                                "fill    : 40"}));
+}
+
+TEST_F(ReadFailure, OfASeekLeavesSilence) {
+    const Bytes data = noise(kStereo, 100);
+    SoundClip clip(session(), fileWithUnreachableChunk(data));
+    EXPECT_TRUE(holds(clip.audio(50, 200, 2),
+                      joined(referenceSound(kStereo, data, 50, 50), constantSound(0.0f, 2, 150))));
+}
+
+TEST_F(ReadFailure, OfAReadIsLoggedWithWhatWasRead) {
+    SoundClip clip(session(), fileWithCutChunk(noise(kStereo, 100)));
+    EXPECT_EQ(readingLog(clip, 90, 150),
+              (Lines{"reading : 360, 872, 40", "reading : 400, 812, 400", "importAudio: read error: 400, read: 100",
+                     "fill    : 460"}));
+}
+
+TEST_F(ReadFailure, OfAReadBeyondTheFileReadsNothing) {
+    SoundClip clip(session(), fileWithCutChunk(noise(kStereo, 100)));
+    EXPECT_EQ(readingLog(clip, 150, 20),
+              (Lines{"reading : 600, 1012, 80", "importAudio: read error: 80, read: 0", "fill    : 80"}));
+}
+
+TEST_F(ReadFailure, OfAReadKeepsWhatWasRead) {
+    const Bytes data = noise(kStereo, 100);
+    SoundClip clip(session(), fileWithCutChunk(data));
+    const SampleBits got = joined(referenceSound(kStereo, data, 90, 10), referenceSound(kStereo, data, 75, 25));
+    EXPECT_TRUE(holds(clip.audio(90, 150, 2), joined(got, constantSound(0.0f, 2, 115))));
+}
+
+TEST_F(ReadFailure, DoesNotHoldUpTheNextRequest) {
+    const Bytes data = noise(kStereo, 100);
+    SoundClip clip(session(), fileWithCutChunk(data));
+    clip.audio(90, 110, 2);
+    EXPECT_TRUE(holds(clip.audio(-1, 100, 2), referenceSound(kStereo, data, 0, 100)));
+}
+
+TEST_F(ReadFailure, IsMetAgainByTheSameRequest) {
+    SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
+    const Lines first = readingLog(clip, 50, 100);
+    EXPECT_EQ(readingLog(clip, 50, 100), first);
+}
+
+TEST_F(ReadFailure, OfEightBitsLeavesTheLowestSample) {
+    const SoundFormat mono8 = {aviwriter::SampleFormat::pcm8, 1};
+    const Bytes sound = noise(mono8, 100);
+    Bytes file = soundFile(mono8, sound, 100);
+    // The index promises that the only chunk lies beyond the file.
+    aviwriter::overwrite(file, aviwriter::positionOf(file, "idx1") + 16, aviwriter::u32(0x10000000));
+    SoundClip clip(session(), file);
+    EXPECT_TRUE(holds(clip.audio(0, 50, 1), constantSound(-1.0f, 1, 50)));
+}
+
+TEST_F(ReadFailure, OfAClosedFileIsOneOfTheSeek) {
+    SoundClip clip(session(), soundFile(kStereo, noise(kStereo, 100), 100));
+    clip.session().quiet();
+    EXPECT_EQ(readingLog(clip, 0, 10),
+              (Lines{"reading : 0, 312, 40", "importAudio: seek error: 312, pos: 0", "fill    : 40"}));
+}
+
+TEST_F(ReadFailure, OfAClosedFileEndsWhenItIsOpenedAgain) {
+    const Bytes sound = noise(kStereo, 100);
+    SoundClip clip(session(), soundFile(kStereo, sound, 100));
+    clip.session().quiet();
+    EXPECT_TRUE(holds(clip.audio(0, 10, 2), constantSound(0.0f, 2, 10)));
+    clip.session().open();
+    EXPECT_TRUE(holds(clip.audio(-1, 10, 2), referenceSound(kStereo, sound, 10, 10)));
+}
