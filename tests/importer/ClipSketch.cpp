@@ -10,7 +10,7 @@ standin::StreamInfo infoOf(const VideoSketch& video) {
 }
 
 std::string chunkIdOf(std::size_t stream, const StreamSketch& sketch) {
-    return "0" + std::to_string(stream) + (sketch.header.type == "auds" ? "wb" : "dc");
+    return std::string("0") + std::to_string(stream) + (sketch.header.type == "auds" ? "wb" : "dc");
 }
 
 }  // namespace

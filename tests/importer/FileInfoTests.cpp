@@ -362,9 +362,20 @@ TEST_F(FileInfo, WithoutAnyDescriptionVideoCallsEndInAnError) {
               (Lines{"----------------------", "[imGetIndPixelFormat] (27)", "m_filePathUtf8: '<folder>/clip.avi'",
                      "m_streamIndex:  0",
                      "FATAL: Unhandled exception during [imGetIndPixelFormat] (27): m_videoInfo is NULL"}));
-    EXPECT_EQ(clip->analysis().result, 99);
-    EXPECT_EQ(clip->dataRate().sizeCall.result, 99);
-    EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_BGRA_4444_8u)}).result, 99);
+}
+
+TEST_F(FileInfo, WithoutAnyDescriptionTheRecordIsStillLogged) {
+    auto clip = opened({shortVideo()});
+    const std::string missing = ": m_videoInfo is NULL";
+    const std::string fatal = "FATAL: Unhandled exception during ";
+    EXPECT_EQ(handlerLogOf([&] { EXPECT_EQ(clip->analysis(50).result, 99); }),
+              (Lines{"buffersize: 50", fatal + "[imAnalysis] (12)" + missing}));
+    EXPECT_EQ(handlerLogOf([&] { EXPECT_EQ(clip->dataRate().sizeCall.result, 99); }),
+              (Lines{"buffersize: 0", fatal + "[imDataRateAnalysis] (13)" + missing}));
+    EXPECT_EQ(handlerLogOf([&] {
+                  EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_BGRA_4444_8u)}).result, 99);
+              }),
+              (Lines{"outFrame: <pointer>", fatal + "[imGetSourceVideo] (47)" + missing}));
 }
 
 TEST_F(FileInfo, WithoutSoundTheChannelLayoutEndsInAnErrorThatTheHostHearsOf) {

@@ -20,6 +20,11 @@ protected:
     }
 };
 
+class FormatListBeforeInit : public ImporterTest {
+protected:
+    void SetUp() override { load(); }
+};
+
 }  // namespace
 
 TEST_F(FormatList, DeclaresQuorvaneAvi) {
@@ -122,4 +127,18 @@ TEST_F(FormatList, SaysInTheLogThatTheHostHasNoMemory) {
     host().faults().fail(hostkit::HostCall::NewPtr, 0);
     EXPECT_EQ(logOf([&] { session().subTypeNames(0x41564956); }),
               (Lines{"----------------------", "[imGetSubTypeNames] (54)", "filetype: AVIV", "    [imMemErr] (4)"}));
+}
+
+TEST_F(FormatListBeforeInit, GivesAnEmptyListOfSubtypes) {
+    EXPECT_EQ(logOf([&] {
+                  const auto answer = session().subTypeNames(0x41564956);
+                  EXPECT_EQ(answer.result, 0);
+                  EXPECT_TRUE(answer.records.empty());
+              }),
+              (Lines{"Log opened", "Application: <program>", "----------------------", "[imGetSubTypeNames] (54)",
+                     "filetype: AVIV", "    [imNoErr] (0)"}));
+}
+
+TEST_F(FormatListBeforeInit, DeclaresTheFormatAllTheSame) {
+    EXPECT_EQ(session().format(0).result, 0);
 }

@@ -36,10 +36,14 @@ std::filesystem::path ImporterTest::pluginPath() const {
 }
 
 void ImporterTest::SetUp() {
+    load();
+    ASSERT_EQ(m_session->init().result, imNoErr);
+}
+
+void ImporterTest::load() {
     m_host = std::make_unique<hostkit::Host>(profile());
     m_plugin = std::make_unique<hostkit::PluginLibrary>(pluginPath());
     m_session = std::make_unique<hostkit::ImporterSession>(*m_host, m_plugin->entry());
-    ASSERT_EQ(m_session->init().result, imNoErr);
 }
 
 void ImporterTest::TearDown() {

@@ -43,6 +43,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    // What SetUp does before the plug-in is initialised.
+    void load();
+
     // Shuts down and unloads the plug-in now; the log stays readable.
     void unload();
 

@@ -79,6 +79,9 @@ std::string normalised(std::string line, const std::string& folder) {
     for (std::size_t at = line.find(folder); at != std::string::npos; at = line.find(folder, at)) {
         line.replace(at, folder.size() + 1, "<folder>/");
     }
+    if (line.starts_with(kApplicationLine)) {
+        return std::string(kApplicationLine) + "<program>";
+    }
     return withPointerReplaced(withPointerReplaced(line, "ptr: "), "outFrame: ");
 }
 

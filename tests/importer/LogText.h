@@ -25,7 +25,8 @@ private:
     std::vector<std::filesystem::path> m_before;
 };
 
-// Replaces each pointer by "<pointer>", or "<null>", and `folder` with the separator after it by "<folder>/".
+// Replaces each pointer by "<pointer>", or "<null>", `folder` with the separator after it by "<folder>/", and this
+// program's path by "<program>".
 std::string normalised(std::string line, const std::string& folder);
 
 // Whether a line is one of `lines`; and how often it is.

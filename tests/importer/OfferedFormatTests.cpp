@@ -20,7 +20,10 @@ protected:
     static std::string offered(ClipSession& clip) {
         std::string codes;
         for (const PrPixelFormat format : clip.pixelFormats()) {
-            codes += (codes.empty() ? "" : " ") + hostkit::codeText(format);
+            if (!codes.empty()) {
+                codes += ' ';
+            }
+            codes += hostkit::codeText(format);
         }
         return codes;
     }

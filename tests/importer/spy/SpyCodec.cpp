@@ -33,7 +33,10 @@ std::string words(const QuorvaneFormat* format) {
     std::memcpy(values, format, sizeof values);
     std::string text = "{";
     for (const std::uint32_t value : values) {
-        text += (text.size() > 1 ? " " : "") + std::to_string(value);
+        if (text.size() > 1) {
+            text += ' ';
+        }
+        text += std::to_string(value);
     }
     return text + "}";
 }
@@ -43,14 +46,21 @@ std::string bytes(const void* data, std::uint32_t count) {
     for (std::uint32_t i = 0; i < count; ++i) {
         char digits[4];
         std::snprintf(digits, sizeof digits, "%02x", static_cast<const unsigned char*>(data)[i]);
-        text += (i > 0 ? " " : "") + std::string(digits);
+        if (i > 0) {
+            text += ' ';
+        }
+        text += digits;
     }
     return text + "]";
 }
 
 std::string planeText(const QuorvanePlane& plane) {
-    return std::string("{") + (plane.address != 0 ? "address" : "0") + " " + std::to_string(plane.rowBytes) + " " +
-           std::to_string(plane.size) + "}";
+    std::string text = plane.address != 0 ? "{address " : "{0 ";
+    text += std::to_string(plane.rowBytes);
+    text += ' ';
+    text += std::to_string(plane.size);
+    text += '}';
+    return text;
 }
 
 std::uint32_t answer(const QuorvaneFormat* request, QuorvaneFormat* output) {
@@ -145,7 +155,8 @@ std::uint32_t quorvane_decompress(std::uint32_t handle, const void* frame, std::
                                   const QuorvanePlane* planes) {
     std::string text = "decompress " + std::to_string(handle) + " " + bytes(frame, size);
     for (int number = 0; number < 4; ++number) {
-        text += " " + planeText(planes[number]);
+        text += ' ';
+        text += planeText(planes[number]);
     }
     note(text);
     std::memset(reinterpret_cast<void*>(static_cast<std::uintptr_t>(planes[0].address)), kDecodedByte, planes[0].size);
