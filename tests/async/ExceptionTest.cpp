@@ -1,0 +1,157 @@
+// Exceptions: those of a decode come to light at the collection, those of a handler at once. Either way the host gets
+// 99 and the log the reason; nothing is held afterwards, and the importer goes on.
+#include "AsyncTest.h"
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <new>
+
+namespace {
+
+constexpr csSDK_int32 kException = 99;
+constexpr char kDuringGetFrame[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiGetFrame (3): ";
+constexpr char kDuringAnnouncing[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiInitiateAsyncRead (0): ";
+constexpr char kDuringFlush[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiFlush (2): ";
+
+class Exception : public AsyncTest {
+protected:
+    void SetUp() override {
+        AsyncTest::SetUp();
+        m_clip = &openClip(smallVideo());
+        m_async = &openAsync(*m_clip);
+    }
+
+    AsyncClip& async() { return *m_async; }
+
+    // The announcement succeeds, the collection does not; then nothing is pending and all goes on.
+    void expectAtTheCollection(const std::vector<imFrameFormat>& formats, const std::string& reason) {
+        EXPECT_EQ(async().announce(timeOf(2), formats), aiNoError);
+        const LoggedLines lines = linesOf([&] {
+            EXPECT_EQ(async().collect(timeOf(2), formats).result, kException);
+        });
+        EXPECT_EQ(lines.caller, (Lines{"----------------------", "[OnGetFrame]",
+                                       "REQUEST: Requesting: 2, frameTime: 20321280000", kDuringGetFrame + reason}));
+        EXPECT_EQ(host().frames().alive(), 0);
+        expectUnharmed();
+    }
+
+    void expectUnharmed() {
+        EXPECT_EQ(async().collect(timeOf(2), yuy3()).result, aiNoError);
+        EXPECT_EQ(logged("REQUEST: ERROR: Frame not found: 2, frameTime: 20321280000"), 1) << "the request is gone";
+        expectFrame(async(), *m_clip, 2);
+        EXPECT_EQ(async().flush(), aiNoError);
+    }
+
+private:
+    hostkit::ClipSession* m_clip = nullptr;
+    AsyncClip* m_async = nullptr;
+};
+
+TEST_F(Exception, OfAnUnknownPixelFormatComesAtTheCollection) {
+    expectAtTheCollection(only(PrPixelFormat{0x21212121}),
+                          "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]");
+}
+
+TEST_F(Exception, OfAPixelFormatThatIsNeverOfferedComesAtTheCollection) {
+    expectAtTheCollection(only(PrPixelFormat_BGRA_4444_32f),
+                          "GetFormatInfo_by_pixelFormat(): pixel format not found: PrPixelFormat_BGRA_4444_32f "
+                          "[BGra]");
+}
+
+TEST_F(Exception, OfAnUnannouncedFrameComesAtTheCollectionToo) {
+    EXPECT_EQ(async().collect(timeOf(2), only(PrPixelFormat{0x21212121})).result, kException);
+    EXPECT_EQ(logged(std::string(kDuringGetFrame) +
+                     "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]"),
+              1);
+    EXPECT_EQ(async().announce(timeOf(3), yuy3()), aiNoError);
+    EXPECT_EQ(async().collect(timeOf(3), yuy3()).result, aiNoError);
+}
+
+TEST_F(Exception, OfTheHostsFrameCreationComesAtTheCollection) {
+    host().faults().throwFrom(hostkit::HostCall::CreatePPix, "no frames today");
+    expectAtTheCollection(yuy3(), "no frames today");
+}
+
+TEST_F(Exception, AfterTheFrameWasCreatedDisposesIt) {
+    host().faults().throwFrom(hostkit::HostCall::GetRowBytes, "no rows today");
+    expectAtTheCollection(yuy3(), "no rows today");
+    EXPECT_GE(host().frames().disposed(), 1);
+}
+
+TEST_F(Exception, ForWantOfMemoryComesAtTheCollection) {
+    // The host's own want: ours cannot be brought about at a chosen place.
+    host().faults().observe([isDue = std::make_shared<std::atomic<bool>>(true)](hostkit::HostCall call) {
+        if (call == hostkit::HostCall::CreatePPix && isDue->exchange(false)) {
+            throw std::bad_alloc();
+        }
+    });
+    expectAtTheCollection(yuy3(), std::bad_alloc().what());
+}
+
+TEST_F(Exception, OfADroppedRequestIsForgotten) {
+    async().announce(timeOf(1), only(PrPixelFormat{0x21212121}));
+    host().faults().throwFrom(hostkit::HostCall::GetPixels, "no pixels today");
+    async().announce(timeOf(2), yuy3());
+    EXPECT_EQ(async().flush(), aiNoError);
+    EXPECT_EQ(host().frames().alive(), 0);
+    const Lines lines = messages();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.find("FATAL") != std::string::npos; }),
+              0);
+    expectUnharmed();
+}
+
+TEST_F(Exception, OfADecodeThatNobodyCollectedIsForgottenAtTheClose) {
+    async().announce(timeOf(1), only(PrPixelFormat{0x21212121}));
+    EXPECT_EQ(async().close(), aiNoError);
+}
+
+TEST_F(Exception, LeavesOtherPendingFramesAlone) {
+    async().announce(timeOf(1), yuy3());
+    async().announce(timeOf(2), only(PrPixelFormat{0x21212121}));
+    async().announce(timeOf(3), yuy3());
+    EXPECT_EQ(async().collect(timeOf(2), yuy3()).result, kException);
+    EXPECT_EQ(async().collect(timeOf(3), yuy3()).result, aiNoError);
+    EXPECT_EQ(async().collect(timeOf(1), yuy3()).result, aiNoError);
+    EXPECT_EQ(logged("REQUEST: ERROR: Frame not found: 1, frameTime: 10160640000"), 0);
+}
+
+// Stream 1 is a sound alone.
+class WithoutVideo : public AsyncTest {
+protected:
+    AsyncClip& openSound() {
+        aviwriter::SampleOptions options = smallVideo();
+        options.audio.resize(2);
+        return openAsync(openClip(write("sound.avi", aviwriter::sampleBytes(options)), 1));
+    }
+};
+
+TEST_F(WithoutVideo, AnAnnouncementIsALogicError) {
+    AsyncClip& async = openSound();
+    const Lines expected = {"----------------------", "[OnInitiateAsyncRead]",
+                            std::string(kDuringAnnouncing) + "m_videoInfo is NULL"};
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kException); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kException); }), expected) << "the lock is free";
+}
+
+TEST_F(WithoutVideo, ACollectionIsALogicError) {
+    AsyncClip& async = openSound();
+    const Lines expected = {"----------------------", "[OnGetFrame]",
+                            std::string(kDuringGetFrame) + "m_videoInfo is NULL"};
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kException); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kException); }), expected);
+}
+
+TEST_F(WithoutVideo, AFlushIsALogicError) {
+    AsyncClip& async = openSound();
+    const Lines expected = {"----------------------", "[OnFlush]", std::string(kDuringFlush) + "m_videoInfo is NULL"};
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kException); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kException); }), expected);
+}
+
+TEST_F(WithoutVideo, TheCloseIsNone) {
+    EXPECT_EQ(openSound().close(), aiNoError);
+}
+
+}  // namespace
