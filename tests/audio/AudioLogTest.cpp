@@ -155,7 +155,7 @@ TEST_F(AudioLog, OfAFarPositionHas64BitValues) {
 }
 
 TEST_F(AudioLog, OfAnUnsignedSizeShowsAllOfIt) {
-    open(soundFile(aviwriter::waveFormatEx({.channels = 0}), {Bytes(40)}, 0xFFFFFFFF));
+    open(soundFile(formatRecord({aviwriter::SampleFormat::float32, 0}), {Bytes(40)}, 0xFFFFFFFF));
     EXPECT_EQ(requestLog(clip(), 1, 0xFFFFFFFF, 0), (Lines{
                                                         "importAudioRec7P->position: 1",
                                                         "m_audioPosition           : 0",

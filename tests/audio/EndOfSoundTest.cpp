@@ -100,7 +100,12 @@ TEST_F(EndOfSound, NoFramesAreGivenWhenNoneAreAskedFor) {
     EXPECT_TRUE(holds(clip.audio(0, 0, 2), SampleBits(2)));
 }
 
+TEST_F(EndOfSound, WithoutChannelsIntegersAreNothing) {
+    SoundClip clip(session(), soundFile(formatRecord({SampleFormat::pcm16, 0}), {Bytes(40)}, 10));
+    EXPECT_TRUE(holds(clip.audio(0, 1000, 0), SampleBits{}));
+}
+
 TEST_F(EndOfSound, WithoutChannelsAnyNumberOfFramesIsNothing) {
-    SoundClip clip(session(), soundFile(aviwriter::waveFormatEx({.channels = 0}), {Bytes(40)}, 10));
+    SoundClip clip(session(), soundFile(formatRecord({SampleFormat::float32, 0}), {Bytes(40)}, 10));
     EXPECT_TRUE(holds(clip.audio(0, 0xFFFFFFFF, 0), SampleBits{}));
 }
