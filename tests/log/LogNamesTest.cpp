@@ -3,10 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
+#include <thread>
 
 namespace {
 
@@ -36,34 +37,38 @@ struct Place {
     hostkit::Host host;
 };
 
-// Takes the names with the counters 0 ... count - 1 of this second and the following ones; gives the last second.
-std::time_t takeNames(const Place& place, int count, int seconds) {
+// Takes the names with the counters 0 ... count - 1 of that second.
+void takeNames(const Place& place, int count, std::time_t second) {
     std::filesystem::create_directories(place.sandbox.logFolder());
-    const std::time_t now = std::time(nullptr);
-    for (int second = 0; second < seconds; ++second) {
-        const std::string stamp = stampAt(now + second);
-        for (int counter = 0; counter < count; ++counter) {
-            char name[64];
-            std::snprintf(name, sizeof name, "quorvane_pr_importer_%s_%02d.log", stamp.c_str(), counter);
-            std::ofstream(place.sandbox.logFolder() / name);
-        }
+    const std::string stamp = stampAt(second);
+    for (int counter = 0; counter < count; ++counter) {
+        char name[64];
+        std::snprintf(name, sizeof name, "quorvane_pr_importer_%s_%02d.log", stamp.c_str(), counter);
+        std::ofstream(place.sandbox.logFolder() / name);
     }
-    return now + seconds - 1;
 }
 
-// Runs the load with the first `count` names of its second taken, and gives the files that it wrote. Seconds pass
-// while names are taken; a longer stretch of them is tried when this one did not reach.
+bool isOfSecond(const std::filesystem::path& file, std::time_t second) {
+    return nameOf(file).substr(kStampBegin, kStampLength) == stampAt(second);
+}
+
+// Runs a load in a second whose first `count` names are taken, and gives the files that it wrote. The names of a
+// second to come are taken and the second awaited; when the load misses it all the same, which shows in the name it
+// wrote, a later second is tried.
 std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32& result) {
-    for (int seconds = 2; seconds <= 64; seconds *= 2) {
+    for (int seconds = 1; seconds <= 64; seconds *= 2) {
         Place place;
-        const std::time_t lastTaken = takeNames(place, count, seconds);
+        const std::time_t second = std::time(nullptr) + seconds;
+        takeNames(place, count, second);
         const hostkit::PluginLog log;
+        std::this_thread::sleep_until(std::chrono::system_clock::from_time_t(second));
         result = loadAndCall(place.host);
-        if (std::time(nullptr) <= lastTaken) {
-            return log.newFiles();
+        const std::vector<std::filesystem::path> files = log.newFiles();
+        if (files.empty() || isOfSecond(files.front(), second)) {
+            return files;
         }
     }
-    ADD_FAILURE() << "The clock outran every stretch of taken names.";
+    ADD_FAILURE() << "No load came in a second whose names were taken.";
     return {};
 }
 
@@ -107,12 +112,14 @@ TEST(LogNames, WithAllNamesTakenNothingIsWrittenAndTheCallAnswersAsEver) {
 
 TEST(LogNames, FilesThatTakeANameAreLeftAsTheyAre) {
     Place place;
-    takeNames(place, 1, 64);
+    const std::time_t now = std::time(nullptr);
+    for (int second = 0; second < 64; ++second) {
+        takeNames(place, 1, now + second);
+    }
     loadAndCall(place.host);
-    for (const auto& entry : std::filesystem::directory_iterator(place.sandbox.logFolder())) {
-        if (nameOf(entry.path()).ends_with("_00.log")) {
-            EXPECT_EQ(entry.file_size(), 0u) << entry.path();
-        }
+    for (int second = 0; second < 64; ++second) {
+        const std::string name = "quorvane_pr_importer_" + stampAt(now + second) + "_00.log";
+        EXPECT_EQ(std::filesystem::file_size(place.sandbox.logFolder() / name), 0u) << name;
     }
 }
 
