@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
-// What a request comes to. Positions wrap where a hostile host's overflow; no stream holds such bytes.
+// What a request comes to. Where a position is too large for 64 bits of bytes, sums and products wrap.
 struct AudioInfo::AudioRange {
     std::int64_t startPos = 0;        // sample frames
     std::int64_t endPos = 0;
