@@ -185,7 +185,8 @@ TEST_F(AudioLog, FollowsTheIndexBackwardsThroughTheFile) {
     const std::uint64_t data = indexedDataPosition(2);
     ASSERT_EQ(data, 456u);
     open(indexedSoundFile({{data + 400, 400}, {data, 400}}, Bytes(800)));
-    EXPECT_EQ(readingLog(clip(), 50, 100), (Lines{"reading : 200, 1056, 200", "reading : 400, 456, 200", "fill    : 0"}));
+    EXPECT_EQ(readingLog(clip(), 50, 100),
+              (Lines{"reading : 200, 1056, 200", "reading : 400, 456, 200", "fill    : 0"}));
 }
 
 TEST_F(AudioLog, OfASoundThatCannotBeDeliveredHoldsNoValues) {

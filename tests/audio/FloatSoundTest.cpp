@@ -16,7 +16,7 @@ protected:
         return aviwriter::waveFormatEx({.formatTag = 3, .channels = channels, .bitsPerSample = bits});
     }
 
-    // What the host gets of `bytes` when they are all that a request is given: frames that they do not reach are silent.
+    // What the host gets of `bytes` when a request is given no more: frames that they do not reach are silent.
     static SampleBits floatsIn(const Bytes& bytes, std::uint16_t channels, std::uint32_t frames) {
         const Bytes wholeSamples(bytes.begin(), bytes.end() - static_cast<std::ptrdiff_t>(bytes.size() % 4));
         return referenceSound({SampleFormat::float32, channels}, wholeSamples, 0, frames);
