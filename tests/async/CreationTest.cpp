@@ -103,10 +103,10 @@ TEST_F(Creation, WithACodecThatRefusesTheStreamIsRefused) {
     expectRefused(clip, imBadFile);
 }
 
-TEST_F(Creation, WithACodecThatGivesNoInstanceEndsInTheGuard) {
+TEST_F(Creation, WithACodecThatGivesNoInstanceIsRefused) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     failCodec(kStandinOpen);
-    expectRefused(clip, 99);
+    expectRefused(clip, imBadFile);
 }
 
 TEST_F(Creation, LeavesTheImporterAsItIs) {
