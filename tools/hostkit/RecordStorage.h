@@ -21,6 +21,13 @@ struct ByteRange {
 // "2-5 34-41", or "nothing".
 std::string describe(const std::vector<ByteRange>& ranges);
 
+// A copy of a packed record's member. Members may lie at odd addresses, so nothing that takes a reference, such as
+// EXPECT_EQ or std::min, may be given the member itself.
+template <class T>
+T valueOf(T member) {
+    return member;
+}
+
 class RecordStorage {
 public:
     explicit RecordStorage(std::size_t size) : m_block(size, 0), m_before(size, 0) {}

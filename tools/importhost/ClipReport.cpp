@@ -21,7 +21,8 @@ StreamReport describeStream(ClipSession& clip, csSDK_int32 index) {
         const hostkit::LayoutAnswer layout = clip.channelLayout();
         report.layoutResult = layout.result;
         if (layout.result == imNoErr) {
-            const auto channels = std::clamp(report.info.audInfo.numChannels, 0, kMaxAudioChannelCount);
+            const csSDK_int32 claimed = report.info.audInfo.numChannels;
+            const csSDK_int32 channels = std::clamp(claimed, 0, kMaxAudioChannelCount);
             report.labels.assign(layout.labels.begin(), layout.labels.begin() + channels);
         }
     }
