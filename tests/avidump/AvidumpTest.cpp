@@ -1,0 +1,114 @@
+#include "avidump/CommandLine.h"
+#include "avidump/Report.h"
+#include "aviwriter/Blocks.h"
+#include "support/MemoryFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace aviwriter;
+
+avidump::Report reportOf(const Bytes& bytes, bool withChunks) {
+    fileio::MemoryFile file(bytes);
+    AviParser parser;
+    const bool usable = parser.parse(file);
+    return avidump::makeReport("a.avi", file, parser, usable, withChunks);
+}
+
+Bytes smallFile() {
+    return riff("AVI ", {list("hdrl", {avih({.totalFrames = 2}),
+                                       list("strl", {strh({.type = "vids"}), strf(bytesOf(BitmapInfo{}), {0xAB, 1})})}),
+                         list("movi", {chunk("00dc", filled(10)), chunk("00dc", filled(6))}),
+                         idx1({{.offset = 4, .length = 10}, {.flags = 0, .offset = 22, .length = 6}})});
+}
+
+bool hasLine(const std::string& text, const std::string& line) {
+    return ("\n" + text).find("\n" + line + "\n") != std::string::npos;
+}
+
+TEST(Avidump, TextShowsTheTreeWithPositionsAndSizes) {
+    const std::string text = avidump::textOf(reportOf(smallFile(), false));
+    EXPECT_TRUE(hasLine(text, "usable: true")) << text;
+    EXPECT_TRUE(hasLine(text, "errorText: none"));
+    EXPECT_TRUE(hasLine(text, "  RIFF AVI   0, 290"));
+    EXPECT_TRUE(hasLine(text, "      avih  24, 56"));
+    EXPECT_TRUE(hasLine(text, "    LIST movi  214, 36"));
+    EXPECT_TRUE(hasLine(text, "    idx1  258, 32"));
+}
+
+TEST(Avidump, TextShowsHeadersFormatAndIndexInUse) {
+    const std::string text = avidump::textOf(reportOf(smallFile(), false));
+    EXPECT_TRUE(hasLine(text, "  dwTotalFrames: 2")) << text;
+    EXPECT_TRUE(hasLine(text, "    fccType: vids"));
+    EXPECT_TRUE(hasLine(text, "    biCompression: QVAN"));
+    EXPECT_TRUE(hasLine(text, "    extraData: ab01"));
+    EXPECT_TRUE(hasLine(text, "  indexInUse: idx1"));
+    EXPECT_TRUE(hasLine(text, "  totalBytes: 16"));
+    EXPECT_TRUE(hasLine(text, "  keyFrames: 1"));
+    EXPECT_EQ(text.find("\nchunk "), std::string::npos);
+}
+
+TEST(Avidump, TextListsEveryChunkWhenAsked) {
+    const std::string text = avidump::textOf(reportOf(smallFile(), true));
+    const std::size_t data = positionOf(smallFile(), "00dc") + 8;
+    EXPECT_TRUE(hasLine(text, "chunk 0 0 " + std::to_string(data) + " 10 0 k")) << text;
+    EXPECT_TRUE(hasLine(text, "chunk 0 1 " + std::to_string(data + 18) + " 6 10 -"));
+}
+
+TEST(Avidump, TextShowsTheErrorsOfAnUnusableFile) {
+    const std::string text = avidump::textOf(reportOf(riff("WAVE", {}), false));
+    EXPECT_TRUE(hasLine(text, "usable: false"));
+    EXPECT_TRUE(hasLine(text, "errorText:\n  AVI chunk missing")) << text;
+}
+
+TEST(Avidump, JsonHasChunksAsArrays) {
+    const auto report = avidump::Report::parse(reportOf(smallFile(), true).dump());
+    const std::size_t data = positionOf(smallFile(), "00dc") + 8;
+    EXPECT_EQ(report["streams"][0]["chunks"].dump(),
+              "[[" + std::to_string(data) + ",10,0,true],[" + std::to_string(data + 18) + ",6,10,false]]");
+    EXPECT_EQ(report["streams"][0]["indexInUse"], "idx1");
+    EXPECT_EQ(report["usable"], true);
+}
+
+TEST(Avidump, ListsThatNestDeeplyAreWrittenFlat) {
+    constexpr std::uint32_t depth = 50'000;
+    Bytes file;
+    for (std::uint32_t i = 0; i < depth; ++i) {
+        const Bytes header = text("LIST") + u32((depth - i) * 12 - 8) + text("deep");
+        file.insert(file.end(), header.begin(), header.end());
+    }
+    const avidump::Report report = reportOf(file, false);
+    EXPECT_EQ(report["chunkTree"].size(), depth);
+    EXPECT_EQ(report["chunkTree"].back()["depth"], depth - 1);
+}
+
+TEST(Avidump, AFileThatCannotBeOpenedIsNotUsable) {
+    EXPECT_EQ(avidump::makeFailedReport("b.avi").dump(), R"({"file":"b.avi","opened":false,"usable":false})");
+}
+
+TEST(AvidumpCommandLine, TakesFilesAndFlags) {
+    const auto parsed = avidump::parseCommandLine({"--json", "a.avi", "--chunks", "b.avi"});
+    ASSERT_TRUE(parsed.command.has_value());
+    EXPECT_EQ(parsed.command->files, (std::vector<std::string>{"a.avi", "b.avi"}));
+    EXPECT_TRUE(parsed.command->json);
+    EXPECT_TRUE(parsed.command->chunks);
+}
+
+TEST(AvidumpCommandLine, NoFileIsWrongUsage) {
+    const auto parsed = avidump::parseCommandLine({"--json"});
+    EXPECT_FALSE(parsed.command.has_value());
+    EXPECT_EQ(parsed.exitCode, 2);
+}
+
+TEST(AvidumpCommandLine, AnUnknownOptionIsWrongUsage) {
+    EXPECT_EQ(avidump::parseCommandLine({"--jsno", "a.avi"}).exitCode, 2);
+}
+
+TEST(AvidumpCommandLine, HelpIsGood) {
+    const auto parsed = avidump::parseCommandLine({"--help"});
+    EXPECT_FALSE(parsed.command.has_value());
+    EXPECT_EQ(parsed.exitCode, 0);
+}
+
+}  // namespace
