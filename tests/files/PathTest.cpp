@@ -56,15 +56,23 @@ protected:
         while (folder.u16string().size() + 60 < length) {
             folder /= "a folder with a name of some length, as cameras make them";
         }
-        const std::filesystem::path path = folder / "clip.avi";
+        m_path = folder / "clip.avi";
         std::filesystem::create_directories(anyLengthForm(folder));
-        writeSampleFile(anyLengthForm(path), smallSample());
-        return path;
+        writeSampleFile(anyLengthForm(m_path), smallSample());
+        return m_path;
     }
 
-    ~LongPath() override { std::filesystem::remove_all(anyLengthForm(std::filesystem::absolute(m_temporary.folder()))); }
+    // Name by name: removing a whole tree would meet the limit on the way down.
+    ~LongPath() override {
+        std::error_code ignored;
+        for (std::filesystem::path path = m_path; path != std::filesystem::absolute(m_temporary.folder());
+             path = path.parent_path()) {
+            std::filesystem::remove(anyLengthForm(path), ignored);
+        }
+    }
 
     TempFolder m_temporary;
+    std::filesystem::path m_path = std::filesystem::absolute(m_temporary.folder());
 };
 
 TEST_F(LongPath, BeyondTheUsualLimitImportsInTheFormThatTakesAnyLength) {
