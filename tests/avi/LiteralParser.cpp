@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::size_t kMostNodes = 100'000;
-constexpr std::uint64_t kMostBytes = 1 << 20;
+constexpr std::uint64_t kMostBytes = 1 << 16;
 
 using Buffer = std::vector<std::uint8_t>;
 
