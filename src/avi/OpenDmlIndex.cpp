@@ -48,7 +48,8 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
     if (count != claimed) {
         // The blank before the line feed has always been there, in this message alone.
-        report(context, "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
+        report(context,
+               "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
         m_useOpenDmlIndex = false;
     }
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.

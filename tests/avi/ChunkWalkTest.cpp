@@ -47,7 +47,8 @@ struct Walked {
 };
 
 TEST(ChunkWalk, ListsAndTheirChildrenAreInFileOrder) {
-    Walked walked(riff("AVI ", {list("hdrl", {chunk("avih", filled(4)), chunk("xxxx", {})}), chunk("JUNK", filled(2))}) +
+    Walked walked(riff("AVI ", {list("hdrl", {chunk("avih", filled(4)), chunk("xxxx", {})}),
+                                chunk("JUNK", filled(2))}) +
                   riff("AVIX", {chunk("idx1", {})}));
     EXPECT_TRUE(walked.holds);
     EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:hdrl(avih xxxx) JUNK) RIFF:AVIX(idx1)");

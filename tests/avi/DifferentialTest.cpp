@@ -70,7 +70,7 @@ TEST(Differential, ADamagedFileGivesTheSame) {
         fourCC("RIFF"), fourCC("movi"), fourCC("strl"), fourCC("idx1"), fourCC("indx"), fourCC("strf"), fourCC("hdrl")};
     const Bytes whole = richFile();
     std::mt19937 random(20240517);
-    const auto below = [&random](std::size_t bound) { return random() % bound; };
+    const auto below = [&random](std::size_t bound) { return static_cast<std::uint32_t>(random() % bound); };
     int tooCostly = 0;
     constexpr int kFiles = 2000;
     for (int i = 0; i < kFiles; ++i) {
@@ -79,7 +79,7 @@ TEST(Differential, ADamagedFileGivesTheSame) {
             switch (below(4)) {
             case 0: damaged[below(damaged.size())] = static_cast<std::uint8_t>(random()); break;
             case 1: overwrite(damaged, below(damaged.size() / 4 - 1) * 4, u32(kEdges[below(kEdges.size())])); break;
-            case 2: overwrite(damaged, below(damaged.size() / 2 - 2) * 2, u32(static_cast<std::uint32_t>(below(600)))); break;
+            case 2: overwrite(damaged, below(damaged.size() / 2 - 2) * 2, u32(below(600))); break;
             default: damaged.resize(damaged.size() - below(40));
             }
         }

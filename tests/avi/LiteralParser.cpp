@@ -239,7 +239,8 @@ private:
         const std::uint32_t inUse = u32At(stream.superHeader, 4);
         const std::uint32_t count = std::min(space < 1 ? 0u : static_cast<std::uint32_t>(space) / 16, inUse);
         if (count != inUse) {
-            report(stream, "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(inUse) + " ");
+            report(stream,
+                   "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(inUse) + " ");
             stream.useOpenDml = false;
         }
         for (std::size_t at = 24, i = 0; i < count && at + 16 <= kMostBytes; at += 16, ++i) {

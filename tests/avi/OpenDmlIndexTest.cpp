@@ -45,7 +45,8 @@ TEST(OpenDmlIndex, StandardIndexesFollowEachOtherWithOneRunningSum) {
 
 TEST(OpenDmlIndex, Bit31OfASizeMarksAChunkThatIsNoKeyFrame) {
     Parsed parsed(openDmlFile({{{0x7FFFFFFF, 0xFFFFFFFF, 5 | kNotKeyFrame, 5}}}));
-    EXPECT_EQ(chunkText(parsed.stream(0)), "0:2147483647@0k 100:2147483647@2147483647 200:5@4294967294 300:5@4294967299k");
+    EXPECT_EQ(chunkText(parsed.stream(0)),
+              "0:2147483647@0k 100:2147483647@2147483647 200:5@4294967294 300:5@4294967299k");
 }
 
 TEST(OpenDmlIndex, AnOffsetThatPassesTheLastPositionWrapsAround) {
@@ -297,8 +298,9 @@ TEST(OpenDmlIndex, MoreThanAMillionEntriesBehindTheEndOfTheFileCannotBeRead) {
 }
 
 TEST(OpenDmlIndex, TheMillionIsForAllIndexesOfAStreamTogether) {
-    const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl(
-                                        {indx({.entries = {{0, 8 + 24 + 8 * 600'000}, {0, 8 + 24 + 8 * 600'000}}})})})});
+    constexpr std::uint32_t size = 8 + 24 + 8 * 600'000;
+    const Bytes index = indx({.entries = {{0, size}, {0, size}}});
+    const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({index})})});
     Bytes file = head + ix("ix00", {.entriesInUse = 600'000});
     overwrite(file, superIndexEntryAt(file, 0), u64(head.size()));
     overwrite(file, superIndexEntryAt(file, 1), u64(head.size()));
