@@ -80,6 +80,9 @@ std::vector<std::string> Host::problems() const {
                                 " and released " + times(balance.released) + ".");
         }
     }
+    if (const int open = asyncImportersOpen(); open != 0) {
+        sentences.push_back("Asynchronous importers not closed: " + std::to_string(open) + ".");
+    }
     for (const std::vector<std::string>& held : {m_frames.problems(), m_memory.problems()}) {
         sentences.insert(sentences.end(), held.begin(), held.end());
     }

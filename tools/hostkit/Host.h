@@ -16,6 +16,7 @@
 #include "hostkit/HostMemory.h"
 #include "hostkit/HostProfile.h"
 
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
@@ -63,6 +64,8 @@ public:
     std::map<SuiteId, SuiteBalance> suites() const;
     int suitesHeld() const;
 
+    int asyncImportersOpen() const { return m_asyncImporters; }
+
     std::vector<ErrorEvent> errorEvents() const;
 
     // What the plug-in did wrong so far, whatever it still holds: one sentence each.
@@ -77,6 +80,7 @@ public:
     SPErr acquire(const char* name, csSDK_int32 version, const void** suite);
     SPErr release(const char* name, csSDK_int32 version);
     void addErrorEvent(const ErrorEvent& event);
+    void addAsyncImporters(int count) { m_asyncImporters += count; }
     std::optional<csSDK_int32> onCall(HostCall call, const std::string& arguments);
 
 private:
@@ -86,6 +90,7 @@ private:
     FaultPlan m_faults;
     HostMemory m_memory;
     FrameStore m_frames;
+    std::atomic<int> m_asyncImporters = 0;
 
     mutable std::mutex m_mutex;
     std::map<SuiteId, SuiteBalance> m_suites;
