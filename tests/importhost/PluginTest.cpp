@@ -1,5 +1,5 @@
 // The program with the plug-in itself, on samples of the stand-in codec.
-#include "importhost/Program.h"
+#include "importhost/Sample.h"
 
 #include <nlohmann/json.hpp>
 
@@ -7,21 +7,9 @@
 
 using programs::importhost;
 using programs::ProgramRun;
+using programs::Sample;
 
 namespace {
-
-// A sample beside its results, removed with them when the test ends.
-class Sample : public fakes::TemporaryFile {
-public:
-    explicit Sample(std::vector<std::string> arguments) : TemporaryFile(u8"sample.avi", "") {
-        arguments.push_back("-o");
-        arguments.push_back(text());
-        const ProgramRun made = programs::makeavi(arguments);
-        EXPECT_EQ(made.exitCode, 0) << made.errors;
-    }
-    std::string text() const { return hostkit::toUtf8(path()); }
-    std::filesystem::path beside(const char* name) const { return path().parent_path() / name; }
-};
 
 std::ptrdiff_t lineCount(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
 

@@ -44,6 +44,8 @@ const std::vector<HostProfile>& hostProfiles() {
          RowBytesPolicy::RoundedTo128, {{kPrSDKPPixSuite, kEveryVersion}}},
         {"no-error-suite", "interface 18 without the Error Suite", IMPORTMOD_VERSION_18, kUsualTicks,
          RowBytesPolicy::RoundedTo128, {{kPrSDKErrorSuite, kEveryVersion}}},
+        {"no-async", "interface 18, never asks for asynchronous importers", IMPORTMOD_VERSION_18, kUsualTicks,
+         RowBytesPolicy::RoundedTo128, {}, false},
     };
     return profiles;
 }

@@ -41,6 +41,7 @@ struct HostProfile {
     PrTime ticksPerSecond = 254016000000;
     RowBytesPolicy rowBytes = RowBytesPolicy::RoundedTo128;
     std::vector<SuiteId> refusedSuites = {};
+    bool asksForAsync = true;           // knows asynchronous importers
 
     RecordSizes recordSizes() const;
     bool refuses(const SuiteId& suite) const;

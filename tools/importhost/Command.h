@@ -40,6 +40,7 @@ public:
 std::unique_ptr<Command> makeInfoCommand();
 std::unique_ptr<Command> makeFramesCommand();
 std::unique_ptr<Command> makeSheetCommand();
+std::unique_ptr<Command> makeAudioCommand();
 
 // The whole program, apart from the system's part of main. Writes to standard output and standard error.
 int runCommandLine(const std::vector<std::string>& arguments);

@@ -22,6 +22,7 @@ constexpr CommandRow kCommands[] = {
     {"info", "Tell what the plug-in says about files", makeInfoCommand},
     {"frames", "Write frames as pictures, raw bytes or checksums", makeFramesCommand},
     {"sheet", "Make a contact sheet of a file's frames", makeSheetCommand},
+    {"audio", "Write a stream's sound as a WAV file", makeAudioCommand},
 };
 
 constexpr char kPurpose[] =
@@ -34,6 +35,7 @@ constexpr char kFooter[] =
     "  importhost sheet clip.avi -o sheet.png           see it at a glance\n"
     "  importhost frames clip.avi --range 10-19         ten frames as PNG files\n"
     "  importhost frames clip.avi --as checksum         one line per frame, to compare runs\n"
+    "  importhost audio clip.avi -o sound.wav           hear it\n"
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
     "\n'importhost COMMAND --help' explains a command.\n"
     "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"

@@ -1,7 +1,9 @@
 // importhost frames: frames as pictures, raw bytes or checksums.
+#include "importhost/AsyncFrames.h"
 #include "importhost/Command.h"
 #include "importhost/FrameWriters.h"
 #include "importhost/Progress.h"
+#include "importhost/Range.h"
 #include "importhost/VideoClip.h"
 
 #include "hostkit/Names.h"
@@ -10,40 +12,11 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <iostream>
 
 namespace importhost {
 
 namespace {
-
-struct FrameRange {
-    std::int64_t first = 0;
-    std::int64_t last = -1;         // included; -1: the clip's last frame
-};
-
-bool readNumber(std::string_view text, std::int64_t& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= 0;
-}
-
-// "A-B", "A-" up to the end, "A" alone.
-std::optional<FrameRange> rangeOf(std::string_view text) {
-    FrameRange range;
-    const std::size_t dash = text.find('-');
-    if (!readNumber(text.substr(0, dash), range.first)) {
-        return std::nullopt;
-    }
-    if (dash == std::string_view::npos) {
-        range.last = range.first;
-        return range;
-    }
-    const std::string_view second = text.substr(dash + 1);
-    if (!second.empty() && (!readNumber(second, range.last) || range.last < range.first)) {
-        return std::nullopt;
-    }
-    return range;
-}
 
 std::string checkRange(const std::string& text) {
     return rangeOf(text) ? "" : "'" + text + "' is no range of frames such as 10-19, 10- or 10";
@@ -60,6 +33,31 @@ std::string writerHelp() {
 std::string checkWriter(const std::string& name) {
     return findFrameWriter(name) ? "" : "'" + name + "' is none of png, raw and checksum";
 }
+
+// Takes frames one by one. One that failed is told of and passed over.
+class FrameOutput {
+public:
+    FrameOutput(FrameWriter& writer, std::size_t frames)
+        : m_writer(writer), m_progress("frames", static_cast<std::int64_t>(frames)) {}
+
+    void take(std::int64_t index, const hostkit::HostFrame& frame, const std::string& failure) {
+        if (const auto view = frame.view()) {
+            m_writer.write(*view, index);
+        } else {
+            m_progress.clear();
+            std::cerr << "importhost: Frame " << index << " failed: " << failure << "\n";
+            m_code = kFailed;
+        }
+        m_progress.step();
+    }
+
+    ExitCode code() const { return m_code; }
+
+private:
+    FrameWriter& m_writer;
+    Progress m_progress;
+    ExitCode m_code = kGood;
+};
 
 class FramesCommand : public Command {
 public:
@@ -81,6 +79,7 @@ public:
         app.add_option("--out", m_folder, "Folder for the files, made when missing")
             ->type_name("DIR")
             ->capture_default_str();
+        declareAsync(app);
     }
 
     ExitCode run(Editor& editor) override {
@@ -93,10 +92,33 @@ public:
         if (row.writesFiles) {
             std::filesystem::create_directories(folder);
         }
-        return write(clip, format, indexes, *row.make(folder, hostkit::toUtf8(path.stem())));
+        const auto writer = row.make(folder, hostkit::toUtf8(path.stem()));
+        FrameOutput output(*writer, indexes.size());
+        if (m_async.ahead == 0) {
+            writeInTurn(clip, format, indexes, output);
+        } else {
+            writeAhead(editor, clip, format, indexes, output);
+        }
+        return output.code();
     }
 
 private:
+    void declareAsync(CLI::App& app) {
+        CLI::Option* async = app.add_option("--async", m_async.ahead,
+                                            "Frames by the asynchronous importer: N are announced ahead of "
+                                            "collecting")
+                                 ->type_name("N")
+                                 ->check(CLI::Range(1, 1000).description(""));
+        app.add_option("--shuffle", m_async.shuffleSeed, "Collect each N frames in an order drawn from this seed")
+            ->type_name("SEED")
+            ->needs(async);
+        app.add_option("--refocus", m_async.refocusEvery, "Every K frames drop all that is announced, close and open "
+                                                          "again, as when the editor loses focus; 0: never")
+            ->type_name("K")
+            ->needs(async)
+            ->capture_default_str();
+    }
+
     PrPixelFormat chooseFormat(const VideoClip& clip) const {
         if (m_format.empty()) {
             return clip.formats().front();
@@ -113,7 +135,7 @@ private:
     }
 
     std::vector<std::int64_t> chooseFrames(const VideoClip& clip) const {
-        const FrameRange range = rangeOf(m_range).value_or(FrameRange{});
+        const Range range = rangeOf(m_range).value_or(Range{});
         const std::int64_t end = clip.frameCount();
         const std::int64_t last = range.last < 0 ? end - 1 : range.last;
         if (range.first >= end || last >= end) {
@@ -126,23 +148,27 @@ private:
         return indexes;
     }
 
-    // A frame that fails is told of and passed over.
-    static ExitCode write(VideoClip& clip, PrPixelFormat format, const std::vector<std::int64_t>& indexes,
-                          FrameWriter& writer) {
-        ExitCode code = kGood;
-        Progress progress("frames", static_cast<std::int64_t>(indexes.size()));
+    static void writeInTurn(VideoClip& clip, PrPixelFormat format, const std::vector<std::int64_t>& indexes,
+                            FrameOutput& output) {
         for (const std::int64_t index : indexes) {
             const hostkit::FrameAnswer answer = clip.frame(index, format);
-            if (const auto view = answer.frame.view()) {
-                writer.write(*view, index);
-            } else {
-                progress.clear();
-                std::cerr << "importhost: Frame " << index << " failed: " << hostkit::resultText(answer.result) << "\n";
-                code = kFailed;
-            }
-            progress.step();
+            output.take(index, answer.frame, hostkit::resultText(answer.result));
         }
-        return code;
+    }
+
+    void writeAhead(Editor& editor, VideoClip& clip, PrPixelFormat format, const std::vector<std::int64_t>& indexes,
+                    FrameOutput& output) const {
+        if (!editor.host().profile().asksForAsync) {
+            throw UsageError("The host '" + editor.host().profile().name + "' does not know asynchronous frames.");
+        }
+        if (m_async.shuffleSeed) {
+            std::cerr << "importhost: Frames are collected in the order of seed " << *m_async.shuffleSeed << ".\n";
+        }
+        AsyncFrames frames(editor, clip, format);
+        frames.run(indexes, asyncPlan(indexes.size(), m_async),
+                   [&output](std::int64_t index, const hostkit::HostFrame& frame, const std::string& failure) {
+                       output.take(index, frame, failure);
+                   });
     }
 
     std::string m_file;
@@ -151,6 +177,7 @@ private:
     std::string m_format;
     std::string m_writer = "png";
     std::string m_folder = ".";
+    AsyncOptions m_async{.ahead = 0, .refocusEvery = 50};      // 0 ahead: not asynchronous
 };
 
 }  // namespace

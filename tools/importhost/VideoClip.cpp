@@ -33,8 +33,13 @@ VideoClip::VideoClip(Editor& editor, const std::filesystem::path& path)
 }
 
 hostkit::FrameAnswer VideoClip::frame(std::int64_t index, PrPixelFormat format) {
-    const imFrameFormat wanted = {info().vidInfo.imageWidth, info().vidInfo.imageHeight, format};
-    return m_clip.frame(hostkit::timeOfFrame(info(), index, m_ticksPerSecond), {wanted});
+    return m_clip.frame(timeOf(index), {wanted(format)});
+}
+
+PrTime VideoClip::timeOf(std::int64_t index) const { return hostkit::timeOfFrame(info(), index, m_ticksPerSecond); }
+
+imFrameFormat VideoClip::wanted(PrPixelFormat format) const {
+    return {info().vidInfo.imageWidth, info().vidInfo.imageHeight, format};
 }
 
 double VideoClip::secondsOf(std::int64_t index) const {

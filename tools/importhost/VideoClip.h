@@ -26,6 +26,12 @@ public:
 
     hostkit::FrameAnswer frame(std::int64_t index, PrPixelFormat format);
 
+    // What frame() asks for, for those who ask in another way: the time in host ticks, and the format at the video's
+    // own size.
+    PrTime timeOf(std::int64_t index) const;
+    imFrameFormat wanted(PrPixelFormat format) const;
+    hostkit::ClipSession& session() { return m_clip; }
+
     // Seconds from the start of the clip.
     double secondsOf(std::int64_t index) const;
 
