@@ -38,7 +38,7 @@ aviwriter::Bytes withFrameBeyondTheEnd(const aviwriter::SampleOptions& options, 
     return file;
 }
 
-AsyncTest::AsyncTest(hostkit::HostProfile profile) : m_run(std::move(profile)) {}
+AsyncTest::AsyncTest(hostkit::HostProfile profile, bool logged) : m_run(std::move(profile), logged) {}
 
 void AsyncTest::SetUp() {
     standin_reset();

@@ -49,7 +49,7 @@ aviwriter::Bytes withFrameBeyondTheEnd(const aviwriter::SampleOptions& options, 
 
 class AsyncTest : public ::testing::Test {
 protected:
-    explicit AsyncTest(hostkit::HostProfile profile = {});
+    explicit AsyncTest(hostkit::HostProfile profile = {}, bool logged = true);
 
     void SetUp() override;
     void TearDown() override;

@@ -13,6 +13,7 @@ void Gate::pass() {
     m_arrived = true;
     m_changed.notify_all();
     m_changed.wait_for(lock, kLongest, [this] { return m_open; });
+    m_open = true;
 }
 
 bool Gate::waitForArrival() {

@@ -6,7 +6,8 @@
 
 class Gate {
 public:
-    // For the thread that is to be held. A minute at most: a test that failed must come to its end.
+    // For the thread that is to be held. A minute at most, then the gate is open: a test that waits for a held thread
+    // must come to its end, and see that it failed.
     void pass();
 
     // Waits until a thread stands at the gate; false when none came within a minute.

@@ -12,6 +12,8 @@ constexpr int kRounds = 60;
 
 class Threads : public AsyncTest {
 protected:
+    using AsyncTest::AsyncTest;
+
     std::vector<std::vector<std::uint8_t>> referencesOf(hostkit::ClipSession& clip) {
         std::vector<std::vector<std::uint8_t>> references;
         for (int frame = 0; frame < kFrames; ++frame) {
@@ -131,6 +133,32 @@ TEST_F(Threads, OpenUseAndCloseImportersAtOnce) {
     for (auto& thread : threads) {
         EXPECT_EQ(thread.get(), 0);
     }
+}
+
+// Without a log, whose lock would put the tasks in a row: then nothing but the importer's own order keeps two reads of
+// one file from moving its position under each other.
+class ThreadsWithoutALog : public Threads {
+protected:
+    ThreadsWithoutALog() : Threads({}, false) {}
+};
+
+TEST_F(ThreadsWithoutALog, ReadOneFrameAtATime) {
+    aviwriter::SampleOptions options = smallVideo(kFrames);
+    options.width = 16;
+    options.height = 8;
+    hostkit::ClipSession& clip = openClip(options);
+    const auto references = referencesOf(clip);
+    AsyncClip& async = openAsync(clip);
+    int wrong = 0;
+    for (int round = 0; round < 500; ++round) {
+        for (int frame = 0; frame < kFrames; ++frame) {
+            async.announce(timeOf(frame), yuy3());
+        }
+        for (int frame = 0; frame < kFrames; ++frame) {
+            wrong += bytesOf(async.collect(timeOf(frame), yuy3()).frame) != references[static_cast<std::size_t>(frame)];
+        }
+    }
+    EXPECT_EQ(wrong, 0);
 }
 
 }  // namespace
