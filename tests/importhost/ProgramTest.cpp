@@ -57,9 +57,13 @@ TEST(Info, ShowsWhatThePluginSays) {
     subtype       A[0][0][0]  A
     sound         2 channels, 48000 Hz, 16-bit integer, 96000 sample frames
     layout        FrontLeft FrontRight
+    levels        FrontLeft  |████████████████████████████████████████████████| 99.6 dB
+                  FrontRight |████████████████████████████████████████████████| 99.6 dB
   stream 1        imBadStreamIndex (19)
     sound         2 channels, 48000 Hz, 16-bit integer, 96000 sample frames
     layout        FrontLeft FrontRight
+    levels        FrontLeft  |████████████████████████████████████████████████| 99.6 dB
+                  FrontRight |████████████████████████████████████████████████| 99.6 dB
   pixel formats   bgra  PrPixelFormat_BGRA_4444_8u
                   yuy2  PrPixelFormat_YUYV_422_8u_601
   data rate       3.61 Mbit/s, 300 frames (300 key frames), 4.31 MiB, smallest 100, largest 30000 bytes

@@ -25,6 +25,7 @@ StreamReport describeStream(ClipSession& clip, csSDK_int32 index) {
             const csSDK_int32 channels = std::clamp(claimed, 0, kMaxAudioChannelCount);
             report.labels.assign(layout.labels.begin(), layout.labels.begin() + channels);
         }
+        report.levels = levelsOf(clip, report.info);
     }
     return report;
 }

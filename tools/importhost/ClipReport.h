@@ -3,6 +3,7 @@
 
 #include "hostkit/ClipSession.h"
 #include "importhost/Editor.h"
+#include "importhost/Levels.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -17,6 +18,7 @@ struct StreamReport {
     imFileInfoRec8 info = {};
     csSDK_int32 layoutResult = imUnsupported;   // asked for streams with sound only
     std::vector<csSDK_int32> labels;            // one per channel, when the layout was given
+    Levels levels;
 
     // Whether the plug-in filled the record: it does so for 0, 18 and 19.
     bool isDescribed() const { return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex; }

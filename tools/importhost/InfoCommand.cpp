@@ -19,7 +19,8 @@ public:
         app.add_option("FILE", m_files, "The clips")->required()->type_name("");
         app.add_flag("--json", m_asJson, "Print one JSON object instead of text");
         app.footer("\nShows the formats and subtypes that the plug-in offers, then for each clip: the answer for\n"
-                   "every stream, pixel formats in the plug-in's order, data rate and analysis text.\n");
+                   "every stream with the loudness of its sound over time, pixel formats in the plug-in's order,\n"
+                   "data rate and analysis text.\n");
     }
 
     ExitCode run(Editor& editor) override {

@@ -47,6 +47,8 @@ Json soundJson(const StreamReport& stream) {
         {"sampleFrames", PrAudioSample{stream.info.audDuration}},
         {"layoutResult", resultJson(stream.layoutResult)},
         {"layout", labels},
+        {"peaksResult", resultJson(stream.levels.result)},
+        {"peaks", stream.levels.peaks},
     };
 }
 

@@ -54,6 +54,30 @@ void addVideo(Lines& lines, const imFileInfoRec8& info, const Editor& editor) {
                                 subTypeName(editor, video.subType));
 }
 
+std::string channelName(const StreamReport& stream, std::size_t channel) {
+    const bool isLabelled = channel < stream.labels.size() && stream.labels[channel] != kPrAudioChannelLabel_Discrete;
+    return isLabelled ? std::string(hostkit::channelLabelName(stream.labels[channel]))
+                      : "channel " + std::to_string(channel + 1);
+}
+
+// A row of bars for each channel, between edges that stand under each other.
+void addLevels(Lines& lines, const StreamReport& stream) {
+    std::size_t width = 0;
+    for (std::size_t channel = 0; channel < stream.levels.peaks.size(); ++channel) {
+        width = std::max(width, channelName(stream, channel).size());
+    }
+    std::string label = "  levels";
+    for (std::size_t channel = 0; channel < stream.levels.peaks.size(); ++channel) {
+        const std::vector<float>& peaks = stream.levels.peaks[channel];
+        std::string name = channelName(stream, channel);
+        name.resize(width, ' ');
+        lines.line(std::exchange(label, ""), name + " |" + bars(peaks) + "| " + decibelText(peakOf(peaks)));
+    }
+    if (!stream.levels.peaks.empty() && stream.levels.result != imNoErr) {
+        lines.line("", "then " + hostkit::resultText(stream.levels.result));
+    }
+}
+
 void addSound(Lines& lines, const StreamReport& stream) {
     const imAudioInfoRec7& sound = stream.info.audInfo;
     std::ostringstream kind;
@@ -66,6 +90,7 @@ void addSound(Lines& lines, const StreamReport& stream) {
         layout.append(layout.empty() ? "" : " ").append(hostkit::channelLabelName(label));
     }
     lines.line("  layout", stream.layoutResult == imNoErr ? layout : hostkit::resultText(stream.layoutResult));
+    addLevels(lines, stream);
 }
 
 void addDataRate(Lines& lines, const DataRateReport& rate) {
