@@ -1,6 +1,9 @@
 # What demo and check share. Sourced from the project's root.
 set -euo pipefail
 
+# Names in every script must reach Wine, and messages come out the same everywhere.
+export LC_ALL=C.UTF-8
+
 log_dir=build/logs
 mkdir -p "$log_dir"
 
@@ -17,10 +20,10 @@ fail() {
 build_preset() {
     local preset=$1 log=$log_dir/build-$1.log
     shift
-    say "building the $preset preset"
+    say "building the $preset preset (progress in $log)"
     { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
         cmake --build --preset "$preset" ${*:+--target "$@"} >>"$log" 2>&1 || {
-        grep -E 'error|FAILED|CMake Error' "$log" | head -20 >&2
+        grep -m 20 -E 'error|FAILED|CMake Error' "$log" >&2 || tail -n 20 "$log" >&2
         fail "the $preset build failed; see $log"
     }
 }

@@ -5,12 +5,12 @@ build_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev libz-mingw-w64-dev binutils-mingw-w64-x86-64
     zlib1g-dev libpng-dev
     libcli11-dev nlohmann-json3-dev libstb-dev
-    googletest gawk
+    googletest gawk xz-utils
     wine wine64
 )
 
 check_packages=(
-    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly
+    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     icoutils libasan8 libubsan1 libtsan2
 )
 
@@ -32,10 +32,12 @@ install_packages() {
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
-    say "installing Debian packages: $(echo $missing)"
+    [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "packages are missing: run this as root, or install sudo"
+    say "installing Debian packages (progress in $log_dir/apt.log): $(echo $missing)"
     as_root apt-get update >"$log_dir/apt.log" 2>&1 || true
     # shellcheck disable=SC2086 # one word a package
-    DEBIAN_FRONTEND=noninteractive as_root apt-get install -y --no-install-recommends $missing >>"$log_dir/apt.log" 2>&1 ||
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing \
+        >>"$log_dir/apt.log" 2>&1 ||
         fail "apt-get could not install the packages; see $log_dir/apt.log"
 }
 
@@ -47,16 +49,22 @@ fetch_source_package() {
     rm -rf "$target" "$lists" && mkdir -p "$target" "$lists/sources.d" "$lists/lists/partial" "$lists/download"
     # The machine's own package sources, asked for source packages instead of binary ones.
     for entry in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-        [ -f "$entry" ] && grep -E '^deb .*debian' "$entry" | sed 's/^deb /deb-src /' >"$lists/sources.d/$(basename "$entry" .list).list"
+        [ -f "$entry" ] || continue
+        sed -n '/^deb .*debian/s/^deb /deb-src /p' "$entry" >"$lists/sources.d/$(basename "$entry" .list).list"
     done
     for entry in /etc/apt/sources.list.d/*.sources; do
-        [ -f "$entry" ] && grep -qi debian-archive-keyring "$entry" &&
+        if [ -f "$entry" ] && grep -qi debian "$entry"; then
             sed 's/^Types:.*/Types: deb-src/' "$entry" >"$lists/sources.d/$(basename "$entry")"
+        fi
     done
-    local options=(-o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$lists/sources.d" -o Dir::State::lists="$lists/lists")
-    apt-get "${options[@]}" update >"$log_dir/source-packages.log" 2>&1 &&
-        (cd "$lists/download" && apt-get "${options[@]}" source --download-only --tar-only "$name") >>"$log_dir/source-packages.log" 2>&1 &&
+    grep -rq deb-src "$lists/sources.d" || fail "no source of Debian packages was found in /etc/apt"
+    local log=$log_dir/source-packages.log
+    local options=(-o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$lists/sources.d"
+        -o Dir::State::lists="$lists/lists")
+    # An update that fails for some other source is no failure: the download decides.
+    apt-get "${options[@]}" update >"$log" 2>&1 || true
+    (cd "$lists/download" && apt-get "${options[@]}" source --download-only --tar-only "$name") >>"$log" 2>&1 &&
         tar -xf "$lists"/download/"$name"*.orig.tar.* -C "$target" --strip-components=1 &&
         touch "$target/.unpacked" ||
-        fail "the source package $name could not be fetched; see $log_dir/source-packages.log"
+        fail "the source package $name could not be fetched; see $log"
 }

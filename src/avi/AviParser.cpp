@@ -48,8 +48,7 @@ bool AviParser::fail(const char* message) {
 }
 
 bool AviParser::giveUp(const char* message) noexcept {
-    m_tree = {};
-    m_streams.clear();
+    reset();
     try {
         m_errors.add(message);
     } catch (...) {

@@ -58,7 +58,8 @@ public:
     /// The entries in use of which the file has at least a part.
     const std::vector<avi::SuperIndexEntry>& superIndexEntries() const { return m_superIndexEntries; }
 
-    /// The head of the standard index of each super index entry; all zero where none was read.
+    /// The head of the standard index of each super index entry, also of one that was refused; all zero where
+    /// nothing was read.
     const std::vector<avi::StdIndexHeader>& stdIndexes() const { return m_stdIndexes; }
 
     /// True when an OpenDML index was read without any fault; the lookups below then use it, else "idx1".

@@ -1,5 +1,8 @@
 #include "codec/FrameRequest.h"
 
+#include "log/Log.h"
+
+#include <exception>
 #include <utility>
 
 FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite)
@@ -10,8 +13,15 @@ FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite*
 }
 
 FrameRequest::~FrameRequest() {
-    if (ppix != nullptr) {
+    if (ppix == nullptr) {
+        return;
+    }
+    try {
         ppixSuite->Dispose(ppix);
+    } catch (const std::exception& error) {
+        Log("ERROR: Dispose() failed: %s", error.what());
+    } catch (...) {
+        Log("ERROR: Dispose() failed");
     }
 }
 

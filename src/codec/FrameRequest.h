@@ -11,7 +11,7 @@ struct FrameRequest {
     // Copies what the host's record says: the record is the host's again when its call returns.
     FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite);
 
-    // Disposes a frame that was not handed over.
+    // Disposes a frame that was not handed over; what the host throws at that is only logged.
     ~FrameRequest();
 
     FrameRequest(const FrameRequest&) = delete;

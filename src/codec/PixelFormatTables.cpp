@@ -10,7 +10,7 @@
 
 namespace {
 
-// Sets, in ascending order of their values. Greyscale prefers these as well: there is no grey format in the host's list.
+// Sets, in ascending order of their values. Greyscale prefers the packed ones as well: the host's list has no grey.
 constexpr PrPixelFormat kPacked422[] = {
     PrPixelFormat_YUYV_422_8u_601, PrPixelFormat_YUYV_422_8u_709,
     PrPixelFormat_UYVY_422_8u_709, PrPixelFormat_UYVY_422_8u_601,
@@ -68,8 +68,10 @@ void BuildPixelFormatTables(SPBasicSuite* basicSuite) {
                                                          kPrSDKImageProcessingSuiteVersion);
     imageProcessing.get();
     imageProcessing.release();
-    subTypeInfos = kSubTypes;
-    formatInfos = kFormats;
+    if (formatInfos.empty()) {   // after a second init decodes may be reading them
+        subTypeInfos = kSubTypes;
+        formatInfos = kFormats;
+    }
 }
 
 std::span<const SubTypeInfo> SubTypeInfos() {

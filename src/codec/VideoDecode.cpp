@@ -21,7 +21,7 @@ csSDK_int32 VideoInfo::DecodeFrame(FrameRequest& request) {
         }
     }
 
-    if (!hasVideoSize(wanted)) {
+    if (!hasSize(wanted, frameSize())) {
         return imOtherErr;   // the codec would write past the frame buffer
     }
 

@@ -94,23 +94,22 @@ csSDK_int32 VideoInfo::LocateFrame(FrameRequest& request) const {
 
     // The first format decides: the host was offered only what can be decoded.
     imFrameFormat& format = request.frameFormats.front();
+    const FrameSize video = frameSize();
     if (format.inFrameWidth == 0) {
-        format.inFrameWidth = static_cast<csSDK_int32>(width());
+        format.inFrameWidth = video.width;
     }
     if (format.inFrameHeight == 0) {
-        format.inFrameHeight = static_cast<csSDK_int32>(height());
+        format.inFrameHeight = video.height;
     }
-    return hasVideoSize(format) ? imNoErr : imOtherErr;
+    return hasSize(format, video) ? imNoErr : imOtherErr;
 }
 
-bool VideoInfo::hasVideoSize(const imFrameFormat& format) const {
-    const auto videoWidth = static_cast<csSDK_int32>(width());
-    const auto videoHeight = static_cast<csSDK_int32>(height());
-    if (format.inFrameWidth == videoWidth && format.inFrameHeight == videoHeight) {
+bool VideoInfo::hasSize(const imFrameFormat& format, FrameSize video) {
+    if (format.inFrameWidth == video.width && format.inFrameHeight == video.height) {
         return true;
     }
-    Log("ERROR: frame size mismatch (%d, %d) != (%d, %d)", format.inFrameWidth, format.inFrameHeight, videoWidth,
-        videoHeight);
+    Log("ERROR: frame size mismatch (%d, %d) != (%d, %d)", format.inFrameWidth, format.inFrameHeight, video.width,
+        video.height);
     return false;
 }
 

@@ -104,12 +104,9 @@ void VideoInfo::readFrameRate() {
     }
 }
 
-std::uint32_t VideoInfo::width() const {
-    return static_cast<std::uint32_t>(m_frameSize.load(std::memory_order_relaxed) >> 32);
-}
-
-std::uint32_t VideoInfo::height() const {
-    return static_cast<std::uint32_t>(m_frameSize.load(std::memory_order_relaxed));
+VideoInfo::FrameSize VideoInfo::frameSize() const {
+    const std::uint64_t size = m_frameSize.load(std::memory_order_relaxed);
+    return {static_cast<csSDK_int32>(size >> 32), static_cast<csSDK_int32>(size & 0xFFFFFFFFu)};
 }
 
 void VideoInfo::setFormat(const QuorvaneFormat& format) {
@@ -128,10 +125,11 @@ csSDK_int32 VideoInfo::getIndPixelFormat(std::uint32_t index, imIndPixelFormatRe
 }
 
 std::string VideoInfo::summary() const {
+    const FrameSize size = frameSize();
     return "Size: " + mebibytes(m_stream->totalBytes()) + "\n" +
            "Codec: '" + FourCCToString(m_stream->header().fccHandler, false) + "', " +
            utf8FromUtf16(m_subType.subTypeName) + "\n" +
-           "Frame size: " + std::to_string(width()) + " x " + std::to_string(height()) + "\n" +
+           "Frame size: " + std::to_string(size.width) + " x " + std::to_string(size.height) + "\n" +
            "Frame count: " + std::to_string(m_frameCount) + "\n" +
            "Frame rate: " + fixedPoint(static_cast<double>(m_rate) / m_scale, 3);
 }

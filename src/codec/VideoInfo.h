@@ -31,8 +31,11 @@ public:
     // result the object is of no use.
     csSDK_int32 open(const AviStream& stream);
 
-    std::uint32_t width() const;
-    std::uint32_t height() const;
+    struct FrameSize {
+        csSDK_int32 width;    // pixels
+        csSDK_int32 height;
+    };
+    FrameSize frameSize() const;
     const SubTypeInfo& subType() const { return m_subType; }
     csSDK_int8 fieldType() const { return prFieldsNone; }
     std::int32_t rate() const { return m_rate; }        // frames per second: rate / scale
@@ -71,7 +74,7 @@ private:
     csSDK_int32 createPPix(FrameRequest& request, QuorvanePlane& plane);
     void setFormat(const QuorvaneFormat& format);
     std::uint64_t findFrameWithData(std::uint64_t frame) const;
-    bool hasVideoSize(const imFrameFormat& format) const;
+    static bool hasSize(const imFrameFormat& format, FrameSize video);
 
     fileio::File& m_file;
     LazyImporterSuites& m_suites;

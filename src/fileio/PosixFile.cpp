@@ -57,7 +57,7 @@ std::uint64_t transferAll(std::uint64_t count, Transfer transfer) {
             continue;
         }
         if (moved < 0) {
-            return 0;
+            break;
         }
         done += static_cast<std::uint64_t>(moved);
         if (static_cast<std::size_t>(moved) < part) {

@@ -14,7 +14,7 @@ public:
     HostSuiteHolder(const HostSuiteHolder&) = delete;
     HostSuiteHolder& operator=(const HostSuiteHolder&) = delete;
 
-    // Asks the host for the suite and logs the answer. Never throws; a refusal leaves the holder empty.
+    // Asks the host for the suite and logs the answer. A refusal leaves the holder empty.
     void acquire();
 
     // Gives the suite back and logs it; an empty holder does nothing. What the host throws leaves; destruction, which

@@ -18,6 +18,7 @@ struct ModuleLifetime {
         Log("Module init");
     }
     ~ModuleLifetime() {
+        StopWaitingForLog();
         Log("Module destroy");
         CloseLog();
     }

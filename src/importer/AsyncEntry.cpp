@@ -16,16 +16,17 @@ constexpr std::chrono::milliseconds kCloseWait(1);
 }  // namespace
 
 // One call inside an importer. Leaving is a single step after which the importer is not touched: a waiter that had to
-// be woken could have destroyed it by then.
-class AsyncCall {
+// be woken could have destroyed it by then. A call that begins when the close has already been sent is the host's fault
+// and cannot be told from a good one.
+class QuorvaneAsyncImporter::Call {
 public:
-    explicit AsyncCall(QuorvaneAsyncImporter& importer) : m_importer(importer) {
+    explicit Call(QuorvaneAsyncImporter& importer) : m_importer(importer) {
         m_importer.m_callsInside.fetch_add(1, std::memory_order_relaxed);
     }
-    ~AsyncCall() { m_importer.m_callsInside.fetch_sub(1, std::memory_order_release); }
+    ~Call() { m_importer.m_callsInside.fetch_sub(1, std::memory_order_release); }
 
-    AsyncCall(const AsyncCall&) = delete;
-    AsyncCall& operator=(const AsyncCall&) = delete;
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
 
     static void waitUntilNoneIsInside(const QuorvaneAsyncImporter& importer) {
         while (importer.m_callsInside.load(std::memory_order_acquire) != 0) {
@@ -45,7 +46,7 @@ csSDK_int32 callImporter(void* privateData, Handler handler, const Arguments&...
         return aiUnknownError;
     }
     auto& importer = *static_cast<QuorvaneAsyncImporter*>(privateData);
-    const AsyncCall call(importer);
+    const QuorvaneAsyncImporter::Call call(importer);
     return (importer.*handler)(arguments...);
 }
 
@@ -53,7 +54,7 @@ csSDK_int32 closeImporter(void* privateData) {
     if (privateData != nullptr) {
         auto* importer = static_cast<QuorvaneAsyncImporter*>(privateData);
         // The host may close while another of its calls has not returned yet.
-        AsyncCall::waitUntilNoneIsInside(*importer);
+        QuorvaneAsyncImporter::Call::waitUntilNoneIsInside(*importer);
         delete importer;
     }
     return aiNoError;

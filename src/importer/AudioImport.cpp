@@ -107,7 +107,9 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
     // Where the byte count wrapped, the suite would read past our bytes: the frames beyond them are silence.
     const std::uint32_t frames =
         m_format.nBlockAlign != 0 ? std::min(size, range.sizeBytes / m_format.nBlockAlign) : size;
-    silence(record.buffer, channels, frames, size);
+    if (frames < size) {
+        silence(record.buffer, channels, frames, size);
+    }
 
     if (m_sampleType == kPrAudioSampleType_8BitInt) {
         makeSigned8(m_bytes.data(), range.sizeBytes);   // filled bytes too: they come out as -128, not as silence

@@ -14,8 +14,8 @@ constexpr csSDK_int16 kDepthWithoutAlpha = 24;
 void describeVideo(const VideoInfo& video, imFileInfoRec8* record) {
     const bool hasAlpha = video.subType().hasAlpha();
     imImageInfoRec& info = record->vidInfo;
-    info.imageWidth = static_cast<csSDK_int32>(video.width());
-    info.imageHeight = static_cast<csSDK_int32>(video.height());
+    info.imageWidth = video.frameSize().width;
+    info.imageHeight = video.frameSize().height;
     info.depth = hasAlpha ? kDepthWithAlpha : kDepthWithoutAlpha;
     info.subType = static_cast<csSDK_int32>(video.subType().subType);
     info.fieldType = video.fieldType();

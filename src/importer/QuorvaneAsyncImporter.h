@@ -36,9 +36,10 @@ public:
     // Drops every frame that was not collected, once its decode has ended.
     csSDK_int32 OnFlush();
 
-private:
-    friend class AsyncCall;
+    // A call of the entry function inside an importer.
+    class Call;
 
+private:
     // One announced frame. Destroying it waits for its task.
     struct AsyncFrameRequest {
         AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, std::uint32_t index)

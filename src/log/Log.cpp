@@ -49,6 +49,10 @@ void ReadLogSwitch() {
     }
 }
 
+void StopWaitingForLog() {
+    logSettings.unloading.store(true, std::memory_order_relaxed);
+}
+
 void CloseLog() {
     delete logSettings.logger.exchange(nullptr, std::memory_order_acq_rel);
 }

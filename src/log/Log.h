@@ -24,5 +24,9 @@ void ConfigureLog(const char* name, bool enabled, bool console);
 // Turns the log on if the user's switch says so; never turns it off.
 void ReadLogSwitch();
 
+// From now on a line that another thread stands in the way of is dropped: at the end of a process that thread may be
+// gone, with the lock. Called once, first thing at unload.
+void StopWaitingForLog();
+
 // Writes the closing line and destroys the writer, if there is one. A later line opens a new file.
 void CloseLog();

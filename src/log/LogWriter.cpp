@@ -1,6 +1,7 @@
 #include "log/LogWriter.h"
 
 #include "log/LogFolder.h"
+#include "log/LogSettings.h"
 #include "log/LogSystem.h"
 
 #include <cstring>
@@ -84,7 +85,12 @@ void LogWriter::writeText(const char* format, ...) noexcept {
 }
 
 void LogWriter::writeLine(const char* format, std::va_list arguments) {
-    const std::lock_guard lock(m_lock);
+    std::unique_lock lock(m_lock, std::defer_lock);
+    if (!logSettings.unloading.load(std::memory_order_relaxed)) {
+        lock.lock();
+    } else if (!lock.try_lock()) {
+        return;
+    }
     const std::string time = formatTime("%Y-%m-%d %H:%M:%S");
 
     std::va_list measured;

@@ -1,163 +1,8 @@
-// The host's importer protocol: selectors, results and the records that selectors carry.
+// The host's importer protocol: the records that selectors carry.
 #pragma once
 
+#include "sdk/SdkImporterCodes.h"
 #include "sdk/SdkSuites.h"
-
-enum imSelector : csSDK_int32 {
-    imInit = 0,
-    imShutdown = 1,
-    imImportImage = 5,
-    imQuietFile = 8,
-    imCloseFile = 9,
-    imAnalysis = 12,
-    imDataRateAnalysis = 13,
-    imGetIndFormat = 14,
-    imGetMetaData = 23,
-    imSetMetaData = 24,
-    imImportAudio7 = 25,
-    imGetIndPixelFormat = 27,
-    imGetSupports7 = 28,
-    imResetSequentialAudio = 29,
-    imGetSequentialAudio = 30,
-    imGetRollCrawlInfo = 32,
-    imRollCrawlRenderPage = 33,
-    imGetSupports8 = 36,
-    imGetInfo8 = 37,
-    imGetPrefs8 = 38,
-    imOpenFile8 = 39,
-    imSaveFile8 = 40,
-    imDeleteFile8 = 41,
-    imCalcSize8 = 42,
-    imCheckTrim8 = 43,
-    imTrimFile8 = 44,
-    imGetPreferredFrameSize = 45,
-    imCreateAsyncImporter = 46,
-    imGetSourceVideo = 47,
-    imDeferredProcessing = 48,
-    imGetPeakAudio = 49,
-    imRetargetAccelerator = 50,
-    imCopyFile = 51,
-    imGetTimeInfo8 = 52,
-    imSetTimeInfo8 = 53,
-    imGetSubTypeNames = 54,
-    imGetFileAttributes = 55,
-    imQueryDestinationPath = 56,
-    imQueryContentState = 57,
-    imGetIndColorProfile = 58,
-    imQueryInputFileList = 59,
-    imQueryStreamLabel = 60,
-    imInitiateAsyncClosedCaptionScan = 61,
-    imGetNextClosedCaption = 62,
-    imCompleteAsyncClosedCaptionScan = 63,
-    imGetAudioChannelLayout = 64,
-    imSelectClipFrameDescriptor = 65,
-    imPerformSourceSettingsCommand = 66,
-};
-
-enum imResult : csSDK_int32 {
-    imNoErr = 0,
-    imTooWide = 1,
-    imBadFile = 2,
-    imUnsupported = 3,
-    imMemErr = 4,
-    imOtherErr = 5,
-    imNoContent = 6,
-    imBadRate = 7,
-    imBadCompression = 8,
-    imBadCodec = 9,
-    imNotFlat = 10,
-    imBadSndComp = 11,
-    imNoTimecode = 12,
-    imMissingComponent = 13,
-    imSaveErr = 14,
-    imDeleteErr = 15,
-    imNotFoundErr = 16,
-    imSetFile = 17,
-    imIterateStreams = 18,
-    imBadStreamIndex = 19,
-    imCantTrim = 20,
-    imDiskFull = 21,
-    imDiskErr = 22,
-    imFileShareViolation = 23,
-    imIterateFrameSizes = 24,
-    imMediaPending = 25,
-    imDRMControlled = 26,
-    imActivationFailed = 27,
-    imFrameNotFound = 28,
-    imBadHeader = 29,
-    imUnsupportedCompression = 30,
-    imFileOpenFailed = 31,
-    imFileHasNoImportableStreams = 32,
-    imFileReadFailed = 33,
-    imUnsupportedAudioFormat = 34,
-    imUnsupportedVideoBitDepth = 35,
-    imDecompressionError = 36,
-    imInvalidPreferences = 37,
-    imFileNotAvailable = 38,
-    imRequiresProtectedContent = 39,
-    imNoCaptions = 40,
-    malSupports8 = 101,
-    imDelegate = 255,
-    imCancel = 300,
-    imBadFormatIndex = 301,
-    imIsCacheable = 400,
-};
-
-// What both entry points answer for a call that ended in an exception; without a name among the importer's results.
-inline constexpr csSDK_int32 kExceptionResult = 99;
-
-enum PrAudioChannelLabel : csSDK_int32 {
-    kPrAudioChannelLabel_Discrete = 0,
-    kPrAudioChannelLabel_FrontLeft = 100,
-    kPrAudioChannelLabel_FrontRight = 101,
-    kPrAudioChannelLabel_FrontCenter = 102,
-    kPrAudioChannelLabel_LowFrequency = 103,
-    kPrAudioChannelLabel_BackLeft = 104,
-    kPrAudioChannelLabel_BackRight = 105,
-    kPrAudioChannelLabel_BackCenter = 106,
-    kPrAudioChannelLabel_FrontLeftOfCenter = 107,
-    kPrAudioChannelLabel_FrontRightOfCenter = 108,
-    kPrAudioChannelLabel_SideLeft = 109,
-    kPrAudioChannelLabel_SideRight = 110,
-    kPrAudioChannelLabel_TopCenter = 111,
-    kPrAudioChannelLabel_TopFrontLeft = 112,
-    kPrAudioChannelLabel_TopFrontRight = 113,
-    kPrAudioChannelLabel_TopFrontCenter = 114,
-    kPrAudioChannelLabel_TopBackLeft = 115,
-    kPrAudioChannelLabel_TopBackRight = 116,
-    kPrAudioChannelLabel_TopBackCenter = 117,
-    kPrAudioChannelLabel_FrontLeftWide = 118,
-    kPrAudioChannelLabel_FrontRightWide = 119,
-    kPrAudioChannelLabel_LeftHeight = 127,
-    kPrAudioChannelLabel_RightHeight = 128,
-    kPrAudioChannelLabel_RearSurroundLeft = 129,
-    kPrAudioChannelLabel_RearSurroundRight = 130,
-    kPrAudioChannelLabel_LFE2 = 131,
-    kPrAudioChannelLabel_LeftTotal = 132,
-    kPrAudioChannelLabel_RightTotal = 133,
-    kPrAudioChannelLabel_Ambisonic_W = 134,
-    kPrAudioChannelLabel_Ambisonic_X = 135,
-    kPrAudioChannelLabel_Ambisonic_Y = 136,
-    kPrAudioChannelLabel_Ambisonic_Z = 137,
-};
-inline constexpr csSDK_int32 kMaxAudioChannelCount = 32;
-
-enum PrAudioSampleType : csSDK_int32 {
-    kPrAudioSampleType_8BitInt = 1,
-    kPrAudioSampleType_16BitInt = 3,
-    kPrAudioSampleType_24BitInt = 4,
-    kPrAudioSampleType_32BitInt = 5,
-    kPrAudioSampleType_32BitFloat = 6,
-    kPrAudioSampleType_Other = 14,
-};
-
-enum prFieldType : csSDK_int8 { prFieldsNone = 0, prFieldsUpperFirst = 1, prFieldsLowerFirst = 2, prFieldsUnknown = 3 };
-
-enum prAlphaType : csSDK_uint8 { alphaUnknown = 0, alphaStraight = 1, alphaNone = 5 };
-
-enum PrImporterAccessMode : csSDK_int32 { kRandomAccessImport = 0, kSeparateSequentialAudio = 4 };
-
-enum PrFileOpenAccess : csSDK_int32 { kPrOpenFileAccess_ReadOnly = 0, kPrOpenFileAccess_ReadWrite = 1 };
 
 #pragma pack(push, 1)
 
@@ -290,6 +135,8 @@ struct imImageInfoRec {
     csSDK_int32 reserved[16];
 };
 SDK_ASSERT_SIZE(imImageInfoRec, 160);
+SDK_ASSERT_OFFSET(imImageInfoRec, imageWidth, 0);
+SDK_ASSERT_OFFSET(imImageInfoRec, imageHeight, 4);
 SDK_ASSERT_OFFSET(imImageInfoRec, depth, 10);
 SDK_ASSERT_OFFSET(imImageInfoRec, subType, 12);
 SDK_ASSERT_OFFSET(imImageInfoRec, fieldType, 16);
@@ -341,6 +188,8 @@ struct imFileInfoRec8 {
     csSDK_int32 ivVerticalCapturedView;
 };
 SDK_ASSERT_SIZE(imFileInfoRec8, 5373);
+SDK_ASSERT_OFFSET(imFileInfoRec8, hasVideo, 0);
+SDK_ASSERT_OFFSET(imFileInfoRec8, hasAudio, 1);
 SDK_ASSERT_OFFSET(imFileInfoRec8, vidInfo, 2);
 SDK_ASSERT_OFFSET(imFileInfoRec8, vidScale, 162);
 SDK_ASSERT_OFFSET(imFileInfoRec8, vidSampleSize, 166);
@@ -432,6 +281,8 @@ struct imFrameFormat {
     csSDK_uint32 inPixelFormat;
 };
 SDK_ASSERT_SIZE(imFrameFormat, 12);
+SDK_ASSERT_OFFSET(imFrameFormat, inFrameHeight, 4);
+SDK_ASSERT_OFFSET(imFrameFormat, inPixelFormat, 8);
 
 struct imRenderContext {
     csSDK_int32 inIntent;

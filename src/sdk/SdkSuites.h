@@ -131,6 +131,7 @@ struct PrSDKPPixSuite {
     prSuiteError (*GetRenderTime)(PPixHand ppix, csSDK_int32* outMilliseconds);
 };
 SDK_ASSERT_SIZE(PrSDKPPixSuite, 72);
+SDK_ASSERT_OFFSET(PrSDKPPixSuite, GetPixels, 8);
 SDK_ASSERT_OFFSET(PrSDKPPixSuite, GetRowBytes, 24);
 
 // Acquired and held, never called.
@@ -171,6 +172,8 @@ struct PrSDKImageProcessingSuite {
     prSuiteError (*StampDVFrameAspect)(PrPixelFormat format, void* data, csSDK_int32 size, prBool isWide);
 };
 SDK_ASSERT_SIZE(PrSDKImageProcessingSuite, 56);
+SDK_ASSERT_OFFSET(PrSDKImageProcessingSuite, FormatHasAlpha, 8);
+SDK_ASSERT_OFFSET(PrSDKImageProcessingSuite, FormatIsOriginTopLeft, 16);
 SDK_ASSERT_OFFSET(PrSDKImageProcessingSuite, GetSizeForPixelBuffer, 24);
 
 inline constexpr char kPrSDKAudioSuite[] = "Premiere Audio Suite";
@@ -187,8 +190,8 @@ struct PrSDKAudioSuite {
                                                        csSDK_uint32 frames);
     prSuiteError (*UninterleaveAndConvertFrom8BitInteger)(const char* source, float** out, csSDK_uint32 channels,
                                                           csSDK_uint32 frames);
-    prSuiteError (*UninterleaveAndConvertFrom16BitInteger)(const csSDK_int16* source, float** out, csSDK_uint32 channels,
-                                                           csSDK_uint32 frames);
+    prSuiteError (*UninterleaveAndConvertFrom16BitInteger)(const csSDK_int16* source, float** out,
+                                                           csSDK_uint32 channels, csSDK_uint32 frames);
     prSuiteError (*UninterleaveAndConvertFrom24BitInteger)(const char* source, float** out, csSDK_uint32 channels,
                                                            csSDK_uint32 frames);
     prSuiteError (*UninterleaveAndConvertFrom32BitInteger)(const csSDK_int32* source, float** out,
@@ -196,6 +199,9 @@ struct PrSDKAudioSuite {
 };
 SDK_ASSERT_SIZE(PrSDKAudioSuite, 64);
 SDK_ASSERT_OFFSET(PrSDKAudioSuite, UninterleaveAndConvertFrom8BitInteger, 32);
+SDK_ASSERT_OFFSET(PrSDKAudioSuite, UninterleaveAndConvertFrom16BitInteger, 40);
+SDK_ASSERT_OFFSET(PrSDKAudioSuite, UninterleaveAndConvertFrom24BitInteger, 48);
+SDK_ASSERT_OFFSET(PrSDKAudioSuite, UninterleaveAndConvertFrom32BitInteger, 56);
 
 inline constexpr char kPrSDKErrorSuite[] = "Premiere Error Suite";
 inline constexpr csSDK_int32 kPrSDKErrorSuiteVersion3 = 3;

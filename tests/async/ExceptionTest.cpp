@@ -53,7 +53,7 @@ TEST_F(Exception, OfAnUnknownPixelFormatComesAtTheCollection) {
                           "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]");
 }
 
-TEST_F(Exception, OfAPixelFormatThatIsNeverOfferedComesAtTheCollection) {
+TEST_F(Exception, OfAPixelFormatThatIsNotInTheTableComesAtTheCollection) {
     expectAtTheCollection(only(PrPixelFormat_BGRA_4444_32f),
                           "GetFormatInfo_by_pixelFormat(): pixel format not found: PrPixelFormat_BGRA_4444_32f "
                           "[BGra]");

@@ -265,7 +265,7 @@ TEST_F(FrameTime, RefusesAnotherSize) {
               "ERROR: frame size mismatch (8, -4) != (8, 4)");
 }
 
-TEST_F(FrameTime, RefusesAPixelFormatThatWasNeverOffered) {
+TEST_F(FrameTime, RefusesAPixelFormatThatIsNotInTheTable) {
     auto clip = clipOf({});
     const Lines lines = logOf([&] { EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_Invalid)}).result, 99); });
     EXPECT_EQ(lines.back(),

@@ -2,10 +2,6 @@
 
 namespace avidump {
 
-std::vector<std::string> utf8Arguments(int argc, char** argv) {
-    return {argv + 1, argv + argc};
-}
-
 void useBinaryOutput() {}
 
 }  // namespace avidump

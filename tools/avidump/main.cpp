@@ -2,6 +2,7 @@
 #include "avidump/CommandLine.h"
 #include "avidump/Report.h"
 #include "avidump/System.h"
+#include "commandline/Arguments.h"
 #include "fileio/SystemFile.h"
 
 #include <cstdio>

@@ -1,7 +1,8 @@
+#include "commandline/Arguments.h"
 #include "importhost/Command.h"
 #include "importhost/System.h"
 
 int main(int argc, char** argv) {
     importhost::useUtf8Output();
-    return importhost::runCommandLine(importhost::argumentsOf(argc, argv));
+    return importhost::runCommandLine(utf8Arguments(argc, argv));
 }

@@ -1,4 +1,4 @@
-#include "makeavi/Arguments.h"
+#include "commandline/Arguments.h"
 #include "makeavi/CommandLine.h"
 
 #include "aviwriter/ByteSink.h"
@@ -56,6 +56,6 @@ int run(const Command& command) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const makeavi::ParsedCommand parsed = makeavi::parseCommandLine(makeavi::utf8Arguments(argc, argv));
+    const makeavi::ParsedCommand parsed = makeavi::parseCommandLine(utf8Arguments(argc, argv));
     return parsed.command ? run(*parsed.command) : parsed.exitCode;
 }

@@ -1,10 +1,8 @@
-#include "makeavi/Arguments.h"
+#include "commandline/Arguments.h"
 
 #include <windows.h>
 // windows.h comes first
 #include <shellapi.h>
-
-namespace makeavi {
 
 namespace {
 
@@ -33,5 +31,3 @@ std::vector<std::string> utf8Arguments(int, char**) {
     }
     return arguments;
 }
-
-}  // namespace makeavi
