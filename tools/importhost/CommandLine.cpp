@@ -35,12 +35,13 @@ constexpr char kFooter[] =
     "  importhost sheet clip.avi -o sheet.png           see it at a glance\n"
     "  importhost frames clip.avi --range 10-19         ten frames as PNG files\n"
     "  importhost frames clip.avi --as checksum         one line per frame, to compare runs\n"
+    "  importhost frames clip.avi --as checksum --async 8    the same, asynchronously\n"
     "  importhost audio clip.avi -o sound.wav           hear it\n"
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
     "\n'importhost COMMAND --help' explains a command.\n"
     "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
-    "(suites, frames or memory not given back, writes where they do not belong); 2 usage;\n"
-    "3 the plug-in cannot be loaded.\n";
+    "(suites, frames, memory or asynchronous importers not given back, writes where they do not\n"
+    "belong); 2 usage; 3 the plug-in cannot be loaded.\n";
 
 std::string profileHelp() {
     std::string help = "The host to play, one of:";
