@@ -59,7 +59,7 @@ TEST_F(AudioLog, OfARequestIsThisFromFirstToLastLine) {
                      }));
 }
 
-TEST_F(AudioLog, TellsOfAStartWithinAChunk) {
+TEST_F(AudioLog, TellsOfAStartInTheMiddleOfTheFirstChunkAndAnEndInTheMiddleOfTheThird) {
     EXPECT_EQ(requestLog(clip(), 300, 700), (Lines{
                                                 "importAudioRec7P->position: 300",
                                                 "m_audioPosition           : 0",

@@ -1,9 +1,7 @@
 #include "SampleFiles.h"
-#include "support/FaultFile.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 #include <stdexcept>
 
@@ -116,35 +114,6 @@ TEST(FindChunkByBytePosition, SearchesAcrossBlocksOfALongList) {
         EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(pos), static_cast<std::size_t>(pos / 3)) << pos;
     }
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(420'000), std::nullopt);
-}
-
-// Sound is read by following the list from the chunk that the lookup gives.
-TEST(AviStream, BytesThatRunAcrossThreeChunksAreReadInThreeSteps) {
-    const Bytes media = chunk("00wb", {0, 1, 2, 3}) + chunk("00wb", {4, 5}) + chunk("00wb", {6, 7, 8, 9});
-    // In list order the second chunk of the file comes last.
-    const Bytes bytes = riff("AVI ", {samples::hdrl({samples::audioStrl()}), list("movi", {media}),
-                                      idx1({{.chunkId = "00wb", .offset = 4, .length = 4},
-                                            {.chunkId = "00wb", .offset = 26, .length = 4},
-                                            {.chunkId = "00wb", .offset = 16, .length = 2}})});
-    Parsed parsed(bytes);
-    fileio::FaultFile file(parsed.file);
-    const AviStream& stream = parsed.stream(0);
-
-    const std::int64_t start = 3;
-    Bytes read(6);
-    std::uint64_t done = 0;
-    std::optional<std::size_t> found = stream.findChunkByBytePosition(start);
-    ASSERT_TRUE(found.has_value());
-    for (std::size_t i = *found; done < read.size() && i < stream.chunkCount(); ++i) {
-        const AviChunk& piece = stream.chunk(i);
-        const std::uint64_t inside = static_cast<std::uint64_t>(start) + done - piece.startByte;
-        const std::uint64_t count = std::min<std::uint64_t>(read.size() - done, piece.size - inside);
-        ASSERT_TRUE(file.seek(static_cast<std::int64_t>(piece.offset + inside)));
-        done += file.read(read.data() + done, count);
-    }
-    EXPECT_EQ(read, (Bytes{3, 6, 7, 8, 9, 4}));
-    EXPECT_EQ(file.reads().size(), 3u);
-    EXPECT_EQ(file.seekCount(), 3u);
 }
 
 }  // namespace
