@@ -39,13 +39,11 @@ std::uint32_t speakerOf(csSDK_int32 label) {
     return 0;
 }
 
-void addNumber(std::vector<char>& bytes, std::uint32_t number, int count = 4) {
+void addNumber(std::string& bytes, std::uint32_t number, int count = 4) {
     for (int i = 0; i < count; ++i) {
         bytes.push_back(static_cast<char>(static_cast<unsigned char>(number >> (8 * i))));
     }
 }
-
-void addText(std::vector<char>& bytes, std::string_view text) { bytes.insert(bytes.end(), text.begin(), text.end()); }
 
 }  // namespace
 
@@ -71,13 +69,13 @@ WavFile::WavFile(const std::filesystem::path& path, std::uint16_t channels, std:
     put(header());
 }
 
-std::vector<char> WavFile::header() const {
+std::string WavFile::header() const {
     const auto dataBytes = static_cast<std::uint32_t>(m_dataBytes);
     const auto frameBytes = static_cast<std::uint32_t>(m_channels * sizeof(float));
-    std::vector<char> bytes;
-    addText(bytes, "RIFF");
+    std::string bytes;
+    bytes.append("RIFF");
     addNumber(bytes, kHeaderBytes - 8 + dataBytes);
-    addText(bytes, "WAVEfmt ");
+    bytes.append("WAVEfmt ");
     addNumber(bytes, kFormatBytes);
     addNumber(bytes, kExtensible, 2);
     addNumber(bytes, m_channels, 2);
@@ -88,11 +86,13 @@ std::vector<char> WavFile::header() const {
     addNumber(bytes, 22, 2);                        // what follows of the format
     addNumber(bytes, kSampleBits, 2);               // all bits are in use
     addNumber(bytes, m_mask);
-    bytes.insert(bytes.end(), std::begin(kFloatGuid), std::end(kFloatGuid));
-    addText(bytes, "fact");                         // wanted for everything that is not integer PCM
+    for (const unsigned char byte : kFloatGuid) {
+        bytes.push_back(static_cast<char>(byte));
+    }
+    bytes.append("fact");                         // wanted for everything that is not integer PCM
     addNumber(bytes, 4);
     addNumber(bytes, dataBytes / frameBytes);
-    addText(bytes, "data");
+    bytes.append("data");
     addNumber(bytes, dataBytes);
     return bytes;
 }
@@ -103,7 +103,7 @@ void WavFile::write(const std::vector<std::vector<float>>& samples) {
     if (grown > std::numeric_limits<std::uint32_t>::max() - kHeaderBytes) {
         throw std::length_error(m_name + " would grow beyond 4 GiB; a smaller range fits.");
     }
-    std::vector<char> bytes;
+    std::string bytes;
     bytes.reserve(frames * m_channels * sizeof(float));
     for (std::size_t frame = 0; frame < frames; ++frame) {
         for (const std::vector<float>& channel : samples) {
@@ -123,7 +123,7 @@ void WavFile::finish() {
     }
 }
 
-void WavFile::put(const std::vector<char>& bytes) {
+void WavFile::put(const std::string& bytes) {
     m_out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!m_out) {
         throw std::runtime_error(m_name + " cannot be written.");

@@ -31,8 +31,8 @@ public:
     std::uint64_t sampleFrames() const { return m_dataBytes / (m_channels * sizeof(float)); }
 
 private:
-    std::vector<char> header() const;
-    void put(const std::vector<char>& bytes);
+    std::string header() const;
+    void put(const std::string& bytes);
 
     std::string m_name;
     std::ofstream m_out;
