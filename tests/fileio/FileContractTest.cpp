@@ -262,6 +262,15 @@ TEST_P(FileContract, OpeningASecondPathClosesTheFirst) {
     EXPECT_TRUE(newFile().open(first.c_str(), kWrite));
 }
 
+// A writer lets nobody else in, not even the same object's next open.
+TEST_P(FileContract, OpeningAgainClosesTheFirstBeforeItOpensTheSecond) {
+    File& file = newFile();
+    ASSERT_TRUE(file.open(path("alone").c_str(), kWrite));
+    ASSERT_EQ(file.write("old", 3), 3u);
+    EXPECT_TRUE(file.open(path("alone").c_str(), kWrite));
+    EXPECT_EQ(file.size(), 0);
+}
+
 TEST_P(FileContract, OpeningAMissingPathClosesTheFirst) {
     const std::string first = written("first", "1st");
     File& file = newFile();

@@ -97,7 +97,8 @@ TEST(SystemFile, DestructionClosesTheFile) {
 }
 
 TEST(SystemFile, AFileNeverOpenedIsDestroyedWithoutClosingAnything) {
-    // A POSIX system reports the closing of no descriptor; Windows takes it silently, so there this shows nothing.
+    // A POSIX system reports the closing of no descriptor; Windows takes it silently, so there
+    // the calls are counted instead.
     errno = 0;
     { fileio::SystemFile never; }
     EXPECT_EQ(errno, 0);
