@@ -49,6 +49,57 @@ TEST(Avidump, TextShowsHeadersFormatAndIndexInUse) {
     EXPECT_EQ(text.find("\nchunk "), std::string::npos);
 }
 
+/// The report of one stream's "format".
+avidump::Report formatReport(std::string_view type, const Bytes& format) {
+    return reportOf(riff("AVI ", {list("hdrl", {avih({}), list("strl", {strh({.type = type}), strf(format)})})}),
+                    false)["streams"][0]["format"];
+}
+
+const Bytes kBitmap = bytesOf(BitmapInfo{.size = 44, .width = 32, .height = -16, .planes = 7, .bitCount = 24,
+                                         .sizeImage = 1536}) + u32(0x04030201);
+const WaveFormat kSurround = {.channels = 6, .avgBytesPerSec = 123456, .bitsPerSample = 24, .validBitsPerSample = 20,
+                              .channelMask = 0x3F};
+
+TEST(AvidumpFormat, OfVideoHasTheFieldsOfItsRecord) {
+    EXPECT_EQ(formatReport("vids", kBitmap).dump(),
+              R"({"bytes":44,"biSize":44,"biWidth":32,"biHeight":-16,"biPlanes":7,"biBitCount":24,)"
+              R"("biCompression":"QVAN","biSizeImage":1536,"extraData":"01020304"})");
+}
+
+TEST(AvidumpFormat, OfPlainSoundHasNoExtensibleFields) {
+    EXPECT_EQ(formatReport("auds", waveFormatEx({.avgBytesPerSec = 123456, .cbSize = 2}) + u16(0x0201)).dump(),
+              R"({"bytes":20,"wFormatTag":1,"nChannels":2,"nSamplesPerSec":48000,"nAvgBytesPerSec":123456,)"
+              R"("nBlockAlign":4,"wBitsPerSample":16,"cbSize":2,"extraData":"0102"})");
+}
+
+TEST(AvidumpFormat, OfExtensibleSoundHasMaskAndSubFormat) {
+    EXPECT_EQ(formatReport("auds", waveFormatExtensible(kSurround)).dump(),
+              R"({"bytes":40,"wFormatTag":65534,"nChannels":6,"nSamplesPerSec":48000,"nAvgBytesPerSec":123456,)"
+              R"("nBlockAlign":18,"wBitsPerSample":24,"cbSize":22,"wValidBitsPerSample":20,"dwChannelMask":63,)"
+              R"("SubFormat":"00000001-0000-0010-8000-00aa00389b71",)"
+              R"("extraData":"14003f0000000100000000001000800000aa00389b71"})");
+}
+
+TEST(AvidumpFormat, TooShortForAFieldHasItAsZero) {
+    EXPECT_EQ(formatReport("auds", pcmWaveFormat({}))["cbSize"], 0);
+    Bytes cutShort = waveFormatExtensible(kSurround);
+    cutShort.resize(39);
+    EXPECT_EQ(formatReport("auds", cutShort)["dwChannelMask"], 63);
+    EXPECT_EQ(formatReport("auds", cutShort)["SubFormat"], "00000000-0000-0000-0000-000000000000");
+}
+
+TEST(AvidumpFormat, InTextHasOneLineForEachField) {
+    const Bytes file = riff("AVI ", {list("hdrl", {avih({}), list("strl", {strh({.type = "vids"}), strf(kBitmap)}),
+                                                   list("strl", {strh({.type = "auds"}),
+                                                                 strf(waveFormatExtensible(kSurround))})})});
+    const std::string text = avidump::textOf(reportOf(file, false));
+    for (const char* line : {"    biSize: 44", "    biPlanes: 7", "    biSizeImage: 1536", "    nAvgBytesPerSec: 123456",
+                             "    cbSize: 22", "    wValidBitsPerSample: 20", "    dwChannelMask: 63",
+                             "    SubFormat: 00000001-0000-0010-8000-00aa00389b71"}) {
+        EXPECT_TRUE(hasLine(text, line)) << line << '\n' << text;
+    }
+}
+
 TEST(Avidump, TextListsEveryChunkWhenAsked) {
     const std::string text = avidump::textOf(reportOf(smallFile(), true));
     const std::size_t data = positionOf(smallFile(), "00dc") + 8;

@@ -1,8 +1,8 @@
 #include "avidump/Report.h"
 
+#include "avidump/FormatReport.h"
 #include "text/FourCC.h"
 
-#include <cstring>
 #include <vector>
 
 namespace avidump {
@@ -11,25 +11,6 @@ namespace {
 
 std::string code(std::uint32_t value) {
     return FourCCToString(value, false);
-}
-
-std::string hex(const std::vector<std::uint8_t>& bytes) {
-    static constexpr char kDigits[] = "0123456789abcdef";
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        text += kDigits[byte >> 4];
-        text += kDigits[byte & 15];
-    }
-    return text;
-}
-
-template <typename Value>
-Value at(const std::vector<std::uint8_t>& bytes, std::size_t position) {
-    Value value{};
-    if (position + sizeof value <= bytes.size()) {
-        std::memcpy(&value, bytes.data() + position, sizeof value);
-    }
-    return value;
 }
 
 /// Depths of all nodes: a node comes before its children and its next sibling.
@@ -91,26 +72,6 @@ Report streamHeaderOf(const avi::AVISTREAMHEADER& header) {
             {"dwSampleSize", header.dwSampleSize},
             {"rcFrame", std::to_string(header.rcFrame.left) + ", " + std::to_string(header.rcFrame.top) + ", " +
                             std::to_string(header.rcFrame.right) + ", " + std::to_string(header.rcFrame.bottom)}};
-}
-
-/// Fields that a format too short for them does not have are zero.
-Report formatOf(const AviStream& stream) {
-    const std::vector<std::uint8_t>& bytes = stream.format();
-    Report format{{"bytes", bytes.size()}};
-    if (stream.header().fccType == fourCC("vids")) {
-        format["biWidth"] = at<std::int32_t>(bytes, 4);
-        format["biHeight"] = at<std::int32_t>(bytes, 8);
-        format["biBitCount"] = at<std::uint16_t>(bytes, 14);
-        format["biCompression"] = code(at<std::uint32_t>(bytes, 16));
-    } else if (stream.header().fccType == fourCC("auds")) {
-        format["wFormatTag"] = at<std::uint16_t>(bytes, 0);
-        format["nChannels"] = at<std::uint16_t>(bytes, 2);
-        format["nSamplesPerSec"] = at<std::uint32_t>(bytes, 4);
-        format["nBlockAlign"] = at<std::uint16_t>(bytes, 12);
-        format["wBitsPerSample"] = at<std::uint16_t>(bytes, 14);
-    }
-    format["extraData"] = hex(stream.formatExtraData());
-    return format;
 }
 
 Report superIndexOf(const AviStream& stream) {
