@@ -52,7 +52,7 @@ void AsyncTest::TearDown() {
     m_clips.clear();
     EXPECT_EQ(session().shutdown(), imNoErr);
     m_run.unload();
-    EXPECT_EQ(host().problems(), Lines{});
+    EXPECT_EQ(host().problems(), m_expectedProblems);
     EXPECT_EQ(codec().openInstances, 0u);
     EXPECT_EQ(codec().runningSessions, 0u);
     EXPECT_EQ(codec().outstandingInits, 0u);

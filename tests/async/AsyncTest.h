@@ -89,6 +89,9 @@ protected:
     void failCodec(StandinFunction function, std::uint32_t times = 1);
     static StandinCounters codec();
 
+    // What the host complains of in the end; nothing unless said here.
+    void expectProblems(const Lines& problems) { m_expectedProblems = problems; }
+
 private:
     struct LogLine {
         std::string thread;
@@ -103,4 +106,5 @@ private:
     std::vector<std::filesystem::path> m_files;
     std::vector<std::unique_ptr<hostkit::ClipSession>> m_clips;
     std::vector<std::unique_ptr<AsyncClip>> m_asyncClips;
+    Lines m_expectedProblems;
 };

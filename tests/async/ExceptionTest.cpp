@@ -117,6 +117,46 @@ TEST_F(Exception, LeavesOtherPendingFramesAlone) {
     EXPECT_EQ(logged("REQUEST: ERROR: Frame not found: 1, frameTime: 10160640000"), 0);
 }
 
+// A host that throws when it is given a frame back: the frame is lost to it, and the log tells.
+class DisposalThatThrows : public Exception {
+protected:
+    void SetUp() override {
+        Exception::SetUp();
+        host().faults().throwFrom(hostkit::HostCall::DisposePPix, "no disposal today");
+        expectProblems({"A frame (yuy3, 32 x 16) was never disposed."});
+    }
+
+    static constexpr char kLogged[] = "ERROR: Dispose() failed: no disposal today";
+};
+
+TEST_F(DisposalThatThrows, LetsAFlushSucceed) {
+    async().announce(timeOf(2), yuy3());
+    const LoggedLines lines = linesOf([&] { EXPECT_EQ(async().flush(), aiNoError); });
+    EXPECT_EQ(lines.caller, (Lines{"----------------------", "[OnFlush]", kLogged, "    OnFlush: [aiNoError] (0)"}));
+    expectUnharmed();
+}
+
+TEST_F(DisposalThatThrows, LetsACloseSucceed) {
+    async().announce(timeOf(2), yuy3());
+    const LoggedLines lines = linesOf([&] { EXPECT_EQ(async().close(), aiNoError); });
+    ASSERT_GE(lines.caller.size(), 3u);
+    EXPECT_EQ(lines.caller.at(0), "QuorvaneAsyncImporter::~QuorvaneAsyncImporter()");
+    EXPECT_EQ(lines.caller.at(1), kLogged);
+    EXPECT_EQ(lines.caller.at(2), "QuorvaneImporter::~QuorvaneImporter()");
+}
+
+TEST_F(DisposalThatThrows, LeavesTheResultOfAFailedCollectionAsItIs) {
+    failCodec(kStandinDecompress);
+    async().announce(timeOf(2), yuy3());
+    const LoggedLines lines = linesOf([&] {
+        EXPECT_EQ(async().collect(timeOf(2), yuy3()).result, aiUnknownError);
+    });
+    EXPECT_EQ(lines.caller, (Lines{"----------------------", "[OnGetFrame]",
+                                   "REQUEST: Requesting: 2, frameTime: 20321280000",
+                                   "    OnGetFrame: [aiUnknownError] (2), [imBadCompression] (8)", kLogged}));
+    expectUnharmed();
+}
+
 // Stream 1 is a sound alone.
 class WithoutVideo : public AsyncTest {
 protected:

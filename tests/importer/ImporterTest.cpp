@@ -48,7 +48,7 @@ void ImporterTest::load() {
 
 void ImporterTest::TearDown() {
     unload();
-    EXPECT_EQ(m_host->problems(), Lines{});
+    EXPECT_EQ(m_host->problems(), m_expectedProblems);
     m_host.reset();
 }
 

@@ -71,6 +71,9 @@ protected:
     // The host has no complaint at all, whatever the plug-in still holds.
     void expectNoViolations();
 
+    // What the host complains of when the plug-in has been shut down; nothing unless said here.
+    void expectProblems(const Lines& problems) { m_expectedProblems = problems; }
+
 private:
     void expectCodecBalanced() const;
 
@@ -81,6 +84,7 @@ private:
     std::unique_ptr<hostkit::PluginLibrary> m_plugin;
     std::unique_ptr<hostkit::ImporterSession> m_session;
     StandinControl m_standin;
+    Lines m_expectedProblems;
 };
 
 // A frame format as the host sends it; 0 means "any".

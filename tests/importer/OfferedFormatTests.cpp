@@ -92,3 +92,16 @@ TEST_F(OfferedFormat, AreAllDelivered) {
         EXPECT_EQ(answer.frame.view()->format, format);
     }
 }
+
+// A host may keep to a format that it met in another clip: whether it can be had is for the codec to say.
+TEST_F(OfferedFormat, AreNotAllThatCanBeDelivered) {
+    VideoSketch grey = {.type = 104};
+    grey.frames = {frameOf(grey, 128)};
+    auto clip = openClip("clip.avi", aviFile({videoStream(grey)}));
+    ASSERT_EQ(offered(*clip), kPacked422);
+    const auto answer = clip->frame(0, {frameFormat(PrPixelFormat_BGRA_4444_8u)});
+    EXPECT_EQ(answer.result, 0);
+    ASSERT_TRUE(answer.frame.view());
+    EXPECT_EQ(answer.frame.view()->format, PrPixelFormat_BGRA_4444_8u);
+    EXPECT_EQ(firstBytes(answer), (std::vector<int>{130, 130, 130, 255}));
+}
