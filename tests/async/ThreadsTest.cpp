@@ -110,6 +110,38 @@ TEST_F(Threads, ServeTheImporterAndItsAsynchronousOneAtOnce) {
     EXPECT_EQ(thread.get(), 0);
 }
 
+// The editor quiets files that it does not show and opens them again, whatever is being fetched from them.
+TEST_F(Threads, WorkOnTwoFilesWhileTheirImportersAreQuietAndOpenedAgain) {
+    aviwriter::SampleOptions deeper = smallVideo(kFrames);
+    deeper.type = 108;
+    std::vector<hostkit::ClipSession*> clips = {&openClip(smallVideo(kFrames)), &openClip(deeper)};
+    std::vector<std::vector<std::vector<std::uint8_t>>> references;
+    std::vector<AsyncClip*> asyncs;
+    for (hostkit::ClipSession* clip : clips) {
+        references.push_back(referencesOf(*clip));
+        asyncs.push_back(&openAsync(*clip));
+    }
+    ASSERT_NE(references[0], references[1]);
+    std::vector<std::future<int>> threads;
+    for (unsigned i = 0; i < kThreads; ++i) {
+        threads.push_back(std::async(std::launch::async, [&, i] {
+            return announceAndCollect(*asyncs[i % 2], references[i % 2], 41 + i);
+        }));
+    }
+    for (int i = 0; i < kRounds; ++i) {
+        const std::size_t file = static_cast<std::size_t>(i) % 2;
+        EXPECT_EQ(clips[file]->quiet(), imNoErr);
+        EXPECT_EQ(clips[file]->open().result, imNoErr);
+        const int frame = i * 5 % kFrames;
+        EXPECT_EQ(bytesOf(clips[file]->frame(timeOf(frame), yuy3()).frame),
+                  references[file][static_cast<std::size_t>(frame)]);
+    }
+    for (auto& thread : threads) {
+        EXPECT_EQ(thread.get(), 0);
+    }
+    EXPECT_EQ(host().frames().alive(), 0);
+}
+
 TEST_F(Threads, OpenUseAndCloseImportersAtOnce) {
     std::vector<hostkit::ClipSession*> clips;
     std::vector<std::vector<std::uint8_t>> expected;
