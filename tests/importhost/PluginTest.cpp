@@ -1,4 +1,5 @@
 // The program with the plug-in itself, on samples of the stand-in codec.
+#include "importer/TestHome.h"
 #include "importhost/Sample.h"
 
 #include <nlohmann/json.hpp>
@@ -67,6 +68,7 @@ TEST(Plugin, MakesASheet) {
 }
 
 TEST(Plugin, WritesItsLogWhenAsked) {
+    useTestHome();
     const Sample sample({"--type", "GR8Q", "--size", "16x16", "--frames", "1"});
     const ProgramRun run = importhost({"info", "--log", sample.text()});
     ASSERT_EQ(run.errors.substr(0, 5), "log: ") << run.errors;
