@@ -2,8 +2,8 @@
 # Files written by other muxers, in codecs of theirs: every packet that ffprobe finds must be a chunk that avidump
 # lists, and the other way round, with the same stream, position, size and, for pictures, key flag.
 #   compare_packets.sh AVIDUMP MAKEAVI [large]
-# Both muxers write OpenDML indexes only for files beyond a gigabyte: "large" writes two of those as well. Without them a
-# small sample of our own writer stands for such files, because its segments may be of any size.
+# Both muxers write OpenDML indexes only for files beyond a gigabyte: "large" writes two of those as well. Without them
+# a small sample of our own writer stands for such files, because its segments may be of any size.
 set -euo pipefail
 
 avidump=$1
