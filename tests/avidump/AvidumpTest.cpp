@@ -94,7 +94,8 @@ TEST(AvidumpFormat, InTextHasOneLineForEachField) {
                                                                  strf(waveFormatExtensible(kSurround))})})});
     const std::string text = avidump::textOf(reportOf(file, false));
     for (const char* line : {"    biSize: 44", "    biPlanes: 7", "    biSizeImage: 1536",
-                             "    nAvgBytesPerSec: 123456", "    cbSize: 22", "    wValidBitsPerSample: 20", "    dwChannelMask: 63",
+                             "    nAvgBytesPerSec: 123456", "    cbSize: 22",
+                             "    wValidBitsPerSample: 20", "    dwChannelMask: 63",
                              "    SubFormat: 00000001-0000-0010-8000-00aa00389b71"}) {
         EXPECT_TRUE(hasLine(text, line)) << line << '\n' << text;
     }
