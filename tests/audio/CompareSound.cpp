@@ -34,7 +34,8 @@ std::vector<std::uint32_t> readSamples(const std::string& path) {
 // Every frame that the clip says it has, channels interleaved again.
 std::vector<std::uint32_t> import(hostkit::ClipSession& clip, const imFileInfoRec8& info) {
     std::vector<std::uint32_t> samples;
-    auto left = static_cast<std::uint64_t>(std::max<PrAudioSample>(info.audDuration, 0));
+    const PrAudioSample duration = info.audDuration;
+    auto left = static_cast<std::uint64_t>(std::max<PrAudioSample>(duration, 0));
     while (left != 0) {
         const auto frames = static_cast<csSDK_uint32>(std::min<std::uint64_t>(left, kRequestFrames));
         const hostkit::AudioAnswer answer = clip.audio(-1, frames, info.audInfo.numChannels);

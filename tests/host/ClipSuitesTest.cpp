@@ -184,7 +184,7 @@ TEST(ClipSuites, WithoutThePPixSuiteEveryFrameFails) {
 TEST(ClipSuites, WithoutThePPixSuiteSoundAndDescriptionsWork) {
     ClipOf clip(hostkit::hostProfile("no-ppix-suite"));
     clip.clip().open();
-    EXPECT_EQ(clip.clip().info(0)->vidInfo.imageWidth, 32);
+    EXPECT_EQ(hostkit::valueOf(clip.clip().info(0)->vidInfo.imageWidth), 32);
     EXPECT_EQ(clip.clip().audio(0, 8, 2).result, imNoErr);
     EXPECT_EQ(clip.clip().analysis().result, imNoErr);
     EXPECT_GT(clip.clip().pixelFormats().size(), 0u);

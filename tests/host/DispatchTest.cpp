@@ -196,14 +196,14 @@ TEST_F(HandledSelectors, ImportAudioGivesSamples) {
 TEST_F(HandledSelectors, IndPixelFormatGivesAFormat) {
     const auto answer = m_clip.pixelFormat(0);
     EXPECT_EQ(answer.result, 0);
-    EXPECT_EQ(answer->outPixelFormat, static_cast<csSDK_uint32>(PrPixelFormat_YUYV_422_8u_601));
+    EXPECT_EQ(hostkit::valueOf(answer->outPixelFormat), static_cast<csSDK_uint32>(PrPixelFormat_YUYV_422_8u_601));
     expectFramed(27, "    [imNoErr] (0)");
 }
 
 TEST_F(HandledSelectors, InfoDescribesThePicture) {
     const auto answer = m_clip.info(0);
     EXPECT_EQ(answer.result, 0);
-    EXPECT_EQ(answer->vidInfo.imageWidth, 32);
+    EXPECT_EQ(hostkit::valueOf(answer->vidInfo.imageWidth), 32);
     expectFramed(37, "    [imNoErr] (0)");
 }
 

@@ -242,7 +242,7 @@ TEST_F(GuardedClip, OpenThatThrowsLeavesNoObject) {
     m_run.host().faults().throwFrom(HostCall::GetSPBasicSuite, "no basic suite");
     const auto answer = m_clip.open();
     EXPECT_EQ(answer.result, 99);
-    EXPECT_EQ(answer->privatedata, nullptr);
+    EXPECT_EQ(hostkit::valueOf(answer->privatedata), nullptr);
     EXPECT_EQ(m_run.messages().back(), "FATAL: Unhandled exception during [imOpenFile8] (39): no basic suite");
     endCleanly();
 }

@@ -35,7 +35,7 @@ protected:
 TEST_F(FileObjects, AnOpenStoresTheNewObject) {
     const auto answer = m_clip.open();
     EXPECT_EQ(answer.result, imNoErr);
-    EXPECT_NE(answer->privatedata, nullptr);
+    EXPECT_NE(hostkit::valueOf(answer->privatedata), nullptr);
     EXPECT_EQ(logged(kBorn), 1);
     EXPECT_EQ(logged(kGone), 0);
 }
@@ -44,7 +44,7 @@ TEST_F(FileObjects, AFailedOpenDestroysTheNewObjectAndStoresNothing) {
     hostkit::ClipSession missing(m_run.session(), m_file.path().parent_path() / "missing.avi");
     const auto answer = missing.open();
     EXPECT_EQ(answer.result, imBadFile);
-    EXPECT_EQ(answer->privatedata, nullptr);
+    EXPECT_EQ(hostkit::valueOf(answer->privatedata), nullptr);
     EXPECT_EQ(answer.written, std::vector<hostkit::ByteRange>{});
     EXPECT_EQ(logged(kBorn), 1);
     EXPECT_EQ(logged(kGone), 1);

@@ -125,6 +125,7 @@ TEST(LogFile, EveryLineOpensWithTimeAndThreadNumber) {
     for (const std::string& line : lines) {
         EXPECT_TRUE(std::regex_match(line, shape)) << line;
     }
+    run.session().shutdown();
 }
 
 TEST(LogFile, EachThreadHasItsOwnNumber) {
@@ -173,6 +174,7 @@ TEST(LogFile, AMessageOfManyThousandCharactersIsWrittenWhole) {
     const std::string expected = "Open: '" + std::string(20000, 'p') + "', stream: 0";
     const std::vector<std::string> messages = run.newMessages();
     EXPECT_EQ(std::count(messages.begin(), messages.end(), expected), 1);
+    run.session().shutdown();
 }
 
 TEST(LogFile, TheSwitchTurnedOffAfterTheFirstCallChangesNothing) {

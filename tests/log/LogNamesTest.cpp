@@ -61,7 +61,8 @@ std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32&
         const std::time_t second = std::time(nullptr) + seconds;
         takeNames(place, count, second);
         const hostkit::PluginLog log;
-        std::this_thread::sleep_until(std::chrono::system_clock::from_time_t(second));
+        // Into the second, not onto its edge: the clock that counts seconds may lag behind by a tick.
+        std::this_thread::sleep_until(std::chrono::system_clock::from_time_t(second) + std::chrono::milliseconds(50));
         result = loadAndCall(place.host);
         const std::vector<std::filesystem::path> files = log.newFiles();
         if (files.empty() || isOfSecond(files.front(), second)) {
