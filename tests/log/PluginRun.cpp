@@ -16,6 +16,12 @@ PluginRun::PluginRun(hostkit::HostProfile profile, bool logged)
     : m_switch(logged), m_host(std::move(profile)), m_plugin(std::in_place, pluginPath()),
       m_session(std::in_place, m_host, m_plugin->entry()) {}
 
+PluginRun::~PluginRun() {
+    if (m_session) {
+        m_session->shutdown();   // as every host does: the plug-in keeps the Error Suite until then
+    }
+}
+
 void PluginRun::unload() {
     m_session.reset();
     m_plugin.reset();

@@ -18,6 +18,9 @@ std::string withoutPointers(const std::string& line);
 class PluginRun {
 public:
     explicit PluginRun(hostkit::HostProfile profile = {}, bool logged = true);
+    ~PluginRun();
+    PluginRun(const PluginRun&) = delete;
+    PluginRun& operator=(const PluginRun&) = delete;
 
     hostkit::Host& host() { return m_host; }
     hostkit::ImporterSession& session() { return *m_session; }
