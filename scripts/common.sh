@@ -38,5 +38,7 @@ use_wine() {
             fail "Wine could not be started; see $log_dir/wine.log"
     fi
     wineserver -p >/dev/null 2>&1 || true
+    # Wine's services start with its first program and keep that program's output open: a test must not be the first.
+    wine cmd /c exit >>"$log_dir/wine.log" 2>&1 </dev/null || fail "Wine could not be started; see $log_dir/wine.log"
     trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
 }
