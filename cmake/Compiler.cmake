@@ -17,7 +17,7 @@ if(MINGW)
     # printf as the C standard has it (%lld, %zu), and a runtime that needs no DLL beside Windows' own.
     target_compile_definitions(project_options INTERFACE
         __USE_MINGW_ANSI_STDIO=1 _WIN32_WINNT=0x0601 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
-    # Two records of a reproducible file differ only by time stamps; leave them out.
+    # Without time stamps the same sources give the same bytes.
     add_link_options(-static -Wl,--no-insert-timestamp)
 endif()
 
