@@ -1,5 +1,7 @@
 #include "hostkit/AsyncSession.h"
 
+#include "hostkit/CallText.h"
+
 #include <stdexcept>
 #include <utility>
 
@@ -143,15 +145,26 @@ csSDK_int32 AsyncSession::call(csSDK_int32 selector, void* parameter, std::optio
     if (!isOpen()) {
         throw std::logic_error("No asynchronous importer is open.");
     }
-    csSDK_int32 result = kEscapedException;
-    try {
-        result = m_entry(selector, parameter);
-    } catch (...) {
-        m_session.host().report("An exception left asynchronous selector " + std::to_string(selector) + ".");
+    const CallLog& log = m_session.host().calls();
+    if (log.isFollowed()) {
+        log.tell(asyncCallText(selector, parameter));
+    }
+    const csSDK_int32 result = callEntry(selector, parameter);
+    if (log.isFollowed()) {
+        log.tell("  = " + asyncResultText(result));
     }
     const std::lock_guard lock(m_mutex);
     m_calls.push_back({selector, time, result});
     return result;
+}
+
+csSDK_int32 AsyncSession::callEntry(csSDK_int32 selector, void* parameter) {
+    try {
+        return m_entry(selector, parameter);
+    } catch (...) {
+        m_session.host().report("An exception left asynchronous selector " + std::to_string(selector) + ".");
+        return kEscapedException;
+    }
 }
 
 std::vector<AsyncCall> AsyncSession::calls() const {

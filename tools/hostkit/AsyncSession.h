@@ -65,6 +65,7 @@ public:
     std::vector<AsyncCall> calls() const;   // of all importers that this session created
 
 private:
+    csSDK_int32 callEntry(csSDK_int32 selector, void* parameter);
     Answer<aiAsyncRequest> request(csSDK_int32 selector, PrTime time, std::vector<imFrameFormat> formats);
     void fill(imSourceVideoRec& record, PrTime time, std::vector<imFrameFormat>& formats, PPixHand* outFrame) const;
     void expectUntouched(const RecordStorage& record, csSDK_int32 selector);

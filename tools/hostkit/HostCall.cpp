@@ -51,9 +51,20 @@ void CallLog::clear() {
 
 void CallLog::add(HostCall call, const std::string& arguments) {
     ++m_counts[static_cast<std::size_t>(call)];
+    if (!wantsLines()) {
+        return;
+    }
+    const std::string line = std::string(callName(call)) + "(" + arguments + ")";
+    tell("    " + line);
     if (m_keep) {
         const std::lock_guard lock(m_mutex);
-        m_lines.push_back(std::string(callName(call)) + "(" + arguments + ")");
+        m_lines.push_back(line);
+    }
+}
+
+void CallLog::tell(const std::string& line) const {
+    if (m_sink) {
+        m_sink(line);
     }
 }
 

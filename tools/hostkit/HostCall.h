@@ -39,8 +39,18 @@ const char* callName(HostCall call);
 class CallLog {
 public:
     void keepLines(bool keep) { m_keep = keep; }        // off at first: benchmarks should not pay for it
-    bool keepsLines() const { return m_keep; }
     std::vector<std::string> lines() const;             // "PPixCreator.CreatePPix(access 1, bgra, 64 x 48)"
+
+    // Hands every such line to `sink` before its call does anything, and with them lines about the calls that the
+    // host makes: what happened last is known even if the process ends in it. The sink may be called from several
+    // threads at once; change it only while no call runs. Null ends it.
+    void sendLines(std::function<void(const std::string&)> sink) { m_sink = std::move(sink); }
+
+    bool wantsLines() const { return m_keep || m_sink; }        // else nobody need make up texts of arguments
+    bool isFollowed() const { return static_cast<bool>(m_sink); }
+
+    // A line about a call that the host makes.
+    void tell(const std::string& line) const;
     int count(HostCall call) const { return m_counts[static_cast<std::size_t>(call)]; }
     void clear();
 
@@ -51,6 +61,7 @@ private:
     std::array<std::atomic<int>, static_cast<std::size_t>(HostCall::Count)> m_counts = {};
     mutable std::mutex m_mutex;
     std::vector<std::string> m_lines;
+    std::function<void(const std::string&)> m_sink;
 };
 
 // Failures to come. `nth` counts the calls of that function from the moment of asking: 1 is the next one.

@@ -24,7 +24,7 @@ template <class... Parts>
 std::optional<csSDK_int32> enter(HostCall call, const Parts&... arguments) {
     Host& host = Host::current();
     std::ostringstream text;
-    if (host.calls().keepsLines()) {
+    if (host.calls().wantsLines()) {
         ((text << arguments), ...);
     }
     return host.onCall(call, text.str());

@@ -1,5 +1,7 @@
 #include "hostkit/ImporterSession.h"
 
+#include "hostkit/CallText.h"
+#include "hostkit/Names.h"
 #include "hostkit/PromisedFields.h"
 
 #include <cstring>
@@ -24,6 +26,17 @@ std::vector<imSubTypeDescriptionRec> recordsOf(const void* block, csSDK_int32 by
 }  // namespace
 
 csSDK_int32 ImporterSession::call(csSDK_int32 selector, void* param1, void* param2) {
+    const CallLog& log = m_host.calls();
+    if (!log.isFollowed()) {
+        return callEntry(selector, param1, param2);
+    }
+    log.tell(callText(selector, param1, param2));
+    const csSDK_int32 result = callEntry(selector, param1, param2);
+    log.tell("  = " + resultText(result));
+    return result;
+}
+
+csSDK_int32 ImporterSession::callEntry(csSDK_int32 selector, void* param1, void* param2) {
     std::string text;
     try {
         return m_entry(selector, m_host.stdParms(), param1, param2);

@@ -69,6 +69,7 @@ public:
     Answer<T> exchangeFirst(imSelector selector, HostRecord<T> record);                 // record in param1
 
 private:
+    csSDK_int32 callEntry(csSDK_int32 selector, void* param1, void* param2);
     void check(imSelector selector, const RecordStorage& record, const std::vector<ByteRange>& written);
 
     Host& m_host;

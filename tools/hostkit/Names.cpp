@@ -1,6 +1,7 @@
 #include "hostkit/Names.h"
 
 #include "hostkit/ImporterSession.h"
+#include "sdk/SdkAsyncImporter.h"
 
 #include <algorithm>
 
@@ -14,21 +15,41 @@ struct Row {
 };
 
 // The enumerator names itself, so a name cannot stand at the wrong number.
-#define RESULT(name) Row { name, #name }
+#define NAMED(name) Row { name, #name }
 #define LABEL(name) Row { kPrAudioChannelLabel_##name, #name }
 
+constexpr Row kSelectors[] = {
+    NAMED(imInit), NAMED(imShutdown), NAMED(imImportImage), NAMED(imQuietFile), NAMED(imCloseFile), NAMED(imAnalysis),
+    NAMED(imDataRateAnalysis), NAMED(imGetIndFormat), NAMED(imGetMetaData), NAMED(imSetMetaData),
+    NAMED(imImportAudio7), NAMED(imGetIndPixelFormat), NAMED(imGetSupports7), NAMED(imResetSequentialAudio),
+    NAMED(imGetSequentialAudio), NAMED(imGetRollCrawlInfo), NAMED(imRollCrawlRenderPage), NAMED(imGetSupports8),
+    NAMED(imGetInfo8), NAMED(imGetPrefs8), NAMED(imOpenFile8), NAMED(imSaveFile8), NAMED(imDeleteFile8),
+    NAMED(imCalcSize8), NAMED(imCheckTrim8), NAMED(imTrimFile8), NAMED(imGetPreferredFrameSize),
+    NAMED(imCreateAsyncImporter), NAMED(imGetSourceVideo), NAMED(imDeferredProcessing), NAMED(imGetPeakAudio),
+    NAMED(imRetargetAccelerator), NAMED(imCopyFile), NAMED(imGetTimeInfo8), NAMED(imSetTimeInfo8),
+    NAMED(imGetSubTypeNames), NAMED(imGetFileAttributes), NAMED(imQueryDestinationPath), NAMED(imQueryContentState),
+    NAMED(imGetIndColorProfile), NAMED(imQueryInputFileList), NAMED(imQueryStreamLabel),
+    NAMED(imInitiateAsyncClosedCaptionScan), NAMED(imGetNextClosedCaption), NAMED(imCompleteAsyncClosedCaptionScan),
+    NAMED(imGetAudioChannelLayout), NAMED(imSelectClipFrameDescriptor), NAMED(imPerformSourceSettingsCommand),
+};
+
+constexpr Row kAsyncSelectors[] = {
+    NAMED(aiInitiateAsyncRead), NAMED(aiCancelAsyncRead), NAMED(aiFlush), NAMED(aiGetFrame), NAMED(aiClose),
+    NAMED(aiContinueToWaitForAsyncIO), NAMED(aiSelectEfficientRenderTime),
+};
+
 constexpr Row kResults[] = {
-    RESULT(imNoErr), RESULT(imTooWide), RESULT(imBadFile), RESULT(imUnsupported), RESULT(imMemErr),
-    RESULT(imOtherErr), RESULT(imNoContent), RESULT(imBadRate), RESULT(imBadCompression), RESULT(imBadCodec),
-    RESULT(imNotFlat), RESULT(imBadSndComp), RESULT(imNoTimecode), RESULT(imMissingComponent), RESULT(imSaveErr),
-    RESULT(imDeleteErr), RESULT(imNotFoundErr), RESULT(imSetFile), RESULT(imIterateStreams),
-    RESULT(imBadStreamIndex), RESULT(imCantTrim), RESULT(imDiskFull), RESULT(imDiskErr), RESULT(imFileShareViolation),
-    RESULT(imIterateFrameSizes), RESULT(imMediaPending), RESULT(imDRMControlled), RESULT(imActivationFailed),
-    RESULT(imFrameNotFound), RESULT(imBadHeader), RESULT(imUnsupportedCompression), RESULT(imFileOpenFailed),
-    RESULT(imFileHasNoImportableStreams), RESULT(imFileReadFailed), RESULT(imUnsupportedAudioFormat),
-    RESULT(imUnsupportedVideoBitDepth), RESULT(imDecompressionError), RESULT(imInvalidPreferences),
-    RESULT(imFileNotAvailable), RESULT(imRequiresProtectedContent), RESULT(imNoCaptions), RESULT(malSupports8),
-    RESULT(imDelegate), RESULT(imCancel), RESULT(imBadFormatIndex), RESULT(imIsCacheable),
+    NAMED(imNoErr), NAMED(imTooWide), NAMED(imBadFile), NAMED(imUnsupported), NAMED(imMemErr),
+    NAMED(imOtherErr), NAMED(imNoContent), NAMED(imBadRate), NAMED(imBadCompression), NAMED(imBadCodec),
+    NAMED(imNotFlat), NAMED(imBadSndComp), NAMED(imNoTimecode), NAMED(imMissingComponent), NAMED(imSaveErr),
+    NAMED(imDeleteErr), NAMED(imNotFoundErr), NAMED(imSetFile), NAMED(imIterateStreams),
+    NAMED(imBadStreamIndex), NAMED(imCantTrim), NAMED(imDiskFull), NAMED(imDiskErr), NAMED(imFileShareViolation),
+    NAMED(imIterateFrameSizes), NAMED(imMediaPending), NAMED(imDRMControlled), NAMED(imActivationFailed),
+    NAMED(imFrameNotFound), NAMED(imBadHeader), NAMED(imUnsupportedCompression), NAMED(imFileOpenFailed),
+    NAMED(imFileHasNoImportableStreams), NAMED(imFileReadFailed), NAMED(imUnsupportedAudioFormat),
+    NAMED(imUnsupportedVideoBitDepth), NAMED(imDecompressionError), NAMED(imInvalidPreferences),
+    NAMED(imFileNotAvailable), NAMED(imRequiresProtectedContent), NAMED(imNoCaptions), NAMED(malSupports8),
+    NAMED(imDelegate), NAMED(imCancel), NAMED(imBadFormatIndex), NAMED(imIsCacheable),
     {99, "malUnknownError"}, {kEscapedException, "exception"},
 };
 
@@ -73,6 +94,8 @@ std::string_view nameIn(const Row (&rows)[count], csSDK_int32 code) {
 
 }  // namespace
 
+std::string_view selectorName(csSDK_int32 selector) { return nameIn(kSelectors, selector); }
+std::string_view asyncSelectorName(csSDK_int32 selector) { return nameIn(kAsyncSelectors, selector); }
 std::string_view resultName(csSDK_int32 result) { return nameIn(kResults, result); }
 std::string_view channelLabelName(csSDK_int32 label) { return nameIn(kLabels, label); }
 std::string_view sampleTypeName(csSDK_int32 type) { return nameIn(kSampleTypes, type); }

@@ -33,9 +33,10 @@ public:
     // Whether a library of this file name is in the process.
     static bool isLoaded(const std::string& fileName);
 
-    // The importer's usual file name on this system, and the folder of the running program.
+    // The importer's usual file name on this system, and the running program with its folder.
     static std::string usualFileName();
     static std::filesystem::path programFolder();
+    static std::filesystem::path programPath();
 
 private:
     std::filesystem::path m_path;

@@ -70,8 +70,8 @@ bool PluginLibrary::isLoaded(const std::string& fileName) { return !loadedPath(f
 
 std::string PluginLibrary::usualFileName() { return "ImporterQuorvane.so"; }
 
-std::filesystem::path PluginLibrary::programFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
-}
+std::filesystem::path PluginLibrary::programPath() { return std::filesystem::read_symlink("/proc/self/exe"); }
+
+std::filesystem::path PluginLibrary::programFolder() { return programPath().parent_path(); }
 
 }  // namespace hostkit

@@ -54,10 +54,12 @@ bool PluginLibrary::isLoaded(const std::string& fileName) {
 
 std::string PluginLibrary::usualFileName() { return "ImporterQuorvane.prm"; }
 
-std::filesystem::path PluginLibrary::programFolder() {
+std::filesystem::path PluginLibrary::programPath() {
     std::wstring path(32768, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return std::filesystem::path(path).parent_path();
+    return path;
 }
+
+std::filesystem::path PluginLibrary::programFolder() { return programPath().parent_path(); }
 
 }  // namespace hostkit

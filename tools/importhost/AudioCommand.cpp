@@ -15,7 +15,7 @@ namespace importhost {
 
 namespace {
 
-class AudioCommand : public Command {
+class AudioCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_file, "The clip")->required()->type_name("");
@@ -35,7 +35,7 @@ public:
             ->capture_default_str();
     }
 
-    ExitCode run(Editor& editor) override {
+    ExitCode runWith(Editor& editor) override {
         SoundClip clip(editor, hostkit::pathFromUtf8(m_file), m_stream);
         const Range range = chooseRange(clip);
         WavFile file(hostkit::pathFromUtf8(m_out), static_cast<std::uint16_t>(clip.channels()), clip.sampleRate(),

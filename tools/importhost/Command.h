@@ -33,14 +33,26 @@ public:
     // Adds the command's arguments; called once, before run.
     virtual void declare(CLI::App& app) = 0;
 
-    // Does the work with a started plug-in. Must leave no clip open.
-    virtual ExitCode run(Editor& editor) = 0;
+    // Does the work. What it throws is told as a failure.
+    virtual ExitCode run(const EditorOptions& options) = 0;
+};
+
+// A command that works with one started plug-in, in this process.
+class EditorCommand : public Command {
+public:
+    // Loads and starts the plug-in, does the work, and tells what was left uneven and where the log is.
+    ExitCode run(const EditorOptions& options) final;
+
+protected:
+    // Must leave no clip open.
+    virtual ExitCode runWith(Editor& editor) = 0;
 };
 
 std::unique_ptr<Command> makeInfoCommand();
 std::unique_ptr<Command> makeFramesCommand();
 std::unique_ptr<Command> makeSheetCommand();
 std::unique_ptr<Command> makeAudioCommand();
+std::unique_ptr<Command> makeValidateCommand();
 
 // The whole program, apart from the system's part of main. Writes to standard output and standard error.
 int runCommandLine(const std::vector<std::string>& arguments);

@@ -23,6 +23,7 @@ constexpr CommandRow kCommands[] = {
     {"frames", "Write frames as pictures, raw bytes or checksums", makeFramesCommand},
     {"sheet", "Make a contact sheet of a file's frames", makeSheetCommand},
     {"audio", "Write a stream's sound as a WAV file", makeAudioCommand},
+    {"validate", "Check the plug-in against everything that a host may do", makeValidateCommand},
 };
 
 constexpr char kPurpose[] =
@@ -38,6 +39,7 @@ constexpr char kFooter[] =
     "  importhost frames clip.avi --as checksum --async 8    the same, asynchronously\n"
     "  importhost audio clip.avi -o sound.wav           hear it\n"
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
+    "  importhost validate                              is the plug-in right?\n"
     "\n'importhost COMMAND --help' explains a command.\n"
     "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
     "(suites, frames, memory or asynchronous importers not given back, writes where they do not\n"
@@ -77,47 +79,15 @@ void declareCommon(CLI::App& app, CommonArguments& common) {
     app.add_flag("--log", common.log, "Switch the plug-in's log on for this run and tell where it is");
 }
 
-// Problems and the place of the log go where errors go, so that output stays clean for other programs.
-ExitCode endRun(Editor& editor, bool log, ExitCode code) {
-    const std::vector<std::string>& problems = editor.finish();
-    for (const std::string& problem : problems) {
-        std::cerr << "importhost: " << problem << "\n";
-    }
-    if (log) {
-        const auto files = editor.logFiles();
-        std::cerr << (files.empty() ? "importhost: The plug-in wrote no log.\n" : "");
-        for (const auto& file : files) {
-            std::cerr << "log: " << hostkit::toUtf8(file) << "\n";
-        }
-    }
-    return code == kGood && !problems.empty() ? kFailed : code;
-}
-
-ExitCode runCommand(Command& command, Editor& editor) {
-    const csSDK_int32 started = editor.started().init.result;
-    if (started != imNoErr) {
-        std::cerr << "importhost: The plug-in's start failed with " << started << ".\n";
-        return kFailed;
-    }
+ExitCode runCommand(Command& command, const EditorOptions& options) {
     try {
-        return command.run(editor);
-    } catch (const UsageError& error) {
-        std::cerr << "importhost: " << error.what() << "\n";
-        return kUsage;
-    } catch (const std::exception& error) {
-        std::cerr << "importhost: " << error.what() << "\n";
-        return kFailed;
-    }
-}
-
-ExitCode runWithEditor(Command& command, const CommonArguments& common) {
-    try {
-        Editor editor(common.options());
-        const ExitCode code = runCommand(command, editor);
-        return endRun(editor, common.log, code);
+        return command.run(options);
     } catch (const CannotLoad& error) {
         std::cerr << "importhost: " << error.what() << "\n";
         return kNotLoaded;
+    } catch (const UsageError& error) {
+        std::cerr << "importhost: " << error.what() << "\n";
+        return kUsage;
     } catch (const std::exception& error) {
         std::cerr << "importhost: " << error.what() << "\n";
         return kFailed;
@@ -150,7 +120,7 @@ int runCommandLine(const std::vector<std::string>& arguments) {
     }
     const auto chosen = std::find_if(subcommands.begin(), subcommands.end(),
                                      [](const CLI::App* subcommand) { return subcommand->parsed(); });
-    return runWithEditor(*commands[static_cast<std::size_t>(chosen - subcommands.begin())], common);
+    return runCommand(*commands[static_cast<std::size_t>(chosen - subcommands.begin())], common.options());
 }
 
 }  // namespace importhost

@@ -8,11 +8,6 @@ std::optional<hostkit::LogSwitch> switchFor(bool log) {
     return log ? std::optional<hostkit::LogSwitch>(std::in_place, true) : std::nullopt;
 }
 
-std::filesystem::path pluginPathOf(const EditorOptions& options) {
-    return options.plugin.empty() ? hostkit::PluginLibrary::programFolder() / hostkit::PluginLibrary::usualFileName()
-                                  : options.plugin;
-}
-
 hostkit::HostProfile profileOf(const EditorOptions& options) {
     return options.profile.empty() ? hostkit::hostProfiles().front() : hostkit::hostProfile(options.profile);
 }
@@ -26,6 +21,11 @@ std::unique_ptr<hostkit::PluginLibrary> load(const std::filesystem::path& path) 
 }
 
 }  // namespace
+
+std::filesystem::path pluginPathOf(const EditorOptions& options) {
+    return options.plugin.empty() ? hostkit::PluginLibrary::programFolder() / hostkit::PluginLibrary::usualFileName()
+                                  : options.plugin;
+}
 
 Editor::Editor(const EditorOptions& options)
     : m_logSwitch(switchFor(options.log)),

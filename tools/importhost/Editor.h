@@ -19,6 +19,9 @@ struct EditorOptions {
     bool log = false;
 };
 
+// The plug-in that the options name, or the usual one beside the program.
+std::filesystem::path pluginPathOf(const EditorOptions& options);
+
 // The plug-in's library cannot be loaded.
 struct CannotLoad : std::runtime_error {
     using std::runtime_error::runtime_error;

@@ -59,7 +59,7 @@ private:
     ExitCode m_code = kGood;
 };
 
-class FramesCommand : public Command {
+class FramesCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_file, "The clip")->required()->type_name("");
@@ -82,7 +82,7 @@ public:
         declareAsync(app);
     }
 
-    ExitCode run(Editor& editor) override {
+    ExitCode runWith(Editor& editor) override {
         const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
         VideoClip clip(editor, path);
         const PrPixelFormat format = chooseFormat(clip);

@@ -13,7 +13,7 @@ namespace importhost {
 
 namespace {
 
-class InfoCommand : public Command {
+class InfoCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_files, "The clips")->required()->type_name("");
@@ -23,7 +23,7 @@ public:
                    "data rate and analysis text.\n");
     }
 
-    ExitCode run(Editor& editor) override {
+    ExitCode runWith(Editor& editor) override {
         std::vector<ClipReport> reports;
         bool allGood = true;
         for (const std::string& file : m_files) {

@@ -17,7 +17,7 @@ namespace importhost {
 
 namespace {
 
-class SheetCommand : public Command {
+class SheetCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_file, "The clip")->required()->type_name("");
@@ -36,7 +36,7 @@ public:
             ->capture_default_str();
     }
 
-    ExitCode run(Editor& editor) override {
+    ExitCode runWith(Editor& editor) override {
         const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
         VideoClip clip(editor, path);
         const imImageInfoRec& video = clip.info().vidInfo;

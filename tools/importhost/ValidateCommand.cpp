@@ -1,0 +1,141 @@
+// importhost validate: is a plug-in right?
+#include "importhost/Command.h"
+#include "importhost/validate/Places.h"
+#include "importhost/validate/ResultText.h"
+#include "importhost/validate/Runner.h"
+#include "importhost/validate/WorkFolder.h"
+
+#include "hostkit/Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <random>
+#include <thread>
+
+namespace importhost {
+
+namespace {
+
+using namespace validate;
+
+constexpr unsigned kMostJobs = 4;
+
+class ValidateCommand : public Command {
+public:
+    void declare(CLI::App& app) override {
+        app.add_option("FILE", m_files, "Files to check the plug-in with; own samples when left out")->type_name("");
+        app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
+            ->type_name("N")
+            ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
+            ->capture_default_str();
+        app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
+        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")->type_name("N");
+        app.add_option("--jobs", m_jobs, "How many checks run at once; as the machine has processors, at most 4, "
+                                         "when left out")
+            ->type_name("N")
+            ->check(CLI::Range(1U, 64U).description(""));
+        app.add_flag("--in-process", m_inProcess, "No process of its own for each check: for a debugger");
+        app.add_flag("--list", m_list, "List all checks and end");
+        app.add_option("--explain", m_explain, "Tell what one check is about and end")->type_name("ID");
+        app.add_option("--child-of", m_childOf, "")->group("");      // from the program to itself
+    }
+
+    ExitCode run(const EditorOptions& editorOptions) override {
+        if (m_list) {
+            std::cout << listText();
+            return kGood;
+        }
+        if (!m_explain.empty()) {
+            return explain();
+        }
+        RunOptions options = runOptions(editorOptions);
+        return m_childOf.empty() ? runAll(options) : runAsChild(options);
+    }
+
+private:
+    ExitCode explain() const {
+        const Check* check = findCheck(m_explain);
+        if (!check) {
+            throw UsageError("There is no check '" + m_explain + "'; --list names all.");
+        }
+        std::cout << explainText(*check);
+        return kGood;
+    }
+
+    RunOptions runOptions(const EditorOptions& editorOptions) const {
+        RunOptions options;
+        options.plugin = std::filesystem::absolute(pluginPathOf(editorOptions));
+        for (const std::string& file : m_files) {
+            options.files.push_back(std::filesystem::absolute(hostkit::pathFromUtf8(file)));
+        }
+        options.level = m_level;
+        options.seed = m_seed.value_or(std::random_device{}());
+        return options;
+    }
+
+    // One check, on behalf of the program that started this one.
+    ExitCode runAsChild(RunOptions& options) const {
+        options.workFolder = hostkit::pathFromUtf8(m_childOf);
+        const Check* check = findCheck(m_pattern);
+        if (!check) {
+            throw UsageError("There is no check '" + m_pattern + "'.");
+        }
+        const std::filesystem::path folder = checkFolder(options.workFolder, check->id);
+        EventFile events(eventFile(folder));
+        runCheck(options, *check, folder, events);
+        return kGood;
+    }
+
+    ExitCode runAll(RunOptions& options) const {
+        const std::vector<const Check*> checks = selectChecks(m_level, m_pattern);
+        if (checks.empty()) {
+            throw UsageError("No check was selected: none up to level " + std::to_string(m_level) + " fits '" +
+                             m_pattern + "'.");
+        }
+        expectFiles(options);
+        const WorkFolder workFolder;
+        options.workFolder = workFolder.path();
+        std::filesystem::create_directories(samplesFolder(options.workFolder));
+        if (options.files.empty()) {
+            writeSamples(samplesFolder(options.workFolder), options.level);
+        }
+        std::cout << "Checking " << hostkit::toUtf8(options.plugin) << " at level " << m_level << ", seed "
+                  << options.seed << ".\n";
+        const RunResult result = runChecks(options, checks, {m_inProcess, jobs()}, [](const CheckResult& one) {
+            std::cout << asText(one) << std::flush;
+        });
+        std::cout << summaryText(result);
+        return result.isGood() ? kGood : kFailed;
+    }
+
+    static void expectFiles(const RunOptions& options) {
+        if (!std::filesystem::exists(options.plugin)) {
+            throw CannotLoad("There is no plug-in '" + hostkit::toUtf8(options.plugin) + "'.");
+        }
+        for (const std::filesystem::path& file : options.files) {
+            if (!std::filesystem::exists(file)) {
+                throw UsageError("There is no file '" + hostkit::toUtf8(file) + "'.");
+            }
+        }
+    }
+
+    unsigned jobs() const { return m_jobs.value_or(std::clamp(std::thread::hardware_concurrency(), 1U, kMostJobs)); }
+
+    std::vector<std::string> m_files;
+    int m_level = kUsualLevel;
+    std::string m_pattern;
+    std::optional<std::uint64_t> m_seed;
+    std::optional<unsigned> m_jobs;
+    bool m_inProcess = false;
+    bool m_list = false;
+    std::string m_explain;
+    std::string m_childOf;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeValidateCommand() { return std::make_unique<ValidateCommand>(); }
+
+}  // namespace importhost

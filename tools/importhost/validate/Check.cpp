@@ -1,0 +1,30 @@
+#include "importhost/validate/Check.h"
+
+#include "importhost/validate/Wildcard.h"
+
+namespace importhost::validate {
+
+const Check* findCheck(std::string_view id) {
+    for (const CheckGroup& group : checkGroups()) {
+        for (const Check& check : group.checks) {
+            if (check.id == id) {
+                return &check;
+            }
+        }
+    }
+    return nullptr;
+}
+
+std::vector<const Check*> selectChecks(int level, std::string_view pattern) {
+    std::vector<const Check*> selected;
+    for (const CheckGroup& group : checkGroups()) {
+        for (const Check& check : group.checks) {
+            if (check.level <= level && (pattern.empty() || fitsWildcard(check.id, pattern))) {
+                selected.push_back(&check);
+            }
+        }
+    }
+    return selected;
+}
+
+}  // namespace importhost::validate

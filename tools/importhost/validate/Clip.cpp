@@ -1,0 +1,60 @@
+#include "importhost/validate/Clip.h"
+
+#include "hostkit/Text.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace importhost::validate {
+
+namespace {
+
+void writeFile(const std::filesystem::path& path, const aviwriter::Bytes& bytes) {
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!out.flush()) {
+        throw std::runtime_error("The sample '" + hostkit::toUtf8(path) + "' cannot be written.");
+    }
+}
+
+aviwriter::Bytes bytesOf(const SampleRow& row) {
+    const aviwriter::Bytes bytes = aviwriter::sampleBytes(row.options);
+    return row.damage ? row.damage(bytes) : bytes;
+}
+
+Clip clipOf(const SampleRow& row, const std::filesystem::path& folder) {
+    return {folder / row.name, row.name, row.kind,
+            row.kind == ClipKind::Good ? std::optional(row.options) : std::nullopt};
+}
+
+Clip clipOf(const std::filesystem::path& file) {
+    return {file, hostkit::toUtf8(file.filename()), ClipKind::Unknown, std::nullopt};
+}
+
+}  // namespace
+
+void writeSamples(const std::filesystem::path& folder, int level) {
+    for (const SampleRow& row : sampleRows()) {
+        if (row.level <= level) {
+            writeFile(folder / row.name, bytesOf(row));
+        }
+    }
+}
+
+std::vector<Clip> clipsOf(const std::vector<std::filesystem::path>& files, const std::filesystem::path& folder,
+                          int level) {
+    std::vector<Clip> clips;
+    for (const std::filesystem::path& file : files) {
+        clips.push_back(clipOf(file));
+    }
+    if (files.empty()) {
+        for (const SampleRow& row : sampleRows()) {
+            if (row.level <= level) {
+                clips.push_back(clipOf(row, folder));
+            }
+        }
+    }
+    return clips;
+}
+
+}  // namespace importhost::validate

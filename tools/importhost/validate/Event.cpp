@@ -1,0 +1,46 @@
+#include "importhost/validate/Event.h"
+
+#include "hostkit/Text.h"
+
+#include <nlohmann/json.hpp>
+
+#include <stdexcept>
+
+namespace importhost::validate {
+
+void EventList::take(const Event& event) {
+    const std::lock_guard lock(m_mutex);
+    m_events.push_back(event);
+}
+
+std::vector<Event> EventList::events() const {
+    const std::lock_guard lock(m_mutex);
+    return m_events;
+}
+
+EventFile::EventFile(const std::filesystem::path& path) : m_out(path, std::ios::binary) {
+    if (!m_out) {
+        throw std::runtime_error("'" + hostkit::toUtf8(path) + "' cannot be written.");
+    }
+}
+
+void EventFile::take(const Event& event) {
+    const nlohmann::json line = {{"kind", static_cast<int>(event.kind)}, {"text", event.text}};
+    const std::string text = line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+    const std::lock_guard lock(m_mutex);
+    m_out << text << std::flush;
+}
+
+std::vector<Event> readEvents(const std::filesystem::path& path) {
+    std::vector<Event> events;
+    std::ifstream in(path, std::ios::binary);
+    for (std::string line; std::getline(in, line);) {
+        const nlohmann::json json = nlohmann::json::parse(line, nullptr, false);
+        if (json.is_object()) {
+            events.push_back({static_cast<EventKind>(json.value("kind", 0)), json.value("text", "")});
+        }
+    }
+    return events;
+}
+
+}  // namespace importhost::validate

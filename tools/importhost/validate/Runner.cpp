@@ -1,0 +1,163 @@
+#include "importhost/validate/Runner.h"
+
+#include "hostkit/ChildProcess.h"
+#include "hostkit/PluginLibrary.h"
+#include "hostkit/Text.h"
+#include "importhost/validate/Places.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace importhost::validate {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+CheckResult runInChild(const RunOptions& options, const Check& check, const std::filesystem::path& folder) {
+    std::vector<std::string> arguments = repeatArguments(options, check);
+    arguments.insert(arguments.end(), {"--child-of", hostkit::toUtf8(options.workFolder)});
+    const auto start = Clock::now();
+    const hostkit::ChildResult child =
+        hostkit::runProgram(hostkit::PluginLibrary::programPath(), arguments, check.timeLimit);
+    return resultOf(check, readEvents(eventFile(folder)),
+                    {child.exitCode, child.timedOut, child.errors, secondsSince(start)});
+}
+
+CheckResult runHere(const RunOptions& options, const Check& check, const std::filesystem::path& folder) {
+    EventList events;
+    const auto start = Clock::now();
+    runCheck(options, check, folder, events);
+    return resultOf(check, events.events(), {0, false, "", secondsSince(start)});
+}
+
+CheckResult runIn(const RunOptions& options, const Check& check, const std::filesystem::path& folder, bool inProcess) {
+    try {
+        std::filesystem::create_directories(folder);
+        return inProcess ? runHere(options, check, folder) : runInChild(options, check, folder);
+    } catch (const std::exception& error) {
+        CheckResult result;
+        result.check = &check;
+        result.verdict = Verdict::Crash;
+        result.reason = std::string("the check could not be run: ") + error.what();
+        return result;
+    }
+}
+
+CheckResult runOne(const RunOptions& options, const Check& check, bool inProcess) {
+    const std::filesystem::path folder = checkFolder(options.workFolder, check.id);
+    CheckResult result = runIn(options, check, folder, inProcess);
+    result.repeat = repeatCommand(options, check);
+    if (isBad(result.verdict)) {
+        result.calls = readCallTrace(traceFile(folder));
+    }
+    return result;
+}
+
+// Results as they come in, told in order.
+class Results {
+public:
+    Results(std::size_t count, const std::function<void(const CheckResult&)>& told) : m_results(count), m_told(told) {}
+
+    void put(std::size_t index, CheckResult result) {
+        const std::lock_guard lock(m_mutex);
+        m_results[index] = std::move(result);
+        for (; m_next < m_results.size() && m_results[m_next]; ++m_next) {
+            m_told(*m_results[m_next]);
+        }
+    }
+
+    RunResult take() {
+        RunResult run;
+        for (std::optional<CheckResult>& result : m_results) {
+            run.checks.push_back(std::move(*result));
+        }
+        return run;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<std::optional<CheckResult>> m_results;
+    std::size_t m_next = 0;
+    const std::function<void(const CheckResult&)>& m_told;
+};
+
+std::vector<std::size_t> indexesOf(const std::vector<const Check*>& checks, Company company) {
+    std::vector<std::size_t> indexes;
+    for (std::size_t index = 0; index < checks.size(); ++index) {
+        if (checks[index]->company == company) {
+            indexes.push_back(index);
+        }
+    }
+    return indexes;
+}
+
+// A word as a shell takes it unchanged.
+std::string quotedWord(const std::string& word) {
+    const bool isPlain = !word.empty() && word.find_first_of(" \t\"'*?$&|<>()[]{};!`#~\\") == std::string::npos;
+    return isPlain ? word : "\"" + word + "\"";
+}
+
+}  // namespace
+
+RunResult runChecks(const RunOptions& options, const std::vector<const Check*>& checks, const Isolation& isolation,
+                    const std::function<void(const CheckResult&)>& told) {
+    Results results(checks.size(), told);
+    const auto runAt = [&](std::size_t index) {
+        results.put(index, runOne(options, *checks[index], isolation.inProcess));
+    };
+    for (const std::size_t index : indexesOf(checks, Company::Alone)) {
+        runAt(index);
+    }
+    const std::vector<std::size_t> shared = indexesOf(checks, Company::Shared);
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+        for (std::size_t turn = next++; turn < shared.size(); turn = next++) {
+            runAt(shared[turn]);
+        }
+    };
+    std::vector<std::thread> helpers;
+    for (unsigned job = 1; job < isolation.jobs && !isolation.inProcess; ++job) {
+        helpers.emplace_back(work);
+    }
+    work();
+    for (std::thread& helper : helpers) {
+        helper.join();
+    }
+    return results.take();
+}
+
+std::vector<std::string> repeatArguments(const RunOptions& options, const Check& check) {
+    std::vector<std::string> words = {"--plugin",
+                                      hostkit::toUtf8(options.plugin),
+                                      "validate",
+                                      "--only",
+                                      std::string(check.id),
+                                      "--level",
+                                      std::to_string(std::max(options.level, check.level)),
+                                      "--seed",
+                                      std::to_string(options.seed)};
+    for (const std::filesystem::path& file : options.files) {
+        words.push_back(hostkit::toUtf8(file));
+    }
+    return words;
+}
+
+std::string repeatCommand(const RunOptions& options, const Check& check) {
+    std::string line = "importhost";
+    for (const std::string& word : repeatArguments(options, check)) {
+        line += " " + quotedWord(word);
+    }
+    return line;
+}
+
+}  // namespace importhost::validate
