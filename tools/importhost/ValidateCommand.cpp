@@ -36,6 +36,10 @@ public:
                                          "when left out")
             ->type_name("N")
             ->check(CLI::Range(1U, 64U).description(""));
+        app.add_option("--time-limit", m_timeLimit, "Seconds that a check may take; each check's own limit when left "
+                                                    "out")
+            ->type_name("S")
+            ->check(CLI::Range(1, 86400).description(""));
         app.add_flag("--in-process", m_inProcess, "No process of its own for each check: for a debugger");
         app.add_flag("--list", m_list, "List all checks and end");
         app.add_option("--explain", m_explain, "Tell what one check is about and end")->type_name("ID");
@@ -72,6 +76,9 @@ private:
         }
         options.level = m_level;
         options.seed = m_seed.value_or(std::random_device{}());
+        if (m_timeLimit) {
+            options.timeLimit = std::chrono::seconds(*m_timeLimit);
+        }
         return options;
     }
 
@@ -128,6 +135,7 @@ private:
     std::string m_pattern;
     std::optional<std::uint64_t> m_seed;
     std::optional<unsigned> m_jobs;
+    std::optional<int> m_timeLimit;
     bool m_inProcess = false;
     bool m_list = false;
     std::string m_explain;

@@ -33,6 +33,15 @@ void CallTrace::add(const std::string& line) {
     m_out.seekp(static_cast<std::streamoff>(m_count % kLines * kSlotBytes));
     m_out << slot(m_count, line) << std::flush;
     ++m_count;
+    m_latest.push_back(line);
+    if (m_latest.size() > kLines) {
+        m_latest.pop_front();
+    }
+}
+
+std::vector<std::string> CallTrace::latest() const {
+    const std::lock_guard lock(m_mutex);
+    return {m_latest.begin(), m_latest.end()};
 }
 
 std::vector<std::string> readCallTrace(const std::filesystem::path& path) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
@@ -20,10 +21,12 @@ public:
 
     // Safe on any thread.
     void add(const std::string& line);
+    std::vector<std::string> latest() const;
 
 private:
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::ofstream m_out;
+    std::deque<std::string> m_latest;
     std::uint64_t m_count = 0;
 };
 

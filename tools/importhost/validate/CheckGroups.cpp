@@ -7,6 +7,15 @@ const std::vector<CheckGroup>& checkGroups() {
     static const std::vector<CheckGroup> groups = {
         {"library", libraryChecks()},
         {"protocol", protocolChecks()},
+        {"frames", frameChecks()},
+        {"audio", audioChecks()},
+        {"async", asyncChecks()},
+        {"refusing-host", refusingHostChecks()},
+        {"codec", codecChecks()},
+        {"disk", diskChecks()},
+        {"exceptions", exceptionChecks()},
+        {"state", stateChecks()},
+        {"measures", measureChecks()},
     };
     return groups;
 }

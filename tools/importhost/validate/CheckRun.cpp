@@ -60,6 +60,11 @@ void CheckRun::warn(const std::string& text) { tell(EventKind::Warning, text); }
 
 void CheckRun::fail(const std::string& text) {
     const int before = m_failures++;
+    if (before == 0) {
+        for (const std::string& call : m_trace.latest()) {
+            m_sink.take({EventKind::Call, call});
+        }
+    }
     if (before < kMostFailures) {
         tell(EventKind::Failure, text);
     } else if (before == kMostFailures) {

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <sstream>
 #include <string>
@@ -22,6 +23,7 @@ struct RunOptions {
     std::vector<std::filesystem::path> files;       // the user's; none: own samples
     int level = kUsualLevel;
     std::uint64_t seed = 0;
+    std::optional<std::chrono::seconds> timeLimit;  // else each check's own
     std::filesystem::path workFolder;               // exists; holds the samples and what checks write
 };
 

@@ -16,6 +16,7 @@ enum class EventKind {
     Warning,
     Failure,
     Skip,
+    Call,       // one of the latest calls between host and plug-in when the first failure was found
     End,        // the check came to its end
 };
 

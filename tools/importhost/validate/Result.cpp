@@ -25,6 +25,7 @@ void sortInto(CheckResult& result, const std::vector<Event>& events) {
             case EventKind::Note: result.notes.push_back(event.text); break;
             case EventKind::Warning: result.warnings.push_back(event.text); break;
             case EventKind::Failure: result.failures.push_back(event.text); break;
+            case EventKind::Call: result.calls.push_back(event.text); break;
             case EventKind::Skip: result.reason = event.text; break;
             default: break;
         }
@@ -56,9 +57,9 @@ CheckResult resultOf(const Check& check, const std::vector<Event>& events, const
     result.errorOutput = endOf(end.errorOutput);
     sortInto(result, events);
     const bool ended = has(events, EventKind::End);
-    if (end.timedOut) {
+    if (end.limit) {
         result.verdict = Verdict::Timeout;
-        result.reason = "ended after " + std::to_string(check.timeLimit.count()) + " seconds" + lastStep(events);
+        result.reason = "ended after " + std::to_string(end.limit->count()) + " seconds" + lastStep(events);
     } else if (!ended) {
         result.verdict = Verdict::Crash;
         result.reason = exitText(end.exitCode) + lastStep(events);

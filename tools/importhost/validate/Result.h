@@ -3,8 +3,8 @@
 
 #include "importhost/validate/CheckRun.h"
 
-#include <nlohmann/json_fwd.hpp>
-
+#include <chrono>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +23,7 @@ struct CheckResult {
     std::vector<std::string> failures;
     std::vector<std::string> warnings;
     std::vector<std::string> notes;
-    std::vector<std::string> calls;         // the latest calls between host and plug-in, when the verdict is bad
+    std::vector<std::string> calls;         // the latest between host and plug-in, up to the first failure or the end
     std::string errorOutput;                // what the process wrote to standard error, its end
     std::string repeat;                     // the command that repeats this check alone
     double seconds = 0.0;
@@ -32,7 +32,7 @@ struct CheckResult {
 // How the process of a check ended.
 struct ProcessEnd {
     int exitCode = 0;
-    bool timedOut = false;
+    std::optional<std::chrono::seconds> limit = std::nullopt;       // it was ended for running so long
     std::string errorOutput;
     double seconds = 0.0;
 };

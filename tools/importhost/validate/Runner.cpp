@@ -26,18 +26,20 @@ double secondsSince(Clock::time_point start) {
 CheckResult runInChild(const RunOptions& options, const Check& check, const std::filesystem::path& folder) {
     std::vector<std::string> arguments = repeatArguments(options, check);
     arguments.insert(arguments.end(), {"--child-of", hostkit::toUtf8(options.workFolder)});
+    const std::chrono::seconds limit = options.timeLimit.value_or(check.timeLimit);
     const auto start = Clock::now();
     const hostkit::ChildResult child =
-        hostkit::runProgram(hostkit::PluginLibrary::programPath(), arguments, check.timeLimit);
+        hostkit::runProgram(hostkit::PluginLibrary::programPath(), arguments, limit);
     return resultOf(check, readEvents(eventFile(folder)),
-                    {child.exitCode, child.timedOut, child.errors, secondsSince(start)});
+                    {child.exitCode, child.timedOut ? std::optional(limit) : std::nullopt, child.errors,
+                     secondsSince(start)});
 }
 
 CheckResult runHere(const RunOptions& options, const Check& check, const std::filesystem::path& folder) {
     EventList events;
     const auto start = Clock::now();
     runCheck(options, check, folder, events);
-    return resultOf(check, events.events(), {0, false, "", secondsSince(start)});
+    return resultOf(check, events.events(), {0, std::nullopt, "", secondsSince(start)});
 }
 
 CheckResult runIn(const RunOptions& options, const Check& check, const std::filesystem::path& folder, bool inProcess) {
@@ -57,7 +59,7 @@ CheckResult runOne(const RunOptions& options, const Check& check, bool inProcess
     const std::filesystem::path folder = checkFolder(options.workFolder, check.id);
     CheckResult result = runIn(options, check, folder, inProcess);
     result.repeat = repeatCommand(options, check);
-    if (isBad(result.verdict)) {
+    if (isBad(result.verdict) && result.calls.empty()) {
         result.calls = readCallTrace(traceFile(folder));
     }
     return result;

@@ -1,0 +1,32 @@
+// An environment variable for as long as one test needs it; child processes see it too.
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+class EnvironmentVariable {
+public:
+    EnvironmentVariable(std::string name, const std::string& value) : m_name(std::move(name)) {
+        if (const char* before = std::getenv(m_name.c_str())) {
+            m_before = before;
+        }
+        set(value);
+    }
+    ~EnvironmentVariable() { set(m_before.value_or("")); }
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+
+private:
+    // An empty value removes the variable.
+    void set(const std::string& value) const {
+#ifdef _WIN32
+        _putenv_s(m_name.c_str(), value.c_str());
+#else
+        value.empty() ? unsetenv(m_name.c_str()) : setenv(m_name.c_str(), value.c_str(), 1);
+#endif
+    }
+
+    std::string m_name;
+    std::optional<std::string> m_before;
+};

@@ -1,0 +1,7 @@
+#include "wrong/Fault.h"
+
+namespace wrong {
+
+std::span<const Fault> exceptionFaults() { return {}; }
+
+}  // namespace wrong

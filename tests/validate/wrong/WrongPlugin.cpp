@@ -1,0 +1,41 @@
+// The entry of the wrong plug-in: the chosen fault, or the real plug-in.
+#include "wrong/Fault.h"
+
+#include <cstdlib>
+
+namespace wrong {
+
+namespace {
+
+const Fault* chosenFault() {
+    const std::span<const Fault> groups[] = {
+        libraryFaults(), protocolFaults(), frameFaults(), audioFaults(),
+        asyncFaults(), refusingHostFaults(), codecFaults(), diskFaults(),
+        exceptionFaults(), stateFaults(), measureFaults()};
+    const char* name = std::getenv("WRONG_PLUGIN");
+    for (const std::span<const Fault> group : groups) {
+        for (const Fault& fault : group) {
+            if (name && fault.name == name) {
+                return &fault;
+            }
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+}  // namespace wrong
+
+#ifdef _WIN32
+#define WRONG_EXPORT extern "C" __declspec(dllexport)
+#else
+#define WRONG_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+WRONG_EXPORT csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2);
+
+csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    static const wrong::Fault* const fault = wrong::chosenFault();
+    return (fault ? fault->entry : wrong::right)(selector, stdParms, param1, param2);
+}
