@@ -1,5 +1,7 @@
 #include "wrong/Fault.h"
 
+#include "log/Log.h"
+
 namespace wrong {
 
 namespace {
@@ -15,9 +17,41 @@ csSDK_int32 answersEverySelector(csSDK_int32 selector, imStdParms* stdParms, voi
     return result == imUnsupported ? imNoErr : result;
 }
 
+csSDK_int32 answersPreferences(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    return selector == imGetPrefs8 ? csSDK_int32{imNoErr} : right(selector, stdParms, param1, param2);
+}
+
+csSDK_int32 fillsWhatItRefuses(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    if (selector == imCopyFile && param2) {
+        static_cast<char*>(param2)[7] = 1;
+    }
+    return right(selector, stdParms, param1, param2);
+}
+
+csSDK_int32 asksBeforeItRefuses(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+    if (result == imUnsupported) {
+        stdParms->piSuites->utilFuncs->getSPBasicSuite();
+    }
+    return result;
+}
+
+csSDK_int32 endsItsLogAtShutdown(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+    if (selector == imShutdown) {
+        CloseLog();
+        ConfigureLog("quorvane_pr_importer", false, false);
+    }
+    return result;
+}
+
 constexpr Fault kFaults[] = {
     {"leaks-suites", leaksSuites},
     {"answers-every-selector", answersEverySelector},
+    {"answers-a-preferences-dialog", answersPreferences},
+    {"fills-what-it-refuses", fillsWhatItRefuses},
+    {"asks-the-host-before-it-refuses", asksBeforeItRefuses},
+    {"ends-its-log-at-shutdown", endsItsLogAtShutdown},
 };
 
 }  // namespace

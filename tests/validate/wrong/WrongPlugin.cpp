@@ -1,4 +1,5 @@
 // The entry of the wrong plug-in: the chosen fault, or the real plug-in.
+#include "wrong/Export.h"
 #include "wrong/Fault.h"
 
 #include <cstdlib>
@@ -26,12 +27,6 @@ const Fault* chosenFault() {
 }  // namespace
 
 }  // namespace wrong
-
-#ifdef _WIN32
-#define WRONG_EXPORT extern "C" __declspec(dllexport)
-#else
-#define WRONG_EXPORT extern "C" __attribute__((visibility("default")))
-#endif
 
 WRONG_EXPORT csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2);
 

@@ -1,0 +1,11 @@
+#include "LibraryTrust.h"
+
+namespace {
+
+constexpr TrustRow kRows[] = {
+    {"library-imports", "ImportsMore", "it is loaded with 'libz.so.1', neither the codec's library nor one"},
+};
+
+}  // namespace
+
+std::span<const TrustRow> systemLibraryTrust() { return kRows; }

@@ -1,0 +1,5 @@
+#include "wrong/Export.h"
+
+WRONG_EXPORT int oneMoreExport();
+
+int oneMoreExport() { return 1; }

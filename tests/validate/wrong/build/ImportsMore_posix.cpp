@@ -1,0 +1,8 @@
+// Needs the library of a compressor.
+#include <zlib.h>
+
+namespace {
+
+[[maybe_unused]] const char* const volatile version = zlibVersion();
+
+}  // namespace
