@@ -11,6 +11,7 @@ build_packages=(
 
 check_packages=(
     ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+    nsis zip
     icoutils libasan8 libubsan1 libtsan2
 )
 

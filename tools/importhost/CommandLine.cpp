@@ -100,7 +100,7 @@ int runCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app(kPurpose, "importhost");
     app.allow_windows_style_options(false);   // a path may begin with a slash
     app.require_subcommand(1);
-    app.set_version_flag("--version", "importhost 1.0.0");
+    app.set_version_flag("--version", "importhost " IMPORTHOST_VERSION);
     CommonArguments common;
     declareCommon(app, common);
 

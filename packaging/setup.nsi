@@ -1,0 +1,274 @@
+; The installer: the plug-in into the host's common plug-in folder, and what belongs to its support beside Windows'
+; programs. Built by Package.cmake, which defines VERSION, STAGE (the folder of the staged files) and OUTPUT.
+;
+; Silent: setup.exe /S [/PLUGINS="FOLDER"], uninstall.exe /S. Exit codes:
+;   0  done                     3  the plug-in is in use: the host or one of its relatives runs
+;   1  cancelled by the user    4  the plug-in folder cannot be written
+;   2  a file could not be written
+
+Unicode true
+Target amd64-unicode
+SetCompressor /SOLID lzma
+SetDateSave off                 ; the same files give the same installer
+RequestExecutionLevel admin
+ManifestDPIAware true
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include WordFunc.nsh
+
+!define NAME "ImporterQuorvane"
+!define TITLE "Quorvane importer for Adobe Premiere Pro"
+!define PLUGIN "${NAME}.prm"
+!define CODEC "quorvane_common64.dll"
+!define APPS_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
+!define HOSTS_KEY "Software\Adobe\Premiere Pro"
+!define LOG_KEY "Software\Quorvane"
+!define SUPPORT "$PROGRAMFILES64\${NAME}"
+
+!define EXIT_IN_USE 3
+!define EXIT_NOT_WRITABLE 4
+
+Name "${TITLE} ${VERSION}"
+OutFile "${OUTPUT}"
+BrandingText "${NAME} ${VERSION}"
+ShowInstDetails show
+ShowUninstDetails show
+
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey ProductName "${NAME}"
+VIAddVersionKey FileDescription "Setup of the ${TITLE}"
+VIAddVersionKey FileVersion "${VERSION}"
+VIAddVersionKey ProductVersion "${VERSION}"
+VIAddVersionKey LegalCopyright ""
+
+!define MUI_DIRECTORYPAGE_TEXT_TOP "The plug-in goes into the folder from which Premiere Pro, Media Encoder and \
+After Effects load plug-ins. Change it only if you know that yours is another."
+!define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Common plug-in folder"
+!define MUI_FINISHPAGE_TEXT "Start Premiere Pro and import an AVI file.$\r$\n$\r$\nIf Premiere Pro does not take it, \
+hold Shift while Premiere Pro starts: it then looks at all plug-ins again."
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+
+; --- Where the host looks for plug-ins --------------------------------------------------------------------------
+
+; In $0 a folder; out $0 the same, or the other spelling of it when only that exists, or empty when neither does.
+Function ExistingSpelling
+    ${If} ${FileExists} "$0\*.*"
+        Return
+    ${EndIf}
+    ${If} $0 == ""
+        Return
+    ${EndIf}
+    ${WordReplace} "$0" "\Plug-ins\" "\Plugins\" "+" $1
+    ${If} $1 == $0
+        ${WordReplace} "$0" "\Plugins\" "\Plug-ins\" "+" $1
+    ${EndIf}
+    ${If} ${FileExists} "$1\*.*"
+        StrCpy $0 $1
+    ${Else}
+        StrCpy $0 ""
+    ${EndIf}
+FunctionEnd
+
+; Out $0: the folder of the newest host whose folder exists; empty when there is none.
+Function FolderOfNewestHost
+    Push $R0    ; number of the subkey
+    Push $R1    ; its name, which is the host's version
+    Push $R2    ; the newest version so far
+    Push $R3    ; its folder
+    StrCpy $R0 0
+    StrCpy $R2 ""
+    StrCpy $R3 ""
+    ${Do}
+        EnumRegKey $R1 HKLM "${HOSTS_KEY}" $R0
+        ${If} $R1 == ""
+            ${Break}
+        ${EndIf}
+        IntOp $R0 $R0 + 1
+        ReadRegStr $0 HKLM "${HOSTS_KEY}\$R1" "CommonPluginInstallPath"
+        ${If} $0 == ""
+            ${Continue}
+        ${EndIf}
+        ${GetParent} "$0\x" $0      ; without a backslash at its end
+        Call ExistingSpelling
+        ${VersionCompare} "$R1" "$R2" $1
+        ${If} $0 != ""
+        ${AndIf} $1 != 2
+            StrCpy $R2 $R1
+            StrCpy $R3 $0
+        ${EndIf}
+    ${Loop}
+    StrCpy $0 $R3
+    Pop $R3
+    Pop $R2
+    Pop $R1
+    Pop $R0
+FunctionEnd
+
+; Out $0: where a host that says nothing looks.
+Function UsualFolder
+    StrCpy $0 "$PROGRAMFILES64\Adobe\Common\Plug-ins\7.0\MediaCore"
+    Call ExistingSpelling
+    ${If} $0 == ""
+        StrCpy $0 "$PROGRAMFILES64\Adobe\Common\Plug-ins\7.0\MediaCore"
+    ${EndIf}
+FunctionEnd
+
+; The folder that the command line names, or an earlier installation's, or the newest host's. (The usual /D= is
+; forgotten without a word when its folder cannot be made.)
+Function .onInit
+    SetRegView 64
+    SetShellVarContext all
+    ${GetParameters} $0
+    ${GetOptions} $0 "/PLUGINS=" $INSTDIR
+    ${If} $INSTDIR != ""
+        Return
+    ${EndIf}
+    ReadRegStr $0 HKLM "${APPS_KEY}" "PluginFolder"
+    Call ExistingSpelling
+    ${If} $0 == ""
+        Call FolderOfNewestHost
+    ${EndIf}
+    ${If} $0 == ""
+        Call UsualFolder
+    ${EndIf}
+    StrCpy $INSTDIR $0
+FunctionEnd
+
+; --- Questions before anything is changed -----------------------------------------------------------------------
+
+; A loaded plug-in cannot be opened for writing. Leaves the program when it stays in use; $0 is its path.
+!macro EXPECT_FREE UN
+Function ${UN}ExpectFree
+    ${DoWhile} ${FileExists} "$0"
+        ClearErrors
+        FileOpen $1 "$0" a
+        ${IfNot} ${Errors}
+            FileClose $1
+            ${Break}
+        ${EndIf}
+        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "The plug-in is in use or protected:$\r$\n$0$\r$\n$\r$\n\
+Close Premiere Pro, Media Encoder and After Effects, then try again." /SD IDCANCEL IDRETRY retry
+        DetailPrint "The plug-in is in use: $0"
+        SetErrorLevel ${EXIT_IN_USE}
+        Quit
+        retry:
+    ${Loop}
+FunctionEnd
+!macroend
+!insertmacro EXPECT_FREE ""
+!insertmacro EXPECT_FREE "un."
+
+; The plug-in cannot be loaded without the codec library, which comes with the codec and not from here.
+Function LookForCodec
+    SearchPath $0 "${CODEC}"
+    ${If} $0 == ""
+    ${AndIf} ${FileExists} "$INSTDIR\${CODEC}"
+        StrCpy $0 "$INSTDIR\${CODEC}"
+    ${EndIf}
+    ${If} $0 == ""
+        DetailPrint "${CODEC} was not found."
+        MessageBox MB_OK|MB_ICONINFORMATION "${CODEC} was not found.$\r$\n$\r$\nIt comes with the Quorvane codec. \
+Premiere Pro cannot load the importer without it: install the Quorvane codec, then start Premiere Pro." /SD IDOK
+    ${Else}
+        DetailPrint "Codec library: $0"
+    ${EndIf}
+FunctionEnd
+
+; --- Installation -----------------------------------------------------------------------------------------------
+
+; An earlier version that lies elsewhere would be loaded beside this one.
+Function RemoveEarlierPlugin
+    ReadRegStr $2 HKLM "${APPS_KEY}" "PluginFolder"
+    ${If} $2 != ""
+    ${AndIf} $2 != $INSTDIR
+        StrCpy $0 "$2\${PLUGIN}"
+        Call ExpectFree
+        Delete "$2\${PLUGIN}"
+    ${EndIf}
+FunctionEnd
+
+Section "Install"
+    StrCpy $0 "$INSTDIR\${PLUGIN}"
+    Call ExpectFree
+    Call RemoveEarlierPlugin
+    Call LookForCodec
+
+    ${IfNot} ${FileExists} "$INSTDIR\*.*"
+        WriteRegDWORD HKLM "${APPS_KEY}" "MadePluginFolder" 1
+    ${EndIf}
+    ClearErrors
+    CreateDirectory "$INSTDIR"
+    ${If} ${Errors}
+        DetailPrint "The folder cannot be made: $INSTDIR"
+        MessageBox MB_OK|MB_ICONSTOP "The folder cannot be made:$\r$\n$INSTDIR" /SD IDOK
+        SetErrorLevel ${EXIT_NOT_WRITABLE}
+        Quit
+    ${EndIf}
+    SetOutPath "$INSTDIR"
+    File "${STAGE}\${PLUGIN}"
+
+    SetOutPath "${SUPPORT}"
+    File "${STAGE}\importhost.exe"
+    File "${STAGE}\README.txt"
+    File "${STAGE}\third-party-licenses.txt"
+    File "${STAGE}\log-on.reg"
+    File "${STAGE}\log-off.reg"
+    WriteUninstaller "${SUPPORT}\uninstall.exe"
+
+    WriteRegStr HKLM "${APPS_KEY}" "DisplayName" "${TITLE}"
+    WriteRegStr HKLM "${APPS_KEY}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKLM "${APPS_KEY}" "Publisher" "${NAME}"
+    WriteRegStr HKLM "${APPS_KEY}" "InstallLocation" "${SUPPORT}"
+    WriteRegStr HKLM "${APPS_KEY}" "PluginFolder" "$INSTDIR"
+    WriteRegStr HKLM "${APPS_KEY}" "UninstallString" '"${SUPPORT}\uninstall.exe"'
+    WriteRegStr HKLM "${APPS_KEY}" "QuietUninstallString" '"${SUPPORT}\uninstall.exe" /S'
+    WriteRegDWORD HKLM "${APPS_KEY}" "NoModify" 1
+    WriteRegDWORD HKLM "${APPS_KEY}" "NoRepair" 1
+    SectionGetSize 0 $0
+    WriteRegDWORD HKLM "${APPS_KEY}" "EstimatedSize" $0
+SectionEnd
+
+; --- Removal ----------------------------------------------------------------------------------------------------
+
+Function un.onInit
+    SetRegView 64
+    SetShellVarContext all
+FunctionEnd
+
+; The switch and the logs are this user's; other users of the machine keep theirs.
+Function un.RemoveLogs
+    DeleteRegValue HKCU "${LOG_KEY}" "EnableAdobeLog"
+    DeleteRegKey /ifempty HKCU "${LOG_KEY}"
+    Delete "$PROFILE\quorvane\adobe\quorvane_pr_importer_*.log"
+    RMDir "$PROFILE\quorvane\adobe"
+    RMDir "$PROFILE\quorvane"
+FunctionEnd
+
+Section "Uninstall"
+    ReadRegStr $2 HKLM "${APPS_KEY}" "PluginFolder"
+    ${If} $2 != ""
+        StrCpy $0 "$2\${PLUGIN}"
+        Call un.ExpectFree
+        Delete "$2\${PLUGIN}"
+        ReadRegDWORD $0 HKLM "${APPS_KEY}" "MadePluginFolder"
+        ${If} $0 == 1
+            RMDir "$2"
+        ${EndIf}
+    ${EndIf}
+    Delete "${SUPPORT}\importhost.exe"
+    Delete "${SUPPORT}\README.txt"
+    Delete "${SUPPORT}\third-party-licenses.txt"
+    Delete "${SUPPORT}\log-on.reg"
+    Delete "${SUPPORT}\log-off.reg"
+    Delete "${SUPPORT}\uninstall.exe"
+    RMDir "${SUPPORT}"
+    DeleteRegKey HKLM "${APPS_KEY}"
+    Call un.RemoveLogs
+SectionEnd

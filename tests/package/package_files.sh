@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# package_files.sh PACKAGES BIN VERSION: what is in the archive, and that making it again gives the same bytes.
+set -uo pipefail
+here=$(dirname "${BASH_SOURCE[0]}")
+. "$here/../artifacts/expect.sh"
+packages=$1 bin=$2 version=$3
+name=ImporterQuorvane-$version-win64
+
+[ -f "$packages/SHA256SUMS" ] || { echo "no packages: run cmake --build --preset package first"; exit 1; }
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+expect "checksums hold" "good" "$(cd "$packages" && sha256sum --quiet -c SHA256SUMS 2>&1 && echo good)"
+expect "files with a checksum" "ImporterQuorvane-$version-setup.exe $name.zip" \
+    "$(awk '{ print $2 }' "$packages/SHA256SUMS" | as_sorted_line)"
+
+(cd "$work" && cmake -E tar xf "$packages/$name.zip")
+expect "files in the archive: no stand-in for the codec library among them" \
+    "$name/ImporterQuorvane.prm $name/README.txt $name/importhost.exe $name/log-off.reg $name/log-on.reg $name/third-party-licenses.txt" \
+    "$(cd "$work" && find . -type f | sed 's|^\./||' | as_sorted_line)"
+expect "the plug-in in the archive is the tested one" "same" \
+    "$(cmp "$work/$name/ImporterQuorvane.prm" "$bin/ImporterQuorvane.prm" && echo same)"
+expect "importhost in the archive is the tested one" "same" \
+    "$(cmp "$work/$name/importhost.exe" "$bin/importhost.exe" && echo same)"
+
+for text in README.txt log-on.reg log-off.reg; do
+    expect "every line of $text ends as Windows has it" "0" "$(grep -c -v $'\r$' "$work/$name/$text")"
+done
+expect "the version in the readme" "ImporterQuorvane $version" "$(head -n 1 "$work/$name/README.txt" | tr -d '\r')"
+for library in libpng CLI11 zlib; do
+    expect "the license of $library is named" "yes" \
+        "$(grep -qi "$library" "$work/$name/third-party-licenses.txt" && echo yes)"
+done
+
+# Made once more, from other files of the same content.
+cp -r "$packages/$name" "$work/again" && find "$work/again" -exec touch {} +
+cmake -D NAME=ImporterQuorvane -D VERSION="$version" -D PLUGIN="$work/again/ImporterQuorvane.prm" \
+    -D IMPORTHOST="$work/again/importhost.exe" -D TEXTS="$work/again" -D SCRIPTS="$here/../../packaging" \
+    -D LIBPNG="$here/../../build/packages/libpng1.6" -D OUTPUT="$work/packages" \
+    -P "$here/../../packaging/Package.cmake" >"$work/log" 2>&1 || cat "$work/log"
+expect "the same files give the same packages" "same" \
+    "$(cmp "$packages/SHA256SUMS" "$work/packages/SHA256SUMS" && echo same)"
+
+exit $((failures > 0))
