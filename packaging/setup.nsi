@@ -183,21 +183,22 @@ FunctionEnd
 
 ; --- Installation -----------------------------------------------------------------------------------------------
 
-; An earlier version that lies elsewhere would be loaded beside this one.
-Function RemoveEarlierPlugin
+; $2: the earlier version's folder when it is another one; it would be loaded beside this version. Else empty.
+Function ExpectEarlierFree
     ReadRegStr $2 HKLM "${APPS_KEY}" "PluginFolder"
+    ${If} $2 == $INSTDIR
+        StrCpy $2 ""
+    ${EndIf}
     ${If} $2 != ""
-    ${AndIf} $2 != $INSTDIR
         StrCpy $0 "$2\${PLUGIN}"
         Call ExpectFree
-        Delete "$2\${PLUGIN}"
     ${EndIf}
 FunctionEnd
 
 Section "Install"
     StrCpy $0 "$INSTDIR\${PLUGIN}"
     Call ExpectFree
-    Call RemoveEarlierPlugin
+    Call ExpectEarlierFree
     Call LookForCodec
 
     ${IfNot} ${FileExists} "$INSTDIR\*.*"
@@ -213,6 +214,9 @@ Section "Install"
     ${EndIf}
     SetOutPath "$INSTDIR"
     File "${STAGE}\${PLUGIN}"
+    ${If} $2 != ""                  ; not before the new one is there
+        Delete "$2\${PLUGIN}"
+    ${EndIf}
 
     SetOutPath "${SUPPORT}"
     File "${STAGE}\importhost.exe"
@@ -262,13 +266,13 @@ Section "Uninstall"
             RMDir "$2"
         ${EndIf}
     ${EndIf}
+    Call un.RemoveLogs
+    DeleteRegKey HKLM "${APPS_KEY}"
     Delete "${SUPPORT}\importhost.exe"
     Delete "${SUPPORT}\README.txt"
     Delete "${SUPPORT}\third-party-licenses.txt"
     Delete "${SUPPORT}\log-on.reg"
     Delete "${SUPPORT}\log-off.reg"
     Delete "${SUPPORT}\uninstall.exe"
-    RMDir "${SUPPORT}"
-    DeleteRegKey HKLM "${APPS_KEY}"
-    Call un.RemoveLogs
+    RMDir "${SUPPORT}"              ; last: its end is the end of the removal for those who wait for it
 SectionEnd

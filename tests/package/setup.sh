@@ -99,6 +99,7 @@ expect "the next installation goes where the last one went" there \
 touch "$programs/no folder"
 expect "a folder that cannot be made" 4 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\no' folder)"
 rm "$programs/no folder"
+expect "what was installed before stays" there "$(there "$programs/chosen here/ImporterQuorvane.prm")"
 
 # --- the log switch, and a removal without a trace
 
