@@ -18,7 +18,7 @@ enum ExitCode {
     kNotLoaded = 3,
 };
 
-// The arguments do not fit the clip; found only after it was opened.
+// The arguments do not fit what they name; found only after it was opened.
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -44,6 +44,9 @@ public:
     ExitCode run(const EditorOptions& options) final;
 
 protected:
+    // Before the plug-in is loaded: what the command needs to be otherwise.
+    virtual void prepare(EditorOptions&) {}
+
     // Must leave no clip open.
     virtual ExitCode runWith(Editor& editor) = 0;
 };
@@ -53,6 +56,7 @@ std::unique_ptr<Command> makeFramesCommand();
 std::unique_ptr<Command> makeSheetCommand();
 std::unique_ptr<Command> makeAudioCommand();
 std::unique_ptr<Command> makeValidateCommand();
+std::unique_ptr<Command> makeReplayCommand();
 
 // The whole program, apart from the system's part of main. Writes to standard output and standard error.
 int runCommandLine(const std::vector<std::string>& arguments);

@@ -9,7 +9,11 @@ std::optional<hostkit::LogSwitch> switchFor(bool log) {
 }
 
 hostkit::HostProfile profileOf(const EditorOptions& options) {
-    return options.profile.empty() ? hostkit::hostProfiles().front() : hostkit::hostProfile(options.profile);
+    hostkit::HostProfile profile =
+        options.profile.empty() ? hostkit::hostProfiles().front() : hostkit::hostProfile(options.profile);
+    profile.refusedSuites.insert(profile.refusedSuites.end(), options.refusedSuites.begin(),
+                                 options.refusedSuites.end());
+    return profile;
 }
 
 std::unique_ptr<hostkit::PluginLibrary> load(const std::filesystem::path& path) {
@@ -28,18 +32,21 @@ std::filesystem::path pluginPathOf(const EditorOptions& options) {
 }
 
 Editor::Editor(const EditorOptions& options)
-    : m_logSwitch(switchFor(options.log)),
+    : m_starts(options.starts),
+      m_logSwitch(switchFor(options.log)),
       m_host(profileOf(options)),
       m_pluginPath(pluginPathOf(options)),
       m_library(load(m_pluginPath)),
       m_session(std::make_unique<hostkit::ImporterSession>(m_host, m_library->entry())),
-      m_started(m_session->start()) {}
+      m_started(m_starts ? m_session->start() : hostkit::StartAnswer()) {}
 
 Editor::~Editor() { finish(); }
 
 const std::vector<std::string>& Editor::finish() {
     if (!m_problems) {
-        m_session->shutdown();
+        if (m_starts) {
+            m_session->shutdown();
+        }
         m_session.reset();
         m_library.reset();
         m_problems = m_host.problems();

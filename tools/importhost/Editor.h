@@ -17,6 +17,8 @@ struct EditorOptions {
     std::filesystem::path plugin;       // empty: the usual file name beside the program
     std::string profile;                // empty: the default one
     bool log = false;
+    std::vector<hostkit::SuiteId> refusedSuites = {};       // beside those of the profile
+    bool starts = true;                 // plays the plug-in's start and shutdown; else they are left to the command
 };
 
 // The plug-in that the options name, or the usual one beside the program.
@@ -29,7 +31,7 @@ struct CannotLoad : std::runtime_error {
 
 class Editor {
 public:
-    // Loads and starts the plug-in. Throws CannotLoad.
+    // Loads the plug-in and starts it. Throws CannotLoad.
     explicit Editor(const EditorOptions& options);
     ~Editor();
 
@@ -38,14 +40,15 @@ public:
     const hostkit::StartAnswer& started() const { return m_started; }
     const std::filesystem::path& pluginPath() const { return m_pluginPath; }
 
-    // Shuts the plug-in down, unloads it and tells what it left uneven or did wrong; clips must be gone by then.
-    // Further calls give the same sentences.
+    // Shuts down the plug-in if it was started here, unloads it and tells what it left uneven or did wrong; clips must
+    // be gone by then. Further calls give the same sentences.
     const std::vector<std::string>& finish();
 
     // Files that the plug-in's log wrote in this run; complete after finish().
     std::vector<std::filesystem::path> logFiles() const { return m_log.newFiles(); }
 
 private:
+    const bool m_starts;
     std::optional<hostkit::LogSwitch> m_logSwitch;
     hostkit::PluginLog m_log;
     hostkit::Host m_host;

@@ -27,7 +27,9 @@ ExitCode endRun(Editor& editor, bool log, ExitCode code) {
 
 }  // namespace
 
-ExitCode EditorCommand::run(const EditorOptions& options) {
+ExitCode EditorCommand::run(const EditorOptions& given) {
+    EditorOptions options = given;
+    prepare(options);
     Editor editor(options);
     const csSDK_int32 started = editor.started().init.result;
     if (started != imNoErr) {

@@ -1,0 +1,51 @@
+// The calls of asynchronous importers, and the one that creates them. The log does not tell one such importer from
+// another: a frame is asked of one that it was announced to, everything else of the one that was created last.
+#pragma once
+
+#include "hostkit/AsyncSession.h"
+#include "replay/FileSteps.h"
+
+namespace replay {
+
+class AsyncSteps {
+public:
+    // All three must outlive this and its steps.
+    AsyncSteps(hostkit::ImporterSession& importer, const FileSteps& files, ClipBook& clips)
+        : m_importer(importer), m_files(files), m_clips(clips) {}
+
+    Step createStep(const LoggedCall& call, const Arguments& arguments);
+    Step step(const LoggedCall& call, const Arguments& arguments);
+
+    std::size_t size() const { return m_importers.size(); }
+    void clear() { m_importers.clear(); }       // flushes and closes all
+
+private:
+    struct Pending {
+        csSDK_uint32 frameIndex = 0;
+        std::vector<imFrameFormat> formats;
+    };
+
+    struct AsyncImporter {
+        AsyncImporter(hostkit::ImporterSession& importer, const ClipPtr& source)
+            : clip(source), session(importer, source->session) {}
+
+        const ClipPtr clip;                     // outlives the session
+        hostkit::AsyncSession session;
+        std::vector<Pending> pending;           // in the order of announcing
+    };
+    using ImporterPtr = std::shared_ptr<AsyncImporter>;
+
+    ImporterPtr choose(const LoggedCall& call, const Arguments& arguments, Step& step) const;
+    static Step announceStep(const LoggedCall& call, const Arguments& arguments, const ImporterPtr& importer,
+                             Step step);
+    static Step getStep(const LoggedCall& call, const Arguments& arguments, const ImporterPtr& importer, Step step);
+    static Step flushStep(const ImporterPtr& importer, Step step);
+    Step closeStep(const ImporterPtr& importer, Step step);
+
+    hostkit::ImporterSession& m_importer;
+    const FileSteps& m_files;
+    ClipBook& m_clips;
+    std::vector<ImporterPtr> m_importers;       // open ones, in the order of their creation
+};
+
+}  // namespace replay

@@ -1,0 +1,28 @@
+#include "replay/ClipBook.h"
+
+#include <ranges>
+
+namespace replay {
+
+ClipBook::Found ClipBook::find(const std::string& loggedPath, csSDK_int32 fileStream, bool quietFirst) const {
+    Found found;
+    for (const ClipPtr& clip : m_clips | std::views::reverse) {
+        if (clip->loggedPath != loggedPath || clip->fileStream != fileStream) {
+            continue;
+        }
+        ++found.candidates;
+        if (!found.clip || (found.clip->isQuiet != quietFirst && clip->isQuiet == quietFirst)) {
+            found.clip = clip;
+        }
+    }
+    return found;
+}
+
+void ClipBook::clear() {
+    for (const ClipPtr& clip : m_clips) {
+        clip->session.close();
+    }
+    m_clips.clear();
+}
+
+}  // namespace replay
