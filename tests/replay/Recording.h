@@ -1,0 +1,47 @@
+// Logs that the plug-in itself wrote, and their replay within the test's process.
+#pragma once
+
+#include "importhost/Sample.h"
+#include "replay/Replayer.h"
+
+#include <functional>
+
+namespace recording {
+
+// Host ticks of one frame at 25 frames per second, the rate of samples.
+inline constexpr PrTime kTicksPerFrame = 10160640000;
+
+// The log of a run in which the plug-in was started, `play` was done with it, and it was shut down and unloaded.
+std::string record(const std::function<void(hostkit::ImporterSession&)>& play);
+
+// What an editor does with a clip: all descriptions, frames, sound, a loss of focus with asynchronous frames, an end.
+void playClip(hostkit::ImporterSession& session, const std::filesystem::path& path);
+
+replay::RecordedLog read(const std::string& log);
+
+std::vector<std::string> linesOf(const std::string& log);       // line ends included
+
+// A text in place of another, which must be there; its first occurrence only.
+std::string replaced(std::string log, const std::string& part, const std::string& other);
+
+struct Made {
+    std::string text;
+    std::optional<std::string> skipped;
+    std::optional<csSDK_int32> logged;
+    csSDK_int32 now = 0;
+    std::vector<std::string> assumed;
+
+    bool differs() const { return !skipped && logged && *logged != now; }
+};
+
+// The log's calls made again, with everything closed at the end.
+std::vector<Made> replayed(hostkit::ImporterSession& session, const replay::RecordedLog& log,
+                           const std::vector<std::filesystem::path>& files);
+
+// The texts of calls that were skipped, with the reason, and of those whose results differ.
+std::vector<std::string> skippedOf(const std::vector<Made>& calls);
+std::vector<std::string> differencesOf(const std::vector<Made>& calls);
+
+std::vector<std::string> textsOf(const std::vector<Made>& calls);
+
+}  // namespace recording
