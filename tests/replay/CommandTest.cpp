@@ -164,6 +164,17 @@ TEST_F(ReplayCommand, ASuiteThatTheUsersHostRefusedIsRefusedAgain) {
     EXPECT_TRUE(contains(run.output, "; 0 results differ; messages of 0 calls differ.\n")) << run.output;
 }
 
+TEST_F(ReplayCommand, AnExceptionThatLeavesThePluginIsADifference) {
+    const std::string log = logOf({"frames", sample().text(), "--as", "checksum"});
+    const fakes::TemporaryFile clip(u8"fake/sample.avi", "fake throw");
+    const ProgramRun run = replayOf(log, {toUtf8(clip.path()), "--results-only", "--plugin",
+                                          toUtf8(fakes::importerPath())});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(contains(run.output, "imGetSourceVideo sample.avi, time 0, 16 x 8 yuy2: an exception left the plug-in "
+                                     "DIFFERS from the log's imNoErr (0)\n"))
+        << run.output;
+}
+
 TEST_F(ReplayCommand, TheReportForProgramsHasTheSameFacts) {
     const std::string log = recording::replaced(logOf({"frames", sample().text(), "--as", "checksum"}),
                                                 "    [malSupports8] (101)", "    [malSupports8] (102)");

@@ -98,7 +98,7 @@ std::string headText(const ReplayReport& report) {
                        ", " + counted(report.log.threads, "thread") +
                        (report.log.isComplete ? "" : ", ends before the plug-in's end") + "\n";
     if (!report.log.application.empty()) {
-        text += "host    " + replay::printable(report.log.application) + "\n";
+        text += "from    " + replay::printable(report.log.application) + "\n";
     }
     for (const replay::MappedFile& file : report.files.entries()) {
         text += "file    " + fileText(file) + "\n";
