@@ -7,7 +7,7 @@ namespace wrong {
 std::span<const Fault> protocolFaults() {
     static const std::vector<Fault> all = [] {
         std::vector<Fault> faults;
-        for (const std::span<const Fault> part : {startFaults(), openFaults(), infoFaults(), listFaults(), lifeFaults()}) {
+        for (const auto part : {startFaults(), openFaults(), infoFaults(), listFaults(), lifeFaults()}) {
             faults.insert(faults.end(), part.begin(), part.end());
         }
         return faults;

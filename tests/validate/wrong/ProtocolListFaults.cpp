@@ -104,7 +104,8 @@ csSDK_int32 ratesWith(Change change, csSDK_int32 selector, imStdParms* stdParms,
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
     if (selector == imDataRateAnalysis && result == imNoErr) {
         auto& record = *static_cast<imDataRateAnalysisRec*>(param2);
-        const std::size_t samples = record.buffer ? static_cast<std::size_t>(record.buffersize) / sizeof(imDataSample) : 0;
+        const auto bytes = static_cast<std::size_t>(record.buffersize);
+        const std::size_t samples = record.buffer ? bytes / sizeof(imDataSample) : 0;
         std::for_each(record.buffer, record.buffer + samples, change);
     }
     return result;

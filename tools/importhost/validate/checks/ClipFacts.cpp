@@ -26,7 +26,7 @@ void addVideo(const imFileInfoRec8& info, Facts& facts) {
     facts.push_back("subtype: " + hostkit::codeText(static_cast<csSDK_uint32>(video.subType)));
     facts.push_back("fields: " + std::to_string(video.fieldType));
     facts.push_back("pixel aspect: " + pair(video.pixelAspectNum, ":", video.pixelAspectDen));
-    facts.push_back("asynchronous and source video: " + pair(video.supportsAsyncIO, ", ", video.supportsGetSourceVideo));
+    facts.push_back("asynchronous, source video: " + pair(video.supportsAsyncIO, ", ", video.supportsGetSourceVideo));
     facts.push_back("pulldown: " + std::to_string(video.hasPulldown));
     facts.push_back("frame rate: " + pair(info.vidScale, "/", info.vidSampleSize));
     facts.push_back("duration: " + std::to_string(info.vidDuration));

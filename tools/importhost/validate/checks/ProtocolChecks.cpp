@@ -22,7 +22,8 @@ constexpr Check kChecks[] = {
      subtypeList},
     {"start-answers", 1,
      "imInit answers imNoErr with priority 200 and no conforming of sound, and imGetSupports8 answers malSupports8. "
-     "With another priority the editor may ask another importer first, and without the latter it never sends imGetInfo8.",
+     "With another priority the editor may ask another importer first, and without the latter it never sends "
+     "imGetInfo8.",
      startAnswers},
     {"start-in-any-order", 3,
      "Version and format are told before imInit; imInit and imShutdown may come twice, or imShutdown without imInit, "
@@ -31,7 +32,9 @@ constexpr Check kChecks[] = {
 
     // --- Opening ---
     {"good-files-open", 1,
-     "Every file opens, is described and closes. A file that is not opened here cannot be imported.", goodFilesOpen},
+     "Every file opens, is described and closes. A file that is not opened here cannot be imported; for a user's own "
+     "file that is a warning, because it may be one for another importer.",
+     goodFilesOpen},
     {"open-refuses-no-file", 1,
      "What is no file is refused with imBadFile: missing, a folder, an empty path. Neither private data nor a file "
      "handle is given for it. The editor would take it for an open clip and keep it in the project.",
@@ -94,7 +97,8 @@ constexpr Check kChecks[] = {
      infoAgain},
     {"calls-before-info", 4,
      "Calls for pictures and sound on a clip that was opened and not described are answered with 99 and an event that "
-     "the user sees, and the clip works once it is described. So are calls for pictures when a sound alone is selected.",
+     "the user sees, and the clip works once it is described. So are calls for pictures when a sound alone is "
+     "selected.",
      callsBeforeInfo},
     {"host-fields-stay", 3,
      "Only those fields of the host's records are written that the importer has to fill, and they are filled whatever "
@@ -108,7 +112,8 @@ constexpr Check kChecks[] = {
      pixelFormatsEnd},
     {"channel-layout", 3,
      "Every channel's label is the one that the file tells, or that goes with two or six channels, and slots without "
-     "one keep what the host put there. Without sound the answer is 99. Wrong labels send voices to the wrong speakers.",
+     "one keep what the host put there. Without sound the answer is 99. Wrong labels send voices to the wrong "
+     "speakers.",
      channelLayout},
     {"analysis-text", 3,
      "The text of a clip's properties names codec, frame size, number of frames and frame rate, and each sound's "

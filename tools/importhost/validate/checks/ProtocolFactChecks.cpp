@@ -13,7 +13,7 @@ namespace importhost::validate {
 namespace {
 
 using aviwriter::SampleFormat;
-using hostkit::resultText;
+using hostkit::valueOf;
 
 csSDK_int32 typeOf(SampleFormat format) {
     switch (format) {
@@ -32,29 +32,29 @@ bool hasAlpha(const aviwriter::SampleOptions& made) {
 
 void expectMadeVideo(CheckRun& run, const imFileInfoRec8& info, const aviwriter::SampleOptions& made) {
     const imImageInfoRec video = info.vidInfo;
-    run.expectEqual("the width", video.imageWidth, static_cast<csSDK_int32>(made.width));
-    run.expectEqual("the height", video.imageHeight, static_cast<csSDK_int32>(made.height));
+    run.expectEqual("the width", valueOf(video.imageWidth), static_cast<csSDK_int32>(made.width));
+    run.expectEqual("the height", valueOf(video.imageHeight), static_cast<csSDK_int32>(made.height));
     run.expectEqual("the subtype", hostkit::codeText(static_cast<csSDK_uint32>(video.subType)),
                     aviwriter::typeCode(made.type));
-    run.expectEqual("the depth", video.depth, hasAlpha(made) ? 32 : 24);
+    run.expectEqual("the depth", valueOf(video.depth), hasAlpha(made) ? 32 : 24);
     run.expectEqual("the kind of alpha", static_cast<int>(video.alphaType),
                     static_cast<int>(hasAlpha(made) ? alphaStraight : alphaNone));
-    run.expectEqual("the frame rate's numerator", hostkit::valueOf(info.vidScale), static_cast<csSDK_int32>(made.rate));
-    run.expectEqual("the frame rate's denominator", hostkit::valueOf(info.vidSampleSize),
+    run.expectEqual("the frame rate's numerator", valueOf(info.vidScale), static_cast<csSDK_int32>(made.rate));
+    run.expectEqual("the frame rate's denominator", valueOf(info.vidSampleSize),
                     static_cast<csSDK_int32>(made.scale));
-    run.expectEqual("the duration", hostkit::valueOf(info.vidDuration),
+    run.expectEqual("the duration", valueOf(info.vidDuration),
                     static_cast<csSDK_int32>(made.frames * made.scale));
 }
 
 void expectMadeSound(CheckRun& run, const std::string& stream, const imFileInfoRec8& info,
                      const aviwriter::SampleOptions& made, const aviwriter::SampleAudio& audio) {
     const std::uint64_t frames = std::uint64_t{made.frames} * made.scale * audio.sampleRate / made.rate;
-    run.expectEqual("the channels of " + stream, hostkit::valueOf(info.audInfo.numChannels),
+    run.expectEqual("the channels of " + stream, valueOf(info.audInfo.numChannels),
                     csSDK_int32{audio.channels});
-    run.expectEqual("the sample rate of " + stream, hostkit::valueOf(info.audInfo.sampleRate),
+    run.expectEqual("the sample rate of " + stream, valueOf(info.audInfo.sampleRate),
                     static_cast<float>(audio.sampleRate));
-    run.expectEqual("the sample type of " + stream, hostkit::valueOf(info.audInfo.sampleType), typeOf(audio.format));
-    run.expectEqual("the sample frames of " + stream, hostkit::valueOf(info.audDuration),
+    run.expectEqual("the sample type of " + stream, valueOf(info.audInfo.sampleType), typeOf(audio.format));
+    run.expectEqual("the sample frames of " + stream, valueOf(info.audDuration),
                     static_cast<PrAudioSample>(frames));
 }
 
@@ -67,7 +67,8 @@ void expectSensibleVideo(CheckRun& run, PlayedPlugin& plugin, const imFileInfoRe
                                                                 std::to_string(info.vidSampleSize));
     run.expect(video.pixelAspectNum == 1 && video.pixelAspectDen == 1, "the pixels are not told as square");
     run.expectEqual("the kind of fields", static_cast<int>(video.fieldType), static_cast<int>(prFieldsNone));
-    run.expect((video.depth == 32 && video.alphaType == alphaStraight) || (video.depth == 24 && video.alphaType == alphaNone),
+    const csSDK_uint8 alphaOfDepth = video.depth == 32 ? alphaStraight : alphaNone;
+    run.expect((video.depth == 32 || video.depth == 24) && video.alphaType == alphaOfDepth,
                "a depth of " + std::to_string(video.depth) + " does not go with alpha " +
                    std::to_string(video.alphaType));
     run.expect(video.supportsAsyncIO == 1 && video.supportsGetSourceVideo == 1,
@@ -105,7 +106,7 @@ void fileFacts(CheckRun& run) {
     forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
         const imFileInfoRec8& info = clip.info();
         run.expectEqual("pictures", static_cast<int>(info.hasVideo), 1);
-        run.expectEqual("the access mode", hostkit::valueOf(info.accessModes), csSDK_int32{kSeparateSequentialAudio});
+        run.expectEqual("the access mode", valueOf(info.accessModes), csSDK_int32{kSeparateSequentialAudio});
         run.expectEqual("data rates offered", static_cast<int>(info.hasDataRate), 1);
         expectSensibleVideo(run, plugin, info);
         if (info.hasAudio != 0) {

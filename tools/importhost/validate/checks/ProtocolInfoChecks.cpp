@@ -28,12 +28,16 @@ hostkit::HostRecord<T> patterned(std::size_t size = sizeof(T)) {
     return record;
 }
 
-hostkit::Answer<imFileInfoRec8> patternedInfo(PlayedPlugin& plugin, hostkit::ClipSession& clip) {
+hostkit::Answer<imFileInfoRec8> patternedInfo(PlayedPlugin& plugin, OpenClip& clip) {
+    const std::u16string path = clip.clip().path.u16string();
     auto record = patterned<imFileInfoRec8>(plugin.host().profile().recordSizes().fileInfo);
-    record->privatedata = clip.privateData();
+    record->privatedata = clip.session().privateData();
     record->prefs = nullptr;
     record->streamIdx = 0;
-    return plugin.session().exchange(imGetInfo8, std::move(record), nullptr);
+    hostkit::HostRecord<imFileAccessRec8> access;
+    access->filepath = path.c_str();
+    access->fileref = clip.session().fileRef();
+    return plugin.session().exchange(imGetInfo8, std::move(record), access.data());
 }
 
 csSDK_int32 patternedOpen(PlayedPlugin& plugin, const std::filesystem::path& file) {
@@ -135,9 +139,10 @@ void streamsDirect(CheckRun& run) {
     forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
         const Streams streams = clip.session().infos();
         for (int i = 0; i < tries; ++i) {
-            const auto stream = static_cast<csSDK_int32>(run.below(streams.size()));
+            const auto stream = static_cast<std::size_t>(run.below(streams.size()));
             expectSame(run, "stream " + std::to_string(stream) + " asked for directly",
-                       streamFacts(clip.session().info(stream)), streamFacts(streams[static_cast<std::size_t>(stream)]));
+                       streamFacts(clip.session().info(static_cast<csSDK_int32>(stream))),
+                       streamFacts(streams[stream]));
         }
         const csSDK_int32 count = streamCount(streams);
         for (const csSDK_int32 stream : {count, count + 1, 1000, std::numeric_limits<csSDK_int32>::max(), -1, -2,
@@ -177,16 +182,15 @@ void callsBeforeInfo(CheckRun& run) {
 void hostFieldsStay(CheckRun& run) {
     PlayedPlugin plugin(run);
     run.step("imInit");
-    run.expectEqual("the answer", resultText(plugin.session().exchangeFirst(imInit, patterned<imImportInfoRec>()).result),
-                    resultText(plugin.started().init.result));
+    const auto init = plugin.session().exchangeFirst(imInit, patterned<imImportInfoRec>());
+    run.expectEqual("the answer", resultText(init.result), resultText(plugin.started().init.result));
     run.step("imGetIndFormat");
     plugin.session().exchange(imGetIndFormat, patterned<imIndFormatRec>(), nullptr);
     forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
         const Facts wanted = streamFacts(clip.session().info(0));
         run.expectEqual("the answer to opening it", resultText(patternedOpen(plugin, clip.clip().path)),
                         resultText(imNoErr));
-        expectSame(run, "described in a record that is not empty", streamFacts(patternedInfo(plugin, clip.session())),
-                   wanted);
+        expectSame(run, "described in a record that is not empty", streamFacts(patternedInfo(plugin, clip)), wanted);
         run.expectEqual("the answer to the first pixel format", resultText(patternedFormat(plugin, clip.session())),
                         resultText(imNoErr));
         run.expectEqual("the answer to the data rates", resultText(patternedDataRate(plugin, clip.session())),

@@ -55,7 +55,7 @@ void expectEndOfFormats(CheckRun& run, hostkit::ClipSession& clip, csSDK_int32 c
 
 using Labels = std::vector<csSDK_int32>;
 
-// By the bits of a channel mask. The host's numbers follow another order than the bits.
+// By the bits of a channel mask; those beyond are discrete, 0. The host's numbers follow another order than the bits.
 constexpr csSDK_int32 kLabelsOfBits[] = {100, 101, 102, 103, 104, 105, 107, 108, 106,
                                          109, 110, 111, 112, 114, 113, 115, 117, 116};
 
@@ -67,7 +67,7 @@ Labels wantedLabels(const aviwriter::SampleAudio& audio, csSDK_int32 filled) {
     std::size_t slot = 0;
     for (std::size_t bit = 0; bit < 32 && slot < audio.channels; ++bit) {
         if ((mask >> bit & 1) != 0) {
-            labels[slot++] = bit < std::size(kLabelsOfBits) ? kLabelsOfBits[bit] : csSDK_int32{kPrAudioChannelLabel_Discrete};
+            labels[slot++] = bit < std::size(kLabelsOfBits) ? kLabelsOfBits[bit] : 0;
         }
     }
     return labels;

@@ -16,7 +16,7 @@ namespace {
 using hostkit::resultText;
 using Lines = std::vector<std::string>;
 
-constexpr csSDK_int32 kUntouched = 0xCD;
+constexpr unsigned char kUntouched = 0xCD;
 
 Lines linesOf(const std::string& text) {
     Lines lines;
@@ -110,7 +110,8 @@ bool expectCut(CheckRun& run, OpenClip& clip, const std::string& text, csSDK_int
         run.expect(answer.text.size() < answer.buffer.size(), what + ": the text has no end") &&
         run.expect(answer.text == text.substr(0, length), what + ": the text is not the first " +
                                                               std::to_string(length) + " bytes of the whole one");
-    const bool isLeft = std::all_of(answer.buffer.begin() + static_cast<std::ptrdiff_t>(length) + 1, answer.buffer.end(),
+    const auto behind = answer.buffer.begin() + static_cast<std::ptrdiff_t>(length) + 1;
+    const bool isLeft = std::all_of(behind, answer.buffer.end(),
                                     [](char c) { return static_cast<unsigned char>(c) == kUntouched; });
     return isRight && run.expect(isLeft, what + ": bytes behind the end of the text were written");
 }
@@ -138,8 +139,8 @@ void analysisText(CheckRun& run) {
         const Lines found = linesOf(answer.text);
         expectLinesInOrder(run, found, wanted);
         if (clip.clip().made) {
-            const auto sounds = std::count_if(found.begin(), found.end(),
-                                              [](const std::string& line) { return line.starts_with("Audio stream "); });
+            const auto isSound = [](const std::string& line) { return line.starts_with("Audio stream "); };
+            const auto sounds = std::count_if(found.begin(), found.end(), isSound);
             run.expectEqual("sounds in the text", static_cast<std::size_t>(sounds), clip.clip().made->audio.size());
         }
     });
