@@ -2,6 +2,7 @@
 
 #include "avi/ChunkWalk.h"
 #include "avi/LegacyIndex.h"
+#include "avi/ParserLimits.h"
 #include "text/FourCC.h"
 
 #include <algorithm>
@@ -85,10 +86,10 @@ bool AviParser::parseStructure(ChunkReader& reader) {
 }
 
 void AviParser::parseHeaderList(ChunkReader& reader, const ChunkNode& hdrl) {
-    ParseContext context{reader, m_tree, m_errors, avi::kMaxUnbackedEntriesPerFile};
+    ParseContext context{reader, m_tree, m_errors, avi::kMaxUnbackedEntriesPerFile, avi::kMaxFormatBytesPerFile};
     std::uint32_t streamNumber = 0;
     for (const ChunkNode& child : m_tree.children(hdrl)) {
-        if (child.listType == fourCC("strl")) {
+        if (child.listType == fourCC("strl") && streamNumber < avi::kMaxStreams) {
             // A stream that is not usable keeps its number, so that the others' chunk ids still fit.
             auto stream = std::make_unique<AviStream>(streamNumber++);
             if (stream->parse(context, child)) {

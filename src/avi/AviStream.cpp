@@ -1,7 +1,9 @@
 #include "avi/AviStream.h"
 
+#include "avi/ParserLimits.h"
 #include "text/FourCC.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace {
@@ -88,13 +90,22 @@ bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {
         report(context, "strh data read error");
         return false;
     }
-    if (!context.reader.readWholeChunk(*strf, m_format)) {
+    if (!readFormat(context, *strf)) {
         report(context, "strf data read error");
         return false;
     }
     if (const ChunkNode* indx = context.tree.child(strl, fourCC("indx"))) {
         readSuperIndex(context, *indx);
     }
+    return true;
+}
+
+bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
+    const std::int64_t room = static_cast<std::int64_t>(std::min(avi::kMaxFormatBytes, context.formatBytesLeft));
+    if (strf.dataSize() > room || !context.reader.readWholeChunk(strf, m_format)) {
+        return false;
+    }
+    context.formatBytesLeft -= m_format.size();
     return true;
 }
 

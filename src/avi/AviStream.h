@@ -31,6 +31,7 @@ struct ParseContext {
     const ChunkTree& tree;
     ErrorText& errors;
     std::uint64_t unbackedEntriesLeft;  ///< index entries that may still be taken from beyond the end of the file
+    std::uint64_t formatBytesLeft;      ///< bytes of formats that may still be kept
 };
 
 /// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
@@ -94,6 +95,7 @@ public:
 
 private:
     void report(ParseContext& context, const std::string& message) const;
+    bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
     void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, std::uint64_t& unbackedLeft);
 

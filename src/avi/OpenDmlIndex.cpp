@@ -25,6 +25,16 @@ std::uint64_t backedEntries(const RecordReader& records, std::uint64_t entrySize
     return (records.remaining() + entrySize - 1) / entrySize;
 }
 
+/// Whether so many entries without bytes in the file may be taken; then they are.
+bool takeUnbacked(ParseContext& context, std::uint64_t& leftOfStream, std::uint64_t count) {
+    if (count > std::min(leftOfStream, context.unbackedEntriesLeft)) {
+        return false;
+    }
+    leftOfStream -= count;
+    context.unbackedEntriesLeft -= count;
+    return true;
+}
+
 /// A chunk may be smaller than the record: then the rest of the record keeps what it was.
 template <typename Record>
 void copyFront(Record& to, const Record& from, std::uint64_t count) {
@@ -54,10 +64,9 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     }
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
-    m_superIndexEntries.reserve(static_cast<std::size_t>(backed));
-    m_stdIndexes.reserve(static_cast<std::size_t>(backed));
     std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
-    for (std::uint64_t i = 0; i < backed; ++i) {
+    // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
+    for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
         m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
         m_stdIndexes.push_back({});
         if (m_superIndexEntries.back().dwSize >= avi::kChunkHeaderSize) {
@@ -88,13 +97,10 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
                     std::to_string(header.wLongsPerEntry));
     }
     const std::uint32_t count = std::min(stdIndexCapacity(size), header.nEntriesInUse);
-    const std::uint64_t backed = backedEntries(records, sizeof(avi::StdIndexEntry));
-    const std::uint64_t unbacked = count > backed ? count - backed : 0;
-    if (unbacked > std::min(unbackedLeft, context.unbackedEntriesLeft)) {
+    std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::StdIndexEntry)));
+    if (!takeUnbacked(context, unbackedLeft, count - backed)) {
         return failUnreadable();
     }
-    unbackedLeft -= unbacked;
-    context.unbackedEntriesLeft -= unbacked;
     if (count != header.nEntriesInUse) {
         fail("std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(header.nEntriesInUse));
     }
@@ -104,6 +110,13 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         startByte = m_openDmlChunks.back().startByte + m_openDmlChunks.back().size;
     }
     for (std::uint32_t i = 0; i < count; ++i) {
+        if (i < backed && records.remaining() == 0) {
+            // The file is shorter than it said, or cannot be read from here on.
+            if (!takeUnbacked(context, unbackedLeft, backed - i)) {
+                return failUnreadable();
+            }
+            backed = i;
+        }
         const auto indexed = records.next<avi::StdIndexEntry>();
         const std::uint32_t chunkSize = indexed.dwSize & avi::kStdIndexSizeMask;
         const bool keyframe = (indexed.dwSize & avi::kStdIndexNotKeyFrame) == 0;

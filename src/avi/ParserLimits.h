@@ -1,5 +1,5 @@
 // Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder
-// or a muxer wrote.
+// or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB.
 #pragma once
 
 #include <cstddef>
@@ -7,23 +7,35 @@
 
 namespace avi {
 
-/// Nodes of the chunk tree. Media data is not walked, so a file has about three nodes per gigabyte; a run of zeros
-/// behind a dead capture reads as one empty chunk every 8 bytes.
-constexpr std::uint32_t kMaxNodes = 1'000'000;
+/// Nodes of the chunk tree, 32 bytes of memory each. Media data is not walked, so a file has about three nodes per
+/// gigabyte; a run of zeros behind a dead capture reads as one empty chunk every 8 bytes, and lists that run past their
+/// parents' ends can be made to show the same bytes again and again.
+constexpr std::uint32_t kMaxNodes = 500'000;
 
-/// Index entries of one stream that lie beyond the end of the file. Only the last index chunk of a file cut short
-/// has any, and one index chunk describes at most some ten thousand chunks.
-constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 1'000'000;
+/// Streams; further ones are left out. Chunk ids have two digits for a stream's number.
+constexpr std::uint32_t kMaxStreams = 10'000;
+
+/// Bytes of one stream's format: a record of some ten bytes and what the codec adds, kilobytes at most. A file with
+/// holes has gigabytes that cost nothing on disk, and a damaged size makes them one format.
+constexpr std::uint64_t kMaxFormatBytes = std::uint64_t{1} << 20;
+
+/// The same for all streams together.
+constexpr std::uint64_t kMaxFormatBytesPerFile = std::uint64_t{8} << 20;
+
+/// Index entries of one stream that lie beyond the end of the file or cannot be read, 24 bytes of memory each. Only the
+/// last index chunk of a file cut short has any, and one index chunk describes at most some ten thousand chunks.
+constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 250'000;
 
 /// The same for all streams together: each of them can have such a last index chunk, but thousands of streams
 /// that all claim one are a trap for memory.
-constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 4'000'000;
+constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 
 /// Formats and indexes may read as many bytes as the file has, and this much more. In an honest file every byte
-/// belongs to one chunk; past the sum, chunks overlap each other again and again.
-constexpr std::uint64_t kOverlapAllowance = std::uint64_t{16} << 20;
+/// belongs to one chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes
+/// three times its bytes of memory.
+constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
 /// Collected messages in bytes: more than any reader of a log would look at.
-constexpr std::size_t kMaxErrorText = std::size_t{16} << 20;
+constexpr std::size_t kMaxErrorText = std::size_t{1} << 20;
 
 }  // namespace avi

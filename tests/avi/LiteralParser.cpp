@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::size_t kMostNodes = 100'000;
 constexpr std::uint64_t kMostBytes = 1 << 16;
+constexpr std::size_t kMostIndexes = 200;
+constexpr std::size_t kMostChunks = 100'000;
 
 using Buffer = std::vector<std::uint8_t>;
 
@@ -252,6 +254,9 @@ private:
         if (dwSize < 8) {
             return;
         }
+        if (++m_indexCount > kMostIndexes) {
+            throw TooCostly();
+        }
         const std::uint32_t size = dwSize - 8;
         const std::uint64_t position = offset + 8;
         Buffer data(std::min<std::uint64_t>(size, kMostBytes) + 64);
@@ -307,7 +312,10 @@ private:
         }
     }
 
-    static void add(std::vector<AviChunk>& chunks, std::uint64_t offset, std::uint32_t size, bool keyframe) {
+    void add(std::vector<AviChunk>& chunks, std::uint64_t offset, std::uint32_t size, bool keyframe) {
+        if (++m_chunkCount > kMostChunks) {
+            throw TooCostly();
+        }
         const std::uint64_t startByte = chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
         chunks.push_back({offset, startByte, size, keyframe});
     }
@@ -315,6 +323,8 @@ private:
     fileio::File& m_file;
     std::string m_errors;
     std::size_t m_nodeCount = 0;
+    std::size_t m_indexCount = 0;
+    std::size_t m_chunkCount = 0;
     Buffer m_mainHeader = Buffer(56);
     Buffer m_extendedHeader = Buffer(248);
     std::vector<Stream> m_streams;

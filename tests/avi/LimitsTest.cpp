@@ -1,0 +1,137 @@
+// What the parser's limits do to a file, just below and just above them, and what mere claims can cost.
+#include "CountingHeap.h"
+#include "SampleFiles.h"
+#include "support/FaultFile.h"
+#include "support/SparseFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace aviwriter;
+using samples::Parsed;
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;
+
+Bytes fileWithFormats(std::size_t streams, std::size_t formatBytes) {
+    const Bytes strl = list("strl", {strh({}), strf(filled(formatBytes))});
+    return riff("AVI ", {samples::hdrl(std::vector<Bytes>(streams, strl))});
+}
+
+TEST(Limits, AFormatOfAMebibyteIsKept) {
+    Parsed parsed(fileWithFormats(1, kMiB));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_EQ(parsed.stream(0).format().size(), kMiB);
+}
+
+TEST(Limits, ALongerFormatCannotBeRead) {
+    Parsed parsed(fileWithFormats(1, kMiB + 1));
+    EXPECT_EQ(parsed.errors(), "stream[0]: strf data read error\n");
+    EXPECT_TRUE(parsed.parser.streams().empty());
+}
+
+TEST(Limits, EightMebibytesOfFormatsAreKept) {
+    Parsed parsed(fileWithFormats(8, kMiB));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_EQ(parsed.parser.streams().size(), 8u);
+}
+
+TEST(Limits, AFormatBehindEightMebibytesOfThemCannotBeRead) {
+    Parsed parsed(fileWithFormats(9, kMiB));
+    EXPECT_EQ(parsed.errors(), "stream[8]: strf data read error\n");
+    EXPECT_EQ(parsed.parser.streams().size(), 8u);
+}
+
+TEST(Limits, TenThousandStreamsAreTaken) {
+    Parsed parsed(fileWithFormats(10'000, 0));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_EQ(parsed.parser.streams().size(), 10'000u);
+}
+
+TEST(Limits, FurtherStreamsAreLeftOut) {
+    Parsed parsed(fileWithFormats(10'001, 0));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_EQ(parsed.parser.streams().size(), 10'000u);
+}
+
+TEST(Limits, MessagesEndBehindAMebibyte) {
+    // 100 super indexes of 200 entries each that lead nowhere: a message of some 70 characters for each of them.
+    const Bytes strl = samples::videoStrl({indx({.entries = std::vector<SuperIndexEntry>(200, {0xFFFFFFFFFF, 100})})});
+    Parsed parsed(riff("AVI ", {samples::hdrl(std::vector<Bytes>(100, strl))}));
+    EXPECT_GT(parsed.errors().size(), kMiB);
+    EXPECT_LT(parsed.errors().size(), kMiB + 100);
+    EXPECT_EQ(parsed.errors().back(), '\n');
+    EXPECT_EQ(parsed.parser.streams().size(), 100u);
+}
+
+TEST(Limits, AFormatOfGigabytesThatCostNothingOnDiskTakesNoMemory) {
+    // A capture that died leaves a hole; a damaged size makes all of it one format.
+    const Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), chunkClaiming("strf", 0xF0000000, {})})})});
+    fileio::SparseFile file(std::int64_t{4} << 30);
+    file.put(0, head);
+    AviParser parser;
+    const std::size_t before = heap::inUse();
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_LT(heap::peak() - before, 20 * kMiB);
+    EXPECT_NE(parser.errorText().find("stream[0]: strf data read error\n"), std::string::npos);
+}
+
+/// One stream whose standard index claims gigabytes of entries in a file that says it has them.
+fileio::SparseFile fileOfEndlessIndex(std::uint64_t& indexAt) {
+    const std::uint32_t count = 500'000'000;
+    const std::uint32_t size = 8 + 24 + 8 * std::uint64_t{count};
+    Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, size}}})})})});
+    indexAt = head.size();
+    overwrite(head, samples::superIndexEntryAt(head, 0), u64(indexAt));
+    fileio::SparseFile file(std::int64_t{8} << 30);
+    file.put(0, head + ix("ix00", {.entriesInUse = count}));
+    return file;
+}
+
+TEST(Limits, AnIndexThatCannotBeReadToItsEndTakesNoMemoryForTheRest) {
+    std::uint64_t indexAt = 0;
+    fileio::SparseFile sparse = fileOfEndlessIndex(indexAt);
+    fileio::FaultFile file(sparse);
+    file.breakByte(indexAt + (16u << 20));
+    AviParser parser;
+    const std::size_t before = heap::inUse();
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_LT(heap::peak() - before, 64 * kMiB + 3 * 16 * kMiB);
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+    EXPECT_NE(parser.errorText().find("stream[0]: could not read standard index at: " + std::to_string(indexAt + 8)),
+              std::string::npos);
+}
+
+TEST(Limits, AShortRestOfAnIndexThatCannotBeReadIsZeroAndCounts) {
+    // Five MiB: the second piece of four fails. What is left of it is no more than a file cut short may lack.
+    constexpr std::uint32_t count = 5 * 131'072;
+    Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})})})});
+    overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
+    const Bytes bytes = head + ix("ix00", {.entriesInUse = count, .entries = {{1, 10}}}) + filled(8 * (count - 1));
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(bytes.size() - 1000);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
+    EXPECT_TRUE(parser.streams().at(0)->useOpenDmlIndex());
+    EXPECT_EQ(parser.streams().at(0)->chunkCount(), count);
+}
+
+TEST(Limits, ASuperIndexThatCannotBeReadTakesNoMemoryForItsClaims) {
+    Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), strf({}), chunkClaiming("indx", 0x7FFFFFF0,
+                               bytesOf(SuperIndex{.entriesInUse = 0x07000000}))})})});
+    fileio::SparseFile sparse(std::int64_t{8} << 30);
+    sparse.put(0, head);
+    fileio::FaultFile file(sparse);
+    file.breakByte(5u << 20);
+    AviParser parser;
+    const std::size_t before = heap::inUse();
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_LT(heap::peak() - before, 64 * kMiB);
+}
+
+}  // namespace
