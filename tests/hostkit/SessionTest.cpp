@@ -203,6 +203,12 @@ TEST(FrameTimes, StayWithin64BitsForHugeScales) {
     EXPECT_EQ(timeOfFrame(streamOf(2000000000, 1999999999, 1), 1, 254016000000), 254015999872);
 }
 
+TEST(FrameTimes, BeyondTheLastTimeAreTheLastTime) {
+    EXPECT_EQ(timeOfFrame(streamOf(1, 36310200, 1), 1, 254016000000), 9223371763200000000);
+    EXPECT_EQ(timeOfFrame(streamOf(1, 36310201, 1), 1, 254016000000), 9223372036854775807);
+    EXPECT_EQ(timeOfFrame(streamOf(1, 2000000000, 1), 1, 254016000000), 9223372036854775807);
+}
+
 TEST(FrameTimes, AreZeroWithoutARate) { EXPECT_EQ(timeOfFrame(streamOf(0, 1, 10), 5, 254016000000), 0); }
 
 TEST(FrameTimes, TheDurationGivesTheFrameCount) { EXPECT_EQ(frameCount(streamOf(30000, 1001, 100)), 100); }

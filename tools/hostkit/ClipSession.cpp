@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace hostkit {
 
@@ -228,6 +229,9 @@ PrTime timeOfFrame(const imFileInfoRec8& info, csSDK_int64 frameIndex, PrTime ti
     const csSDK_int64 scale = info.vidScale;
     const csSDK_int64 units = frameIndex * info.vidSampleSize;
     const csSDK_int64 rest = units % scale;
+    if (units / scale >= std::numeric_limits<PrTime>::max() / ticksPerSecond) {
+        return std::numeric_limits<PrTime>::max();
+    }
     return units / scale * ticksPerSecond + ticksPerSecond / scale * rest + ticksPerSecond % scale * rest / scale;
 }
 

@@ -118,7 +118,8 @@ private:
     imFileRef m_fileRef = imInvalidHandleValue();
 };
 
-// The time of a frame's start in host ticks, by the stream's own rate; 0 for a stream without a rate.
+// The time of a frame's start in host ticks, by the stream's own rate; 0 for a stream without a rate, and the last
+// time there is for a frame behind it.
 PrTime timeOfFrame(const imFileInfoRec8& info, csSDK_int64 frameIndex, PrTime ticksPerSecond);
 
 // Frames in the stream, by its duration; 0 for a stream without a rate.
