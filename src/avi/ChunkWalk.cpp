@@ -30,7 +30,11 @@ struct Level {
 class Walk {
 public:
     Walk(ChunkReader& reader, const std::vector<std::uint32_t>& closedTypes, ChunkTree& tree)
-        : m_reader(reader), m_closedTypes(closedTypes), m_tree(tree) {}
+        : m_reader(reader),
+          m_closedTypes(closedTypes),
+          m_tree(tree),
+          m_maxNodes(std::min<std::uint64_t>(avi::kMaxNodes,
+                                             reader.fileSize() / avi::kChunkHeaderSize + avi::kMaxRepeatedNodes)) {}
 
     bool run() {
         m_levels.push_back({m_reader.start(), m_reader.fileSize()});
@@ -42,7 +46,7 @@ public:
                     return !failed;
                 }
                 m_levels.back().failed |= failed;
-            } else if (m_tree.size() == avi::kMaxNodes) {
+            } else if (m_tree.size() == m_maxNodes) {
                 return false;
             } else {
                 visitNext();
@@ -90,6 +94,7 @@ private:
     ChunkReader& m_reader;
     const std::vector<std::uint32_t>& m_closedTypes;
     ChunkTree& m_tree;
+    std::uint64_t m_maxNodes;
     std::vector<Level> m_levels;
 };
 

@@ -8,9 +8,12 @@
 namespace avi {
 
 /// Nodes of the chunk tree, 32 bytes of memory each. Media data is not walked, so a file has about three nodes per
-/// gigabyte; a run of zeros behind a dead capture reads as one empty chunk every 8 bytes, and lists that run past their
-/// parents' ends can be made to show the same bytes again and again.
+/// gigabyte; a run of zeros behind a dead capture reads as one empty chunk every 8 bytes.
 constexpr std::uint32_t kMaxNodes = 500'000;
+
+/// Nodes beyond one for every 8 bytes of the file. Each chunk has a header of its own in an honest file; lists that run
+/// past their parents' ends show the same headers again and again, twice as many with every further list.
+constexpr std::uint32_t kMaxRepeatedNodes = 10'000;
 
 /// Streams; further ones are left out. Chunk ids have two digits for a stream's number.
 constexpr std::uint32_t kMaxStreams = 10'000;

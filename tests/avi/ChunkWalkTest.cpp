@@ -161,17 +161,42 @@ TEST(ChunkWalk, AHundredThousandListsInsideEachOtherAreWalked) {
     EXPECT_EQ(walked.tree.size(), depth);
 }
 
-TEST(ChunkWalk, ListsThatReachPastTheirParentsEndAtHalfAMillionNodes) {
-    // Each outer list ends behind the header of its inner one, which claims the rest of the file: the rest is
-    // walked once inside and once behind, so taken at its word this file has more than 2^60 nodes.
-    constexpr std::uint32_t units = 60;
-    Bytes file;
+/// 24 bytes a unit. Each outer list ends behind the header of its inner one, which claims the rest of the group: the
+/// rest is walked once inside and once behind, so a group shows 2^(units + 1) - 2 nodes.
+Bytes doublingGroup(std::uint32_t units) {
+    Bytes group;
     for (std::uint32_t i = 1; i <= units; ++i) {
-        file = file + listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 4 + (units - i) * 24, {})});
+        group = group + listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 4 + (units - i) * 24, {})});
     }
-    Walked walked(file);
+    return group;
+}
+
+TEST(ChunkWalk, ListsThatReachPastTheirParentsAreNotWalkedForEver) {
+    Walked walked(doublingGroup(60));   // more than 2^60 nodes
     EXPECT_FALSE(walked.holds);
-    EXPECT_EQ(walked.tree.size(), 500'000u);
+    EXPECT_EQ(walked.tree.size(), 60u * 24 / 8 + 10'000);
+}
+
+/// 10,001 nodes more than one for every 8 bytes.
+Bytes repeatedHeaders() {
+    Bytes file;
+    for (const std::uint32_t units : {12, 9, 8, 7, 6, 3, 3, 3, 3, 3}) {
+        file = file + doublingGroup(units);
+    }
+    return file;
+}
+
+TEST(ChunkWalk, TenThousandNodesWithoutBytesOfTheirOwnAreWalked) {
+    const Bytes file = repeatedHeaders() + doublingGroup(1);   // two nodes in 24 bytes
+    Walked walked(file);
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), file.size() / 8 + 10'000);
+}
+
+TEST(ChunkWalk, OneMoreNodeWithoutBytesOfItsOwnIsTooMany) {
+    Walked walked(repeatedHeaders());
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), repeatedHeaders().size() / 8 + 10'000);
 }
 
 TEST(ChunkWalk, HalfAMillionNodesAreWalked) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kMostNodes = 100'000;
+constexpr std::size_t kMostNodes = 10'000;
 constexpr std::uint64_t kMostBytes = 1 << 16;
 constexpr std::size_t kMostIndexes = 200;
 constexpr std::size_t kMostChunks = 100'000;
