@@ -28,6 +28,13 @@ if(QUORVANE_SANITIZE)
     target_compile_options(project_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+# For what is fuzzed: the engine follows which of its branches an input takes. The host's side is left out, so that
+# nothing in it looks like news.
+set(fuzzed_code_options)
+if(QUORVANE_FUZZERS)
+    set(fuzzed_code_options -fsanitize=fuzzer-no-link)
+endif()
+
 if(UNIX)
     # Unique symbols keep a shared library from being unloaded, and ours is loaded and unloaded many times.
     target_compile_options(project_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)

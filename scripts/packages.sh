@@ -15,6 +15,9 @@ check_packages=(
     icoutils libasan8 libubsan1 libtsan2
 )
 
+# For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
+fuzz_packages=(clang libclang-rt-14-dev llvm)
+
 # The source of libpng, as Debian has it: Debian packages no build of it for Windows.
 source_packages=(libpng1.6)
 

@@ -1,0 +1,23 @@
+// What must hold for any input. A fuzzer ends at the first thing that does not, so that the input is kept.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace fuzz {
+
+[[noreturn]] inline void fail(const std::string& sentence) {
+    std::fprintf(stderr, "NOT AS IT MUST BE: %s\n", sentence.c_str());
+    std::fflush(stderr);
+    std::abort();
+}
+
+// `sentence` says what is wrong.
+inline void expect(bool condition, const char* sentence) {
+    if (!condition) {
+        fail(sentence);
+    }
+}
+
+}  // namespace fuzz

@@ -1,0 +1,172 @@
+// The stand-in codec: a stream's extra data, and a frame decoded into a buffer that ends where it must.
+#include "targets/Target.h"
+
+#include "codec/QuorvaneApi.h"
+#include "hostkit/GuardedBlock.h"
+#include "standin/Control.h"
+#include "support/Expect.h"
+#include "support/Input.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <optional>
+
+namespace {
+
+using fuzz::expect;
+
+constexpr std::uint8_t kUnwritten = 0xCD;
+constexpr std::uint64_t kMostBufferBytes = 8u << 20;
+
+// Decode types and the bytes of their groups of pixels; a script can also ask for any other number.
+struct DecodeRow {
+    std::uint32_t type;
+    std::uint32_t groupPixels;
+    std::uint32_t groupBytes;
+};
+constexpr DecodeRow kDecodeRows[] = {{4, 2, 4},  {5, 2, 4},  {50, 1, 4}, {49, 1, 4},  {2, 1, 4},  {19, 1, 4},
+                                     {1, 1, 4},  {16, 1, 4}, {11, 6, 16}, {15, 1, 4}, {31, 1, 8}, {32, 1, 8}};
+
+QuorvaneFormat prepared() {
+    QuorvaneFormat format;
+    format.word2 = 254;
+    format.word3 = 1;
+    return format;
+}
+
+class Instance {
+public:
+    Instance() {
+        quorvane_library_init();
+        expect(quorvane_open(&m_handle) == 0 && m_handle != 0, "no instance opens");
+    }
+    ~Instance() {
+        quorvane_close(m_handle);
+        quorvane_library_close();
+    }
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+
+    std::uint32_t handle() const { return m_handle; }
+
+private:
+    std::uint32_t m_handle = 0;
+};
+
+// A code that means failure has a text of its own.
+bool succeeded(std::uint32_t code) {
+    expect(quorvane_get_string(kQuorvaneErrorText, code) != nullptr, "a code has no text");
+    expect(code == 0 || (code & 0x80000000) != 0, "a failing code lacks its bit");
+    return code == 0;
+}
+
+// One of two good values, and seldom any other.
+std::uint32_t mostly(std::uint32_t one, std::uint32_t other, fuzz::Script& script) {
+    const std::uint8_t choice = script.next8();
+    return choice > 240 ? choice : choice % 2 == 0 ? one : other;
+}
+
+QuorvaneFormat requestOf(fuzz::Script& script, std::optional<DecodeRow>& row) {
+    QuorvaneFormat request = prepared();
+    const std::uint8_t kind = script.next8();
+    if (kind < 240) {
+        row = kDecodeRows[kind % std::size(kDecodeRows)];
+        request.type = row->type;
+    } else {
+        request.type = script.next8();
+    }
+    request.flags = script.next8() % 5;
+    request.colorSpace = mostly(1, 2, script);
+    request.range = mostly(2, 1, script);
+    return request;
+}
+
+// Decodes into a buffer of just the size that is stated, with `padding` bytes behind each row.
+void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& stream, const DecodeRow& row,
+            std::uint32_t padding) {
+    const std::uint32_t needed = (stream.width + row.groupPixels - 1) / row.groupPixels * row.groupBytes;
+    const std::uint32_t rowBytes = needed + padding;
+    const std::uint64_t size = std::uint64_t{rowBytes} * stream.height;
+    if (size > kMostBufferBytes) {
+        return;
+    }
+    const fuzz::Bytes copy(frame.begin(), frame.end());
+    std::array<hostkit::GuardedBlock, 2> blocks = {hostkit::GuardedBlock(size, kUnwritten),
+                                                   hostkit::GuardedBlock(size, kUnwritten)};
+    std::array<std::uint32_t, 2> codes{};
+    for (std::size_t i = 0; i < 2; ++i) {
+        QuorvanePlane planes[4] = {};
+        planes[0] = {reinterpret_cast<std::uintptr_t>(blocks[i].data()), rowBytes, static_cast<std::uint32_t>(size)};
+        codes[i] = quorvane_decompress(handle, copy.data(), static_cast<std::uint32_t>(copy.size()), planes);
+        expect(blocks[i].guardsAreIntact(), "the buffer was overrun");
+        const bool wrote = std::any_of(blocks[i].data(), blocks[i].data() + size,
+                                       [](std::uint8_t byte) { return byte != kUnwritten; });
+        expect(succeeded(codes[i]) || !wrote, "a refused frame was written");
+        for (std::uint64_t end = rowBytes; padding != 0 && end <= size; end += rowBytes) {
+            expect(blocks[i].data()[end - 1] == kUnwritten, "bytes between rows were written");
+        }
+    }
+    expect(codes[0] == codes[1] && std::memcmp(blocks[0].data(), blocks[1].data(), size) == 0,
+           "a frame decodes to something else the second time");
+}
+
+void useSession(const Instance& instance, fuzz::ByteView extraData, fuzz::ByteView frame, fuzz::Script& script) {
+    const auto count = static_cast<std::uint32_t>(extraData.size());
+    std::optional<DecodeRow> row;
+    const QuorvaneFormat request = requestOf(script, row);
+    QuorvaneFormat answer = prepared();
+    const bool offered = succeeded(
+        quorvane_decompress_query(instance.handle(), extraData.data(), count, &request, &answer));
+    QuorvaneFormat delivered = prepared();
+    const bool began = succeeded(
+        quorvane_decompress_begin(instance.handle(), extraData.data(), count, &request, &delivered));
+    expect(offered == began, "a query and a begin say different things");
+    if (!began) {
+        return;
+    }
+    if (row) {
+        decode(instance.handle(), frame, delivered, *row, script.next8() % 20);
+    }
+    if (script.below(2) == 0) {   // an instance may also be closed with its session running
+        expect(succeeded(quorvane_decompress_end(instance.handle())), "a session does not end");
+    }
+}
+
+void askTheRest(const Instance& instance, fuzz::Script& script) {
+    expect(quorvane_get_string(script.next8(), script.next32()) != nullptr, "a string is null");
+    std::uint32_t value = script.next8();
+    succeeded(quorvane_get_param(instance.handle(), script.next8(), &value, script.below(8)));
+    QuorvaneFormat input = prepared();
+    input.type = script.next8();
+    QuorvaneFormat output = prepared();
+    std::uint64_t further = 0;
+    succeeded(quorvane_compress_query(instance.handle(), &input, &output, &further, nullptr));
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Input input = fuzz::splitInput({data, size});
+    fuzz::Script script(input.script);
+    // 28 bytes are right; the script may say otherwise.
+    const std::size_t wanted = 28 + static_cast<std::size_t>(script.next8() % 7 == 6 ? script.below(9) : 0);
+    const fuzz::ByteView extraData = input.file.first(std::min(input.file.size(), wanted));
+    const fuzz::ByteView frame = input.file.subspan(extraData.size());
+    {
+        const Instance instance;
+        QuorvaneFormat stream = prepared();
+        if (succeeded(quorvane_decompress_query(instance.handle(), extraData.data(),
+                                                static_cast<std::uint32_t>(extraData.size()), nullptr, &stream))) {
+            expect(stream.width > 0 && stream.height > 0, "a stream has no size");
+            useSession(instance, extraData, frame, script);
+        }
+        askTheRest(instance, script);
+    }
+    StandinCounters counters;
+    standin_counters(&counters);
+    expect(counters.openInstances == 0 && counters.outstandingInits == 0 && counters.runningSessions == 0,
+           "an instance is left");
+    return 0;
+}
