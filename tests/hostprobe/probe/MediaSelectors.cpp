@@ -1,0 +1,165 @@
+// Pictures, sound and what is told about them. Every buffer is written up to its very last byte: what the host lends
+// must be as large as it says, and the host's guards show when it is not.
+#include "probe/Clips.h"
+#include "probe/Complaints.h"
+#include "probe/InventedClip.h"
+#include "probe/Names.h"
+#include "probe/RecordPromises.h"
+#include "probe/Selectors.h"
+
+#include <algorithm>
+
+namespace hostprobe {
+
+namespace {
+
+constexpr csSDK_int32 kSampleListBytes = kFrameCount * static_cast<csSDK_int32>(sizeof(imDataSample));
+
+csSDK_int32 giveSamples(Clip& clip, void* buffer, csSDK_int32 size) {
+    if (clip.samplesAskedFor == 0) {
+        complain(Sentence::SamplesNotAskedFor);
+        return imOtherErr;
+    }
+    if (size < clip.samplesAskedFor) {
+        complain(Sentence::SamplesDoNotFit, {std::to_string(size), std::to_string(clip.samplesAskedFor)});
+        return imOtherErr;
+    }
+    std::memset(buffer, 0, static_cast<std::size_t>(size));
+    for (csSDK_int32 i = 0; i < kFrameCount; ++i) {
+        const imDataSample sample = {1 | kDataSampleKeyFrame, static_cast<csSDK_uint32>(1000 + i)};
+        putAt(buffer, static_cast<std::size_t>(i) * sizeof(sample), sample);
+    }
+    return imNoErr;
+}
+
+// The channels' buffers, or nothing when one is missing.
+std::vector<float*> buffersOf(const void* record, csSDK_int32 channels) {
+    std::vector<float*> buffers;
+    const void* list = pointerAt(record, kAudioBuffers);
+    for (csSDK_int32 channel = 0; channel < channels; ++channel) {
+        void* buffer = list ? pointerAt(list, static_cast<std::size_t>(channel) * 8) : nullptr;
+        if (!buffer) {
+            complain(Sentence::ParameterMissing,
+                     {"imImportAudio7", "the buffer of channel " + std::to_string(channel + 1)});
+            return {};
+        }
+        buffers.push_back(static_cast<float*>(buffer));
+    }
+    return buffers;
+}
+
+void giveSound(const std::vector<float*>& buffers, PrAudioSample position, csSDK_uint32 size) {
+    for (std::size_t channel = 0; channel < buffers.size(); ++channel) {
+        for (csSDK_uint32 i = 0; i < size; ++i) {
+            putAt(buffers[channel], i * sizeof(float), soundAt(position + i, static_cast<csSDK_int32>(channel)));
+        }
+    }
+}
+
+// A buffer that overlaps another was written over by it.
+bool isKept(const std::vector<float*>& buffers, PrAudioSample position, csSDK_uint32 size) {
+    for (std::size_t channel = 0; channel < buffers.size(); ++channel) {
+        for (csSDK_uint32 i = 0; i < size; ++i) {
+            if (fieldAt<float>(buffers[channel], i * sizeof(float)) !=
+                soundAt(position + i, static_cast<csSDK_int32>(channel))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+csSDK_int32 onAnalysis(imFileRef reference, void* record) {
+    const ClipCall call(imAnalysis, pointerAt(record, kAnalysisPrivateData));
+    if (!call.clip()) {
+        return imOtherErr;
+    }
+    call.expectReference(reference);
+    expectZeros("imAnalysis", RecordKind::Analysis, record, hostVersion());
+    const csSDK_int32 size = int32At(record, kAnalysisSize);
+    char* buffer = static_cast<char*>(pointerAt(record, kAnalysisBuffer));
+    if (size < 0) {
+        complain(Sentence::BadValue, {"imAnalysis", "buffersize"});
+    } else if (size > 0 && !buffer) {
+        complain(Sentence::ParameterMissing, {"imAnalysis", "the buffer"});
+    } else if (size > 0) {
+        constexpr char text[] = "\nA clip of the host probe's invention\n";
+        const auto bytes = static_cast<std::size_t>(size);
+        std::memset(buffer, 0, bytes);
+        std::memcpy(buffer, text, std::min(sizeof(text), bytes) - 1);
+    }
+    return imNoErr;
+}
+
+csSDK_int32 onDataRateAnalysis(imFileRef reference, void* record) {
+    const ClipCall call(imDataRateAnalysis, pointerAt(record, kDataRatePrivateData));
+    if (!call.clip()) {
+        return imOtherErr;
+    }
+    call.expectReference(reference);
+    void* buffer = pointerAt(record, kDataRateBuffer);
+    expectZeros("imDataRateAnalysis", buffer ? RecordKind::DataRateSamples : RecordKind::DataRateSize, record,
+                hostVersion());
+    if (buffer) {
+        return giveSamples(*call.clip(), buffer, int32At(record, kDataRateSize));
+    }
+    call.clip()->samplesAskedFor = kSampleListBytes;
+    putAt(record, kDataRateSize, kSampleListBytes);
+    return imNoErr;
+}
+
+csSDK_int32 onGetAudioChannelLayout(imFileRef reference, void* record) {
+    const ClipCall call(imGetAudioChannelLayout, pointerAt(record, kLayoutPrivateData));
+    if (!call.clip()) {
+        return imOtherErr;
+    }
+    call.expectReference(reference);
+    const StreamFacts& stream = kStreams[call.clip()->stream];
+    for (csSDK_int32 channel = 0; channel < stream.channels; ++channel) {
+        putAt(record, kLayoutLabels + static_cast<std::size_t>(channel) * sizeof(csSDK_int32), stream.labels[channel]);
+    }
+    return imNoErr;
+}
+
+csSDK_int32 onImportAudio(imFileRef reference, void* record) {
+    const ClipCall call(imImportAudio7, pointerAt(record, kAudioPrivateData));
+    Clip* clip = call.clip();
+    if (!clip) {
+        return imOtherErr;
+    }
+    call.expectReference(reference);
+    expectZeros("imImportAudio7", RecordKind::Audio, record, hostVersion());
+    const csSDK_int32 channels = kStreams[clip->stream].channels;
+    const std::vector<float*> buffers = buffersOf(record, channels);
+    if (buffers.empty()) {
+        return imOtherErr;
+    }
+    const auto size = fieldAt<csSDK_uint32>(record, kAudioSize);
+    const auto asked = fieldAt<PrAudioSample>(record, kAudioPosition);
+    const PrAudioSample position = asked < 0 ? clip->nextSound : asked;
+    giveSound(buffers, position, size);
+    if (!isKept(buffers, position, size)) {
+        complain(Sentence::BuffersOverlap);
+    }
+    clip->nextSound = position + size;
+    return imNoErr;
+}
+
+csSDK_int32 onGetSourceVideo(imFileRef reference, void* record) {
+    const ClipCall call(imGetSourceVideo, pointerAt(record, kVideoPrivateData));
+    if (!call.clip()) {
+        return imOtherErr;
+    }
+    call.expectReference(reference);
+    expectZeros("imGetSourceVideo", RecordKind::SourceVideo, record, hostVersion());
+    switch (call.clip()->frames->deliver("imGetSourceVideo", record)) {
+        case FrameResult::Delivered: return imNoErr;
+        case FrameResult::NoSuchFrame: return imFrameNotFound;
+        case FrameResult::Failed: break;
+    }
+    return imOtherErr;
+}
+
+}  // namespace hostprobe
