@@ -143,6 +143,13 @@ void createAsyncImporter(SPBasicSuite* basic, void* record) {
     importers.push_back(std::move(importer));
 }
 
+void dropAsyncImporters() {
+    const std::lock_guard lock(mutex);
+    for (const auto& importer : importers) {
+        importer->frames.reset();
+    }
+}
+
 bool isAnyAsyncImporterOpen() {
     const std::lock_guard lock(mutex);
     return std::any_of(importers.begin(), importers.end(), [](const auto& importer) { return !importer->isClosed; });

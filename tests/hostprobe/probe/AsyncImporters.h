@@ -10,4 +10,7 @@ void createAsyncImporter(SPBasicSuite* basic, void* record);
 
 bool isAnyAsyncImporterOpen();
 
+// Gives back what importers still hold that the host forgot to close.
+void dropAsyncImporters();
+
 }  // namespace hostprobe

@@ -37,6 +37,13 @@ bool isAnyClipOpen() {
     });
 }
 
+void dropClips() {
+    const std::lock_guard lock(mutex);
+    for (const auto& clip : clips) {
+        clip->frames.reset();
+    }
+}
+
 ClipCall::ClipCall(csSDK_int32 selector, void* privateData) : m_selector(selector) {
     Clip* clip = find(privateData);
     if (!clip) {

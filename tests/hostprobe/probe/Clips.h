@@ -34,6 +34,9 @@ Clip* addClip();
 
 bool isAnyClipOpen();
 
+// Gives back what files still hold that the host forgot to close.
+void dropClips();
+
 // One synchronous call for a file. Complains of private data that is not of an open file (or, for an opening, of a
 // quiet one), of a call before the file was described, and of two calls at once.
 class ClipCall {

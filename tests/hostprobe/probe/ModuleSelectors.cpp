@@ -30,6 +30,8 @@ csSDK_int32 onShutdown() {
     if (isAnyAsyncImporterOpen()) {
         complain(Sentence::ShutdownWithOpenAsync);
     }
+    dropClips();
+    dropAsyncImporters();
     writeReport();
     return imNoErr;
 }

@@ -1,0 +1,208 @@
+// Hosts whose records hold something in bytes that they promise to leave zero, or values that no host sends.
+#include "WrongCase.h"
+
+#include <cstring>
+
+using enum hostprobe::Sentence;
+using Host = PlayedHost;
+
+namespace {
+
+struct SpoiltByte {
+    int key;                // as PlayedHost has it
+    const char* call;
+    int offset;
+    csSDK_int32 version = IMPORTMOD_VERSION_18;
+};
+
+// The first and the last byte of every stretch that is promised.
+constexpr SpoiltByte kSpoiltBytes[] = {
+    {imInit, "imInit", 4}, {imInit, "imInit", 192},
+    {imGetIndFormat, "imGetIndFormat", 0}, {imGetIndFormat, "imGetIndFormat", 763},
+    {Host::kAccess, "imGetInfo8", 28}, {Host::kAccess, "imGetInfo8", 35},
+    {imOpenFile8, "imOpenFile8", 28}, {imOpenFile8, "imOpenFile8", 35},
+    {imOpenFile8, "imOpenFile8", 44}, {imOpenFile8, "imOpenFile8", 47},
+    {imOpenFile8, "imOpenFile8", 56}, {imOpenFile8, "imOpenFile8", 63},
+    {imGetInfo8, "imGetInfo8", 0}, {imGetInfo8, "imGetInfo8", 45},
+    {imGetInfo8, "imGetInfo8", 50}, {imGetInfo8, "imGetInfo8", 197},
+    {imGetInfo8, "imGetInfo8", 206}, {imGetInfo8, "imGetInfo8", 214},
+    {imGetInfo8, "imGetInfo8", 219}, {imGetInfo8, "imGetInfo8", 731},
+    {imGetInfo8, "imGetInfo8", 736}, {imGetInfo8, "imGetInfo8", 4835},
+    {imGetInfo8, "imGetInfo8", 4837}, {imGetInfo8, "imGetInfo8", 5372},
+    {imGetInfo8, "imGetInfo8", 5373, IMPORTMOD_VERSION_23}, {imGetInfo8, "imGetInfo8", 5375, IMPORTMOD_VERSION_23},
+    {imGetIndPixelFormat, "imGetIndPixelFormat", 8}, {imGetIndPixelFormat, "imGetIndPixelFormat", 19},
+    {imAnalysis, "imAnalysis", 8}, {imAnalysis, "imAnalysis", 15},
+    {imDataRateAnalysis, "imDataRateAnalysis", 8}, {imDataRateAnalysis, "imDataRateAnalysis", 31},
+    {Host::kSamples, "imDataRateAnalysis", 8}, {Host::kSamples, "imDataRateAnalysis", 15},
+    {Host::kSamples, "imDataRateAnalysis", 28}, {Host::kSamples, "imDataRateAnalysis", 31},
+    {imImportAudio7, "imImportAudio7", 28}, {imImportAudio7, "imImportAudio7", 35},
+    {imCreateAsyncImporter, "imCreateAsyncImporter", 8}, {imCreateAsyncImporter, "imCreateAsyncImporter", 31},
+    {imGetSourceVideo, "imGetSourceVideo", 33}, {imGetSourceVideo, "imGetSourceVideo", 35},
+    {imGetSourceVideo, "imGetSourceVideo", 44}, {imGetSourceVideo, "imGetSourceVideo", 71},
+    {imGetSourceVideo, "imGetSourceVideo", 96, IMPORTMOD_VERSION_23},
+    {imGetSourceVideo, "imGetSourceVideo", 111, IMPORTMOD_VERSION_23},
+    {Host::kAsync + aiGetFrame, "aiGetFrame", 33}, {Host::kAsync + aiGetFrame, "aiGetFrame", 71},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 8},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 11},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 45},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 47},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 56},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 83},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 108, IMPORTMOD_VERSION_23},
+    {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 123, IMPORTMOD_VERSION_23},
+};
+
+WrongCase spoiltByte(const SpoiltByte& spoilt) {
+    const std::string offset = std::to_string(spoilt.offset);
+    return {"Byte" + offset + "OfRecord" + std::to_string(spoilt.key), NotZero,
+            std::string(spoilt.call) + ": the record is not zero at " + offset + ".", [spoilt](Host& host) {
+                host.parms.imInterfaceVer = spoilt.version;
+                host.spoil[spoilt.key] = [spoilt](char* record) { record[spoilt.offset] = 1; };
+                host.play();
+            }};
+}
+
+// A whole life in which one value of one record is another one.
+template <class T>
+auto withValue(int key, std::size_t offset, T value) {
+    return [=](Host& host) {
+        host.spoil[key] = [=](char* record) { std::memcpy(record + offset, &value, sizeof(value)); };
+        host.play();
+    };
+}
+
+// The same within a short life, for calls of a file that is described.
+template <class T, class Call>
+auto onceWithValue(int key, std::size_t offset, T value, Call call) {
+    return [=](Host& host) {
+        host.begin();
+        host.spoil[key] = [=](char* record) { std::memcpy(record + offset, &value, sizeof(value)); };
+        call(host);
+        host.end();
+    };
+}
+
+void changeFormatsDuringFrame(Host& host) {
+    host.begin();
+    host.duringFrame = [&host] { host.wanted.inFrameHeight = 99; };
+    host.frame();
+    host.end();
+}
+
+void sameBufferTwice(Host& host) {
+    host.begin();
+    host.spoil[imImportAudio7] = [](char* record) {
+        float** channels = nullptr;
+        std::memcpy(&channels, record + 12, sizeof(channels));
+        channels[1] = channels[0] + 1;
+    };
+    host.audio();
+    host.end();
+}
+
+void noSecondBuffer(Host& host) {
+    host.begin();
+    host.spoil[imImportAudio7] = [](char* record) {
+        float** channels = nullptr;
+        std::memcpy(&channels, record + 12, sizeof(channels));
+        channels[1] = nullptr;
+    };
+    host.audio();
+    host.end();
+}
+
+template <class Call>
+auto within(Call call) {
+    return [call](Host& host) {
+        host.begin();
+        call(host);
+        host.end();
+    };
+}
+
+WrongCases wrongValues() {
+    void* const nothing = nullptr;
+    const auto frame = [](Host& host) { host.frame(); };
+    const auto sound = [](Host& host) { host.audio(); };
+    const auto info = [](Host& host) { host.info(0); };
+    const auto analysis = [](Host& host) { host.analysis(); };
+    constexpr char noSuchValue[] = " has a value that no host sends.";
+    return {
+        {"AccessOfNoKind", BadValue, std::string("imOpenFile8: inReadWrite") + noSuchValue,
+         withValue(imOpenFile8, 48, csSDK_int32{7})},
+        {"NegativeStream", BadValue, std::string("imOpenFile8: inStreamIdx") + noSuchValue,
+         withValue(imOpenFile8, 64, csSDK_int32{-1})},
+        {"IgnoreGrowingTwo", BadValue, std::string("imGetInfo8: ignoreGrowing") + noSuchValue,
+         onceWithValue(imGetInfo8, 4836, char{2}, info)},
+        {"QualityOfNoKind", BadValue, std::string("imGetSourceVideo: inQuality") + noSuchValue,
+         onceWithValue(imGetSourceVideo, 72, csSDK_int32{5}, frame)},
+        {"RemovePulldownTwo", BadValue, std::string("imGetSourceVideo: removePulldown") + noSuchValue,
+         onceWithValue(imGetSourceVideo, 32, char{2}, frame)},
+        {"NegativeStreamOfFrame", BadValue, std::string("imGetSourceVideo: currentStreamIdx") + noSuchValue,
+         onceWithValue(imGetSourceVideo, 8, csSDK_int32{-1}, frame)},
+        {"NegativeWidth", BadValue, std::string("imGetSourceVideo: a wanted frame's size") + noSuchValue,
+         within([](Host& host) { host.wanted.inFrameWidth = -1; host.frame(); })},
+        {"NegativeAnalysisBuffer", BadValue, std::string("imAnalysis: buffersize") + noSuchValue,
+         onceWithValue(imAnalysis, 16, csSDK_int32{-1}, analysis)},
+        {"NegativeFormatCount", FormatCount, "imGetSourceVideo: the number of formats does not fit their list.",
+         onceWithValue(imGetSourceVideo, 28, csSDK_int32{-1}, frame)},
+        {"FormatsWithoutList", FormatCount, "imGetSourceVideo: the number of formats does not fit their list.",
+         onceWithValue(imGetSourceVideo, 20, nothing, frame)},
+        {"FormatsChangeMeanwhile", FormatsChanged, "imGetSourceVideo: the list of formats changed during the call.",
+         changeFormatsDuringFrame},
+        {"FrameWithoutAPlace", OutFrameMissing, "imGetSourceVideo: there is no place for the frame.",
+         onceWithValue(imGetSourceVideo, 36, nothing, frame)},
+        {"OneBufferForTwoChannels", BuffersOverlap, "imImportAudio7: the buffers of two channels overlap.",
+         sameBufferTwice},
+        {"NoBuffers", ParameterMissing, "imImportAudio7: the buffer of channel 1 is missing.",
+         onceWithValue(imImportAudio7, 12, nothing, sound)},
+        {"OneBufferMissing", ParameterMissing, "imImportAudio7: the buffer of channel 2 is missing.", noSecondBuffer},
+        {"NoAnalysisBuffer", ParameterMissing, "imAnalysis: the buffer is missing.",
+         onceWithValue(imAnalysis, 20, nothing, analysis)},
+        {"NoPath", ParameterMissing, "imOpenFile8: the path is missing.", [](Host& host) {
+             host.path = u"";
+             host.init();
+             host.open();
+             host.end();
+         }},
+        {"NullPathForInfo", ParameterMissing, "imGetInfo8: the path is missing.",
+         onceWithValue(Host::kAccess, 12, nothing, info)},
+        {"NoRecord", ParameterMissing, "imGetSourceVideo: the second parameter is missing.",
+         within([](Host& host) { host.call(imGetSourceVideo, host.reference, nullptr); })},
+        {"NoFirstRecord", ParameterMissing, "imGetInfo8: the first parameter is missing.", within([](Host& host) {
+             char record[5376] = {};
+             host.call(imGetInfo8, nullptr, record);
+         })},
+        {"NoReference", ParameterMissing, "imQuietFile: the first parameter is missing.",
+         within([](Host& host) { host.call(imQuietFile, nullptr, host.privateData); })},
+        {"OtherIdForInfo", OtherImporterId,
+         "imGetInfo8: the importer's number is not the one of the first opening.",
+         onceWithValue(imGetInfo8, 46, csSDK_int32{7}, info)},
+        {"FrameOfAnUnknownFile", UnknownPrivateData,
+         "imGetSourceVideo: the private data is none that this importer gave.",
+         onceWithValue(imGetSourceVideo, 0, nothing, frame)},
+        {"SoundOfAnUnknownFile", UnknownPrivateData,
+         "imImportAudio7: the private data is none that this importer gave.",
+         onceWithValue(imImportAudio7, 20, nothing, sound)},
+        {"InfoOfAnUnknownFile", UnknownPrivateData,
+         "imGetInfo8: the private data is none that this importer gave.",
+         onceWithValue(imGetInfo8, 198, nothing, info)},
+        {"CloseOfAnUnknownFile", UnknownPrivateData,
+         "imCloseFile: the private data is none that this importer gave.",
+         within([](Host& host) { host.call(imCloseFile, &host.reference, &host); })},
+        {"SamplesNotAskedFor", SamplesNotAskedFor, "imDataRateAnalysis: a buffer came before its size was asked for.",
+         within([](Host& host) { host.takeSamples(); })},
+        {"TooFewSamples", SamplesDoNotFit, "imDataRateAnalysis: the buffer has 88 bytes where 96 were asked for.",
+         withValue(Host::kSamples, 16, csSDK_int32{88})},
+    };
+}
+
+}  // namespace
+
+WrongCases wrongRecords() {
+    WrongCases cases = wrongValues();
+    for (const SpoiltByte& spoilt : kSpoiltBytes) {
+        cases.push_back(spoiltByte(spoilt));
+    }
+    return cases;
+}
