@@ -53,6 +53,7 @@ ClipSession::~ClipSession() { close(); }
 void ClipSession::fillAccess(imFileAccessRec8& record) const {
     record.filepath = m_path.c_str();
     record.fileref = m_fileRef;
+    record.filetype = m_fileType;
 }
 
 Answer<imFileOpenRec8> ClipSession::open() {
@@ -64,6 +65,7 @@ Answer<imFileOpenRec8> ClipSession::open() {
     record->inStreamIdx = m_options.streamIndex;
     Answer<imFileOpenRec8> answer = m_session.exchange(imOpenFile8, std::move(record), &m_fileRef);
     m_privateData = answer->privatedata;
+    m_fileType = answer->fileinfo.filetype;
     return answer;
 }
 

@@ -116,6 +116,7 @@ private:
     ClipOptions m_options;
     void* m_privateData = nullptr;
     imFileRef m_fileRef = imInvalidHandleValue();
+    csSDK_int32 m_fileType = 0;                 // as the plug-in gave it at opening
 };
 
 // The time of a frame's start in host ticks, by the stream's own rate; 0 for a stream without a rate, and the last
