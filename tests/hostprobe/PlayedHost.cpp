@@ -136,17 +136,20 @@ void PlayedHost::open() {
     auto& open = as<imFileOpenRec8>(record);
     open.fileinfo.filepath = path.c_str();
     open.fileinfo.fileref = reference;
+    open.fileinfo.filetype = fileType;
     open.privatedata = privateData;
     open.inImporterID = kImporterId;
     apply(imOpenFile8, record);
     call(imOpenFile8, &reference, record.data());
     privateData = open.privatedata;
+    fileType = open.fileinfo.filetype;
 }
 
 void PlayedHost::info(csSDK_int32 stream) {
     RecordBytes access(kRecordBytes);
     as<imFileAccessRec8>(access).filepath = path.c_str();
     as<imFileAccessRec8>(access).fileref = reference;
+    as<imFileAccessRec8>(access).filetype = fileType;
     RecordBytes record(kRecordBytes);
     auto& info = as<imFileInfoRec8>(record);
     info.privatedata = privateData;

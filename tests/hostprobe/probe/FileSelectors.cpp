@@ -42,6 +42,12 @@ void expectPath(const Clip& clip, const std::string& call, const void* access) {
     }
 }
 
+void expectFileType(const std::string& call, const void* access) {
+    if (int32At(access, kAccessType) != kFileType) {
+        complain(Sentence::OtherFileType, {call});
+    }
+}
+
 void checkOpenRecord(const void* record) {
     expectZeros("imOpenFile8", RecordKind::FileOpen, record, hostVersion());
     const csSDK_int32 access = int32At(record, kOpenAccess);
@@ -63,6 +69,7 @@ void openFirst(imStdParms* stdParms, Clip& clip, const void* record) {
 
 void openAgain(Clip& clip, const void* record) {
     expectPath(clip, "imOpenFile8", record);
+    expectFileType("imOpenFile8", record);
     if (int32At(record, kOpenImporterId) != clip.importerId) {
         complain(Sentence::OtherImporterId, {"imOpenFile8"});
     }
@@ -101,6 +108,7 @@ void checkInfoRecords(const ClipCall& call, const void* access, const void* reco
     expectZeros("imGetInfo8", RecordKind::FileInfo, record, hostVersion());
     call.expectReference(pointerAt(access, kAccessReference));
     expectPath(*call.clip(), "imGetInfo8", access);
+    expectFileType("imGetInfo8", access);
     if (int32At(record, kInfoImporterId) != call.clip()->importerId) {
         complain(Sentence::OtherImporterId, {"imGetInfo8"});
     }

@@ -23,6 +23,7 @@ namespace hostprobe {
     SENTENCE(BeforeInfo, "{0} came before imGetInfo8.") \
     SENTENCE(StreamNotPromised, "imGetInfo8 asked for stream {0}, which no answer had promised.") \
     SENTENCE(OtherFileReference, "{0}: the file reference is not the one that this importer stored.") \
+    SENTENCE(OtherFileType, "{0}: the file type is not the one that this importer gave.") \
     SENTENCE(OtherPath, "{0}: the path is not the one that was opened first.") \
     SENTENCE(OtherImporterId, "{0}: the importer's number is not the one of the first opening.") \
     SENTENCE(OtherStream, "imOpenFile8: the stream is not the one of the first opening.") \
