@@ -1,5 +1,5 @@
 # names.pl ROOT: what docs/architecture.md names in code style exists: every path is a file or folder of the tree, and
-# every other name is a word of the code.
+# every other name is a word of the code. Paths that other pages for developers name exist too.
 use strict;
 use warnings;
 
@@ -66,6 +66,14 @@ for my $picture ($text =~ /\]\((images\/[^)]+\.svg)\)/g) {
             print "FAILED: $picture: no such name or path: $name\n";
             ++$failures;
         }
+    }
+}
+
+for my $page (qw(README.md CONTRIBUTING.md docs/what-this-cannot-show.md)) {
+    for my $name (Sources::content("$root/$page") =~ m{`((?:src|standin|tools|tests|fuzz|packaging|scripts|docs)/[^`\s]*)`}g) {
+        next if $name =~ /\*/ ? glob("$root/$name") : -e "$root/$name";
+        print "FAILED: $page: no such file: $name\n";
+        ++$failures;
     }
 }
 
