@@ -32,9 +32,10 @@ sub path_exists {
     $name =~ s{^\./}{};
     $name =~ s{/$}{};
     return 1 if $paths{$name} || -e "$root/$name";
-    # A file may be named without its folders where no other bears its name.
+    # A file may be named without its folders where no other bears its name: in the plug-in, or else anywhere.
     my @found = grep { m{(?:^|/)\Q$name\E$} } keys %paths;
-    return @found == 1;
+    my @of_plugin = grep { m{^src/} } @found;
+    return @of_plugin == 1 || @found == 1;
 }
 
 my $text = Sources::content($document);
