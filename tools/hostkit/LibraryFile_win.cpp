@@ -64,6 +64,7 @@ std::vector<std::string> exportsOf(const Image& image) {
         return names;
     }
     const auto table = image.at<IMAGE_EXPORT_DIRECTORY>(place.VirtualAddress);
+    image.part(table.AddressOfFunctions, table.NumberOfFunctions * sizeof(DWORD));   // no more than the file has
     std::vector<bool> isNamed(table.NumberOfFunctions, false);
     for (std::uint64_t i = 0; i < table.NumberOfNames; ++i) {
         names.push_back(image.text(image.at<DWORD>(table.AddressOfNames + i * sizeof(DWORD))));

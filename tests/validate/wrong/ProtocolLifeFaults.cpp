@@ -58,7 +58,8 @@ csSDK_int32 knowsOneClipOnly(csSDK_int32 selector, imStdParms* stdParms, void* p
     if (selector != imGetInfo8) {
         const csSDK_int32 result = right(selector, stdParms, param1, param2);
         if (selector == imOpenFile8 && result == imNoErr) {
-            clips.push_back(openIn(param2).privatedata);
+            void* const opened = openIn(param2).privatedata;
+            clips.push_back(opened);
         }
         return result;
     }
