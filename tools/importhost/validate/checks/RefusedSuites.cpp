@@ -49,7 +49,8 @@ std::vector<StepOutcome> usualOutcomes(PlayedPlugin& plugin, const ScenarioClip&
     return outcomes;
 }
 
-void expectSame(CheckRun& run, const ScenarioStep& step, const StepOutcome& found, const StepOutcome& usual, const std::string& than) {
+void expectSame(CheckRun& run, const ScenarioStep& step, const StepOutcome& found, const StepOutcome& usual,
+                const std::string& than) {
     if (run.expectEqual("the answer", step.resultText(found.result), step.resultText(usual.result))) {
         run.expect(found.content == usual.content, "what was delivered differs from what " + than);
     }
@@ -122,7 +123,8 @@ bool hasWhatIsNeeded(const hostkit::HostProfile& profile) {
     });
 }
 
-void playAs(CheckRun& run, const hostkit::HostProfile& profile, const Clip& clip, const std::vector<StepOutcome>& usual) {
+void playAs(CheckRun& run, const hostkit::HostProfile& profile, const Clip& clip,
+            const std::vector<StepOutcome>& usual) {
     run.step(clip.name + ", host '" + profile.name + "'");
     PlayedPlugin plugin(run, profile);
     OpenClip open(plugin, clip);

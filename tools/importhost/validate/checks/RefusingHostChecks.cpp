@@ -48,9 +48,9 @@ void suitesRunOut(CheckRun& run) {
 
 constexpr Check kChecks[] = {
     {"refused-suites", 2,
-     "Each of the suites that importers use is refused at every call of an editor's work with a clip. Calls that can do "
-     "without it (all of them for the PPix Cache Suite and the Error Suite) answer as ever; the others answer 99 and "
-     "send an error event that names the suite and its version; asked again, with the suite granted, the same clip "
+     "Each of the suites that importers use is refused at every call of an editor's work with a clip. Calls that can "
+     "do without it (all of them for the PPix Cache Suite and the Error Suite) answer as ever; the others answer 99 "
+     "and send an error event that names the suite and its version; asked again, with the suite granted, the same clip "
      "answers as if nothing had been. An older or newer editor lacks suites.",
      refusedSuites},
     {"failing-host-functions", 3,
