@@ -49,6 +49,23 @@ TEST(Host, ARefusedVersionLeavesTheOtherSuitesAlone) {
     EXPECT_EQ(acquire(host, kPrSDKPPixSuite, 1, &suite), 0);
 }
 
+TEST(Host, MayRefuseASuiteForAWhile) {
+    Host host;
+    const void* suite = nullptr;
+    host.refuse({{kPrSDKTimeSuite, kEveryVersion}});
+    EXPECT_NE(acquire(host, kPrSDKTimeSuite, 1, &suite), 0);
+    EXPECT_EQ(acquire(host, kPrSDKPPixSuite, 1, &suite), 0) << "the others are given";
+    host.refuse({});
+    EXPECT_EQ(acquire(host, kPrSDKTimeSuite, 1, &suite), 0);
+}
+
+TEST(Host, RefusesWhatItsProfileRefusesWhateverElse) {
+    Host host(hostProfile("no-ppix-suite"));
+    const void* suite = nullptr;
+    host.refuse({});
+    EXPECT_NE(acquire(host, kPrSDKPPixSuite, 1, &suite), 0);
+}
+
 TEST(Host, ASuiteThatIsKeptIsAProblem) {
     Host host;
     const void* suite = nullptr;

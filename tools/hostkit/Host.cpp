@@ -49,6 +49,16 @@ SPBasicSuite* Host::basicSuite() { return basicTable(); }
 
 PlugMemoryFuncs* Host::memoryFunctions() { return memoryTable(); }
 
+void Host::refuse(std::vector<SuiteId> suites) {
+    const std::lock_guard lock(m_mutex);
+    m_refused = std::move(suites);
+}
+
+bool Host::refuses(const SuiteId& suite) const {
+    const std::lock_guard lock(m_mutex);
+    return m_profile.refuses(suite) || contains(m_refused, suite);
+}
+
 std::map<SuiteId, SuiteBalance> Host::suites() const {
     const std::lock_guard lock(m_mutex);
     return m_suites;
@@ -96,7 +106,7 @@ void Host::report(const std::string& violation) {
 
 SPErr Host::acquire(const char* name, csSDK_int32 version, const void** suite) {
     const SuiteId id{name, version};
-    *suite = m_profile.refuses(id) ? nullptr : suiteTable(name, version);
+    *suite = refuses(id) ? nullptr : suiteTable(name, version);
     if (!*suite) {
         return kSPSuiteNotFoundError;
     }

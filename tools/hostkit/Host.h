@@ -60,6 +60,10 @@ public:
     HostMemory& memory() { return m_memory; }
     FrameStore& frames() { return m_frames; }
 
+    // From now on these suites are refused beside those that the profile refuses; none: only those. A host that runs
+    // out of something refuses what it gave before.
+    void refuse(std::vector<SuiteId> suites);
+
     // Suites given out so far, by name and version.
     std::map<SuiteId, SuiteBalance> suites() const;
     int suitesHeld() const;
@@ -92,7 +96,10 @@ private:
     FrameStore m_frames;
     std::atomic<int> m_asyncImporters = 0;
 
+    bool refuses(const SuiteId& suite) const;
+
     mutable std::mutex m_mutex;
+    std::vector<SuiteId> m_refused;
     std::map<SuiteId, SuiteBalance> m_suites;
     std::vector<ErrorEvent> m_errorEvents;
     std::vector<std::string> m_violations;

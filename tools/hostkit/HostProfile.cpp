@@ -18,11 +18,13 @@ RecordSizes HostProfile::recordSizes() const {
     return interfaceVersion >= IMPORTMOD_VERSION_23 ? kSizesOf23 : RecordSizes{};
 }
 
-bool HostProfile::refuses(const SuiteId& suite) const {
-    return std::any_of(refusedSuites.begin(), refusedSuites.end(), [&suite](const SuiteId& refused) {
-        return refused.name == suite.name && (refused.version == kEveryVersion || refused.version == suite.version);
+bool contains(const std::vector<SuiteId>& suites, const SuiteId& wanted) {
+    return std::any_of(suites.begin(), suites.end(), [&wanted](const SuiteId& suite) {
+        return suite.name == wanted.name && (suite.version == kEveryVersion || suite.version == wanted.version);
     });
 }
+
+bool HostProfile::refuses(const SuiteId& suite) const { return contains(refusedSuites, suite); }
 
 const std::vector<HostProfile>& hostProfiles() {
     static const std::vector<HostProfile> profiles = {

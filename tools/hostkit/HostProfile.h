@@ -34,6 +34,9 @@ struct RecordSizes {
     std::size_t asyncRequest = 12 + sizeof(imSourceVideoRec);
 };
 
+// Whether one of them is this suite, or stands for all its versions.
+bool contains(const std::vector<SuiteId>& suites, const SuiteId& wanted);
+
 struct HostProfile {
     std::string name = "editor-11";
     std::string description = "interface 18, rows rounded up to 128 bytes";

@@ -1,0 +1,184 @@
+#include "importhost/validate/checks/AsyncClip.h"
+
+#include "hostkit/Names.h"
+#include "hostkit/Text.h"
+
+#include <algorithm>
+#include <set>
+
+namespace importhost::validate {
+
+namespace {
+
+constexpr std::chrono::seconds kLongestHold(4);
+
+}  // namespace
+
+std::string textOf(const FrameKey& frame) {
+    return std::string("frame ")
+        .append(std::to_string(frame.index))
+        .append(" as ")
+        .append(hostkit::codeText(static_cast<csSDK_uint32>(frame.format)));
+}
+
+std::vector<std::int64_t> chooseFrames(CheckRun& run, std::int64_t count, int most) {
+    std::set<std::int64_t> chosen = {0, count - 1};
+    const auto wanted = static_cast<std::size_t>(std::min<std::int64_t>(count, most));
+    if (static_cast<std::size_t>(count) == wanted) {
+        for (std::int64_t index = 0; index < count; ++index) {
+            chosen.insert(index);
+        }
+    }
+    while (chosen.size() < wanted) {
+        chosen.insert(static_cast<std::int64_t>(run.below(static_cast<std::uint64_t>(count))));
+    }
+    return {chosen.begin(), chosen.end()};
+}
+
+// --- AsyncClip --------------------------------------------------------------------------------------------------
+
+AsyncClip::AsyncClip(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip)
+    : m_run(run), m_clip(clip), m_session(plugin.session(), clip.session()) {
+    const csSDK_int32 result = m_session.create().result;
+    run.expect(result == imNoErr, "the asynchronous importer that it promises: " + hostkit::resultText(result));
+}
+
+AsyncClip::~AsyncClip() {
+    if (isOpen()) {
+        close();
+    }
+}
+
+std::vector<FrameKey> AsyncClip::draw(const std::vector<std::int64_t>& indexes) {
+    return draw(indexes, m_clip.formats().front());
+}
+
+std::vector<FrameKey> AsyncClip::draw(const std::vector<std::int64_t>& indexes, PrPixelFormat format) {
+    std::vector<FrameKey> keys;
+    for (const std::int64_t index : indexes) {
+        const FrameKey key{index, format};
+        keys.push_back(key);
+        if (!m_drawn.contains(key)) {
+            const hostkit::FrameAnswer answer = m_clip.frame(index, format);
+            m_drawn[key] = {answer.result, pixelsOf(answer.frame)};
+        }
+    }
+    return keys;
+}
+
+void AsyncClip::expectAnswer(const std::string& call, csSDK_int32 found, csSDK_int32 wanted) {
+    m_run.expectEqual(call, hostkit::asyncResultText(found), hostkit::asyncResultText(wanted));
+}
+
+void AsyncClip::announce(const FrameKey& frame) {
+    expectAnswer("announcing " + textOf(frame), m_session.announce(timeOf(frame), formatOf(frame)).result, aiNoError);
+}
+
+void AsyncClip::collect(const FrameKey& frame) {
+    const hostkit::AsyncFrameAnswer answer = m_session.get(timeOf(frame), formatOf(frame));
+    const DrawnFrame& drawn = m_drawn.at(frame);
+    expectAnswer("collecting " + textOf(frame), answer.result,
+                 drawn.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError});
+    if (answer.result == aiNoError && drawn.result == imNoErr) {
+        m_run.expect(pixelsOf(answer.frame) == drawn.pixels,
+                     textOf(frame) + " is another picture than the one that is drawn at once");
+    }
+}
+
+// --- Clips ------------------------------------------------------------------------------------------------------
+
+namespace {
+
+// False when the plug-in promises no asynchronous importer for the clip.
+bool lookAt(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, const std::function<void(AsyncClip&)>& look) {
+    if (clip.info().vidInfo.supportsAsyncIO == 0) {
+        return false;
+    }
+    AsyncClip async(run, plugin, clip);
+    if (async.isOpen()) {
+        look(async);
+    }
+    return true;
+}
+
+[[noreturn]] void skipWithoutAsync(CheckRun& run) {
+    run.skip("the plug-in promises an asynchronous importer for no file");
+}
+
+}  // namespace
+
+void forEachAsyncClip(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
+    bool any = false;
+    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) { any = lookAt(run, plugin, clip, look) || any; });
+    if (!any && !run.hasFailed()) {
+        skipWithoutAsync(run);
+    }
+}
+
+void forSomeAsyncClips(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
+    int left = run.effort(2, 8);
+    forEachAsyncClip(run, plugin, [&](AsyncClip& async) {
+        if (left-- > 0) {
+            look(async);
+        }
+    });
+}
+
+void withAsyncClip(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
+    const auto clip = firstClip(run, plugin, Need::Pictures);
+    if (!lookAt(run, plugin, *clip, look)) {
+        skipWithoutAsync(run);
+    }
+    run.step("");
+}
+
+// --- HeldCall ---------------------------------------------------------------------------------------------------
+
+struct HeldCall::State {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool hasArrived = false;
+    bool isReleased = false;
+    bool hasTimedOut = false;
+
+    void pass() {
+        std::unique_lock lock(mutex);
+        hasArrived = true;
+        changed.notify_all();
+        if (!changed.wait_for(lock, kLongestHold, [this] { return isReleased; })) {
+            hasTimedOut = true;
+            isReleased = true;
+        }
+    }
+};
+
+HeldCall::HeldCall(hostkit::Host& host, hostkit::HostCall call) : m_host(host), m_state(std::make_shared<State>()) {
+    host.faults().observe([state = m_state, call](hostkit::HostCall made) {
+        if (made == call) {
+            state->pass();
+        }
+    });
+}
+
+HeldCall::~HeldCall() {
+    release();
+    m_host.faults().observe(nullptr);
+}
+
+bool HeldCall::waitForArrival() {
+    std::unique_lock lock(m_state->mutex);
+    return m_state->changed.wait_for(lock, kLongestHold, [this] { return m_state->hasArrived; });
+}
+
+void HeldCall::release() {
+    const std::lock_guard lock(m_state->mutex);
+    m_state->isReleased = true;
+    m_state->changed.notify_all();
+}
+
+bool HeldCall::hasTimedOut() const {
+    const std::lock_guard lock(m_state->mutex);
+    return m_state->hasTimedOut;
+}
+
+}  // namespace importhost::validate

@@ -1,0 +1,109 @@
+#include "importhost/validate/checks/OddTicks.h"
+
+#include "hostkit/Names.h"
+#include "importhost/validate/OpenClip.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace importhost::validate {
+
+namespace {
+
+constexpr PrTime kMost = std::numeric_limits<PrTime>::max();
+
+struct TicksRow {
+    PrTime ticksPerSecond;
+    const char* words;
+};
+
+constexpr TicksRow kTicks[] = {
+    {600, "600 ticks a second"},
+    {1000, "1000 ticks a second"},
+    {90001, "a prime number of ticks a second"},
+    {254016000001, "a tick a second more than usual"},
+    {1, "one tick a second"},
+    {0, "no ticks"},
+    {-1000, "time that runs backwards"},
+    {std::numeric_limits<PrTime>::max(), "more ticks a second than 64 bits can multiply"},
+    {std::numeric_limits<PrTime>::min(), "as many ticks backwards"},
+};
+
+hostkit::HostProfile profileOf(const TicksRow& row) {
+    hostkit::HostProfile profile;
+    profile.name = row.words;
+    profile.ticksPerSecond = row.ticksPerSecond;
+    return profile;
+}
+
+// The whole ticks that a frame lasts; none when the product does not fit, or when a frame has not one of them.
+std::optional<PrTime> ticksPerFrame(const imFileInfoRec8& info, PrTime ticksPerSecond) {
+    const PrTime scale = info.vidSampleSize;
+    if (scale <= 0 || info.vidScale <= 0 || ticksPerSecond > kMost / scale || ticksPerSecond < -(kMost / scale)) {
+        return std::nullopt;
+    }
+    const PrTime ticks = scale * ticksPerSecond / info.vidScale;
+    return ticks == 0 ? std::nullopt : std::optional(ticks);
+}
+
+using Pixels = std::vector<std::uint8_t>;
+
+struct Pictures {
+    PrPixelFormat format = PrPixelFormat_Invalid;
+    std::vector<std::int64_t> indexes;
+    std::vector<Pixels> pixels;
+};
+
+// As the usual host gets them.
+Pictures usualPictures(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    const auto clip = firstClip(run, plugin, Need::Pictures);
+    Pictures pictures;
+    pictures.format = clip->formats().front();
+    const std::int64_t last = clip->frameCount() - 1;
+    pictures.indexes = {0, std::min<std::int64_t>(1, last), last / 2, last};
+    for (const std::int64_t index : pictures.indexes) {
+        pictures.pixels.push_back(pixelsOf(clip->frame(index, pictures.format).frame));
+    }
+    return pictures;
+}
+
+void expectPicture(CheckRun& run, OpenClip& clip, const Pictures& usual, std::size_t which, PrTime time) {
+    const auto answer = clip.session().frame(time, {clip.wanted(usual.format)});
+    const std::string frame = "frame " + std::to_string(usual.indexes[which]) + " at tick " + std::to_string(time);
+    if (run.expectEqual(frame, hostkit::resultText(answer.result), hostkit::resultText(imNoErr))) {
+        run.expect(pixelsOf(answer.frame) == usual.pixels[which], frame + " is another picture than with usual ticks");
+    }
+}
+
+void lookWith(CheckRun& run, const TicksRow& row, const Pictures& usual) {
+    PlayedPlugin plugin(run, profileOf(row));
+    const auto clip = firstClip(run, plugin, Need::Pictures);
+    run.step(clip->clip().name + ", " + row.words);
+    const std::optional<PrTime> duration = ticksPerFrame(clip->info(), row.ticksPerSecond);
+    for (std::size_t i = 0; i < usual.indexes.size(); ++i) {
+        if (duration) {
+            expectPicture(run, *clip, usual, i, usual.indexes[i] * *duration);
+            expectPicture(run, *clip, usual, i, usual.indexes[i] * *duration + *duration - (*duration > 0 ? 1 : -1));
+        } else {
+            // Which frame is meant nobody can tell; that the answer is one is all that there is to ask for.
+            const csSDK_int32 result = clip->session().frame(usual.indexes[i], {clip->wanted(usual.format)}).result;
+            run.expect(hostkit::resultName(result) != "unknown" && result != hostkit::kEscapedException,
+                       "a frame was answered with " + hostkit::resultText(result));
+        }
+    }
+    run.expectEqual("the answer to closing it", hostkit::resultText(clip->session().close()),
+                    hostkit::resultText(imNoErr));
+}
+
+}  // namespace
+
+void oddTicks(CheckRun& run) {
+    const Pictures usual = usualPictures(run);
+    for (const TicksRow& row : kTicks) {
+        lookWith(run, row, usual);
+    }
+    run.step("");
+}
+
+}  // namespace importhost::validate
