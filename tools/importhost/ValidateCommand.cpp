@@ -82,12 +82,16 @@ public:
         if (!m_explain.empty()) {
             return explain();
         }
+        if (!editorOptions.profile.empty() || editorOptions.log) {
+            throw UsageError("Each check plays the host that it needs: --profile and --log do not go with validate.");
+        }
         if (!m_describeTo.empty()) {
-            describeTo(hostkit::pathFromUtf8(m_describeTo), hostkit::pathFromUtf8(m_files.at(0)), editorOptions);
+            describeTo(hostkit::pathFromUtf8(m_describeTo), hostkit::pathFromUtf8(m_files.at(0)),
+                       pluginPathOf(editorOptions));
             return kGood;
         }
         RunOptions options = runOptions(editorOptions);
-        return m_childOf.empty() ? runAll(options, editorOptions) : runAsChild(options);
+        return m_childOf.empty() ? runAll(options) : runAsChild(options);
     }
 
 private:
@@ -127,7 +131,7 @@ private:
         return kGood;
     }
 
-    ExitCode runAll(RunOptions& options, const EditorOptions& editorOptions) const {
+    ExitCode runAll(RunOptions& options) const {
         const std::vector<const Check*> checks = selectChecks(m_level, m_pattern);
         if (checks.empty()) {
             throw UsageError("No check was selected: none up to level " + std::to_string(m_level) + " fits '" +
@@ -151,22 +155,17 @@ private:
         std::cout << summaryText(result);
         if (!m_report.empty() || !m_json.empty()) {
             const std::chrono::duration<double> seconds = RunClock::now() - started;
-            report({options, m_pattern, profileName(editorOptions), runCommand(options, m_pattern), started,
+            report({options, m_pattern, hostkit::hostProfiles().front().name, runCommand(options, m_pattern), started,
                     seconds.count()},
-                   result, editorOptions);
+                   result);
         }
         return result.isGood() ? kGood : kFailed;
     }
 
-    void report(const RunFacts& facts, const RunResult& result, const EditorOptions& editorOptions) const {
-        const nlohmann::ordered_json document =
-            reportDocument(facts, result, describeFiles(facts.options, editorOptions));
+    void report(const RunFacts& facts, const RunResult& result) const {
+        const nlohmann::ordered_json document = reportDocument(facts, result, describeFiles(facts.options));
         writeText(m_report, m_report.empty() ? "" : reportPage(document));
         writeText(m_json, m_json.empty() ? "" : documentText(document));
-    }
-
-    static std::string profileName(const EditorOptions& options) {
-        return options.profile.empty() ? std::string(hostkit::hostProfiles().front().name) : options.profile;
     }
 
     static void expectFiles(const RunOptions& options) {

@@ -106,29 +106,43 @@ void addDataRate(FactList& facts, const Json& rate) {
 }
 
 void addAnalysis(FactList& facts, const Json& analysis) {
-    const std::string text = textOf(analysis, "text");
+    std::string text = textOf(analysis, "text");
+    text.erase(text.find_last_not_of("\r\n ") + 1);
     if (isGood(member(analysis, "result")) && !text.empty()) {
         facts.addMarkup("Analysis", textElement("pre", "", text));
     }
 }
 
+void addFolderEntry(FactList& facts, const Json& file) {
+    const std::string modified = textOf(file, "modified");
+    facts.addCode("Path", textOf(file, "path"));
+    facts.add("Size", sizeText(numberOf(file, "bytes")) + (modified.empty() ? "" : ", of " + modified + " UTC"));
+}
+
 std::string factsMarkup(const Json& file) {
     FactList facts;
-    facts.addCode("Path", textOf(file, "path"));
-    facts.add("Size", sizeText(numberOf(file, "bytes")));
-    const std::string modified = textOf(file, "modified");
-    facts.add("Modified", modified.empty() ? "" : modified + " UTC");
+    // A sample is gone with the run, and as old as it.
+    if (textOf(file, "purpose").empty()) {
+        addFolderEntry(facts, file);
+    }
     const Json& told = member(file, "facts");
     if (told.is_object()) {
         if (!isGood(member(told, "open"))) {
             facts.add("Opening", resultText(member(told, "open")));
         }
         addStreams(facts, member(told, "streams"));
-        addPixelFormats(facts, member(told, "pixelFormats"));
-        addDataRate(facts, member(told, "dataRate"));
-        addAnalysis(facts, member(told, "analysis"));
     }
     return facts.markup();
+}
+
+std::string moreFactsMarkup(const Json& told) {
+    FactList facts;
+    addPixelFormats(facts, member(told, "pixelFormats"));
+    addDataRate(facts, member(told, "dataRate"));
+    addAnalysis(facts, member(told, "analysis"));
+    const std::string markup = facts.markup();
+    return markup.empty() ? "" : element("details", "more", textElement("summary", "", "Formats, data rate, analysis") +
+                                                                markup);
 }
 
 // --- Pictures and sound -----------------------------------------------------------------------------------------
@@ -171,24 +185,25 @@ std::string problemsMarkup(const Json& file) {
         const std::string output = textOf(file, "errorOutput");
         markup += output.empty() ? "" : textElement("pre", "", output);
     }
-    for (const Json& uneven : member(file, "leftUneven")) {
-        markup += textElement("p", "problem", uneven.is_string() ? uneven.get<std::string>() : "");
+    std::string uneven;
+    for (const Json& sentence : member(file, "leftUneven")) {
+        uneven += textElement("p", "", sentence.is_string() ? sentence.get<std::string>() : "");
     }
-    return markup;
+    return uneven.empty() ? markup : markup + element("div", "problem", uneven);
 }
 
 }  // namespace
 
-std::string fileCard(const Json& file) {
-    const std::string purpose = textOf(file, "purpose");
-    std::string markup = element("h3", "", htmlText(textOf(file, "name")) +
-                                               (purpose.empty() ? "" : textElement("small", "", purpose)));
+std::string fileCard(const Json& file, bool isOpen) {
+    std::string markup = isOpen ? "<details class=\"card\" open>" : "<details class=\"card\">";
+    markup += element("summary", "", textElement("b", "", textOf(file, "name")) +
+                                         textElement("span", "reason", textOf(file, "purpose")));
     markup += problemsMarkup(file);
     markup += sheetMarkup(member(file, "sheet"));
     for (const Json& waveform : member(file, "waveforms")) {
         markup += waveformMarkup(waveform, member(file, "waveforms").size() > 1);
     }
-    return element("article", "card", markup + factsMarkup(file));
+    return markup + factsMarkup(file) + moreFactsMarkup(member(file, "facts")) + "</details>\n";
 }
 
 }  // namespace importhost::validate

@@ -7,7 +7,7 @@
 
 namespace importhost::validate {
 
-// One file of a report's document, as markup.
-std::string fileCard(const nlohmann::ordered_json& file);
+// One file of a report's document, as markup: unfolded or with its name alone.
+std::string fileCard(const nlohmann::ordered_json& file, bool isOpen);
 
 }  // namespace importhost::validate

@@ -62,14 +62,10 @@ Json readJson(const std::filesystem::path& path) {
     return json.is_object() ? json : Json::object();
 }
 
-std::vector<std::string> childArguments(const RunOptions& options, const EditorOptions& editorOptions,
-                                        const std::filesystem::path& out, const std::filesystem::path& file) {
-    std::vector<std::string> words = {"--plugin", hostkit::toUtf8(options.plugin)};
-    if (!editorOptions.profile.empty()) {
-        words.insert(words.end(), {"--profile", editorOptions.profile});
-    }
-    words.insert(words.end(), {"validate", "--describe-to", hostkit::toUtf8(out), hostkit::toUtf8(file)});
-    return words;
+std::vector<std::string> childArguments(const RunOptions& options, const std::filesystem::path& out,
+                                        const std::filesystem::path& file) {
+    return {"--plugin",          hostkit::toUtf8(options.plugin), "validate", "--describe-to", hostkit::toUtf8(out),
+            hostkit::toUtf8(file)};
 }
 
 // Why the description is not whole; empty when it is.
@@ -84,7 +80,7 @@ std::string problemOf(const hostkit::ChildResult& child, const Json& written, st
     return child.exitCode == 0 ? "" : "Unloading the plug-in ended its process: " + exitText(child.exitCode) + ".";
 }
 
-Json describe(const RunOptions& options, const EditorOptions& editorOptions, const Subject& subject, Json& offers) {
+Json describe(const RunOptions& options, const Subject& subject, Json& offers) {
     const FileFacts facts = factsOf(subject.path);
     Json json = {{"path", hostkit::toUtf8(subject.path)},
                  {"name", hostkit::toUtf8(subject.path.filename())},
@@ -95,7 +91,7 @@ Json describe(const RunOptions& options, const EditorOptions& editorOptions, con
     writeJson(out, Json::object());
     const hostkit::ChildResult child =
         hostkit::runProgram(hostkit::PluginLibrary::programPath(),
-                            childArguments(options, editorOptions, out, subject.path), subject.limit);
+                            childArguments(options, out, subject.path), subject.limit);
     Json written = readJson(out);
     json["problem"] = problemOf(child, written, subject.limit);
     json["errorOutput"] = child.errors;
@@ -110,17 +106,17 @@ Json describe(const RunOptions& options, const EditorOptions& editorOptions, con
 
 }  // namespace
 
-FileDescriptions describeFiles(const RunOptions& options, const EditorOptions& editorOptions) {
+FileDescriptions describeFiles(const RunOptions& options) {
     FileDescriptions descriptions{nullptr, Json::array()};
     for (const Subject& subject : subjectsOf(options)) {
-        descriptions.files.push_back(describe(options, editorOptions, subject, descriptions.offers));
+        descriptions.files.push_back(describe(options, subject, descriptions.offers));
     }
     return descriptions;
 }
 
 void describeTo(const std::filesystem::path& out, const std::filesystem::path& file,
-                const EditorOptions& editorOptions) {
-    Editor editor(editorOptions);
+                const std::filesystem::path& plugin) {
+    Editor editor({plugin, "", false});
     Json document = {{"offers", asJson(editor)}};
     writeJson(out, document);
     describeClip(editor, file, [&](const Json& description) {

@@ -2,10 +2,9 @@
 // report.
 #pragma once
 
-#include "importhost/Editor.h"
 #include "importhost/validate/CheckRun.h"
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 
 namespace importhost::validate {
 
@@ -16,10 +15,10 @@ struct FileDescriptions {
 
 // The user's files, or a few telling ones of the samples in the work folder, where the children write too. What went
 // wrong with a file is told by "problem" in its object.
-FileDescriptions describeFiles(const RunOptions& options, const EditorOptions& editorOptions);
+FileDescriptions describeFiles(const RunOptions& options);
 
 // The child's side: describes the file and writes that to `out` as it goes. Throws CannotLoad.
 void describeTo(const std::filesystem::path& out, const std::filesystem::path& file,
-                const EditorOptions& editorOptions);
+                const std::filesystem::path& plugin);
 
 }  // namespace importhost::validate

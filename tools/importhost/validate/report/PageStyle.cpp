@@ -21,8 +21,7 @@ header.bad { background: var(--bad-soft); border-color: var(--bad); }
 .kicker { margin: 0; color: var(--faint); font-size: .85rem; letter-spacing: .04em; }
 h1 { margin: .1rem 0 .6rem; font-size: 1.8rem; line-height: 1.2; text-wrap: balance; }
 h2 { margin: 2.2rem 0 .7rem; font-size: 1.25rem; }
-h3 { margin: 0 0 .8rem; font-size: 1.05rem; overflow-wrap: anywhere; }
-h3 small { margin-left: .7rem; color: var(--faint); font-weight: 400; font-size: .9rem; }
+summary b { overflow-wrap: anywhere; }
 h5 { margin: .9rem 0 .2rem; font-size: .85rem; color: var(--faint); font-weight: 600; }
 .chips { margin: 0 0 .6rem; display: flex; flex-wrap: wrap; gap: .4rem; }
 .chip, .badge { border-radius: 99px; font-weight: 600; white-space: nowrap; }
@@ -45,7 +44,11 @@ header .plain li { display: flex; flex-wrap: wrap; align-items: baseline; gap: .
 pre { margin: .5rem 0; padding: .6rem .8rem; border: 1px solid var(--line); border-radius: 6px; background: var(--code);
   white-space: pre-wrap; overflow-wrap: anywhere; line-height: 1.45; }
 dd pre { margin: 0; }
-.card { margin: 0 0 1rem; padding: 1.1rem 1.25rem; border: 1px solid var(--line); border-radius: 10px;
+.card > :last-child:not(summary) { margin-bottom: .8rem; }
+.more { margin-top: .6rem; }
+.more > summary { color: var(--faint); font-size: .9rem; }
+.problem p { margin: 0 0 .2rem; }
+.card { margin: 0 0 .8rem; padding: .5rem 1.25rem; border: 1px solid var(--line); border-radius: 10px;
   background: var(--card); break-inside: avoid; }
 .sheet { overflow-x: auto; margin: 0 0 1rem; border-radius: 6px; background: #181a1e; }
 .sheet img { display: block; width: 100%; min-width: 36rem; height: auto; }
@@ -74,7 +77,8 @@ details[open] > summary::before { content: "\25BE"; }
 .reason { color: var(--faint); font-size: .9rem; overflow-wrap: anywhere; }
 .time { margin-left: auto; color: var(--faint); font-size: .85rem; font-variant-numeric: tabular-nums; }
 .failures, .warnings, .notes { padding-left: 1.1rem; margin-top: .3rem; margin-bottom: .5rem; font-size: .93rem;
-  overflow-wrap: anywhere; white-space: pre-line; }
+  overflow-wrap: anywhere; }
+.failures li, .warnings li, .notes li { white-space: pre-line; }
 .failures li::marker, .failures { color: var(--bad); }
 .warnings li::marker, .warnings { color: var(--warn); }
 @media (max-width: 40rem) {
@@ -83,7 +87,7 @@ details[open] > summary::before { content: "\25BE"; }
   h1 { font-size: 1.4rem; }
   .facts { grid-template-columns: 1fr; gap: 0; }
   .facts dt:not(:empty) { margin-top: .4rem; font-size: .85rem; }
-  .card { padding: .8rem; }
+  .card { padding: .3rem .8rem; }
   .group { padding: .25rem .6rem; }
   .check { padding-left: 0; }
   .check > :not(summary) { margin-left: .3rem; } }

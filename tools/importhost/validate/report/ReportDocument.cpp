@@ -65,6 +65,19 @@ Json checkJson(const CheckResult& result, std::string_view group) {
             {"repeat", result.repeat}};
 }
 
+void dropPictures(Json& json) {
+    if (json.is_object()) {
+        for (const char* key : {"png", "low", "high"}) {
+            json.erase(key);
+        }
+    }
+    for (Json& part : json) {
+        if (part.is_structured()) {
+            dropPictures(part);
+        }
+    }
+}
+
 }  // namespace
 
 Json reportDocument(const RunFacts& facts, const RunResult& result, const FileDescriptions& descriptions) {
@@ -84,11 +97,7 @@ Json reportDocument(const RunFacts& facts, const RunResult& result, const FileDe
 
 std::string documentText(const Json& document) {
     Json light = document;
-    for (Json& file : light["files"]) {
-        if (file["sheet"].is_object()) {
-            file["sheet"].erase("png");
-        }
-    }
+    dropPictures(light);
     return light.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

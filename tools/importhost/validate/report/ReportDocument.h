@@ -26,7 +26,7 @@ struct RunFacts {
 nlohmann::ordered_json reportDocument(const RunFacts& facts, const RunResult& result,
                                       const FileDescriptions& descriptions);
 
-// The document's text, without the pictures of frames, which would be most of it. Text that is no UTF-8 has U+FFFD for
+// The document's text, without what only a picture is made of: of a report it would be nearly all. Text that is no UTF-8 has U+FFFD for
 // what is wrong in it.
 std::string documentText(const nlohmann::ordered_json& document);
 

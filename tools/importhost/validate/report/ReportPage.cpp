@@ -78,15 +78,16 @@ std::string runMarkup(const Json& document) {
 
 // --- Files ------------------------------------------------------------------------------------------------------
 
+// The user wants to see all files; of our own samples one is enough.
 std::string filesMarkup(const Json& document) {
+    const bool own = isSet(member(document, "run"), "ownSamples");
     std::string cards;
     for (const Json& file : member(document, "files")) {
-        cards += fileCard(file);
+        cards += fileCard(file, !own || cards.empty());
     }
     if (cards.empty()) {
         return {};
     }
-    const bool own = isSet(member(document, "run"), "ownSamples");
     const std::string intro =
         own ? textElement("p", "description", "A few of the samples that were written for this run.") : "";
     return element("section", "", textElement("h2", "", "What the plug-in shows") + intro + cards);
