@@ -38,7 +38,7 @@ std::string picturesText(const Json& video) {
 std::string depthText(const Json& video) {
     const Json& aspect = member(video, "pixelAspect");
     std::string text = number(video, "depth") + " bits, " + textOf(video, "alpha") + ", " + textOf(video, "fields");
-    if (aspect.is_array() && aspect.size() == 2) {
+    if (aspect.is_array() && aspect.size() == 2 && aspect[0].is_number_integer() && aspect[1].is_number_integer()) {
         text.append(", pixel aspect ").append(aspect[0].dump()).append(":").append(aspect[1].dump());
     }
     return text;
@@ -81,8 +81,8 @@ void addStreams(FactList& facts, const Json& streams) {
         if (member(stream, "sound").is_object()) {
             addSound(facts, member(stream, "sound"), "Sound" + name);
         }
-        if (!isGood(member(stream, "result")) && index + 1 == streams.size()) {
-            facts.add("Last answer" + name, resultText(member(stream, "result")));
+        if (!stream.contains("video")) {
+            facts.add("Describing" + name, resultText(member(stream, "result")));
         }
         ++index;
     }
