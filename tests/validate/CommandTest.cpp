@@ -92,10 +92,20 @@ TEST(ValidateCommand, ACheckThatTakesTooLongIsEndedAndTheRunGoesOn) {
 
 TEST(ValidateCommand, ACheckWithNothingToLookAtIsSkippedWithTheReason) {
     const TempFolder folder;
+    const ProgramRun run = validate({"--only", "pixel-formats-end", writtenFile(folder, "text.avi", "no film")});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(contains(run.output, "\nskip     pixel-formats-end ")) << run.output;
+    EXPECT_TRUE(contains(run.output, " s  no file with pictures that the plug-in opens\n")) << run.output;
+    EXPECT_TRUE(contains(run.output, "\n1 check: 0 passed, 1 skipped.\n")) << run.output;
+}
+
+TEST(ValidateCommand, AWarningIsNoFailure) {
+    const TempFolder folder;
     const ProgramRun run = validate({"--only", "good-files-open", writtenFile(folder, "text.avi", "no film")});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_TRUE(contains(run.output, "\nskip     good-files-open ")) << run.output;
-    EXPECT_TRUE(contains(run.output, " s  no file that the plug-in opens\n")) << run.output;
+    EXPECT_TRUE(contains(run.output, "\nwarn     good-files-open ")) << run.output;
+    EXPECT_TRUE(contains(run.output, "\n         text.avi: ")) << run.output;
+    EXPECT_TRUE(contains(run.output, " with a warning")) << run.output;
 }
 
 TEST(ValidateCommand, InOneProcessTheVerdictsAreTheSame) {
