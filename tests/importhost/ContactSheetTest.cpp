@@ -97,6 +97,11 @@ TEST(ContactSheet, EveryTileIsOnTheSheet) {
     }
 }
 
+TEST(ContactSheet, WithoutATitleHasNoRoomForOne) {
+    const SheetTile tile{plain(16, 9, 1, 2, 3), "0", "0:00:00.000", ""};
+    EXPECT_EQ(drawSheet("", "", {tile}, {1, 160, 90}).height, 2 * 24 + 90 + 26);
+}
+
 TEST(ContactSheet, AFrameThatFailedShowsItsResult) {
     const SheetTile failed{std::nullopt, "0", "0:00:00.000", "imFrameNotFound"};
     const SheetTile silent{std::nullopt, "0", "0:00:00.000", ""};

@@ -102,11 +102,13 @@ std::string timeText(double seconds) {
     return text;
 }
 
-std::string rateText(const imFileInfoRec8& info) {
-    const double rate = info.vidSampleSize > 0 ? static_cast<double>(info.vidScale) / info.vidSampleSize : 0.0;
+std::string rateText(const imFileInfoRec8& info) { return rateText(info.vidScale, info.vidSampleSize); }
+
+std::string rateText(std::int64_t scale, std::int64_t sampleSize) {
+    const double rate = sampleSize > 0 ? static_cast<double>(scale) / static_cast<double>(sampleSize) : 0.0;
     char text[64] = {};
-    std::snprintf(text, sizeof(text), "%.3f fps (%d/%d)", rate, static_cast<int>(info.vidScale),
-                  static_cast<int>(info.vidSampleSize));
+    std::snprintf(text, sizeof(text), "%.3f fps (%lld/%lld)", rate, static_cast<long long>(scale),
+                  static_cast<long long>(sampleSize));
     return text;
 }
 

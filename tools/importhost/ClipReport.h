@@ -60,8 +60,12 @@ nlohmann::ordered_json asJson(const ClipReport& report, const Editor& editor);
 // The name that the plug-in gave to a subtype; empty when it gave none.
 std::string subTypeName(const Editor& editor, csSDK_int32 subType);
 
+// A channel's speaker, or its number from 1 when the layout names none.
+std::string channelName(const StreamReport& stream, std::size_t channel);
+
 // "0:01:02.345" and "29.970 fps (30000/1001)".
 std::string timeText(double seconds);
 std::string rateText(const imFileInfoRec8& info);
+std::string rateText(std::int64_t scale, std::int64_t sampleSize);
 
 }  // namespace importhost

@@ -4,6 +4,7 @@
 #include "importhost/Editor.h"
 
 #include <memory>
+#include <string_view>
 
 namespace CLI {
 class App;
@@ -57,6 +58,8 @@ std::unique_ptr<Command> makeSheetCommand();
 std::unique_ptr<Command> makeAudioCommand();
 std::unique_ptr<Command> makeValidateCommand();
 std::unique_ptr<Command> makeReplayCommand();
+
+std::string_view programVersion();      // "1.0.0"
 
 // The whole program, apart from the system's part of main. Writes to standard output and standard error.
 int runCommandLine(const std::vector<std::string>& arguments);

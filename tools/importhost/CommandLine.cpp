@@ -98,11 +98,13 @@ ExitCode runCommand(Command& command, const EditorOptions& options) {
 
 }  // namespace
 
+std::string_view programVersion() { return IMPORTHOST_VERSION; }
+
 int runCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app(kPurpose, "importhost");
     app.allow_windows_style_options(false);   // a path may begin with a slash
     app.require_subcommand(1);
-    app.set_version_flag("--version", "importhost " IMPORTHOST_VERSION);
+    app.set_version_flag("--version", std::string("importhost ").append(programVersion()));
     CommonArguments common;
     declareCommon(app, common);
 

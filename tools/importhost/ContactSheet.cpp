@@ -74,12 +74,13 @@ Picture drawSheet(const std::string& title, const std::string& subtitle, const s
     const int stepX = layout.tileWidth + kGap;
     const int stepY = layout.tileHeight + kCaptionHeight + kGap;
     const int width = 2 * kMargin + columns * stepX - kGap;
-    Canvas canvas(width, 2 * kMargin + kHeaderHeight + rows * stepY - kGap, kBackground);
+    const int headerHeight = title.empty() && subtitle.empty() ? 0 : kHeaderHeight;
+    Canvas canvas(width, 2 * kMargin + headerHeight + rows * stepY - kGap, kBackground);
     canvas.text(kMargin, kMargin, fitted(title, width - 2 * kMargin, kTitleSize), kTitleSize, kTitle);
     canvas.text(kMargin, kMargin + kTitleLine, fitted(subtitle, width - 2 * kMargin, kTextSize), kTextSize, kFaint);
     for (int i = 0; i < count; ++i) {
         drawTile(canvas, tiles[static_cast<std::size_t>(i)], kMargin + i % columns * stepX,
-                 kMargin + kHeaderHeight + i / columns * stepY, layout);
+                 kMargin + headerHeight + i / columns * stepY, layout);
     }
     return canvas.result();
 }

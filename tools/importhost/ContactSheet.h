@@ -25,6 +25,7 @@ struct SheetLayout {
 // A tile's height for a clip's frame size, at the tile's width.
 int tileHeightFor(int tileWidth, int frameWidth, int frameHeight);
 
+// Without a title and a subtitle there is no room left for them.
 Picture drawSheet(const std::string& title, const std::string& subtitle, const std::vector<SheetTile>& tiles,
                   const SheetLayout& layout);
 

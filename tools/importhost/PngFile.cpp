@@ -14,9 +14,8 @@ namespace {
 [[noreturn]] void failed(png_structp, png_const_charp message) { throw std::runtime_error(message); }
 void warned(png_structp, png_const_charp) {}
 
-void writeBytes(png_structp png, png_bytep bytes, std::size_t count) {
-    static_cast<std::ofstream*>(png_get_io_ptr(png))
-        ->write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(count));
+void appendBytes(png_structp png, png_bytep bytes, std::size_t count) {
+    static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(bytes), count);
 }
 void flushBytes(png_structp) {}
 
@@ -54,9 +53,12 @@ void packRow(const Picture& picture, std::size_t first, std::size_t count, std::
     }
 }
 
-void write(const Picture& picture, std::ofstream& out) {
+}  // namespace
+
+std::string pngBytes(const Picture& picture) {
+    std::string bytes;
     const PngRecords records;
-    png_set_write_fn(records.png(), &out, writeBytes, flushBytes);
+    png_set_write_fn(records.png(), &bytes, appendBytes, flushBytes);
     png_set_IHDR(records.png(), records.info(), static_cast<png_uint_32>(picture.width),
                  static_cast<png_uint_32>(picture.height), picture.bits,
                  picture.hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
@@ -69,17 +71,16 @@ void write(const Picture& picture, std::ofstream& out) {
         png_write_row(records.png(), row.data());
     }
     png_write_end(records.png(), nullptr);
+    return bytes;
 }
-
-}  // namespace
 
 void writePng(const Picture& picture, const std::filesystem::path& path) {
     std::ofstream out(path, std::ios::binary);
     if (out) {
-        write(picture, out);
-        out.close();
+        const std::string bytes = pngBytes(picture);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
-    if (!out) {
+    if (!out.flush()) {
         throw std::runtime_error("'" + hostkit::toUtf8(path) + "' cannot be written.");
     }
 }

@@ -1,11 +1,15 @@
-// Writing pictures as PNG files.
+// Pictures as PNG files.
 #pragma once
 
 #include "importhost/Picture.h"
 
 #include <filesystem>
+#include <string>
 
 namespace importhost {
+
+// The file's bytes. Throws std::runtime_error for a picture that PNG cannot hold.
+std::string pngBytes(const Picture& picture);
 
 // Replaces the file. Throws std::runtime_error when it cannot be written.
 void writePng(const Picture& picture, const std::filesystem::path& path);

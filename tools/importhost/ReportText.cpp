@@ -54,12 +54,6 @@ void addVideo(Lines& lines, const imFileInfoRec8& info, const Editor& editor) {
                                 subTypeName(editor, video.subType));
 }
 
-std::string channelName(const StreamReport& stream, std::size_t channel) {
-    const bool isLabelled = channel < stream.labels.size() && stream.labels[channel] != kPrAudioChannelLabel_Discrete;
-    return isLabelled ? std::string(hostkit::channelLabelName(stream.labels[channel]))
-                      : "channel " + std::to_string(channel + 1);
-}
-
 // A row of bars for each channel, between edges that stand under each other.
 void addLevels(Lines& lines, const StreamReport& stream) {
     std::size_t width = 0;
@@ -133,6 +127,12 @@ void addStream(Lines& lines, std::size_t index, const StreamReport& stream, cons
 }
 
 }  // namespace
+
+std::string channelName(const StreamReport& stream, std::size_t channel) {
+    const bool isLabelled = channel < stream.labels.size() && stream.labels[channel] != kPrAudioChannelLabel_Discrete;
+    return isLabelled ? std::string(hostkit::channelLabelName(stream.labels[channel]))
+                      : "channel " + std::to_string(channel + 1);
+}
 
 std::string asText(const Editor& editor) {
     Lines lines;

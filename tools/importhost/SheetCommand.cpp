@@ -1,12 +1,11 @@
 // importhost sheet: a contact sheet of a clip.
 #include "importhost/ClipReport.h"
+#include "importhost/ClipSheet.h"
 #include "importhost/Command.h"
-#include "importhost/ContactSheet.h"
 #include "importhost/PngFile.h"
 #include "importhost/Progress.h"
 #include "importhost/VideoClip.h"
 
-#include "hostkit/Names.h"
 #include "hostkit/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -41,7 +40,8 @@ public:
         VideoClip clip(editor, path);
         const imImageInfoRec& video = clip.info().vidInfo;
         m_layout.tileHeight = tileHeightFor(m_layout.tileWidth, video.imageWidth, video.imageHeight);
-        const std::vector<SheetTile> tiles = makeTiles(clip);
+        Progress progress("frames", sheetTileCount(clip, m_count));
+        const std::vector<SheetTile> tiles = sheetTiles(clip, m_count, [&progress] { progress.step(); });
         writePng(drawSheet(hostkit::toUtf8(path.filename()), subtitleOf(clip, editor), tiles, m_layout),
                  hostkit::pathFromUtf8(m_out));
         const bool allThere = std::all_of(tiles.begin(), tiles.end(),
@@ -57,38 +57,6 @@ private:
         text.append(" x ").append(std::to_string(info.vidInfo.imageHeight)).append("   ").append(rateText(info));
         text.append("   ").append(std::to_string(clip.frameCount())).append(" frames   ");
         return text.append(timeText(secondsOf(info))).append("   ").append(subType);
-    }
-
-    static PrPixelFormat pictureFormatOf(const VideoClip& clip) {
-        const auto& formats = clip.formats();
-        const auto found = std::find_if(formats.begin(), formats.end(), isPictureFormat);
-        if (found == formats.end()) {
-            throw ClipFailure("No picture can be made of any pixel format that is offered for this clip.");
-        }
-        return *found;
-    }
-
-    std::vector<SheetTile> makeTiles(VideoClip& clip) const {
-        const PrPixelFormat format = pictureFormatOf(clip);
-        const std::int64_t frames = std::max<std::int64_t>(clip.frameCount(), 1);
-        const std::int64_t count = std::min<std::int64_t>(m_count, frames);
-        Progress progress("frames", count);
-        std::vector<SheetTile> tiles;
-        for (std::int64_t i = 0; i < count; ++i) {
-            tiles.push_back(makeTile(clip, i * frames / count, format));
-            progress.step();
-        }
-        return tiles;
-    }
-
-    static SheetTile makeTile(VideoClip& clip, std::int64_t index, PrPixelFormat format) {
-        const hostkit::FrameAnswer answer = clip.frame(index, format);
-        SheetTile tile{std::nullopt, std::to_string(index), timeText(clip.secondsOf(index)),
-                       std::string(hostkit::resultName(answer.result))};
-        if (const auto view = answer.frame.view()) {
-            tile.picture = pictureOf(*view);
-        }
-        return tile;
     }
 
     std::string m_file;

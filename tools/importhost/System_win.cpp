@@ -12,4 +12,10 @@ void useUtf8Output() { SetConsoleOutputCP(CP_UTF8); }
 
 bool errorsGoToATerminal() { return _isatty(_fileno(stderr)) != 0; }
 
+// No path holds a quotation mark here, and nothing else of ours does.
+std::string shellWord(const std::string& word) {
+    const bool isPlain = !word.empty() && word.find_first_of(" \t*?&|<>()[]{};!`#~^%$@,='") == std::string::npos;
+    return isPlain ? word : "\"" + word + "\"";
+}
+
 }  // namespace importhost

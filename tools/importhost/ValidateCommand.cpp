@@ -4,12 +4,17 @@
 #include "importhost/validate/ResultText.h"
 #include "importhost/validate/Runner.h"
 #include "importhost/validate/WorkFolder.h"
+#include "importhost/validate/report/FileDescriptions.h"
+#include "importhost/validate/report/ReportDocument.h"
+#include "importhost/validate/report/ReportPage.h"
 
 #include "hostkit/Text.h"
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <fstream>
 #include <iostream>
 #include <random>
 #include <thread>
@@ -21,6 +26,25 @@ namespace {
 using namespace validate;
 
 constexpr unsigned kMostJobs = 4;
+
+// Found before a long run, not after it. What is there already stays for now.
+void expectWritable(const std::string& path) {
+    if (!path.empty() && !std::ofstream(hostkit::pathFromUtf8(path), std::ios::binary | std::ios::app)) {
+        throw UsageError("'" + path + "' cannot be written.");
+    }
+}
+
+void writeText(const std::string& path, const std::string& text) {
+    if (path.empty()) {
+        return;
+    }
+    std::ofstream out(hostkit::pathFromUtf8(path), std::ios::binary);
+    out << text;
+    if (!out.flush()) {
+        throw std::runtime_error("'" + path + "' cannot be written.");
+    }
+    std::cout << "Written: " << path << "\n";
+}
 
 class ValidateCommand : public Command {
 public:
@@ -40,10 +64,14 @@ public:
                                                     "out")
             ->type_name("S")
             ->check(CLI::Range(1, 86400).description(""));
+        app.add_option("--report", m_report, "Write a report with pictures and evidence to this HTML file")
+            ->type_name("HTML");
+        app.add_option("--json", m_json, "Write the report for programs to this JSON file")->type_name("JSON");
         app.add_flag("--in-process", m_inProcess, "No process of its own for each check: for a debugger");
         app.add_flag("--list", m_list, "List all checks and end");
         app.add_option("--explain", m_explain, "Tell what one check is about and end")->type_name("ID");
-        app.add_option("--child-of", m_childOf, "")->group("");      // from the program to itself
+        app.add_option("--child-of", m_childOf, "")->group("");      // from the program to itself, both
+        app.add_option("--describe-to", m_describeTo, "")->group("");
     }
 
     ExitCode run(const EditorOptions& editorOptions) override {
@@ -53,6 +81,14 @@ public:
         }
         if (!m_explain.empty()) {
             return explain();
+        }
+        if (!editorOptions.profile.empty() || editorOptions.log) {
+            throw UsageError("Each check plays the host that it needs: --profile and --log do not go with validate.");
+        }
+        if (!m_describeTo.empty()) {
+            describeTo(hostkit::pathFromUtf8(m_describeTo), hostkit::pathFromUtf8(m_files.at(0)),
+                       pluginPathOf(editorOptions));
+            return kGood;
         }
         RunOptions options = runOptions(editorOptions);
         return m_childOf.empty() ? runAll(options) : runAsChild(options);
@@ -102,6 +138,9 @@ private:
                              m_pattern + "'.");
         }
         expectFiles(options);
+        expectWritable(m_report);
+        expectWritable(m_json);
+        const auto started = RunClock::now();
         const WorkFolder workFolder;
         options.workFolder = workFolder.path();
         std::filesystem::create_directories(samplesFolder(options.workFolder));
@@ -114,7 +153,19 @@ private:
             std::cout << asText(one) << std::flush;
         });
         std::cout << summaryText(result);
+        if (!m_report.empty() || !m_json.empty()) {
+            const std::chrono::duration<double> seconds = RunClock::now() - started;
+            report({options, m_pattern, hostkit::hostProfiles().front().name, runCommand(options, m_pattern), started,
+                    seconds.count()},
+                   result);
+        }
         return result.isGood() ? kGood : kFailed;
+    }
+
+    void report(const RunFacts& facts, const RunResult& result) const {
+        const nlohmann::ordered_json document = reportDocument(facts, result, describeFiles(facts.options));
+        writeText(m_report, m_report.empty() ? "" : reportPage(document));
+        writeText(m_json, m_json.empty() ? "" : documentText(document));
     }
 
     static void expectFiles(const RunOptions& options) {
@@ -139,7 +190,10 @@ private:
     bool m_inProcess = false;
     bool m_list = false;
     std::string m_explain;
+    std::string m_report;
+    std::string m_json;
     std::string m_childOf;
+    std::string m_describeTo;
 };
 
 }  // namespace

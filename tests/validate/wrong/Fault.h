@@ -48,5 +48,6 @@ std::span<const Fault> diskFaults();
 std::span<const Fault> exceptionFaults();
 std::span<const Fault> stateFaults();
 std::span<const Fault> measureFaults();
+std::span<const Fault> frameworkFaults();
 
 }  // namespace wrong

@@ -12,7 +12,7 @@ const Fault* chosenFault() {
     const std::span<const Fault> groups[] = {
         libraryFaults(), protocolFaults(), frameFaults(), audioFaults(),
         asyncFaults(), refusingHostFaults(), codecFaults(), diskFaults(),
-        exceptionFaults(), stateFaults(), measureFaults()};
+        exceptionFaults(), stateFaults(), measureFaults(), frameworkFaults()};
     const char* name = std::getenv("WRONG_PLUGIN");
     for (const std::span<const Fault> group : groups) {
         for (const Fault& fault : group) {

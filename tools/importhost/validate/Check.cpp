@@ -15,6 +15,17 @@ const Check* findCheck(std::string_view id) {
     return nullptr;
 }
 
+std::string_view groupOf(const Check& check) {
+    for (const CheckGroup& group : checkGroups()) {
+        for (const Check& one : group.checks) {
+            if (&one == &check) {
+                return group.name;
+            }
+        }
+    }
+    return {};
+}
+
 std::vector<const Check*> selectChecks(int level, std::string_view pattern) {
     std::vector<const Check*> selected;
     for (const CheckGroup& group : checkGroups()) {

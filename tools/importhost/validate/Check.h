@@ -41,6 +41,9 @@ const std::vector<CheckGroup>& checkGroups();
 // Null when there is none of that id.
 const Check* findCheck(std::string_view id);
 
+// The name of the group that the check is in; empty for one of no group.
+std::string_view groupOf(const Check& check);
+
 // Those up to `level` whose id fits `pattern`, where * stands for any text; an empty pattern fits all.
 std::vector<const Check*> selectChecks(int level, std::string_view pattern);
 

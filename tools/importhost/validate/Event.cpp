@@ -31,13 +31,23 @@ void EventFile::take(const Event& event) {
     m_out << text << std::flush;
 }
 
+namespace {
+
+// A process that a plug-in crashed may have written anything.
+bool isEvent(const nlohmann::json& json) {
+    return json.is_object() && json.contains("kind") && json["kind"].is_number_integer() && json.contains("text") &&
+           json["text"].is_string();
+}
+
+}  // namespace
+
 std::vector<Event> readEvents(const std::filesystem::path& path) {
     std::vector<Event> events;
     std::ifstream in(path, std::ios::binary);
     for (std::string line; std::getline(in, line);) {
         const nlohmann::json json = nlohmann::json::parse(line, nullptr, false);
-        if (json.is_object()) {
-            events.push_back({static_cast<EventKind>(json.value("kind", 0)), json.value("text", "")});
+        if (isEvent(json)) {
+            events.push_back({json["kind"].get<EventKind>(), json["text"].get<std::string>()});
         }
     }
     return events;

@@ -33,7 +33,7 @@ struct CheckResult {
 struct ProcessEnd {
     int exitCode = 0;
     std::optional<std::chrono::seconds> limit = std::nullopt;       // it was ended for running so long
-    std::string errorOutput;
+    std::string errorOutput = {};
     double seconds = 0.0;
 };
 

@@ -3,6 +3,7 @@
 #include "hostkit/ChildProcess.h"
 #include "hostkit/PluginLibrary.h"
 #include "hostkit/Text.h"
+#include "importhost/System.h"
 #include "importhost/validate/Places.h"
 
 #include <algorithm>
@@ -103,10 +104,27 @@ std::vector<std::size_t> indexesOf(const std::vector<const Check*>& checks, Comp
     return indexes;
 }
 
-// A word as a shell takes it unchanged.
-std::string quotedWord(const std::string& word) {
-    const bool isPlain = !word.empty() && word.find_first_of(" \t\"'*?$&|<>()[]{};!`#~\\") == std::string::npos;
-    return isPlain ? word : "\"" + word + "\"";
+std::vector<std::string> argumentsOf(const RunOptions& options, std::string_view pattern, int level) {
+    std::vector<std::string> words = {"--plugin", hostkit::toUtf8(options.plugin), "validate"};
+    if (!pattern.empty()) {
+        words.insert(words.end(), {"--only", std::string(pattern)});
+    }
+    words.insert(words.end(), {"--level", std::to_string(level), "--seed", std::to_string(options.seed)});
+    if (options.timeLimit) {
+        words.insert(words.end(), {"--time-limit", std::to_string(options.timeLimit->count())});
+    }
+    for (const std::filesystem::path& file : options.files) {
+        words.push_back(hostkit::toUtf8(file));
+    }
+    return words;
+}
+
+std::string commandOf(const std::vector<std::string>& arguments) {
+    std::string line = shellWord(hostkit::toUtf8(hostkit::PluginLibrary::programPath()));
+    for (const std::string& word : arguments) {
+        line += " " + shellWord(word);
+    }
+    return line;
 }
 
 }  // namespace
@@ -139,27 +157,15 @@ RunResult runChecks(const RunOptions& options, const std::vector<const Check*>& 
 }
 
 std::vector<std::string> repeatArguments(const RunOptions& options, const Check& check) {
-    std::vector<std::string> words = {"--plugin",
-                                      hostkit::toUtf8(options.plugin),
-                                      "validate",
-                                      "--only",
-                                      std::string(check.id),
-                                      "--level",
-                                      std::to_string(std::max(options.level, check.level)),
-                                      "--seed",
-                                      std::to_string(options.seed)};
-    for (const std::filesystem::path& file : options.files) {
-        words.push_back(hostkit::toUtf8(file));
-    }
-    return words;
+    return argumentsOf(options, check.id, std::max(options.level, check.level));
 }
 
 std::string repeatCommand(const RunOptions& options, const Check& check) {
-    std::string line = "importhost";
-    for (const std::string& word : repeatArguments(options, check)) {
-        line += " " + quotedWord(word);
-    }
-    return line;
+    return commandOf(repeatArguments(options, check));
+}
+
+std::string runCommand(const RunOptions& options, const std::string& pattern) {
+    return commandOf(argumentsOf(options, pattern, options.level));
 }
 
 }  // namespace importhost::validate

@@ -21,4 +21,7 @@ RunResult runChecks(const RunOptions& options, const std::vector<const Check*>& 
 std::vector<std::string> repeatArguments(const RunOptions& options, const Check& check);
 std::string repeatCommand(const RunOptions& options, const Check& check);
 
+// The same for a whole run; an empty pattern fits all checks.
+std::string runCommand(const RunOptions& options, const std::string& pattern);
+
 }  // namespace importhost::validate
