@@ -4,7 +4,6 @@
 #include "hostkit/Text.h"
 
 #include <algorithm>
-#include <fstream>
 #include <iomanip>
 #include <limits>
 #include <sstream>
@@ -113,21 +112,6 @@ aviwriter::SampleOptions ownSample(std::uint32_t rate, std::uint32_t scale, std:
     options.scale = scale;
     options.dropped = std::move(dropped);
     return options;
-}
-
-Clip writeOwn(const CheckRun& run, const std::string& name, const aviwriter::SampleOptions& options,
-              const std::function<void(aviwriter::Bytes&)>& change) {
-    aviwriter::Bytes bytes = aviwriter::sampleBytes(options);
-    if (change) {
-        change(bytes);
-    }
-    const std::filesystem::path path = run.folder() / name;
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!out.flush()) {
-        throw std::runtime_error("The sample '" + hostkit::toUtf8(path) + "' cannot be written.");
-    }
-    return {path, name, ClipKind::Good, options};
 }
 
 std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {

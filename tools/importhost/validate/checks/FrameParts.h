@@ -2,9 +2,9 @@
 #pragma once
 
 #include "importhost/validate/OpenClip.h"
+#include "importhost/validate/checks/OwnSample.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <ostream>
@@ -69,14 +69,12 @@ std::vector<std::int64_t> spread(std::int64_t count, int most);
 // "frame 3 in yuy2"
 std::string frameText(std::int64_t index, PrPixelFormat format);
 
-// A small own clip with five frames, written into the check's folder.
+// A small own clip with five frames.
 inline constexpr std::uint32_t kOwnFrames = 5;
 aviwriter::SampleOptions ownSample(std::uint32_t rate = 25, std::uint32_t scale = 1,
                                    std::set<std::uint32_t> dropped = {});
-Clip writeOwn(const CheckRun& run, const std::string& name, const aviwriter::SampleOptions& options,
-              const std::function<void(aviwriter::Bytes&)>& change = nullptr);
 
-// Such a clip, opened. Fails the check and gives null when it is not imported; skips the check when the user's own
+// An own clip with pictures, opened. Fails the check and gives null when it is not imported; skips the check when the user's own
 // files are looked at: their codec library need not know this program's streams.
 std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Clip& clip);
 
