@@ -13,8 +13,6 @@ namespace hostkit {
 
 namespace {
 
-constexpr std::uint8_t kUndelivered = 0xCD;
-
 std::string describe(const FrameView& view) {
     return codeText(view.format) + ", " + std::to_string(view.width()) + " x " + std::to_string(view.height());
 }
@@ -28,8 +26,8 @@ struct FrameStore::Frame {
     FrameView view;
     csSDK_int64 serialNumber;
 
-    Frame(const FrameView& shape, std::size_t size, csSDK_int64 serial)
-        : pixels(size, kUndelivered), view(shape), serialNumber(serial) {
+    Frame(const FrameView& shape, std::size_t size, std::uint8_t fill, csSDK_int64 serial)
+        : pixels(size, fill), view(shape), serialNumber(serial) {
         view.pixels = pixels.data();
         view.size = size;
     }
@@ -51,7 +49,7 @@ prSuiteError FrameStore::create(PPixHand& out, PrPPixBufferAccess access, PrPixe
     shape.rowBytes = rowBytes(*row, shape.width(), m_policy).value_or(0);
 
     const std::lock_guard lock(m_mutex);
-    auto frame = std::make_unique<Frame>(shape, static_cast<std::size_t>(*size), ++m_created);
+    auto frame = std::make_unique<Frame>(shape, static_cast<std::size_t>(*size), m_fill, ++m_created);
     out = &frame->slot;
     m_frames.emplace(out, std::move(frame));
     return kSuiteNoError;

@@ -7,6 +7,7 @@
 #include "hostkit/HostProfile.h"
 #include "hostkit/PixelFormatTable.h"
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
@@ -52,6 +53,9 @@ public:
     std::optional<FrameView> view(PPixHand frame) const;
     std::optional<csSDK_int64> serialNumber(PPixHand frame) const;      // never given twice
 
+    // What the pixels of new frames start as, in place of 0xCD. A byte that kept two different ones was not delivered.
+    void fillWith(std::uint8_t fill) { m_fill = fill; }
+
     int created() const;
     int disposed() const;
     int alive() const;
@@ -62,6 +66,7 @@ private:
 
     mutable std::mutex m_mutex;
     RowBytesPolicy m_policy;
+    std::atomic<std::uint8_t> m_fill = 0xCD;
     std::function<void(std::string)> m_report;
     std::map<PPixHand, std::unique_ptr<Frame>> m_frames;
     int m_created = 0;

@@ -1,0 +1,15 @@
+// Samples that a check writes for itself, beside those of the run. Inner header.
+#pragma once
+
+#include "importhost/validate/CheckRun.h"
+
+#include <functional>
+#include <string>
+
+namespace importhost::validate {
+
+// Writes a file into the check's folder, its bytes changed first. Throws std::runtime_error when it cannot be written.
+Clip writeOwn(const CheckRun& run, const std::string& name, const aviwriter::SampleOptions& options,
+              const std::function<void(aviwriter::Bytes&)>& change = nullptr);
+
+}  // namespace importhost::validate
