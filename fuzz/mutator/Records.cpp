@@ -164,7 +164,8 @@ void leadElsewhere(RiffTree& tree, Chunk& indx, const Layout& layout, std::size_
 
 bool editField(RiffTree& tree, Chunk& chunk, Random& random) {
     const Layout layout = layoutOf(chunk);
-    if (const std::size_t count = layout.entrySize != 0 ? entryCount(chunk, layout) : 0; count != 0 && !random.once(3)) {
+    const std::size_t count = layout.entrySize != 0 ? entryCount(chunk, layout) : 0;
+    if (count != 0 && !random.once(3)) {
         return editOneOf(tree, chunk, layout.entry, layout.entriesAt + random.below(count) * layout.entrySize, random);
     }
     return editOneOf(tree, chunk, layout.head, 0, random);

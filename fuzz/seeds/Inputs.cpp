@@ -26,6 +26,16 @@ Bytes script(std::uint8_t settings, std::initializer_list<std::uint8_t> steps) {
     return bytes;
 }
 
+// The first frame in every format that may be offered.
+Bytes everyFormat() {
+    constexpr std::uint8_t kFormats = 17;
+    Bytes bytes = script(0x03, {byteOf(Step::Info), 0});
+    for (std::uint8_t format = 0; format < kFormats; ++format) {
+        bytes.insert(bytes.end(), {byteOf(Step::Frame), 0, 0, format});
+    }
+    return bytes;
+}
+
 std::vector<Bytes> importScripts() {
     using enum Step;
     return {
@@ -39,14 +49,16 @@ std::vector<Bytes> importScripts() {
                       byteOf(ReplaceFile), 255, 0, byteOf(Open), byteOf(Info), 0, byteOf(NextFrame)}),
         script(0x05, {byteOf(Info), 0, byteOf(FailCodecCall), 9, 1, 0, 0, byteOf(NextFrame), byteOf(NextFrame),
                       byteOf(FailHostCall), 1, 0, 0, byteOf(NextFrame), byteOf(NextFrame)}),
+        everyFormat(),
     };
 }
 
 SeedList withScripts(const SeedList& files, const std::vector<Bytes>& scripts) {
     SeedList seeds;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        // Every file with two scripts, every script with many files.
-        for (const std::size_t which : {std::size_t{0}, 1 + i % (scripts.size() - 1)}) {
+        // Every file with three scripts, every script with many files.
+        const std::size_t others = scripts.size() - 2;
+        for (const std::size_t which : {std::size_t{0}, scripts.size() - 1, 1 + i % others}) {
             seeds.push_back({files[i].name + "-" + std::to_string(which), joinInput(files[i].bytes, scripts[which])});
         }
     }

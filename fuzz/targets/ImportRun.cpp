@@ -20,6 +20,9 @@ constexpr int kMostFrames = 24;
 constexpr csSDK_int64 kMostPixels = 1 << 15;
 constexpr csSDK_uint32 kMostSoundFrames = 2048;
 
+// What a frame may take: pixels, planes and compressed bytes, for a picture of at most kMostPixels.
+constexpr std::size_t kMemoryOfAFrame = std::size_t{16} << 20;
+
 constexpr csSDK_int32 kUnhandled = 99;
 
 // What an editor does with a clip that is dragged in and played a little.
@@ -172,7 +175,9 @@ void ImportRun::frameAt(PrTime time, const std::vector<imFrameFormat>& formats, 
     if (m_framesLeft-- <= 0) {
         return;
     }
+    HeapWatch::start();
     const hostkit::FrameAnswer answer = m_clip.frame(time, formats);
+    expect(m_async != nullptr || HeapWatch::peak() <= kMemoryOfAFrame, "a frame took too much memory");
     expectResult("frame", answer.result, {imNoErr, imOtherErr, imBadCompression, imFrameNotFound, imFileReadFailed},
                  !m_described.video || mayBeUnknown);
     if (answer.result == imNoErr) {

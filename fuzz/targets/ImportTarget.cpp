@@ -22,7 +22,8 @@ constexpr std::size_t kProfiles = 8;   // the first ones, which lack nothing tha
 
 const fuzz::Bytes& goodFile() {
     static const fuzz::Bytes bytes = aviwriter::sampleBytes(
-        {.width = 16, .height = 8, .frames = 2, .audio = {{.format = aviwriter::SampleFormat::float32, .channels = 1}}});
+        {.width = 16, .height = 8, .frames = 2,
+         .audio = {{.format = aviwriter::SampleFormat::float32, .channels = 1}}});
     return bytes;
 }
 
@@ -93,13 +94,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::uint8_t settings = script.next8();
     fuzz::FaultyDisk& disk = fuzz::FaultyDisk::instance();
 
+    logSettings.enabled = (settings & 0x18) == 0x18;
     hostkit::Host host(hostkit::hostProfiles().at(settings % kProfiles));
     hostkit::ImporterSession session(host, xImportEntry);
     standin_reset();
     fuzz::expect(session.init().result == imNoErr, "the plug-in does not start");
     expectedOfGoodFile(session);
 
-    logSettings.enabled = (settings & 0x18) == 0x18;
     disk.put(fuzz::kFuzzedName, input.file);
     disk.setFaults(faults);
     fuzz::ImportRun(session, input.file, accessOf(settings), script).run();
@@ -107,7 +108,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     disk.setFaults({});
     host.faults().clear();
     standin_reset();
-    logSettings.enabled = false;
     fuzz::expect(importGoodFile(session) == expectedOfGoodFile(session), "the good file imports to something else");
     fuzz::expect(session.shutdown() == imNoErr, "the plug-in does not end");
     expectNothingLeft(host);

@@ -7,7 +7,7 @@
 #include "support/FaultyDisk.h"
 #include "support/HeapWatch.h"
 #include "support/ParserChecks.h"
-#include "../tests/avi/LiteralParser.h"
+#include "tests/avi/LiteralParser.h"
 
 #include <string>
 

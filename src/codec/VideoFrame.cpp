@@ -16,8 +16,9 @@ namespace {
 constexpr std::uint32_t kNoSuchFrame = std::numeric_limits<std::uint32_t>::max();
 
 // A frame up to this size is read unasked. Beyond it the file is asked first whether the bytes exist, so that a
-// damaged index cannot make us allocate what no file backs.
-constexpr std::uint64_t kTrustedFrameBytes = 64u << 20;
+// damaged index cannot make us allocate what no file backs, many times over for frames announced ahead. One question
+// costs nothing beside reading as much.
+constexpr std::uint64_t kTrustedFrameBytes = 4u << 20;
 
 // Products and quotients in 64 bits; false where there is none.
 bool multiply(std::int32_t factor, std::int64_t value, std::int64_t& product) {
