@@ -21,6 +21,8 @@ enum StandinFunction : std::uint32_t {
     kStandinFunctionCount = 11,
 };
 
+constexpr std::uint32_t kStandinUnchanged = 0xFFFFFFFF;
+
 struct StandinCounters {
     // Since the library was loaded or standin_reset was last called:
     std::uint32_t calls[kStandinFunctionCount] = {};      // by StandinFunction, refused ones and those made to fail too
@@ -39,7 +41,7 @@ extern "C" {
 // Writes the counters to `out`; nothing if it is null.
 void standin_counters(StandinCounters* out);
 
-// Counts from zero again and forgets all ordered failures and the visitor. Open instances stay as they are.
+// Counts from zero again and forgets all ordered failures and answers and the visitor. Open instances stay as they are.
 void standin_reset();
 
 // Makes a function fail: of its calls from now on, the `nth` (1 is the next one) and the `count - 1` after it return
@@ -54,5 +56,11 @@ std::uint32_t standin_fail(std::uint32_t function, std::uint32_t nth, std::uint3
 // the handle and before it does its work; once only. It may call the library in turn. A null `visitor` takes the
 // order back. Returns 0, or 1 for a function that takes no handle.
 std::uint32_t standin_visit(std::uint32_t function, void (*visitor)(void* context), void* context);
+
+// Has a function answer with another width, height or type than the true one, until standin_reset: in the output record
+// of successful calls of quorvane_decompress_query without a request, or of quorvane_decompress_begin.
+// kStandinUnchanged leaves a field as it is. What is decoded stays the stream's own. Returns 0, or 1 for any other
+// function.
+std::uint32_t standin_answer(std::uint32_t function, std::uint32_t width, std::uint32_t height, std::uint32_t type);
 
 }

@@ -9,6 +9,16 @@ bool takesHandle(std::uint32_t function) {
     return function == kStandinClose || (function >= kStandinGetParam && function < kStandinFunctionCount);
 }
 
+// Whether a function answers with a description that can be changed.
+bool describes(std::uint32_t function) {
+    return function == kStandinDecompressQuery || function == kStandinDecompressBegin;
+}
+
+void change(std::uint32_t& field, std::uint32_t ordered) {
+    if (ordered != kStandinUnchanged)
+        field = ordered;
+}
+
 }  // namespace
 
 ControlState& control() {
@@ -46,6 +56,16 @@ void ControlState::visit(StandinFunction function) {
         order.visitor(order.context);
 }
 
+void ControlState::changeAnswer(StandinFunction function, QuorvaneFormat& answer) {
+    if (!m_hasOrders)
+        return;
+    const std::lock_guard lock(m_mutex);
+    const AnswerOrder& order = m_answerOrders[function];
+    change(answer.width, order.width);
+    change(answer.height, order.height);
+    change(answer.type, order.type);
+}
+
 bool ControlState::orderFailure(std::uint32_t function, std::uint32_t nth, std::uint32_t count, std::uint32_t code) {
     if (function >= kStandinFunctionCount || nth == 0 || code == 0)
         return false;
@@ -64,6 +84,16 @@ bool ControlState::orderVisit(std::uint32_t function, void (*visitor)(void*), vo
     return true;
 }
 
+bool ControlState::orderAnswer(std::uint32_t function, std::uint32_t width, std::uint32_t height,
+                               std::uint32_t type) {
+    if (!describes(function))
+        return false;
+    const std::lock_guard lock(m_mutex);
+    m_answerOrders[function] = {.width = width, .height = height, .type = type};
+    m_hasOrders = true;
+    return true;
+}
+
 void ControlState::reset() {
     const std::lock_guard lock(m_mutex);
     for (std::size_t i = 0; i < kStandinFunctionCount; ++i) {
@@ -75,6 +105,7 @@ void ControlState::reset() {
     m_unpreparedOutputs = 0;
     m_failureOrders.fill({});
     m_visitOrders.fill({});
+    m_answerOrders.fill({});
     m_hasOrders = false;
 }
 

@@ -1,6 +1,7 @@
 // The library's side of the control interface: counts calls and says which ones are to fail.
 #pragma once
 
+#include "codec/QuorvaneApi.h"
 #include "standin/Control.h"
 
 #include <array>
@@ -23,8 +24,12 @@ public:
     // Calls the visitor ordered for this function, if there is one.
     void visit(StandinFunction function);
 
+    // Puts what a test ordered in place of the true answer.
+    void changeAnswer(StandinFunction function, QuorvaneFormat& answer);
+
     bool orderFailure(std::uint32_t function, std::uint32_t nth, std::uint32_t count, std::uint32_t code);
     bool orderVisit(std::uint32_t function, void (*visitor)(void*), void* context);
+    bool orderAnswer(std::uint32_t function, std::uint32_t width, std::uint32_t height, std::uint32_t type);
     void reset();
 
     // Fills what is counted here, not the present state of the library.
@@ -40,6 +45,11 @@ private:
         void (*visitor)(void*) = nullptr;
         void* context = nullptr;
     };
+    struct AnswerOrder {
+        std::uint32_t width = kStandinUnchanged;
+        std::uint32_t height = kStandinUnchanged;
+        std::uint32_t type = kStandinUnchanged;
+    };
     using Counts = std::array<std::atomic<std::uint32_t>, kStandinFunctionCount>;
 
     std::uint32_t takeFailure(StandinFunction function);
@@ -53,6 +63,7 @@ private:
     std::mutex m_mutex;
     std::array<FailureOrder, kStandinFunctionCount> m_failureOrders;   // guarded by m_mutex
     std::array<VisitOrder, kStandinFunctionCount> m_visitOrders;       // guarded by m_mutex
+    std::array<AnswerOrder, kStandinFunctionCount> m_answerOrders;     // guarded by m_mutex
 };
 
 ControlState& control();

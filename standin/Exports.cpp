@@ -179,6 +179,8 @@ std::uint32_t quorvane_decompress_query(std::uint32_t handle, const void* compre
         onInstance(kStandinDecompressQuery, handle, [=](OccupiedInstance&) {
             noteOutput(output);
             queryDecoder(streamAt(compressedFormat, count), request, *output);
+            if (request == nullptr)
+                control().changeAnswer(kStandinDecompressQuery, *output);
         });
     });
 }
@@ -189,6 +191,7 @@ std::uint32_t quorvane_decompress_begin(std::uint32_t handle, const void* compre
         onInstance(kStandinDecompressBegin, handle, [=](OccupiedInstance& instance) {
             noteOutput(output);
             begin(instance, streamAt(compressedFormat, count), request, *output);
+            control().changeAnswer(kStandinDecompressBegin, *output);
         });
     });
 }
@@ -229,6 +232,10 @@ std::uint32_t standin_fail(std::uint32_t function, std::uint32_t nth, std::uint3
 
 std::uint32_t standin_visit(std::uint32_t function, void (*visitor)(void* context), void* context) {
     return control().orderVisit(function, visitor, context) ? 0 : 1;
+}
+
+std::uint32_t standin_answer(std::uint32_t function, std::uint32_t width, std::uint32_t height, std::uint32_t type) {
+    return control().orderAnswer(function, width, height, type) ? 0 : 1;
 }
 
 }

@@ -109,6 +109,43 @@ TEST_F(Control, EveryFunctionThatReturnsACodeCanBeMadeToFail) {
     quorvane_library_init();
 }
 
+TEST_F(Control, TheStreamsDescriptionStatesAnOrderedSizeAndType) {
+    ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, kStandinUnchanged, 999));
+    QuorvaneFormat output = preparedOutput();
+    ASSERT_EQ(Result::kOk, query(encodeExtraData(m_info), nullptr, output));
+    EXPECT_EQ(640u, output.width);
+    EXPECT_EQ(2u, output.height);
+    EXPECT_EQ(999u, output.type);
+}
+
+TEST_F(Control, AnOrderedDescriptionLeavesQueriesWithARequestAlone) {
+    ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, 480, 999));
+    const QuorvaneFormat wanted = request(4);
+    QuorvaneFormat output = preparedOutput();
+    ASSERT_EQ(Result::kOk, query(encodeExtraData(m_info), &wanted, output));
+    EXPECT_EQ(4u, output.width);
+    EXPECT_EQ(4u, output.type);
+}
+
+TEST_F(Control, ASessionCanStateAnotherSizeThanItDelivers) {
+    ASSERT_EQ(0u, standin_answer(kStandinDecompressBegin, 640, 480, kStandinUnchanged));
+    const Bytes extraData = encodeExtraData(m_info);
+    const QuorvaneFormat wanted = request(4);
+    QuorvaneFormat output = preparedOutput();
+    ASSERT_EQ(0u, quorvane_decompress_begin(m_handle, extraData.data(), 28, &wanted, &output));
+    EXPECT_EQ(640u, output.width);
+    EXPECT_EQ(480u, output.height);
+    EXPECT_EQ(Result::kOk, decompress(m_frame, m_buffer));
+}
+
+TEST_F(Control, ResetMakesDescriptionsTrueAgain) {
+    ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, 480, 999));
+    standin_reset();
+    QuorvaneFormat output = preparedOutput();
+    ASSERT_EQ(Result::kOk, query(encodeExtraData(m_info), nullptr, output));
+    EXPECT_EQ(4u, output.width);
+}
+
 TEST_F(Control, AnOrderCanBeTakenBack) {
     standin_fail(kStandinDecompressEnd, 1, 5, kOrdered);
     EXPECT_EQ(0u, standin_fail(kStandinDecompressEnd, 1, 0, kOrdered));
@@ -121,6 +158,7 @@ TEST_F(Control, SenselessOrdersAreRefused) {
     EXPECT_EQ(1u, standin_fail(kStandinOpen, 1, 1, 0));
     EXPECT_EQ(1u, standin_visit(kStandinOpen, nullptr, nullptr));
     EXPECT_EQ(1u, standin_visit(kStandinGetString, nullptr, nullptr));
+    EXPECT_EQ(1u, standin_answer(kStandinDecompress, 1, 1, 1));
 }
 
 TEST_F(Control, CountersForNobodyAreIgnored) {
