@@ -23,6 +23,9 @@ public:
     ImporterEntry entry() const { return m_entry; }
     const std::filesystem::path& path() const { return m_path; }
 
+    // The system's own handle of the loaded library.
+    void* handle() const { return m_library; }
+
     // The address of an exported name, null when the library does not export it.
     void* symbol(const char* name) const;
 
