@@ -1,7 +1,126 @@
+// Slow or growing: warnings only. Machines differ, so the thresholds are generous.
 #include "importhost/validate/Groups.h"
+#include "importhost/validate/OpenClip.h"
+#include "importhost/validate/ProcessSize.h"
+
+#include "hostkit/Names.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
 
 namespace importhost::validate {
 
-std::span<const Check> measureChecks() { return {}; }
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr double kSlowOpenSeconds = 1.0;
+constexpr double kSlowFrameSeconds = 1.0;
+constexpr std::uint64_t kGrowthPerOpen = 20U << 10;     // bytes
+constexpr std::uint64_t kGrowthAtAll = 4U << 20;        // bytes; less says nothing
+constexpr std::uint64_t kMoreHandles = 8;
+
+double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+
+std::string secondsText(double seconds) {
+    char text[32];
+    std::snprintf(text, sizeof(text), "%.2f s", seconds);
+    return text;
+}
+
+// --- opens-quickly ----------------------------------------------------------------------------------------------
+
+void opensQuickly(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    double slowest = 0.0;
+    for (const Clip& clip : run.clips()) {
+        run.step(clip.name);
+        const auto start = Clock::now();
+        const OpenClip open(plugin, clip);
+        const double seconds = secondsSince(start);
+        slowest = std::max(slowest, seconds);
+        if (seconds > kSlowOpenSeconds) {
+            run.warn("opening and describing it took " + secondsText(seconds));
+        }
+    }
+    run.step("");
+    run.note("the slowest took " + secondsText(slowest));
+}
+
+// --- first-frame-comes-quickly ----------------------------------------------------------------------------------
+
+void firstFrameComesQuickly(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    double slowest = 0.0;
+    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+        clip.formats();
+        const auto start = Clock::now();
+        clip.frame(0);
+        const double seconds = secondsSince(start);
+        slowest = std::max(slowest, seconds);
+        if (seconds > kSlowFrameSeconds) {
+            run.warn("the first frame took " + secondsText(seconds));
+        }
+    });
+    run.note("the slowest took " + secondsText(slowest));
+}
+
+// --- does-not-grow ----------------------------------------------------------------------------------------------
+
+// As an editor does with a clip that is put on a timeline and taken off again.
+void openOnce(PlayedPlugin& plugin, const Clip& clip) {
+    OpenClip open(plugin, clip);
+    if (open.isDescribed() && open.has(Need::Pictures) && !open.formats().empty()) {
+        open.frame(0);
+    }
+}
+
+std::uint64_t growth(std::uint64_t before, std::uint64_t after) { return after > before ? after - before : 0; }
+
+void doesNotGrow(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    const auto clip = [&] { return firstClip(run, plugin, Need::Nothing)->clip(); }();
+    const int opens = run.effort(100, 500);
+    for (int i = 0; i < opens / 5; ++i) {
+        openOnce(plugin, clip);         // what is made once and kept
+    }
+    const ProcessSize before = processSize();
+    for (int i = 0; i < opens; ++i) {
+        openOnce(plugin, clip);
+    }
+    const ProcessSize after = processSize();
+    const std::uint64_t bytes = growth(before.bytes, after.bytes);
+    const std::uint64_t handles = growth(before.handles, after.handles);
+    const std::string over = " over " + std::to_string(opens) + " openings of " + clip.name;
+    run.note("memory grew by " + std::to_string(bytes / 1024) + " KiB, system objects by " + std::to_string(handles) +
+             over);
+    if (bytes > kGrowthAtAll && bytes / static_cast<std::uint64_t>(opens) > kGrowthPerOpen) {
+        run.warn("memory grew by " + std::to_string(bytes / 1024) + " KiB" + over);
+    }
+    if (handles > kMoreHandles) {
+        run.warn("open files and other system objects grew by " + std::to_string(handles) + over);
+    }
+}
+
+constexpr Check kChecks[] = {
+    {"opens-quickly", 1,
+     "A warning for each file that takes more than a second to be opened and described. An editor opens all clips of a "
+     "project one after another while its user waits.",
+     opensQuickly, Company::Alone},
+    {"first-frame-comes-quickly", 1,
+     "A warning for each clip whose first frame takes more than a second. It is what an editor's user sees of the "
+     "importer at every cut.",
+     firstFrameComesQuickly, Company::Alone},
+    {"does-not-grow", 3,
+     "A warning when a clip that is opened, asked for a frame and closed 100 to 500 times, by level, costs more than "
+     "20 KiB of memory each time and 4 MiB in all, or when more than 8 open files or other system objects are left. "
+     "Editors run for days.",
+     doesNotGrow, Company::Alone},
+};
+
+}  // namespace
+
+std::span<const Check> measureChecks() { return kChecks; }
 
 }  // namespace importhost::validate

@@ -1,7 +1,100 @@
+// Random calls that a legal host could send, each answer held against a small model of the protocol.
 #include "importhost/validate/Groups.h"
+#include "importhost/validate/checks/Desk.h"
+
+#include <algorithm>
 
 namespace importhost::validate {
 
-std::span<const Check> stateChecks() { return {}; }
+namespace {
+
+constexpr std::size_t kDesks = 3;
+constexpr std::size_t kMostFiles = 12;
+
+// All of them, or so many of them by chance.
+std::vector<KnownFile> learnFiles(CheckRun& run, PlayedPlugin& plugin) {
+    std::vector<const Clip*> clips;
+    for (const Clip& clip : run.clips()) {
+        clips.push_back(&clip);
+    }
+    for (std::size_t i = clips.size(); i > 1; --i) {
+        std::swap(clips[i - 1], clips[run.below(i)]);
+    }
+    clips.resize(std::min(clips.size(), kMostFiles));
+    std::vector<KnownFile> files;
+    for (const Clip* clip : clips) {
+        run.step(clip->name);
+        KnownFile file(plugin, *clip);
+        if (file.opened() == imNoErr) {
+            files.push_back(std::move(file));
+        }
+    }
+    run.step("");
+    if (files.empty()) {
+        run.skip("no file that the plug-in opens");
+    }
+    return files;
+}
+
+void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int steps) {
+    std::vector<KnownFile> files = learnFiles(run, plugin);
+    std::vector<std::unique_ptr<Desk>> desks;
+    for (std::size_t i = 0; i < kDesks; ++i) {
+        desks.push_back(std::make_unique<Desk>(run, plugin, files, refusals));
+    }
+    for (const auto& desk : desks) {
+        desk->tellOthers([&desks] {
+            for (const auto& each : desks) {
+                each->doubtAnnounced();
+            }
+        });
+    }
+    for (int step = 1; step <= steps && !run.hasFailed(); ++step) {
+        run.step("step " + std::to_string(step));
+        desks[run.below(kDesks)]->act();
+    }
+    run.step("");
+    int struck = 0;
+    for (const auto& desk : desks) {
+        struck += desk->struck();
+    }
+    run.note("clips: " + std::to_string(files.size()) + ", steps: up to " + std::to_string(steps) +
+             ", calls of codec and disk that failed: " + std::to_string(struck));
+}
+
+// --- random-calls -----------------------------------------------------------------------------------------------
+
+void randomCalls(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    playAtRandom(run, plugin, nullptr, run.effort(200, 3000));
+}
+
+// --- random-calls-with-refusals ---------------------------------------------------------------------------------
+
+void randomCallsWithRefusals(CheckRun& run) {
+    PlayedPlugin plugin(run);
+    Refusals refusals(run, plugin);
+    const std::string before = refusals.heldByCodec();
+    playAtRandom(run, plugin, &refusals, run.effort(200, 3000));
+    run.expectEqual("what the codec holds after all clips were closed", refusals.heldByCodec(), before);
+}
+
+constexpr Check kChecks[] = {
+    {"random-calls", 2,
+     "Several clips at once, damaged ones among them, are opened, described, played, played ahead, quieted and closed "
+     "in random order. Every answer must follow from the calls before it, and the same frame and the same sound must "
+     "always be the same, whoever asks for them and when. The seed repeats a failure exactly. An editor's users do "
+     "things in orders that nobody thought of.",
+     randomCalls},
+    {"random-calls-with-refusals", 3,
+     "The same, while the host refuses suites and frame buffers, the codec fails and the disk does, at random. A call "
+     "that is struck gives an error that fits; made again it works; nothing that is delivered is ever wrong, and "
+     "everything is given back at the end.",
+     randomCallsWithRefusals},
+};
+
+}  // namespace
+
+std::span<const Check> stateChecks() { return kChecks; }
 
 }  // namespace importhost::validate

@@ -1,0 +1,16 @@
+// How much of the system the running program holds.
+#pragma once
+
+#include <cstdint>
+
+namespace importhost::validate {
+
+struct ProcessSize {
+    std::uint64_t bytes = 0;        // of memory that is this process's own
+    std::uint64_t handles = 0;      // files and other objects of the system
+};
+
+// Zeros where the system does not tell.
+ProcessSize processSize();
+
+}  // namespace importhost::validate

@@ -1,0 +1,113 @@
+#include "importhost/validate/checks/StateModel.h"
+
+#include "sdk/SdkAsyncImporter.h"
+
+#include <algorithm>
+
+namespace importhost::validate {
+
+// --- Outcomes ---------------------------------------------------------------------------------------------------
+
+bool isDescribed(csSDK_int32 result) {
+    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
+}
+
+std::uint64_t digestOf(const void* bytes, std::size_t count) {
+    std::uint64_t digest = 0xCBF29CE484222325U;
+    for (std::size_t i = 0; i < count; ++i) {
+        digest = (digest ^ static_cast<const unsigned char*>(bytes)[i]) * 0x100000001B3U;
+    }
+    return digest;
+}
+
+Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame) {
+    const std::vector<std::uint8_t> pixels = pixelsOf(frame);
+    return {result, pixels.empty() ? 0 : digestOf(pixels.data(), pixels.size())};
+}
+
+// Without the addresses that the record carries.
+Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer) {
+    imFileInfoRec8 info = *answer.record.get();
+    info.privatedata = nullptr;
+    info.prefs = nullptr;
+    return {answer.result, isDescribed(answer.result) ? digestOf(&info, sizeof(info)) : 0};
+}
+
+Outcome outcomeOf(const hostkit::AudioAnswer& answer) {
+    std::uint64_t digest = 0;
+    for (const std::vector<float>& channel : answer.channels) {
+        digest = digest * 31 + digestOf(channel.data(), channel.size() * sizeof(float));
+    }
+    return {answer.result, digest};
+}
+
+csSDK_int32 asyncResultFor(csSDK_int32 result) {
+    switch (result) {
+        case imNoErr: return aiNoError;
+        case kExceptionResult: return kExceptionResult;
+        default: return aiUnknownError;
+    }
+}
+
+// --- KnownFile --------------------------------------------------------------------------------------------------
+
+KnownFile::KnownFile(PlayedPlugin& plugin, const Clip& clip) : m_clip(&clip) {
+    hostkit::ClipSession session(plugin.session(), clip.path);
+    m_opened = session.open().result;
+    if (m_opened != imNoErr) {
+        return;
+    }
+    const std::size_t streams = session.infos().size();
+    for (std::size_t stream = 0; stream < streams + 1; ++stream) {
+        const auto answer = session.info(static_cast<csSDK_int32>(stream));
+        m_streams.push_back({outcomeOf(answer), *answer.record.get()});
+    }
+    if (isDescribed(m_streams.front().described.result) && m_streams.front().info.hasVideo) {
+        session.info(0);
+        m_formats = session.pixelFormats();
+    }
+}
+
+csSDK_int32 KnownFile::createdAsync() const {
+    const csSDK_int32 result = m_streams.front().described.result;
+    return isDescribed(result) ? csSDK_int32{imNoErr} : result;
+}
+
+const Outcome* KnownFile::frame(const FrameWish& wish) const {
+    const auto found = m_frames.find(wish.key());
+    return found == m_frames.end() ? nullptr : &found->second;
+}
+
+const Outcome& KnownFile::remembered(const std::string& what, const Outcome& outcome) {
+    return m_others.emplace(what, outcome).first->second;
+}
+
+// --- The states -------------------------------------------------------------------------------------------------
+
+void ClipState::describe(std::size_t index, const KnownFile::Stream& known) {
+    const bool succeeded = isDescribed(known.described.result);
+    stream = succeeded ? std::optional(index) : std::nullopt;
+    hasVideo = succeeded && known.info.hasVideo != 0;
+    hasAudio = succeeded && known.info.hasAudio != 0;
+    soundPosition = 0;
+}
+
+void AnnouncedFrames::doubtAll() {
+    for (Announced& announced : m_frames) {
+        announced.isSure = false;
+    }
+}
+
+Announced AnnouncedFrames::take(const FrameWish& wish) {
+    const auto found = std::find_if(m_frames.begin(), m_frames.end(), [&](const Announced& announced) {
+        return announced.wish.frame == wish.frame;
+    });
+    if (found == m_frames.end()) {
+        return {wish, true};
+    }
+    const Announced taken = *found;
+    m_frames.erase(found);
+    return taken;
+}
+
+}  // namespace importhost::validate
