@@ -22,7 +22,8 @@ std::vector<std::size_t> randomSizes(CheckRun& run, std::size_t frames) {
     return sizes;
 }
 
-bool expectParts(CheckRun& run, const SoundStream& stream, const Window& window, const std::vector<std::size_t>& sizes) {
+bool expectParts(CheckRun& run, const SoundStream& stream, const Window& window,
+                 const std::vector<std::size_t>& sizes) {
     std::size_t start = 0;
     for (const std::size_t size : sizes) {
         if (!expectPart(run, stream, window, start, size, ", imported in parts")) {

@@ -102,7 +102,8 @@ aviwriter::SampleOptions everyKindOfSound() {
     for (const SampleFormat format : {SampleFormat::pcm8, SampleFormat::pcm16, SampleFormat::pcm24,
                                       SampleFormat::pcm32, SampleFormat::float32}) {
         for (const std::uint16_t channels : std::to_array<std::uint16_t>({1, 2, 7, 32})) {
-            options.audio.push_back({format, channels, 32000, aviwriter::WaveRecord::extensible40, 0, 1 + 40U * channels});
+            const std::uint32_t chunkFrames = 1 + 40U * channels;
+            options.audio.push_back({format, channels, 32000, aviwriter::WaveRecord::extensible40, 0, chunkFrames});
         }
     }
     return options;

@@ -140,7 +140,8 @@ namespace {
 // What an exception that a handler threw is answered with.
 constexpr csSDK_int32 kExceptionCaught = 99;
 
-constexpr csSDK_uint32 kUnknownFormats[] = {0, 0x78787878, PrPixelFormat_Invalid, PrPixelFormat_BGRA_4444_32f, 0xFFFFFFFF};
+constexpr csSDK_uint32 kUnknownFormats[] = {0, 0x78787878, PrPixelFormat_Invalid, PrPixelFormat_BGRA_4444_32f,
+                                            0xFFFFFFFF};
 
 Seen inFormats(const Film& film, const std::vector<csSDK_uint32>& codes) {
     std::vector<imFrameFormat> formats;
@@ -164,10 +165,10 @@ void expectFirstOfTwo(CheckRun& run, const Film& film) {
 void expectNoUnknownFormat(CheckRun& run, const Film& film) {
     const auto offered = static_cast<csSDK_uint32>(film.firstFormat());
     for (const csSDK_uint32 unknown : kUnknownFormats) {
-        run.expectEqual("the answer to the unknown format " + hostkit::codeText(unknown),
-                        inFormats(film, {unknown}), refusal(kExceptionCaught));
-        run.expectEqual("the answer to the unknown format " + hostkit::codeText(unknown) + " before one that is offered",
-                        inFormats(film, {unknown, offered}), refusal(kExceptionCaught));
+        const std::string what = "the answer to the unknown format " + hostkit::codeText(unknown);
+        run.expectEqual(what, inFormats(film, {unknown}), refusal(kExceptionCaught));
+        run.expectEqual(what + " before one that is offered", inFormats(film, {unknown, offered}),
+                        refusal(kExceptionCaught));
     }
 }
 

@@ -120,7 +120,8 @@ constexpr Rate kRates[] = {
     {24000, 1001}, {30000, 1001}, {60000, 1001}, {24, 1}, {25, 1}, {11, 1}, {7, 3}, {997, 31}, {15, 2}, {1, 1},
     {1, 1000}, {1, 3000000}, {1000000, 1}, {2147483647, 1}, {2147483647, 3},
     {0, 1}, {25, 0}, {0, 0},                                                    // none stated: 30 a second
-    {2147483629, 71582791}, {1, 36000000}, {1, 2147483647}, {4294967295, 1}, {25, 4294967295},  // beyond ticks of 64 bits
+    // Beyond ticks of 64 bits:
+    {2147483629, 71582791}, {1, 36000000}, {1, 2147483647}, {4294967295, 1}, {25, 4294967295},
 };
 
 void put32(aviwriter::Bytes& bytes, std::size_t at, std::uint32_t value) {
@@ -152,8 +153,9 @@ void expectRate(CheckRun& run, OpenClip& clip, const Rate& rate) {
 // The same five pictures are in every one of these clips.
 void expectFrames(CheckRun& run, const Film& film, const std::vector<Seen>& pictures) {
     for (std::int64_t index = 0; index <= kOwnFrames; ++index) {
-        const Seen from = index < kOwnFrames ? pictures[static_cast<std::size_t>(index)] : refusal(imFrameNotFound);
-        expectBoundary(run, film, index, pictures[static_cast<std::size_t>(std::max<std::int64_t>(index - 1, 0))], from);
+        const auto number = static_cast<std::size_t>(index);
+        const Seen& before = pictures[number == 0 ? 0 : number - 1];
+        expectBoundary(run, film, index, before, index < kOwnFrames ? pictures[number] : refusal(imFrameNotFound));
     }
 }
 
