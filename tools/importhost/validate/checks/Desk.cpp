@@ -66,7 +66,8 @@ FrameWish Desk::someFrame() {
     const std::int64_t count = hostkit::frameCount(info);
     FrameWish wish;
     const std::int64_t usual[] = {0, 1, 2, count / 2, count - 1};
-    wish.frame = std::clamp<std::int64_t>(usual[m_run.below(std::size(usual))], 0, std::max<std::int64_t>(count - 1, 0));
+    const std::int64_t last = std::max<std::int64_t>(count - 1, 0);
+    wish.frame = std::clamp<std::int64_t>(usual[m_run.below(std::size(usual))], 0, last);
     if (m_run.below(12) == 0) {
         wish.frame = m_run.below(2) == 0 ? count + static_cast<std::int64_t>(m_run.below(5)) : -3;
     }

@@ -15,7 +15,6 @@
 
 namespace importhost::validate {
 
-
 // A result, and what was delivered with it.
 struct Outcome {
     csSDK_int32 result = 0;
