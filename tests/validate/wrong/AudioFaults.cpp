@@ -24,7 +24,8 @@ struct Stream {
 std::map<void*, Stream> streams;        // by the clip's private data
 
 void describe(const imFileInfoRec8& info) {
-    Stream& stream = streams[info.privatedata];
+    void* const clip = info.privatedata;        // a copy: the member may lie at an odd address
+    Stream& stream = streams[clip];
     stream = {info.streamIdx, info.audInfo.numChannels, info.audDuration, 0, 0, false, false,
               stream.timesDescribed + 1};
 }
@@ -32,7 +33,11 @@ void describe(const imFileInfoRec8& info) {
 void follow(csSDK_int32 selector, void* param2) {
     switch (selector) {
         case imGetInfo8: describe(*static_cast<const imFileInfoRec8*>(param2)); break;
-        case imGetSourceVideo: streams[static_cast<imSourceVideoRec*>(param2)->inPrivateData].hadFrame = true; break;
+        case imGetSourceVideo: {
+            void* const clip = static_cast<imSourceVideoRec*>(param2)->inPrivateData;
+            streams[clip].hadFrame = true;
+            break;
+        }
         case imQuietFile: streams[param2].wasQuieted = true; break;
         case imCloseFile: streams.erase(param2); break;
         default: break;
@@ -52,7 +57,8 @@ csSDK_int32 withSound(csSDK_int32 selector, imStdParms* stdParms, void* param1, 
         return result;
     }
     auto& record = *static_cast<imImportAudioRec7*>(param2);
-    Stream& stream = streams[record.privateData];
+    void* const clip = record.privateData;
+    Stream& stream = streams[clip];
     const PrAudioSample start = record.position < 0 ? stream.next : record.position;
     const csSDK_uint32 size = record.size;
     const csSDK_int32 result = import(record, stream, pass);
@@ -167,7 +173,7 @@ csSDK_int32 cannotGoBackInSound(imImportAudioRec7& record, Stream& stream, const
 }
 
 csSDK_int32 startsAnewAtNegativePositions(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    record.position = std::max<PrAudioSample>(record.position, 0);
+    record.position = record.position < 0 ? 0 : record.position;
     return pass();
 }
 

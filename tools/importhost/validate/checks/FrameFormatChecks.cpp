@@ -114,8 +114,10 @@ void frameSizes(CheckRun& run) {
         const int width = film.clip().info().vidInfo.imageWidth;
         const int height = film.clip().info().vidInfo.imageHeight;
         const Seen exact = atSize(film, width, height);
-        const std::string wanted = "frame 0, asked for at " + sizeText(width, height);
-        run.expect(exact.result == imNoErr, wanted + ", is not delivered: " + hostkit::resultText(exact.result));
+        if (!run.expect(exact.result == imNoErr, "frame 0, asked for at " + sizeText(width, height) +
+                                                     ", is not delivered: " + hostkit::resultText(exact.result))) {
+            return;
+        }
         for (const auto& [w, h] : {std::pair(0, 0), std::pair(width, 0), std::pair(0, height)}) {
             run.expectEqual("frame 0, asked for at " + sizeText(w, h), atSize(film, w, h), exact);
         }
@@ -193,6 +195,10 @@ void frameFormatChoice(CheckRun& run) {
     PlayedPlugin plugin(run);
     forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
         const Seen first = film.frame(0);
+        if (!run.expect(first.result == imNoErr, frameText(0, film.firstFormat()) + " is not delivered: " +
+                                                     hostkit::resultText(first.result))) {
+            return;
+        }
         expectFirstOfTwo(run, film);
         run.expectEqual("the answer to no format at all", inFormats(film, {}), refusal(imOtherErr));
         expectNoUnknownFormat(run, film);
