@@ -4,13 +4,22 @@
 #include "hostkit/Text.h"
 
 #include <algorithm>
-#include <set>
+#include <string_view>
 
 namespace importhost::validate {
 
 namespace {
 
 constexpr std::chrono::seconds kLongestHold(4);
+
+// Frames that wait to be collected are whole pictures of up to so many bytes for each pixel.
+constexpr std::int64_t kMostPixelBytes = 8;
+constexpr std::int64_t kMostWaitingBytes = std::int64_t{256} << 20;
+constexpr std::int64_t kFewestAtOnce = 4;
+
+std::size_t hashOf(const std::vector<std::uint8_t>& bytes) {
+    return std::hash<std::string_view>()({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
 
 }  // namespace
 
@@ -19,20 +28,6 @@ std::string textOf(const FrameKey& frame) {
         .append(std::to_string(frame.index))
         .append(" as ")
         .append(hostkit::codeText(static_cast<csSDK_uint32>(frame.format)));
-}
-
-std::vector<std::int64_t> chooseFrames(CheckRun& run, std::int64_t count, int most) {
-    std::set<std::int64_t> chosen = {0, count - 1};
-    const auto wanted = static_cast<std::size_t>(std::min<std::int64_t>(count, most));
-    if (static_cast<std::size_t>(count) == wanted) {
-        for (std::int64_t index = 0; index < count; ++index) {
-            chosen.insert(index);
-        }
-    }
-    while (chosen.size() < wanted) {
-        chosen.insert(static_cast<std::int64_t>(run.below(static_cast<std::uint64_t>(count))));
-    }
-    return {chosen.begin(), chosen.end()};
 }
 
 // --- AsyncClip --------------------------------------------------------------------------------------------------
@@ -49,18 +44,35 @@ AsyncClip::~AsyncClip() {
     }
 }
 
-std::vector<FrameKey> AsyncClip::draw(const std::vector<std::int64_t>& indexes) {
-    return draw(indexes, m_clip.formats().front());
+int AsyncClip::atOnce(int wanted) const {
+    const imFileInfoRec8& info = m_clip.info();
+    const std::int64_t width = info.vidInfo.imageWidth;
+    const std::int64_t height = info.vidInfo.imageHeight;
+    const std::int64_t room = kMostWaitingBytes / std::max<std::int64_t>(1, width * height * kMostPixelBytes);
+    return static_cast<int>(std::clamp<std::int64_t>(wanted, 1, std::max<std::int64_t>(room, kFewestAtOnce)));
 }
 
-std::vector<FrameKey> AsyncClip::draw(const std::vector<std::int64_t>& indexes, PrPixelFormat format) {
+std::set<std::int64_t> AsyncClip::choose(int most) {
+    const std::int64_t count = m_clip.frameCount();
+    const auto wanted = static_cast<std::size_t>(std::min<std::int64_t>(count, atOnce(most)));
+    std::set<std::int64_t> chosen = {0};
+    if (wanted > 1) {
+        chosen.insert(count - 1);
+    }
+    while (chosen.size() < wanted) {
+        chosen.insert(static_cast<std::int64_t>(m_run.below(static_cast<std::uint64_t>(count))));
+    }
+    return chosen;
+}
+
+std::vector<FrameKey> AsyncClip::drawSome(int most, PrPixelFormat format) {
     std::vector<FrameKey> keys;
-    for (const std::int64_t index : indexes) {
+    for (const std::int64_t index : choose(most)) {
         const FrameKey key{index, format};
         keys.push_back(key);
         if (!m_drawn.contains(key)) {
             const hostkit::FrameAnswer answer = m_clip.frame(index, format);
-            m_drawn[key] = {answer.result, pixelsOf(answer.frame)};
+            m_drawn[key] = {answer.result, hashOf(pixelsOf(answer.frame))};
         }
     }
     return keys;
@@ -80,7 +92,7 @@ void AsyncClip::collect(const FrameKey& frame) {
     expectAnswer("collecting " + textOf(frame), answer.result,
                  drawn.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError});
     if (answer.result == aiNoError && drawn.result == imNoErr) {
-        m_run.expect(pixelsOf(answer.frame) == drawn.pixels,
+        m_run.expect(hashOf(pixelsOf(answer.frame)) == drawn.pixels,
                      textOf(frame) + " is another picture than the one that is drawn at once");
     }
 }

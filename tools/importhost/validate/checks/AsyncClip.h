@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,14 +29,11 @@ struct FrameKey {
 };
 std::string textOf(const FrameKey& frame);          // "frame 12 as bgra"
 
-// A frame drawn at once: whether it could be, and what it shows.
+// A frame drawn at once: whether it could be, and a hash of what it shows; a user's frames may be too big to keep.
 struct DrawnFrame {
     csSDK_int32 result = 0;
-    std::vector<std::uint8_t> pixels;
+    std::size_t pixels = 0;
 };
-
-// Up to `most` frame numbers of `count`: the first, the last, and others drawn by lot, in ascending order.
-std::vector<std::int64_t> chooseFrames(CheckRun& run, std::int64_t count, int most);
 
 // Announces and collects, and holds every answer against the frame that the clip's own importer draws. Frames must be
 // drawn before several threads announce or collect.
@@ -51,9 +49,13 @@ public:
     OpenClip& clip() { return m_clip; }
     hostkit::AsyncSession& session() { return m_session; }
 
-    // Those frames in the clip's first format, or in this one.
-    std::vector<FrameKey> draw(const std::vector<std::int64_t>& indexes);
-    std::vector<FrameKey> draw(const std::vector<std::int64_t>& indexes, PrPixelFormat format);
+    // Up to `most` of the clip's frames: the first, the last, and others chosen by lot, in ascending order. In the
+    // clip's first format, or in this one.
+    std::vector<FrameKey> drawSome(int most) { return drawSome(most, m_clip.formats().front()); }
+    std::vector<FrameKey> drawSome(int most, PrPixelFormat format);
+
+    // So many frames, or fewer, as may wait at once without filling up the memory.
+    int atOnce(int wanted) const;
 
     void announce(const FrameKey& frame);
     void collect(const FrameKey& frame);
@@ -65,6 +67,8 @@ public:
     std::vector<imFrameFormat> formatOf(const FrameKey& frame) const { return {m_clip.wanted(frame.format)}; }
 
 private:
+    std::set<std::int64_t> choose(int most);
+
     CheckRun& m_run;
     OpenClip& m_clip;
     hostkit::AsyncSession m_session;

@@ -36,10 +36,6 @@ void collectAll(AsyncClip& async, const Frames& frames) {
     }
 }
 
-Frames drawSome(CheckRun& run, AsyncClip& async, int most) {
-    return async.draw(chooseFrames(run, async.clip().frameCount(), most));
-}
-
 }  // namespace
 
 // --- async-equals-sync ------------------------------------------------------------------------------------------
@@ -50,8 +46,7 @@ void asyncEqualsSync(CheckRun& run) {
         const std::vector<PrPixelFormat>& formats = async.clip().formats();
         const std::size_t most = static_cast<std::size_t>(run.effort(1, 20));
         for (std::size_t i = 0; i < std::min(most, formats.size()); ++i) {
-            const Frames frames =
-                async.draw(chooseFrames(run, async.clip().frameCount(), i == 0 ? run.effort(4, 30) : 3), formats[i]);
+            const Frames frames = async.drawSome(i == 0 ? run.effort(4, 30) : 3, formats[i]);
             announceAll(async, frames);
             collectAll(async, frames);
         }
@@ -63,7 +58,7 @@ void asyncEqualsSync(CheckRun& run) {
 void asyncOrders(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, run.effort(4, 16));
+        const Frames frames = async.drawSome(run.effort(4, 16));
         const std::pair<Frames, Frames> orders[] = {
             {frames, reversed(frames)},
             {reversed(frames), frames},
@@ -83,7 +78,7 @@ void asyncOrders(CheckRun& run) {
 void asyncDuplicates(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, run.effort(2, 8));
+        const Frames frames = async.drawSome(run.effort(2, 8));
         announceAll(async, frames);
         announceAll(async, frames);
         collectAll(async, frames);
@@ -101,7 +96,7 @@ void asyncDuplicates(CheckRun& run) {
 void asyncUnannounced(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, run.effort(3, 12));
+        const Frames frames = async.drawSome(run.effort(3, 12));
         collectAll(async, frames);
         announceAll(async, {frames.front()});
         collectAll(async, reversed(frames));
@@ -133,7 +128,7 @@ void asyncDroppedFrames(CheckRun& run) {
     PlayedPlugin plugin(run);
     hostkit::Host& host = plugin.host();
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, run.effort(3, 12));
+        const Frames frames = async.drawSome(run.effort(3, 12));
         async.flush();
         const int before = host.frames().created();
         announceAll(async, frames);
@@ -155,7 +150,7 @@ void asyncDroppedFrames(CheckRun& run) {
 void asyncCancel(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 2);
+        const Frames frames = async.drawSome(2);
         announceAll(async, frames);
         for (const FrameKey& frame : frames) {
             const csSDK_int32 result = async.session().cancel(async.timeOf(frame), async.formatOf(frame)).result;
@@ -170,7 +165,7 @@ void asyncCancel(CheckRun& run) {
 void asyncUnknownSelectors(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 1);
+        const Frames frames = async.drawSome(1);
         announceAll(async, frames);
         for (const csSDK_int32 selector :
              {-1, 7, 8, 99, std::numeric_limits<csSDK_int32>::max(), std::numeric_limits<csSDK_int32>::min()}) {
@@ -193,7 +188,7 @@ void asyncUnknownSelectors(CheckRun& run) {
 void asyncOutOfRange(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 2);
+        const Frames frames = async.drawSome(2);
         const std::int64_t count = async.clip().frameCount();
         const PrTime duration = async.clip().timeOf(1);
         for (const PrTime time : {async.clip().timeOf(count + 1), async.clip().timeOf(2 * count + 1), -2 * duration}) {
@@ -213,8 +208,8 @@ void asyncOutOfRange(CheckRun& run) {
 void asyncCrowds(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 12);
-        const auto crowd = static_cast<std::size_t>(run.effort(100, 250));
+        const Frames frames = async.drawSome(12);
+        const auto crowd = static_cast<std::size_t>(async.atOnce(run.effort(100, 250)));
         for (const bool isCollected : {true, false}) {
             for (std::size_t i = 0; i < crowd; ++i) {
                 async.announce(frames[i % frames.size()]);

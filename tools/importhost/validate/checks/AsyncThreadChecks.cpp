@@ -37,10 +37,6 @@ private:
     std::vector<std::future<void>> m_threads;
 };
 
-Frames drawSome(CheckRun& run, AsyncClip& async, int most) {
-    return async.draw(chooseFrames(run, async.clip().frameCount(), most));
-}
-
 // A thread's work: announces two frames drawn by lot and collects them in the other order, again and again.
 void announceAndCollect(AsyncClip& async, const Frames& frames, std::uint64_t seed, int rounds) {
     std::mt19937_64 random(seed);
@@ -72,7 +68,7 @@ std::vector<BusyClip> openSeveral(CheckRun& run, PlayedPlugin& plugin, int impor
         one.open = std::make_unique<OpenClip>(plugin, *clip);
         for (int i = 0; i < importersOfEach; ++i) {
             one.importers.push_back(std::make_unique<AsyncClip>(run, plugin, *one.open));
-            one.frames.push_back(drawSome(run, *one.importers.back(), kFrames));
+            one.frames.push_back(one.importers.back()->drawSome(kFrames));
         }
         busy.push_back(std::move(one));
     }
@@ -244,7 +240,7 @@ bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const Frame
 void asyncAnnouncingDoesNotWait(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 6);
+        const Frames frames = async.drawSome(6);
         HeldCall held(plugin.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
             for (const FrameKey& frame : frames) {
@@ -262,7 +258,7 @@ void asyncAnnouncingDoesNotWait(CheckRun& run) {
 void asyncFlushWaits(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = drawSome(run, async, 2);
+        const Frames frames = async.drawSome(2);
         HeldCall held(plugin.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
             CallAside flushing([&] { async.flush(); });
@@ -280,7 +276,7 @@ void asyncCloseWaits(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
         const std::string clip = async.clip().clip().name;
-        const Frames frames = drawSome(run, async, 3);
+        const Frames frames = async.drawSome(3);
         for (const FrameKey& frame : frames) {
             async.announce(frame);
         }
@@ -306,7 +302,7 @@ void asyncOutlivesItsClip(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
         const std::string clip = async.clip().clip().name;
-        const Frames frames = drawSome(run, async, run.effort(3, 8));
+        const Frames frames = async.drawSome(run.effort(3, 8));
         async.announce(frames.front());
         run.step(clip + ", the clip quieted");
         run.expectEqual("quieting", hostkit::resultText(async.clip().session().quiet()), hostkit::resultText(imNoErr));
@@ -336,7 +332,7 @@ void asyncUnloads(CheckRun& run) {
         {
             PlayedPlugin plugin(run);
             withAsyncClip(run, plugin, [&](AsyncClip& async) {
-                const Frames frames = drawSome(run, async, kFrames);
+                const Frames frames = async.drawSome(kFrames);
                 for (const FrameKey& frame : frames) {
                     async.announce(frame);
                 }

@@ -27,7 +27,7 @@ constexpr Check kChecks[] = {
      "the title \"QuorvaneImporter: Internal error\" which call it was and what was thrown; frames fetched ahead fail "
      "with 99 when they are collected. All that was taken is given back, and the plug-in works again afterwards. An "
      "exception that reaches the editor ends it.",
-     throwingHost},
+     throwingHost, Company::Shared, kLongTimeLimit},
     {"exception-texts", 4,
      "The error event tells an exception's own text in full, whatever it holds: none (\"Unknown exception\" then), "
      "letters of any language, a hundred thousand of them, the signs of a format. It is all that a user can pass on.",

@@ -59,7 +59,7 @@ constexpr Check kChecks[] = {
      "function, as ever. It delivers no picture as good that is none, gives back all that it took, and "
      "works again when the host does. Hosts fail when memory is short; a plug-in that takes that badly takes the "
      "editor with it.",
-     failingHostFunctions},
+     failingHostFunctions, Company::Shared, kLongTimeLimit},
     {"host-profiles", 4,
      "Every known kind of host gets the same pictures, sound and descriptions of the same clip: with older and newer "
      "records, with rows that are padded, tight, or at odd addresses, with coarse ticks, without the suites that are "
@@ -74,7 +74,7 @@ constexpr Check kChecks[] = {
      "From one request for a suite on the host refuses them all, as one does that is being shut down or that ran out "
      "of memory. What needs a suite that the plug-in does not hold yet is answered with 99, all else as ever; nothing "
      "is kept, and everything works again when the host grants suites again.",
-     suitesRunOut},
+     suitesRunOut, Company::Shared, kLongTimeLimit},
 };
 
 }  // namespace

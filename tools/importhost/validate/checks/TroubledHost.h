@@ -5,7 +5,12 @@
 
 #include "importhost/validate/checks/TroublePlan.h"
 
+#include <chrono>
+
 namespace importhost::validate {
+
+// A user's file may take long to describe, and is described hundreds of times.
+inline constexpr std::chrono::seconds kLongTimeLimit{300};
 
 // With the first good clip that has pictures, and at higher levels with one that has several streams of sound too.
 void playInTrouble(CheckRun& run, const TroublePlan& plan);
