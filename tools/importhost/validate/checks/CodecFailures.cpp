@@ -133,7 +133,7 @@ namespace {
 
 void failEachCall(CheckRun& run, Codec& codec, Playthrough& play, const FunctionRow& row, std::uint32_t calls,
                   PlayedPlugin& plugin) {
-    const auto most = static_cast<std::uint32_t>(run.effort(6, 60));
+    const auto most = static_cast<std::uint32_t>(run.effort(6, 36));
     const std::uint32_t tries = std::min(calls, most);
     for (std::uint32_t i = 0; i < tries; ++i) {
         const std::uint32_t nth = 1 + static_cast<std::uint32_t>(std::uint64_t{i} * calls / tries);
