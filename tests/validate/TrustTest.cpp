@@ -48,7 +48,7 @@ hostkit::ChildResult validate(const TrustRow& row) {
                                           std::string(row.check), "--level", levelOf(row.check), "--seed", "1"};
     if (row.verdict == "FAIL" || row.verdict == "warn") {
         arguments.push_back("--in-process");
-    } else {
+    } else if (row.verdict == "TIMEOUT") {
         arguments.insert(arguments.end(), {"--time-limit", "5"});
     }
     return hostkit::runProgram(hostkit::PluginLibrary::programFolder() / IMPORTHOST_FILE_NAME, arguments);

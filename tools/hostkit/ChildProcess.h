@@ -16,7 +16,8 @@ struct ChildResult {
 };
 
 // Runs `program` with UTF-8 arguments that reach it unchanged, in the present folder and with the present
-// environment, without input. Throws std::runtime_error when it cannot be started. Safe on any thread.
+// environment, without input. Throws std::runtime_error when it cannot be started, and Interrupted, with the program
+// ended, after an interrupt (see Interrupt.h). On Windows it ends with this process at the latest. Safe on any thread.
 ChildResult runProgram(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                        std::chrono::seconds timeLimit = std::chrono::seconds(120));
 

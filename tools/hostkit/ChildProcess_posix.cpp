@@ -1,5 +1,6 @@
 #include "hostkit/ChildProcess.h"
 
+#include "hostkit/Interrupt.h"
 #include "hostkit/OutputFile.h"
 #include "hostkit/Text.h"
 
@@ -56,11 +57,11 @@ pid_t start(const std::filesystem::path& program, std::vector<std::string> words
     return child;
 }
 
-// Waits for the child; false when the time is up first.
+// Waits for the child; false when the time is up or an interrupt came first.
 bool waitFor(pid_t child, int& status, std::chrono::seconds timeLimit) {
     const auto end = std::chrono::steady_clock::now() + timeLimit;
     while (waitpid(child, &status, WNOHANG) == 0) {
-        if (std::chrono::steady_clock::now() >= end) {
+        if (std::chrono::steady_clock::now() >= end || wasInterrupted()) {
             return false;
         }
         std::this_thread::sleep_for(kPollInterval);
@@ -81,6 +82,9 @@ ChildResult runProgram(const std::filesystem::path& program, const std::vector<s
     if (result.timedOut) {
         kill(child, SIGKILL);
         waitpid(child, &status, 0);
+        if (wasInterrupted()) {
+            throw Interrupted();
+        }
     }
     result.exitCode = WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
     result.output = output.content();

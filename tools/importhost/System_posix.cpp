@@ -1,10 +1,17 @@
 #include "importhost/System.h"
 
+#include <sys/prctl.h>
 #include <unistd.h>
+
+#include <csignal>
 
 namespace importhost {
 
 void useUtf8Output() {}
+
+void failWithoutDialogs() {}
+
+void endWithParent() { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 
 bool errorsGoToATerminal() { return isatty(STDERR_FILENO) != 0; }
 

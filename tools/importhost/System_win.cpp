@@ -10,6 +10,12 @@ namespace importhost {
 
 void useUtf8Output() { SetConsoleOutputCP(CP_UTF8); }
 
+void failWithoutDialogs() {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+}
+
+void endWithParent() {}     // the parent's job sees to it
+
 bool errorsGoToATerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 // No path holds a quotation mark here, and nothing else of ours does.

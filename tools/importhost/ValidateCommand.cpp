@@ -1,5 +1,7 @@
 // importhost validate: is a plug-in right?
 #include "importhost/Command.h"
+#include "importhost/System.h"
+#include "importhost/validate/OutputTarget.h"
 #include "importhost/validate/Places.h"
 #include "importhost/validate/ResultText.h"
 #include "importhost/validate/Runner.h"
@@ -8,6 +10,8 @@
 #include "importhost/validate/report/ReportDocument.h"
 #include "importhost/validate/report/ReportPage.h"
 
+#include "hostkit/Interrupt.h"
+#include "hostkit/PluginLog.h"
 #include "hostkit/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -26,13 +30,6 @@ namespace {
 using namespace validate;
 
 constexpr unsigned kMostJobs = 4;
-
-// Found before a long run, not after it. What is there already stays for now.
-void expectWritable(const std::string& path) {
-    if (!path.empty() && !std::ofstream(hostkit::pathFromUtf8(path), std::ios::binary | std::ios::app)) {
-        throw UsageError("'" + path + "' cannot be written.");
-    }
-}
 
 void writeText(const std::string& path, const std::string& text) {
     if (path.empty()) {
@@ -86,6 +83,7 @@ public:
             throw UsageError("Each check plays the host that it needs: --profile and --log do not go with validate.");
         }
         if (!m_describeTo.empty()) {
+            endWithParent();
             describeTo(hostkit::pathFromUtf8(m_describeTo), hostkit::pathFromUtf8(m_files.at(0)),
                        pluginPathOf(editorOptions));
             return kGood;
@@ -125,6 +123,7 @@ private:
         if (!check) {
             throw UsageError("There is no check '" + m_pattern + "'.");
         }
+        endWithParent();
         const std::filesystem::path folder = checkFolder(options.workFolder, check->id);
         EventFile events(eventFile(folder));
         runCheck(options, *check, folder, events);
@@ -138,8 +137,10 @@ private:
                              m_pattern + "'.");
         }
         expectFiles(options);
-        expectWritable(m_report);
-        expectWritable(m_json);
+        expectOutputs(options);
+        hostkit::catchInterrupts();
+        // Logs of hundreds of short runs help nobody; and a check that is ended cannot put the switch back.
+        const hostkit::LogSwitch noLogs(false);
         const auto started = RunClock::now();
         const WorkFolder workFolder;
         options.workFolder = workFolder.path();
@@ -152,6 +153,9 @@ private:
         const RunResult result = runChecks(options, checks, {m_inProcess, jobs()}, [](const CheckResult& one) {
             std::cout << asText(one) << std::flush;
         });
+        if (hostkit::wasInterrupted()) {
+            throw hostkit::Interrupted();
+        }
         std::cout << summaryText(result);
         if (!m_report.empty() || !m_json.empty()) {
             const std::chrono::duration<double> seconds = RunClock::now() - started;
@@ -177,6 +181,16 @@ private:
                 throw UsageError("There is no file '" + hostkit::toUtf8(file) + "'.");
             }
         }
+    }
+
+    void expectOutputs(const RunOptions& options) const {
+        std::vector<std::filesystem::path> inputs = options.files;
+        inputs.push_back(options.plugin);
+        expectOutput(m_report, "<!doctype html", inputs);
+        if (!m_report.empty()) {
+            inputs.push_back(hostkit::pathFromUtf8(m_report));
+        }
+        expectOutput(m_json, "{", inputs);
     }
 
     unsigned jobs() const { return m_jobs.value_or(std::clamp(std::thread::hardware_concurrency(), 1U, kMostJobs)); }

@@ -4,5 +4,6 @@
 
 int main(int argc, char** argv) {
     importhost::useUtf8Output();
+    importhost::failWithoutDialogs();
     return importhost::runCommandLine(utf8Arguments(argc, argv));
 }

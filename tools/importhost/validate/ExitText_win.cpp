@@ -20,7 +20,17 @@ constexpr ExceptionName kExceptions[] = {
     {0xC000001D, "illegal instruction"},
     {0x20474343, "an exception that nobody caught"},
     {0x80000003, "breakpoint"},
+    {0xC0000135, "a library is missing"},
+    {3, "abort"},
 };
+
+constexpr unsigned kMostPlainCode = 0xFFFF;
+
+std::string hexText(unsigned code) {
+    char text[16] = {};
+    std::snprintf(text, sizeof(text), "0x%08X", code);
+    return text;
+}
 
 }  // namespace
 
@@ -28,12 +38,10 @@ std::string exitText(int exitCode) {
     const auto code = static_cast<unsigned>(exitCode);
     for (const ExceptionName& row : kExceptions) {
         if (row.code == code) {
-            char number[16] = {};
-            std::snprintf(number, sizeof(number), "0x%08X", code);
-            return std::string(row.name) + " (" + number + ")";
+            return std::string(row.name) + " (" + hexText(code) + ")";
         }
     }
-    return "exit code " + std::to_string(exitCode);
+    return "exit code " + (code > kMostPlainCode ? hexText(code) : std::to_string(code));
 }
 
 }  // namespace importhost::validate

@@ -1,7 +1,9 @@
 #include "importhost/validate/Runner.h"
 
 #include "hostkit/ChildProcess.h"
+#include "hostkit/Interrupt.h"
 #include "hostkit/PluginLibrary.h"
+#include "hostkit/PluginLog.h"
 #include "hostkit/Text.h"
 #include "importhost/System.h"
 #include "importhost/validate/Places.h"
@@ -82,7 +84,9 @@ public:
     RunResult take() {
         RunResult run;
         for (std::optional<CheckResult>& result : m_results) {
-            run.checks.push_back(std::move(*result));
+            if (result) {       // else the run was interrupted before
+                run.checks.push_back(std::move(*result));
+            }
         }
         return run;
     }
@@ -133,9 +137,13 @@ RunResult runChecks(const RunOptions& options, const std::vector<const Check*>& 
                     const std::function<void(const CheckResult&)>& told) {
     Results results(checks.size(), told);
     const auto runAt = [&](std::size_t index) {
+        if (hostkit::wasInterrupted()) {
+            return;
+        }
         results.put(index, runOne(options, *checks[index], isolation.inProcess));
     };
     for (const std::size_t index : indexesOf(checks, Company::Alone)) {
+        const hostkit::LogSwitch off(false);        // puts back what a check that was ended left switched on
         runAt(index);
     }
     const std::vector<std::size_t> shared = indexesOf(checks, Company::Shared);
