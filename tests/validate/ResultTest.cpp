@@ -75,6 +75,7 @@ TEST(Verdict, OfALongErrorOutputTheEndIsKept) {
 #ifdef _WIN32
 TEST(ExitText, NamesWhatWindowsTells) {
     EXPECT_EQ(exitText(static_cast<int>(0xC0000005)), "access violation (0xC0000005)");
+    EXPECT_EQ(exitText(static_cast<int>(0xC0001234)), "exit code 0xC0001234");
     EXPECT_EQ(exitText(3), "exit code 3");
 }
 #else

@@ -21,7 +21,6 @@ constexpr ExceptionName kExceptions[] = {
     {0x20474343, "an exception that nobody caught"},
     {0x80000003, "breakpoint"},
     {0xC0000135, "a library is missing"},
-    {3, "abort"},
 };
 
 constexpr unsigned kMostPlainCode = 0xFFFF;

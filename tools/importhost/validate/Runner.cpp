@@ -140,7 +140,10 @@ RunResult runChecks(const RunOptions& options, const std::vector<const Check*>& 
         if (hostkit::wasInterrupted()) {
             return;
         }
-        results.put(index, runOne(options, *checks[index], isolation.inProcess));
+        CheckResult result = runOne(options, *checks[index], isolation.inProcess);
+        if (!hostkit::wasInterrupted()) {       // else it says nothing of the plug-in
+            results.put(index, std::move(result));
+        }
     };
     for (const std::size_t index : indexesOf(checks, Company::Alone)) {
         const hostkit::LogSwitch off(false);        // puts back what a check that was ended left switched on
