@@ -42,9 +42,9 @@ ProgramRun check(const std::string& pattern, const std::vector<std::string>& fil
 // 0xCD is what the check fills its buffer with.
 TEST(UserFiles, SizesOfFramesMayHoldAnyByte) {
     const TempFolder folder;
-    const aviwriter::Bytes bytes = aviwriter::sampleBytes(film(100, 64, 48));
+    const aviwriter::Bytes bytes = aviwriter::sampleBytes(film(600, 64, 48));
     const std::uint8_t size[] = {0xCD, 0x01, 0x00, 0x00};
-    ASSERT_NE(std::search(bytes.end() - 1600, bytes.end(), std::begin(size), std::end(size)), bytes.end());
+    ASSERT_NE(std::search(bytes.end() - 600 * 16, bytes.end(), std::begin(size), std::end(size)), bytes.end());
     const ProgramRun run = check("data-rate", {written(folder, "film.avi", bytes)});
     EXPECT_EQ(run.exitCode, 0) << run.output;
 }
@@ -80,16 +80,18 @@ TEST_P(DamagedFrames, AreAWarning) {
     const std::string file = written(folder, "film.avi", withAHole(aviwriter::sampleBytes(film(25, 48, 32))));
     const ProgramRun run = check(GetParam(), {file});
     EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_TRUE(contains(run.output, " is not delivered: imBadCompression (26)")) << run.output;
+    EXPECT_TRUE(contains(run.output, " is not delivered: imBadCompression (8)")) << run.output;
+}
+
+std::string checkName(const testing::TestParamInfo<const char*>& test) {
+    std::string name = test.param;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(UserFiles, DamagedFrames,
                          testing::Values("frame-first-and-last", "frame-repeats", "frame-every-pixel"),
-                         [](const auto& info) {
-                             std::string name = info.param;
-                             std::replace(name.begin(), name.end(), '-', '_');
-                             return name;
-                         });
+                         checkName);
 
 TEST(UserFiles, DamagedOnesPassTheOtherChecksOfPictures) {
     const TempFolder folder;
@@ -98,12 +100,14 @@ TEST(UserFiles, DamagedOnesPassTheOtherChecksOfPictures) {
     EXPECT_EQ(run.exitCode, 0) << run.output;
 }
 
+// It is described, but the copy was broken off before the first frame.
 TEST(UserFiles, WithNeitherPicturesNorSoundAreAWarning) {
     const TempFolder folder;
-    aviwriter::SampleOptions options = film(5, 16, 16);
-    options.handler = "MJPG";
-    const ProgramRun run = check("good-files-open", {written(folder, "other.avi", aviwriter::sampleBytes(options))});
+    aviwriter::Bytes bytes = aviwriter::sampleBytes(film(5, 48, 32));
+    bytes.resize(300);
+    const ProgramRun run = check("good-files-open", {written(folder, "headers.avi", bytes)});
     EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_TRUE(contains(run.output, "headers.avi: the plug-in finds neither pictures nor sound in it")) << run.output;
     EXPECT_TRUE(contains(run.output, "\nwarn     good-files-open ")) << run.output;
 }
 
