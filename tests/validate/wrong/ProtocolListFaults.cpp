@@ -134,6 +134,21 @@ csSDK_int32 fillsDroppedFrames(csSDK_int32 selector, imStdParms* stdParms, void*
                      selector, stdParms, param1, param2);
 }
 
+// A buffer that is too small stays as it was.
+csSDK_int32 tellsRatesToWholeListsOnly(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    static csSDK_int32 wholeList = 0;
+    if (selector != imDataRateAnalysis) {
+        return right(selector, stdParms, param1, param2);
+    }
+    auto& record = *static_cast<imDataRateAnalysisRec*>(param2);
+    if (record.buffer && record.buffersize < wholeList) {
+        return imNoErr;
+    }
+    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+    wholeList = record.buffer ? wholeList : csSDK_int32{record.buffersize};
+    return result;
+}
+
 // Room for one sample more than there is.
 csSDK_int32 fillsMoreThanTheBuffer(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     if (selector != imDataRateAnalysis) {
@@ -159,6 +174,7 @@ constexpr Fault kFaults[] = {
     {"writes-behind-the-buffer", writesBehindTheBuffer},
     {"clears-the-whole-buffer", clearsTheWholeBuffer},
     {"tells-half-of-the-rates", tellsHalfOfTheRates},
+    {"tells-rates-to-whole-lists-only", tellsRatesToWholeListsOnly},
     {"has-no-key-frames", hasNoKeyFrames},
     {"tells-bits-as-bytes", tellsBitsAsBytes},
     {"fills-dropped-frames", fillsDroppedFrames},

@@ -84,6 +84,16 @@ bool CheckRun::expect(bool holds, const std::string& otherwise) {
     return holds;
 }
 
+bool CheckRun::expectOf(const Clip& clip, bool holds, const std::string& otherwise) {
+    if (clip.kind != ClipKind::Unknown) {
+        return expect(holds, otherwise);
+    }
+    if (!holds) {
+        warn(otherwise);
+    }
+    return holds;
+}
+
 void runCheck(const RunOptions& options, const Check& check, const std::filesystem::path& folder, EventSink& sink) {
     CallTrace trace(traceFile(folder));
     try {

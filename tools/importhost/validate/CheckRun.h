@@ -69,6 +69,9 @@ public:
     template <class Found, class Wanted>
     bool expectEqual(const std::string& what, const Found& found, const Wanted& wanted);
 
+    // The same for what a damaged file can be the cause of: a warning for a user's file, else a failure.
+    bool expectOf(const Clip& clip, bool holds, const std::string& otherwise);
+
     bool hasFailed() const { return m_failures > 0; }
     CallTrace& trace() { return m_trace; }
 

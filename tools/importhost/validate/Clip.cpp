@@ -2,6 +2,7 @@
 
 #include "hostkit/Text.h"
 
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
@@ -27,8 +28,29 @@ Clip clipOf(const SampleRow& row, const std::filesystem::path& folder) {
             row.kind == ClipKind::Good ? std::optional(row.options) : std::nullopt};
 }
 
-Clip clipOf(const std::filesystem::path& file) {
-    return {file, hostkit::toUtf8(file.filename()), ClipKind::Unknown, std::nullopt};
+// The last `parts` parts of a path.
+std::filesystem::path endOf(const std::filesystem::path& path, int parts) {
+    auto part = path.end();
+    for (; parts > 0 && part != path.begin(); --parts) {
+        --part;
+    }
+    std::filesystem::path end;
+    for (; part != path.end(); ++part) {
+        end /= *part;
+    }
+    return end;
+}
+
+// A file's name, behind as many of its folders as tell it from the other files.
+std::string nameAmong(const std::vector<std::filesystem::path>& files, const std::filesystem::path& file) {
+    int parts = 1;
+    const auto isShared = [&](const std::filesystem::path& other) {
+        return other != file && endOf(other, parts) == endOf(file, parts);
+    };
+    while (endOf(file, parts) != file && std::any_of(files.begin(), files.end(), isShared)) {
+        ++parts;
+    }
+    return hostkit::toUtf8(endOf(file, parts));
 }
 
 }  // namespace
@@ -45,7 +67,7 @@ std::vector<Clip> clipsOf(const std::vector<std::filesystem::path>& files, const
                           int level) {
     std::vector<Clip> clips;
     for (const std::filesystem::path& file : files) {
-        clips.push_back(clipOf(file));
+        clips.push_back({file, nameAmong(files, file), ClipKind::Unknown, std::nullopt});
     }
     if (files.empty()) {
         for (const SampleRow& row : sampleRows()) {

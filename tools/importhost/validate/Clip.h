@@ -20,7 +20,7 @@ enum class ClipKind {
 
 struct Clip {
     std::filesystem::path path;
-    std::string name;                               // the file's name, UTF-8
+    std::string name;                               // the file's name, UTF-8; with its folder where two files share it
     ClipKind kind = ClipKind::Unknown;
     std::optional<aviwriter::SampleOptions> made;   // of a good sample: what was written
 };

@@ -23,7 +23,12 @@ constexpr std::int64_t kMostFrames = 200000;
 
 namespace {
 
-void expectDelivered(CheckRun& run, const std::string& what, const Sound& sound) {
+// Samples that cannot be read are the file's fault: in a user's file a warning.
+void expectDelivered(CheckRun& run, const Clip& clip, const std::string& what, const Sound& sound) {
+    if (sound.result == imFileReadFailed && clip.kind == ClipKind::Unknown) {
+        run.warn(what + " cannot be read");
+        return;
+    }
     if (!run.expectEqual("the answer to " + what, hostkit::resultText(sound.result), hostkit::resultText(imNoErr))) {
         return;
     }
@@ -41,11 +46,12 @@ void expectDelivered(CheckRun& run, const std::string& what, const Sound& sound)
 void audioDelivered(CheckRun& run) {
     PlayedPlugin plugin(run);
     forEachSound(run, plugin, [&](const SoundStream& stream) {
+        const Clip& clip = stream.clip().clip();
         for (const Window& window : windowsOf(stream, static_cast<std::size_t>(run.effort(2000, 20000)))) {
-            expectDelivered(run, rangeText(window.start, window.frames()), window.sound);
+            expectDelivered(run, clip, rangeText(window.start, window.frames()), window.sound);
         }
-        expectDelivered(run, "the first sample alone", stream.import(0, 1));
-        expectDelivered(run, "the last sample alone", stream.import(stream.duration() - 1, 1));
+        expectDelivered(run, clip, "the first sample alone", stream.import(0, 1));
+        expectDelivered(run, clip, "the last sample alone", stream.import(stream.duration() - 1, 1));
     });
 }
 

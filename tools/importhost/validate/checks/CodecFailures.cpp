@@ -1,10 +1,10 @@
 // Functions of the codec that fail: once, at each of their calls in turn, or for good.
 #include "importhost/validate/checks/Codec.h"
 #include "importhost/validate/checks/CodecTopics.h"
+#include "importhost/validate/checks/OwnLogs.h"
 #include "importhost/validate/checks/Playthrough.h"
 
 #include "hostkit/Names.h"
-#include "hostkit/PluginLog.h"
 
 #include <algorithm>
 #include <map>
@@ -222,12 +222,7 @@ namespace {
 // The logs that this check causes are of no use to anybody.
 class NoLogsLeft {
 public:
-    ~NoLogsLeft() {
-        for (const std::filesystem::path& file : m_log.newFiles()) {
-            std::error_code ignored;
-            std::filesystem::remove(file, ignored);
-        }
-    }
+    ~NoLogsLeft() { removeFiles(ownLogs(m_log)); }
 
 private:
     hostkit::PluginLog m_log;

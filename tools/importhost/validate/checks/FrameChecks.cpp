@@ -9,7 +9,8 @@ namespace {
 constexpr Check kChecks[] = {
     {"frame-first-and-last", 1,
      "The first and the last frame of every clip, and frames between, are delivered in the format and the size that "
-     "was asked for. A frame that is not delivered is black in the editor, or it stops playing there.",
+     "was asked for. A frame that is not delivered is black in the editor, or it stops playing there. For a frame of a "
+     "user's file whose data cannot be read or decoded that is a warning.",
      frameFirstAndLast},
     {"frame-true-picture", 1,
      "The pictures of the program's own samples arrive as they were written, component by component, the right way "
@@ -17,9 +18,9 @@ constexpr Check kChecks[] = {
      "one.",
      frameTruePicture},
     {"frame-every-pixel", 2,
-     "In every format that is offered every pixel of a frame is written, nothing is written past the frame, and the "
-     "pixels do not depend on what the host's buffer held before. A user sees lines of an earlier picture, or the "
-     "editor crashes.",
+     "In every packed format that is offered all whole groups of pixels of a frame are written and do not depend on "
+     "what the host's buffer held before; in every format nothing is written past the frame. A user sees lines of an "
+     "earlier picture, or the editor crashes.",
      frameEveryPixel},
     {"frame-repeats", 2,
      "The same frame asked for twice is the same picture in every format, and frames that the editor still holds do "

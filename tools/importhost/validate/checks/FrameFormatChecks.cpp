@@ -69,7 +69,8 @@ void expectEveryPixel(CheckRun& run, PlayedPlugin& plugin, const Film& film, std
         return shape;
     };
     const Seen shape{imNoErr, wanted.inPixelFormat, wanted.inFrameWidth, wanted.inFrameHeight, 0};
-    if (!run.expectEqual(frameText(index, format), shapeOf(first), shape) ||
+    if (!expectDelivered(run, film, frameText(index, format), seen(first)) ||
+        !run.expectEqual(frameText(index, format), shapeOf(first), shape) ||
         !run.expectEqual(frameText(index, format) + " once more", shapeOf(second), shape)) {
         return;
     }
@@ -114,8 +115,7 @@ void frameSizes(CheckRun& run) {
         const int width = film.clip().info().vidInfo.imageWidth;
         const int height = film.clip().info().vidInfo.imageHeight;
         const Seen exact = atSize(film, width, height);
-        if (!run.expect(exact.result == imNoErr, "frame 0, asked for at " + sizeText(width, height) +
-                                                     ", is not delivered: " + hostkit::resultText(exact.result))) {
+        if (!expectDelivered(run, film, "frame 0, asked for at " + sizeText(width, height) + ",", exact)) {
             return;
         }
         for (const auto& [w, h] : {std::pair(0, 0), std::pair(width, 0), std::pair(0, height)}) {
@@ -195,8 +195,7 @@ void frameFormatChoice(CheckRun& run) {
     PlayedPlugin plugin(run);
     forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
         const Seen first = film.frame(0);
-        if (!run.expect(first.result == imNoErr, frameText(0, film.firstFormat()) + " is not delivered: " +
-                                                     hostkit::resultText(first.result))) {
+        if (!expectDelivered(run, film, frameText(0, film.firstFormat()), first)) {
             return;
         }
         expectFirstOfTwo(run, film);
@@ -232,7 +231,7 @@ void frameFormatSwitch(CheckRun& run) {
 // --- frame-strides ----------------------------------------------------------------------------------------------
 
 void frameStrides(CheckRun& run) {
-    std::map<std::tuple<std::string, PrPixelFormat, std::int64_t>, Seen> rounded;
+    std::map<std::tuple<std::filesystem::path, PrPixelFormat, std::int64_t>, Seen> rounded;
     for (const std::string_view name : {"editor-11", "tight-rows", "odd-rows"}) {
         PlayedPlugin plugin(run, hostkit::hostProfile(name));
         forEachFilm(run, plugin, Films::DamagedToo, [&](const Film& film) {
@@ -240,7 +239,7 @@ void frameStrides(CheckRun& run) {
                 for (const std::int64_t index : spread(film.frames(), std::min(frameBudget(run, film, 1, 4), 4))) {
                     const Seen found = film.frame(index, format);
                     const auto [first, isFirst] =
-                        rounded.emplace(std::tuple(film.clip().clip().name, format, index), found);
+                        rounded.emplace(std::tuple(film.clip().clip().path, format, index), found);
                     run.expectEqual(frameText(index, format) + " with a host of " + std::string(name), found,
                                     first->second);
                 }

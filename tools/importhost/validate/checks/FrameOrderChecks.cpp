@@ -45,8 +45,7 @@ void frameRepeats(CheckRun& run) {
         for (const std::int64_t index : spread(film.frames(), std::min(frameBudget(run, film, 2, 12), 12))) {
             for (const PrPixelFormat format : film.clip().formats()) {
                 const Seen first = film.frame(index, format);
-                run.expect(first.result == imNoErr,
-                           frameText(index, format) + " is not delivered: " + hostkit::resultText(first.result));
+                expectDelivered(run, film, frameText(index, format), first);
                 run.expectEqual(frameText(index, format) + " for the second time", film.frame(index, format), first);
             }
         }

@@ -97,6 +97,13 @@ std::vector<std::int64_t> spread(std::int64_t count, int most) {
     return numbers;
 }
 
+bool expectDelivered(CheckRun& run, const Film& film, const std::string& what, const Seen& found) {
+    const std::string otherwise = what + " is not delivered: " + hostkit::resultText(found.result);
+    const bool canBeDamage = found.result == imFileReadFailed || found.result == imBadCompression;
+    return canBeDamage ? run.expectOf(film.clip().clip(), false, otherwise)
+                       : run.expect(found.result == imNoErr, otherwise);
+}
+
 std::string frameText(std::int64_t index, PrPixelFormat format) {
     return "frame " + std::to_string(index) + " in " + hostkit::codeText(static_cast<csSDK_uint32>(format));
 }

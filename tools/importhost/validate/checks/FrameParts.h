@@ -66,6 +66,10 @@ int frameBudget(const CheckRun& run, const Film& film, int atLowest, int atHighe
 // Numbers of frames from the first to the last, `most` of them at most, evenly spread.
 std::vector<std::int64_t> spread(std::int64_t count, int most);
 
+// The picture must be there. Data that cannot be read or decoded are the file's fault: in a user's file that is a
+// warning. Anything else, and any refusal of a sample's frame, is a failure.
+bool expectDelivered(CheckRun& run, const Film& film, const std::string& what, const Seen& found);
+
 // "frame 3 in yuy2"
 std::string frameText(std::int64_t index, PrPixelFormat format);
 

@@ -18,7 +18,7 @@ void frameFirstAndLast(CheckRun& run) {
         for (const std::int64_t index : spread(film.frames(), frameBudget(run, film, 3, 50))) {
             const Seen found = seen(film.clip().frame(index));
             const std::string what = frameText(index, film.firstFormat()) + " of " + std::to_string(film.frames());
-            if (run.expect(found.result == imNoErr, what + " is not delivered: " + hostkit::resultText(found.result))) {
+            if (expectDelivered(run, film, what, found)) {
                 run.expectEqual(what, found,
                                 Seen{imNoErr, wanted.inPixelFormat, wanted.inFrameWidth, wanted.inFrameHeight,
                                      found.digest});

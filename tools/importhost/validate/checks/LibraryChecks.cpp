@@ -17,15 +17,15 @@ constexpr Check kChecks[] = {
      libraryImports},
     {"library-resource", 1,
      "The file is a 64-bit library with the resource IMPT 1000, of a 16-bit 0 and a code of the importer's own. Without "
-     "it the editor does not take the library for an importer and never loads it. Only Windows has such resources.",
+     "it the editor does not take the library for an importer and never loads it. Only Windows has such resources, so elsewhere it is skipped.",
      libraryResource},
     {"library-loads", 1,
      "The library loads with the libraries that it needs, exports its entry, starts, shuts down and unloads, and gives "
      "back all that it took from the host. An editor marks a plug-in that does not load as one to ignore.",
      libraryLoads},
     {"library-load-is-quiet", 2,
-     "Loading and unloading alone calls no function of the codec and writes no file and no log, even with the log "
-     "switched on. The editor loads every plug-in only to see what it is; work there makes its start slow.",
+     "Loading and unloading alone calls no function of the codec and writes no log, even with the log switched on, and "
+     "no file to the current folder. The editor loads every plug-in only to see what it is; work there makes its start slow.",
      libraryLoadIsQuiet, Company::Alone},
     {"library-comes-and-goes", 3,
      "The library can be loaded and unloaded again and again in one process, with and without being started, and is "

@@ -65,8 +65,7 @@ void libraryImports(CheckRun& run) {
 void libraryResource(CheckRun& run) {
     const hostkit::LibraryFile library = hostkit::readLibraryFile(run.plugin());
     if (!library.resources) {
-        run.note("a library of this system; the ones of this system have no resources");
-        return;
+        run.skip("libraries of this system have no resources");
     }
     for (const hostkit::LibraryResource& resource : *library.resources) {
         if (resource.type == kResourceType && resource.name == kResourceName) {

@@ -1,9 +1,9 @@
 // Loading and unloading the plug-in, with and without calls in between.
 #include "importhost/validate/PlayedPlugin.h"
 #include "importhost/validate/checks/LibraryParts.h"
+#include "importhost/validate/checks/OwnLogs.h"
 
 #include "hostkit/Names.h"
-#include "hostkit/PluginLog.h"
 #include "hostkit/Text.h"
 #include "standin/Control.h"
 
@@ -89,10 +89,11 @@ void libraryLoadIsQuiet(CheckRun& run) {
     for (const std::string& name : folder.files()) {
         run.fail("the file '" + name + "' appeared in the current folder");
     }
-    for (const std::filesystem::path& file : log.newFiles()) {
+    const std::vector<std::filesystem::path> logs = ownLogs(log);
+    for (const std::filesystem::path& file : logs) {
         run.fail("the log '" + hostkit::toUtf8(file.filename()) + "' was written although nothing was called");
-        std::filesystem::remove(file);
     }
+    removeFiles(logs);
 }
 
 void libraryComesAndGoes(CheckRun& run) {

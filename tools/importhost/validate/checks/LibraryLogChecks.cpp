@@ -1,8 +1,8 @@
 // The plug-in's own log from load to unload.
 #include "importhost/validate/PlayedPlugin.h"
 #include "importhost/validate/checks/LibraryParts.h"
+#include "importhost/validate/checks/OwnLogs.h"
 
-#include "hostkit/PluginLog.h"
 #include "hostkit/Text.h"
 
 #include <algorithm>
@@ -27,16 +27,7 @@ std::string joined(const Lines& lines) {
     return text;
 }
 
-bool isAscii(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-// Windows gives the program's path in the code page of the system: compared only where all agree.
-std::string withoutProgram(const std::string& line) {
-    const std::string program = hostkit::toUtf8(hostkit::PluginLibrary::programPath());
-    const bool isRight = line == "Application: " + program || (!isAscii(program) && line.starts_with("Application: "));
-    return isRight ? "Application: ..." : line;
-}
+std::string withoutProgram(const std::string& line) { return namesThisProgram(line) ? "Application: ..." : line; }
 
 Lines messagesOf(const Lines& lines) {
     Lines messages;
@@ -72,24 +63,17 @@ void expectLines(CheckRun& run, const Lines& lines) {
                     std::count(messages.begin(), messages.end(), "Module init"), 0);
 }
 
-// The user's folder is left as it was.
-void remove(const std::vector<std::filesystem::path>& files) {
-    for (const std::filesystem::path& file : files) {
-        std::error_code ignored;
-        std::filesystem::remove(file, ignored);
-    }
-}
-
 }  // namespace
 
 void logStaysOff(CheckRun& run) {
     const hostkit::LogSwitch off(false);
     const hostkit::PluginLog log;
     PlayedPlugin(run).finish();
-    for (const std::filesystem::path& file : log.newFiles()) {
+    const std::vector<std::filesystem::path> files = ownLogs(log);
+    for (const std::filesystem::path& file : files) {
         run.fail("the log '" + hostkit::toUtf8(file.filename()) + "' was written although the switch is off");
     }
-    remove(log.newFiles());
+    removeFiles(files);
 }
 
 void logOfLoadAndUnload(CheckRun& run) {
@@ -99,13 +83,13 @@ void logOfLoadAndUnload(CheckRun& run) {
         run.step("load " + std::to_string(load));
         const hostkit::PluginLog log;
         PlayedPlugin(run).finish();
-        const std::vector<std::filesystem::path> files = log.newFiles();
+        const std::vector<std::filesystem::path> files = ownLogs(log);
         if (run.expectEqual("new log files", files.size(), std::size_t{1})) {
             const std::string found = hostkit::toUtf8(files.front().filename());
             run.expect(std::regex_match(found, name), "the log is named '" + found + "'");
-            expectLines(run, log.lines());
+            expectLines(run, hostkit::readLogLines(files.front()));
         }
-        remove(files);
+        removeFiles(files);
     }
 }
 

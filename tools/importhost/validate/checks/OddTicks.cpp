@@ -48,10 +48,16 @@ std::optional<PrTime> ticksPerFrame(const imFileInfoRec8& info, PrTime ticksPerS
 
 using Pixels = std::vector<std::uint8_t>;
 
+// A user's file may have frames that cannot be had; they must be refused with any ticks.
+struct Picture {
+    std::int64_t index = 0;
+    csSDK_int32 result = 0;
+    Pixels pixels;
+};
+
 struct Pictures {
     PrPixelFormat format = PrPixelFormat_Invalid;
-    std::vector<std::int64_t> indexes;
-    std::vector<Pixels> pixels;
+    std::vector<Picture> frames;
 };
 
 // As the usual host gets them.
@@ -61,18 +67,23 @@ Pictures usualPictures(CheckRun& run) {
     Pictures pictures;
     pictures.format = clip->formats().front();
     const std::int64_t last = clip->frameCount() - 1;
-    pictures.indexes = {0, std::min<std::int64_t>(1, last), last / 2, last};
-    for (const std::int64_t index : pictures.indexes) {
-        pictures.pixels.push_back(pixelsOf(clip->frame(index, pictures.format).frame));
+    for (const std::int64_t index : {std::int64_t{0}, std::min<std::int64_t>(1, last), last / 2, last}) {
+        const hostkit::FrameAnswer answer = clip->frame(index, pictures.format);
+        pictures.frames.push_back({index, answer.result, pixelsOf(answer.frame)});
     }
     return pictures;
 }
 
-void expectPicture(CheckRun& run, OpenClip& clip, const Pictures& usual, std::size_t which, PrTime time) {
-    const auto answer = clip.session().frame(time, {clip.wanted(usual.format)});
-    const std::string frame = "frame " + std::to_string(usual.indexes[which]) + " at tick " + std::to_string(time);
-    if (run.expectEqual(frame, hostkit::resultText(answer.result), hostkit::resultText(imNoErr))) {
-        run.expect(pixelsOf(answer.frame) == usual.pixels[which], frame + " is another picture than with usual ticks");
+// Whether the whole frame lies within times of 64 bits.
+bool hasTimes(std::int64_t index, PrTime ticksPerFrame) {
+    return index < kMost / (ticksPerFrame < 0 ? -ticksPerFrame : ticksPerFrame);
+}
+
+void expectPicture(CheckRun& run, OpenClip& clip, PrPixelFormat format, const Picture& usual, PrTime time) {
+    const auto answer = clip.session().frame(time, {clip.wanted(format)});
+    const std::string frame = "frame " + std::to_string(usual.index) + " at tick " + std::to_string(time);
+    if (run.expectEqual(frame, hostkit::resultText(answer.result), hostkit::resultText(usual.result))) {
+        run.expect(pixelsOf(answer.frame) == usual.pixels, frame + " is another picture than with usual ticks");
     }
 }
 
@@ -81,13 +92,14 @@ void lookWith(CheckRun& run, const TicksRow& row, const Pictures& usual) {
     const auto clip = firstClip(run, plugin, Need::Pictures);
     run.step(clip->clip().name + ", " + row.words);
     const std::optional<PrTime> duration = ticksPerFrame(clip->info(), row.ticksPerSecond);
-    for (std::size_t i = 0; i < usual.indexes.size(); ++i) {
-        if (duration) {
-            expectPicture(run, *clip, usual, i, usual.indexes[i] * *duration);
-            expectPicture(run, *clip, usual, i, usual.indexes[i] * *duration + *duration - (*duration > 0 ? 1 : -1));
+    for (const Picture& picture : usual.frames) {
+        if (duration && hasTimes(picture.index, *duration)) {
+            const PrTime start = picture.index * *duration;
+            expectPicture(run, *clip, usual.format, picture, start);
+            expectPicture(run, *clip, usual.format, picture, start + *duration - (*duration > 0 ? 1 : -1));
         } else {
             // Which frame is meant nobody can tell; that the answer is one is all that there is to ask for.
-            const csSDK_int32 result = clip->session().frame(usual.indexes[i], {clip->wanted(usual.format)}).result;
+            const csSDK_int32 result = clip->session().frame(picture.index, {clip->wanted(usual.format)}).result;
             run.expect(hostkit::resultName(result) != "unknown" && result != hostkit::kEscapedException,
                        "a frame was answered with " + hostkit::resultText(result));
         }

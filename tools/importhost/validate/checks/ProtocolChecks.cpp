@@ -68,8 +68,8 @@ constexpr Check kChecks[] = {
      "a user cannot rename or replace a file while the editor is in the background.",
      openShares},
     {"files-are-left-alone", 3,
-     "A file is after its import what it was before, in size, time and content. Backup programs would copy it again, "
-     "and an editor would believe it new.",
+     "A file is after its import what it was before, in size and time, and up to 16 MiB in content. Backup programs "
+     "would copy it again, and an editor would believe it new.",
      filesAreLeftAlone},
     {"reopen-of-a-lost-file", 4,
      "A file that vanished while its clip was quiet is refused with imBadFile without ending the clip, and opens again "

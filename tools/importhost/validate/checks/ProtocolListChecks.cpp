@@ -102,10 +102,13 @@ void expectLabels(CheckRun& run, OpenClip& clip, csSDK_int32 stream, csSDK_int32
 
 // --- Data rates -------------------------------------------------------------------------------------------------
 
-// The answer to a buffer of `count` samples; whatever is written behind it becomes a problem of the host's.
-std::size_t samplesWritten(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, std::size_t count) {
-    constexpr std::uint8_t kUntouched = 0xCD;
-    hostkit::GuardedBlock buffer(count * sizeof(imDataSample), kUntouched);
+constexpr std::uint8_t kFill = 0xCD;
+constexpr std::uint8_t kOtherFill = 0x32;
+
+// A buffer for `count` samples after the call, filled before it.
+std::vector<std::uint8_t> filledWithRates(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, std::size_t count,
+                                          std::uint8_t fill) {
+    hostkit::GuardedBlock buffer(count * sizeof(imDataSample), fill);
     hostkit::HostRecord<imDataRateAnalysisRec> record;
     record->privatedata = clip.session().privateData();
     record->buffersize = static_cast<csSDK_int32>(buffer.size());
@@ -114,8 +117,19 @@ std::size_t samplesWritten(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, 
     run.expectEqual("the answer to a buffer for " + std::to_string(count) + " samples", resultText(answer.result),
                     resultText(imNoErr));
     run.expect(buffer.guardsAreIntact(), "a buffer for " + std::to_string(count) + " samples was overrun");
-    const auto untouched = std::find(buffer.data(), buffer.data() + buffer.size(), kUntouched);
-    return static_cast<std::size_t>(untouched - buffer.data()) / sizeof(imDataSample);
+    return {buffer.data(), buffer.data() + buffer.size()};
+}
+
+// Samples up to the last one that was written. A size may hold any byte, also one that the buffer was filled with: so
+// there are two buffers, and what is as it was in both was left alone.
+std::size_t samplesWritten(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, std::size_t count) {
+    const auto once = filledWithRates(run, plugin, clip, count, kFill);
+    const auto again = filledWithRates(run, plugin, clip, count, kOtherFill);
+    std::size_t end = once.size();
+    while (end > 0 && once[end - 1] == kFill && again[end - 1] == kOtherFill) {
+        --end;
+    }
+    return (end + sizeof(imDataSample) - 1) / sizeof(imDataSample);
 }
 
 void expectSamples(CheckRun& run, OpenClip& clip, const std::vector<imDataSample>& samples) {
@@ -188,10 +202,10 @@ void dataRate(CheckRun& run) {
                         resultText(imNoErr));
         run.expectEqual("the rate beside the samples", hostkit::valueOf((*rates.dataCall)->baserate), 0);
         expectSamples(run, clip, rates.samples);
-        samplesWritten(run, plugin, clip, frames - 1);
-        samplesWritten(run, plugin, clip, 0);
-        run.expectEqual("samples in a buffer with room for two more",
-                        samplesWritten(run, plugin, clip, frames + 2), frames);
+        for (const std::size_t room : {std::size_t{0}, frames - 1, frames + 2}) {
+            run.expectEqual("samples written to a buffer for " + std::to_string(room),
+                            samplesWritten(run, plugin, clip, room), std::min(room, frames));
+        }
     });
 }
 

@@ -40,12 +40,18 @@ void tellRefused(CheckRun& run, const OpenClip& clip) {
     }
 }
 
+// A file without a stream that this importer knows is described all the same.
+bool hasContent(OpenClip& clip) {
+    return clip.has(Need::Sound) || (clip.has(Need::Pictures) && !clip.formats().empty());
+}
+
 void openAndClose(CheckRun& run, PlayedPlugin& plugin, const Clip& file) {
     OpenClip clip(plugin, file);
     if (!clip.isDescribed()) {
         tellRefused(run, clip);
         return;
     }
+    run.expectOf(file, hasContent(clip), "the plug-in finds neither pictures nor sound in it");
     run.expectEqual("the answer to closing it", resultText(clip.session().close()), resultText(imNoErr));
     run.expect(clip.session().fileRef() == imInvalidHandleValue(), "its file handle is still set after closing");
 }
