@@ -127,6 +127,15 @@ TEST(CheckRun, AfterManyFailuresNoMoreAreShown) {
     EXPECT_EQ(events[25].text, "more failures are not shown");
 }
 
+TEST(CheckRun, ACheckThatFailsNoMoreMakesNotes) {
+    const std::vector<Event> events = eventsOf([](CheckRun& run) {
+        run.failNoMore();
+        run.fail("wrong");
+        EXPECT_FALSE(run.hasFailed());
+    });
+    EXPECT_EQ(events, (std::vector<Event>{{EventKind::Note, "wrong"}, {EventKind::End, ""}}));
+}
+
 TEST(CheckRun, ASkipLeavesTheCheck) {
     const std::vector<Event> events = eventsOf([](CheckRun& run) {
         run.skip("no sound");

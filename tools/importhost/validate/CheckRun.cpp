@@ -69,6 +69,10 @@ void CheckRun::note(const std::string& text) { tell(EventKind::Note, text); }
 void CheckRun::warn(const std::string& text) { tell(EventKind::Warning, text); }
 
 void CheckRun::fail(const std::string& text) {
+    if (m_failsNoMore) {
+        note(text);
+        return;
+    }
     const int before = m_failures++;
     if (before == 0) {
         for (const std::string& call : m_trace.latest()) {

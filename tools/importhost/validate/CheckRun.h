@@ -69,6 +69,9 @@ public:
     void warn(const std::string& text);
     void fail(const std::string& text);
 
+    // From here on fail() makes notes: for a check that measures, and leaves what is wrong to others.
+    void failNoMore() { m_failsNoMore = true; }
+
     // Ends the check: there is nothing here that it could look at.
     [[noreturn]] void skip(const std::string& reason);
 
@@ -91,6 +94,7 @@ private:
     std::mt19937_64 m_random;
     std::chrono::steady_clock::time_point m_enough;
     std::atomic<int> m_failures = 0;
+    std::atomic<bool> m_failsNoMore = false;
     std::mutex m_stepMutex;
     std::string m_step;
 };

@@ -6,16 +6,35 @@
 
 namespace importhost::validate {
 
+namespace {
+
+// No program comes near: numbers of handles are given out from the lowest, in steps of four.
+constexpr std::uintptr_t kHighestHandle = 4 * 16384;
+
+std::uint64_t countHandlesOneByOne() {
+    std::uint64_t count = 0;
+    for (std::uintptr_t number = 4; number <= kHighestHandle; number += 4) {
+        DWORD flags = 0;
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags) ? 1 : 0;
+    }
+    return count;
+}
+
+// Not every Windows counts them: some answer zero, which no running program can have.
+std::uint64_t countHandles() {
+    DWORD handles = 0;
+    return GetProcessHandleCount(GetCurrentProcess(), &handles) && handles > 0 ? handles : countHandlesOneByOne();
+}
+
+}  // namespace
+
 ProcessSize processSize() {
     ProcessSize size;
     PROCESS_MEMORY_COUNTERS counters{};
     if (K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters))) {
         size.bytes = counters.PagefileUsage;
     }
-    DWORD handles = 0;
-    if (GetProcessHandleCount(GetCurrentProcess(), &handles)) {
-        size.handles = handles;
-    }
+    size.handles = countHandles();
     return size;
 }
 
