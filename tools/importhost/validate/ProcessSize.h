@@ -10,7 +10,7 @@ struct ProcessSize {
     std::uint64_t handles = 0;      // files and other objects of the system
 };
 
-// Zeros where the system does not tell.
+// Zeros where the system does not tell. Its threads should be at rest: what is counted may change meanwhile.
 ProcessSize processSize();
 
 }  // namespace importhost::validate

@@ -8,18 +8,22 @@ namespace importhost::validate {
 
 namespace {
 
-// Handles are small multiples of four, the lowest free one given out first.
-constexpr std::uintptr_t kHandleStep = 4;
-constexpr std::uintptr_t kLastHandle = 0x8000;
+// No program comes near: numbers of handles are given out from the lowest, in steps of four.
+constexpr std::uintptr_t kHighestHandle = 4 * 16384;
 
-// Not every system that runs Windows programs tells how many handles there are, but all tell whether there is one.
-std::uint64_t countHandles() {
+std::uint64_t countHandlesOneByOne() {
     std::uint64_t count = 0;
-    for (std::uintptr_t handle = kHandleStep; handle < kLastHandle; handle += kHandleStep) {
+    for (std::uintptr_t number = 4; number <= kHighestHandle; number += 4) {
         DWORD flags = 0;
-        count += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) ? 1 : 0;
+        count += GetHandleInformation(reinterpret_cast<HANDLE>(number), &flags) ? 1 : 0;
     }
     return count;
+}
+
+// Not every Windows counts them: some answer zero, which no running program can have.
+std::uint64_t countHandles() {
+    DWORD handles = 0;
+    return GetProcessHandleCount(GetCurrentProcess(), &handles) && handles > 0 ? handles : countHandlesOneByOne();
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ constexpr FunctionRow kFunctions[] = {
     {.function = kStandinDecompressBegin, .spoilsFrames = true},
     {.function = kStandinDecompress, .spoilsFrames = true},
     {.function = kStandinDecompressEnd},
-    // Last: a codec that was never initialised does not even close what is open.
+    // The last in each turn: a codec that was never initialised does not even close what is open.
     {.function = kStandinLibraryInit, .spoilsDescriptions = true, .breaksThePairing = true},
 };
 
@@ -131,18 +131,36 @@ void codecGivenBack(CheckRun& run) {
 
 namespace {
 
-void failEachCall(CheckRun& run, Codec& codec, Playthrough& play, const FunctionRow& row, std::uint32_t calls,
-                  PlayedPlugin& plugin) {
+void failCall(CheckRun& run, Codec& codec, Playthrough& play, const FunctionRow& row, std::uint32_t nth,
+              PlayedPlugin& plugin) {
+    const Held before = Held::now(codec, plugin.host());
+    playDisturbed(run, play, failing(codec, row, nth, 1));
+    expectPairedCalls(run, codec.counters());
+    expectGoodManners(run, codec.counters());
+    if (!row.breaksThePairing) {
+        expectGivenBack(run, before, Held::now(codec, plugin.host()));
+    }
+}
+
+// Each call of each function, or as many of them as the level has time for, evenly spread. The functions take turns,
+// so that none is left out when the time is up.
+void failCalls(CheckRun& run, Codec& codec, Playthrough& play, const StandinCounters& usual, PlayedPlugin& plugin,
+               const std::string& clip) {
     const auto most = static_cast<std::uint32_t>(run.effort(6, 36));
-    const std::uint32_t tries = std::min(calls, most);
-    for (std::uint32_t i = 0; i < tries; ++i) {
-        const std::uint32_t nth = 1 + static_cast<std::uint32_t>(std::uint64_t{i} * calls / tries);
-        const Held before = Held::now(codec, plugin.host());
-        playDisturbed(run, play, failing(codec, row, nth, 1));
-        expectPairedCalls(run, codec.counters());
-        expectGoodManners(run, codec.counters());
-        if (!row.breaksThePairing) {
-            expectGivenBack(run, before, Held::now(codec, plugin.host()));
+    for (std::uint32_t turn = 0; turn < most; ++turn) {
+        for (const FunctionRow& row : kFunctions) {
+            const std::uint32_t calls = usual.calls[row.function];
+            const std::uint32_t tries = std::min(calls, most);
+            if (turn >= tries) {
+                continue;
+            }
+            if (!run.hasTime()) {
+                run.step("");
+                run.note(clip + ": stopped after " + std::to_string(turn) + " failures of each function");
+                return;
+            }
+            const auto nth = 1 + static_cast<std::uint32_t>(std::uint64_t{turn} * calls / tries);
+            failCall(run, codec, play, row, nth, plugin);
         }
     }
 }
@@ -157,9 +175,7 @@ void codecFailsOnce(CheckRun& run) {
         codec.reset();
         playWell(run, play, clip);
         const StandinCounters usual = codec.counters();
-        for (const FunctionRow& row : kFunctions) {
-            failEachCall(run, codec, play, row, usual.calls[row.function], plugin);
-        }
+        failCalls(run, codec, play, usual, plugin, clip);
         codec.reset();
         playWell(run, play, clip + " with the codec well again");
     });

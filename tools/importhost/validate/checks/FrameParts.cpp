@@ -128,7 +128,7 @@ std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Cli
         return open;
     }
     if (!run.hasOwnSamples()) {
-        run.skip("the codec library at hand does not import this program's own samples");
+        run.skip(kOwnSamplesAreForeign);
     }
     run.fail(open->openResult() != imNoErr ? "it does not open: " + hostkit::resultText(open->openResult())
                                            : "it is not described: " + hostkit::resultText(open->infoResult()));

@@ -3,6 +3,7 @@
 #include "aviwriter/Sample.h"
 #include "hostkit/Names.h"
 #include "hostkit/Text.h"
+#include "importhost/validate/checks/OwnSample.h"
 
 #include <algorithm>
 #include <fstream>
@@ -21,7 +22,7 @@ Bytes readFile(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-aviwriter::SampleOptions ownSample() {
+aviwriter::SampleOptions sampleToChange() {
     aviwriter::SampleOptions options;
     options.width = 48;
     options.height = 32;
@@ -29,18 +30,20 @@ aviwriter::SampleOptions ownSample() {
     return options;
 }
 
-Bytes bytesFor(CheckRun& run, PlayedPlugin& plugin) {
+bool serves(OpenClip& clip) { return clip.isDescribed() && clip.has(Need::Pictures) && !clip.formats().empty(); }
+
+// Of the first clip that serves; nothing when there is none.
+std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
     for (const Clip& clip : run.clips()) {
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(clip.path, error);
         OpenClip open(plugin, clip);
-        if (!error && size <= kMostCopied && open.isDescribed() && open.has(Need::Pictures)) {
+        if (!error && size <= kMostCopied && serves(open)) {
             run.note("the file that changes is a copy of " + clip.name);
             return readFile(clip.path);
         }
     }
-    run.note("the file that changes is a sample");
-    return aviwriter::sampleBytes(ownSample());
+    return std::nullopt;
 }
 
 }  // namespace
@@ -55,8 +58,13 @@ bool writeFile(const std::filesystem::path& path, const Bytes& bytes) {
 }
 
 OwnFile::OwnFile(CheckRun& run, PlayedPlugin& plugin)
-    : m_clip{run.folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt},
-      m_bytes(bytesFor(run, plugin)) {
+    : m_clip{run.folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt} {
+    std::optional<Bytes> copied = copiedBytes(run, plugin);
+    m_isSample = !copied;
+    if (m_isSample) {
+        run.note("the file that changes is a sample");
+    }
+    m_bytes = copied ? std::move(*copied) : aviwriter::sampleBytes(sampleToChange());
     restore();
 }
 
@@ -71,6 +79,22 @@ void OwnFile::restore() {
     }
 }
 
+std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) const {
+    auto clip = std::make_unique<OpenClip>(plugin, m_clip);
+    if (serves(*clip)) {
+        return clip;
+    }
+    if (m_isSample && !run.hasOwnSamples()) {
+        run.skip(kOwnSamplesAreForeign);
+    }
+    run.fail("the whole file is not opened: " + hostkit::resultText(clip->infoResult()));
+    return nullptr;
+}
+
+std::int64_t Frames::delivered() const {
+    return std::count_if(seen.begin(), seen.end(), [](const Seen& frame) { return frame.format != 0; });
+}
+
 Frames framesOf(OpenClip& clip) {
     Frames frames;
     const std::int64_t count = clip.frameCount();
@@ -80,30 +104,32 @@ Frames framesOf(OpenClip& clip) {
     }
     frames.numbers.push_back(count - 1);
     for (const std::int64_t frame : frames.numbers) {
-        frames.pixels.push_back(pixelsOf(clip.frame(frame).frame));
+        frames.seen.push_back(seen(clip.frame(frame)));
     }
     return frames;
 }
 
 std::string frameText(std::int64_t frame) { return "frame " + std::to_string(frame); }
 
-int expectFramesOrNone(CheckRun& run, OpenClip& clip, const Frames& frames) {
-    int unreadable = 0;
+std::int64_t expectFramesOrNone(CheckRun& run, OpenClip& clip, const Frames& frames) {
+    std::int64_t unreadable = 0;
     for (std::size_t i = 0; i < frames.numbers.size(); ++i) {
-        const auto answer = clip.frame(frames.numbers[i]);
-        if (answer.result == imFileReadFailed) {
+        if (frames.seen[i].format == 0) {
+            continue;
+        }
+        const Seen now = seen(clip.frame(frames.numbers[i]));
+        if (now.result == imFileReadFailed) {
             ++unreadable;
-        } else if (!frames.pixels[i].empty()) {
-            run.expect(pixelsOf(answer.frame) == frames.pixels[i],
-                       frameText(frames.numbers[i]) + " was answered with " + hostkit::resultText(answer.result) +
-                           " and is not what it was before");
+        } else {
+            run.expect(now == frames.seen[i], frameText(frames.numbers[i]) + " was answered with " +
+                                                  hostkit::resultText(now.result) + " and is not what it was before");
         }
     }
     return unreadable;
 }
 
 void expectFrames(CheckRun& run, OpenClip& clip, const Frames& frames) {
-    const int unreadable = expectFramesOrNone(run, clip, frames);
+    const std::int64_t unreadable = expectFramesOrNone(run, clip, frames);
     run.expectEqual("frames that cannot be read", unreadable, 0);
 }
 

@@ -1,7 +1,7 @@
 // A clip that a check may change, delete and bring back, and the frames that it had.
 #pragma once
 
-#include "importhost/validate/OpenClip.h"
+#include "importhost/validate/checks/FrameParts.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -24,6 +24,10 @@ public:
     OwnFile(const OwnFile&) = delete;
     OwnFile& operator=(const OwnFile&) = delete;
 
+    // The whole file, opened. Fails the check and gives null when it cannot be; skips the check when it is a sample
+    // that the user's codec does not know.
+    std::unique_ptr<OpenClip> open(CheckRun& run, PlayedPlugin& plugin) const;
+
     const Clip& clip() const { return m_clip; }
     const std::filesystem::path& path() const { return m_clip.path; }
     const Bytes& bytes() const { return m_bytes; }      // whole, whatever became of the file
@@ -32,11 +36,14 @@ public:
 private:
     Clip m_clip;
     Bytes m_bytes;
+    bool m_isSample = false;
 };
 
 struct Frames {
     std::vector<std::int64_t> numbers;
-    std::vector<Bytes> pixels;              // empty where there is no frame
+    std::vector<Seen> seen;                 // what came of each
+
+    std::int64_t delivered() const;         // a broken file's need not all be
 };
 
 // Some frames from all over the clip, the last one with them.
@@ -44,10 +51,10 @@ Frames framesOf(OpenClip& clip);
 
 std::string frameText(std::int64_t frame);
 
-// Every frame is what it was, or cannot be read. Gives how many cannot.
-int expectFramesOrNone(CheckRun& run, OpenClip& clip, const Frames& frames);
+// Every frame that was delivered is what it was, or cannot be read. Gives how many of those cannot.
+std::int64_t expectFramesOrNone(CheckRun& run, OpenClip& clip, const Frames& frames);
 
-// Every frame is what it was.
+// Every frame that was delivered is what it was.
 void expectFrames(CheckRun& run, OpenClip& clip, const Frames& frames);
 
 }  // namespace importhost::validate

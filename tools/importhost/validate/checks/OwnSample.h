@@ -8,6 +8,10 @@
 
 namespace importhost::validate {
 
+// Why a check is skipped that needs a sample of its own beside the user's files.
+inline constexpr char kOwnSamplesAreForeign[] =
+    "the codec library at hand does not import this program's own samples";
+
 // Writes a file into the check's folder, its bytes changed first. Throws std::runtime_error when it cannot be written.
 Clip writeOwn(const CheckRun& run, const std::string& name, const aviwriter::SampleOptions& options,
               const std::function<void(aviwriter::Bytes&)>& change = nullptr);

@@ -107,8 +107,8 @@ int playDisturbed(CheckRun& run, Playthrough& play, const Disturbance& disturban
 // Plays it with nothing in the way: every answer is the usual one.
 void playWell(CheckRun& run, Playthrough& play, const std::string& name);
 
-// Does `look` with the playthrough of each clip that serves, at most so many, one after another. Skips the check when
-// there is none.
+// Does `look` with the playthrough of each clip that serves, at most so many, one after another, while there is time.
+// Skips the check when there is none.
 void forPlaythroughs(CheckRun& run, PlayedPlugin& plugin, std::size_t most,
                   const std::function<void(Playthrough& play, const std::string& clip)>& look);
 
