@@ -55,6 +55,41 @@ TEST(CheckRun, EffortGrowsWithTheLevel) {
     EXPECT_EQ(effortAt(10), 20);
 }
 
+std::chrono::seconds limitFor(std::size_t files, std::optional<std::chrono::seconds> asked = std::nullopt) {
+    const Check check = {"sample-check", 1, "", nullptr, Company::Shared, std::chrono::seconds(20)};
+    RunOptions options;
+    options.files.resize(files);
+    options.timeLimit = asked;
+    return timeLimitOf(options, check);
+}
+
+TEST(CheckRun, TheTimeLimitGrowsWithTheUsersFiles) {
+    EXPECT_EQ(limitFor(0).count(), 20);
+    EXPECT_EQ(limitFor(4).count(), 20);
+    EXPECT_EQ(limitFor(5).count(), 25);
+    EXPECT_EQ(limitFor(40).count(), 200);
+}
+
+TEST(CheckRun, ATimeLimitThatIsAskedForStandsForAnyNumberOfFiles) {
+    EXPECT_EQ(limitFor(40, std::chrono::seconds(3)).count(), 3);
+}
+
+bool hasTimeWithin(std::chrono::seconds limit) {
+    const TempFolder folder;
+    static bool hasTime = false;
+    const Check check = {"sample-check", 1, "", [](CheckRun& run) { hasTime = run.hasTime(); }};
+    RunOptions options;
+    options.timeLimit = limit;
+    EventList events;
+    runCheck(options, check, folder.folder(), events);
+    return hasTime;
+}
+
+TEST(CheckRun, ACheckHasTimeUnlessItsLimitIsUsedUp) {
+    EXPECT_TRUE(hasTimeWithin(std::chrono::hours(1)));
+    EXPECT_FALSE(hasTimeWithin(std::chrono::seconds(0)));
+}
+
 TEST(CheckRun, FailuresNameTheStep) {
     const std::vector<Event> events = eventsOf([](CheckRun& run) {
         run.step("plain.avi");

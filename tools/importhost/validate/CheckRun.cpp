@@ -2,6 +2,7 @@
 
 #include "importhost/validate/Places.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace importhost::validate {
@@ -20,7 +21,15 @@ std::uint64_t hashOf(std::string_view text) {
     return hash;
 }
 
+// As many files as a check's own limit is made for.
+constexpr std::size_t kUsualFiles = 4;
+
 }  // namespace
+
+std::chrono::seconds timeLimitOf(const RunOptions& options, const Check& check) {
+    const auto many = static_cast<std::chrono::seconds::rep>(std::max(options.files.size(), kUsualFiles));
+    return options.timeLimit.value_or(check.timeLimit * many / static_cast<std::chrono::seconds::rep>(kUsualFiles));
+}
 
 CheckRun::CheckRun(const RunOptions& options, const Check& check, std::filesystem::path folder, EventSink& sink,
                    CallTrace& trace)
@@ -29,7 +38,8 @@ CheckRun::CheckRun(const RunOptions& options, const Check& check, std::filesyste
       m_sink(sink),
       m_trace(trace),
       m_clips(clipsOf(options.files, samplesFolder(options.workFolder), options.level)),
-      m_random(options.seed ^ hashOf(check.id)) {}
+      m_random(options.seed ^ hashOf(check.id)),
+      m_enough(std::chrono::steady_clock::now() + std::chrono::milliseconds(timeLimitOf(options, check)) / 2) {}
 
 int CheckRun::effort(int atLowest, int atHighest) const {
     return atLowest + (atHighest - atLowest) * (level() - kLowestLevel) / (kHighestLevel - kLowestLevel);

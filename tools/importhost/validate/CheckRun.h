@@ -7,6 +7,7 @@
 #include "importhost/validate/Event.h"
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -26,6 +27,9 @@ struct RunOptions {
     std::optional<std::chrono::seconds> timeLimit;  // else each check's own
     std::filesystem::path workFolder;               // exists; holds the samples and what checks write
 };
+
+// How long a check may take: what the user says, or else its own limit, and more for many files of the user's.
+std::chrono::seconds timeLimitOf(const RunOptions& options, const Check& check);
 
 // Thrown to leave a check early; caught by runCheck.
 struct LeaveCheck {};
@@ -48,6 +52,10 @@ public:
 
     // A number between those for the lowest and the highest level, as this level has it: how often to try.
     int effort(int atLowest, int atHighest) const;
+
+    // True until half of the time limit has passed since the check began: a loop that more rounds would only make
+    // surer ends when it turns false, and says how far it came.
+    bool hasTime() const { return std::chrono::steady_clock::now() < m_enough; }
 
     // Seeded by the run's seed and the check's id: the same whichever checks run beside it.
     std::mt19937_64& random() { return m_random; }
@@ -81,6 +89,7 @@ private:
     CallTrace& m_trace;
     std::vector<Clip> m_clips;
     std::mt19937_64 m_random;
+    std::chrono::steady_clock::time_point m_enough;
     std::atomic<int> m_failures = 0;
     std::mutex m_stepMutex;
     std::string m_step;

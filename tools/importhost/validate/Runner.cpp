@@ -27,7 +27,7 @@ double secondsSince(Clock::time_point start) {
 CheckResult runInChild(const RunOptions& options, const Check& check, const std::filesystem::path& folder) {
     std::vector<std::string> arguments = repeatArguments(options, check);
     arguments.insert(arguments.end(), {"--child-of", hostkit::toUtf8(options.workFolder)});
-    const std::chrono::seconds limit = options.timeLimit.value_or(check.timeLimit);
+    const std::chrono::seconds limit = timeLimitOf(options, check);
     const auto start = Clock::now();
     const hostkit::ChildResult child =
         hostkit::runProgram(hostkit::PluginLibrary::programPath(), arguments, limit);
