@@ -181,8 +181,9 @@ csSDK_int32 keepsEverythingAtTheClose(csSDK_int32 selector, void* parameter) {
 
 csSDK_int32 leavesAThread(csSDK_int32 selector, void* parameter) {
     if (selector == aiClose) {
+        // Longer than any machine takes from the close to the unloading.
         std::thread([] {
-            for (int i = 0; i < 40; ++i) {
+            for (int i = 0; i < 3000; ++i) {
                 std::this_thread::sleep_for(std::chrono::milliseconds(2));
             }
         }).detach();

@@ -2,8 +2,18 @@
 
 #include "hostkit/Names.h"
 #include "importhost/Picture.h"
+#include "importhost/validate/Digest.h"
+
+#include <algorithm>
 
 namespace importhost::validate {
+
+namespace {
+
+// Pixels that one check of one clip may ask for, so that a user's big pictures take seconds and not minutes.
+constexpr std::int64_t kMostPixels = 60'000'000;
+
+}  // namespace
 
 OpenClip::OpenClip(PlayedPlugin& plugin, const Clip& clip)
     : m_clip(clip),
@@ -26,6 +36,11 @@ bool OpenClip::has(Need need) const {
         case Need::Sound: return info().hasAudio != 0 && info().audInfo.numChannels > 0 && info().audDuration > 0;
         default: return true;
     }
+}
+
+std::int64_t OpenClip::pixels() const {
+    return std::max<std::int64_t>(
+        1, std::int64_t{info().vidInfo.imageWidth} * std::int64_t{info().vidInfo.imageHeight});
 }
 
 PrTime OpenClip::timeOf(std::int64_t index) const { return hostkit::timeOfFrame(info(), index, m_ticksPerSecond); }
@@ -100,9 +115,19 @@ std::unique_ptr<OpenClip> firstClip(CheckRun& run, PlayedPlugin& plugin, Need ne
     run.skip(noneText(need));
 }
 
+int frameBudget(const CheckRun& run, const OpenClip& clip, int atLowest, int atHighest) {
+    const std::int64_t affordable = std::max<std::int64_t>(2, kMostPixels / clip.pixels());
+    return static_cast<int>(std::min<std::int64_t>(affordable, run.effort(atLowest, atHighest)));
+}
+
 std::vector<std::uint8_t> pixelsOf(const hostkit::HostFrame& frame) {
     const auto view = frame.view();
     return view ? rowsOf(*view) : std::vector<std::uint8_t>{};
+}
+
+std::uint64_t digestOf(const hostkit::HostFrame& frame) {
+    const std::vector<std::uint8_t> pixels = pixelsOf(frame);
+    return Digest().add(pixels.data(), pixels.size()).value();
 }
 
 }  // namespace importhost::validate

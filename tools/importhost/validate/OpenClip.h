@@ -30,6 +30,7 @@ public:
     const imFileInfoRec8& info() const { return *m_info->record.get(); }
     bool has(Need need) const;
     std::int64_t frameCount() const { return hostkit::frameCount(info()); }
+    std::int64_t pixels() const;        // of one frame, at least 1
     PrTime timeOf(std::int64_t index) const;
 
     // The formats that the plug-in offers, in its order; asked for once.
@@ -57,7 +58,13 @@ void forEachClip(CheckRun& run, PlayedPlugin& plugin, Need need, const std::func
 // The first clip that has it, opened; the check is skipped when there is none.
 std::unique_ptr<OpenClip> firstClip(CheckRun& run, PlayedPlugin& plugin, Need need);
 
+// As many frames as the level asks for, fewer where pictures are big.
+int frameBudget(const CheckRun& run, const OpenClip& clip, int atLowest, int atHighest);
+
 // The delivered rows without padding, to compare frames by; empty for no frame.
 std::vector<std::uint8_t> pixelsOf(const hostkit::HostFrame& frame);
+
+// A number that stands for them: a user's frames may be too big to keep. The same for all that have no pixels.
+std::uint64_t digestOf(const hostkit::HostFrame& frame);
 
 }  // namespace importhost::validate

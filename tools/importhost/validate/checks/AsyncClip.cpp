@@ -4,7 +4,6 @@
 #include "hostkit/Text.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace importhost::validate {
 
@@ -16,10 +15,6 @@ constexpr std::chrono::seconds kLongestHold(4);
 constexpr std::int64_t kMostPixelBytes = 8;
 constexpr std::int64_t kMostWaitingBytes = std::int64_t{256} << 20;
 constexpr std::int64_t kFewestAtOnce = 4;
-
-std::size_t hashOf(const std::vector<std::uint8_t>& bytes) {
-    return std::hash<std::string_view>()({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-}
 
 }  // namespace
 
@@ -45,10 +40,7 @@ AsyncClip::~AsyncClip() {
 }
 
 int AsyncClip::atOnce(int wanted) const {
-    const imFileInfoRec8& info = m_clip.info();
-    const std::int64_t width = info.vidInfo.imageWidth;
-    const std::int64_t height = info.vidInfo.imageHeight;
-    const std::int64_t room = kMostWaitingBytes / std::max<std::int64_t>(1, width * height * kMostPixelBytes);
+    const std::int64_t room = kMostWaitingBytes / (m_clip.pixels() * kMostPixelBytes);
     return static_cast<int>(std::clamp<std::int64_t>(wanted, 1, std::max<std::int64_t>(room, kFewestAtOnce)));
 }
 
@@ -72,7 +64,7 @@ std::vector<FrameKey> AsyncClip::drawSome(int most, PrPixelFormat format) {
         keys.push_back(key);
         if (!m_drawn.contains(key)) {
             const hostkit::FrameAnswer answer = m_clip.frame(index, format);
-            m_drawn[key] = {answer.result, hashOf(pixelsOf(answer.frame))};
+            m_drawn[key] = {answer.result, digestOf(answer.frame)};
         }
     }
     return keys;
@@ -92,7 +84,7 @@ void AsyncClip::collect(const FrameKey& frame) {
     expectAnswer("collecting " + textOf(frame), answer.result,
                  drawn.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError});
     if (answer.result == aiNoError && drawn.result == imNoErr) {
-        m_run.expect(hashOf(pixelsOf(answer.frame)) == drawn.pixels,
+        m_run.expect(digestOf(answer.frame) == drawn.pixels,
                      textOf(frame) + " is another picture than the one that is drawn at once");
     }
 }

@@ -29,10 +29,10 @@ struct FrameKey {
 };
 std::string textOf(const FrameKey& frame);          // "frame 12 as bgra"
 
-// A frame drawn at once: whether it could be, and a hash of what it shows; a user's frames may be too big to keep.
+// A frame drawn at once: whether it could be, and a digest of what it shows; a user's frames may be too big to keep.
 struct DrawnFrame {
     csSDK_int32 result = 0;
-    std::size_t pixels = 0;
+    std::uint64_t pixels = 0;
 };
 
 // Announces and collects, and holds every answer against the frame that the clip's own importer draws. Frames must be

@@ -113,10 +113,10 @@ void audioTwoClips(CheckRun& run) {
 
 namespace {
 
-std::vector<std::vector<std::uint8_t>> picturesOf(OpenClip& clip, std::int64_t count) {
-    std::vector<std::vector<std::uint8_t>> pictures;
+std::vector<std::uint64_t> picturesOf(OpenClip& clip, std::int64_t count) {
+    std::vector<std::uint64_t> pictures;
     for (std::int64_t index = 0; index < count; ++index) {
-        pictures.push_back(pixelsOf(clip.frame(index).frame));
+        pictures.push_back(digestOf(clip.frame(index).frame));
     }
     return pictures;
 }
@@ -133,11 +133,12 @@ void audioBesideFrames(CheckRun& run) {
         any = true;
         const SoundStream stream(clip, 0, clip.info());
         const Window window = windowsOf(stream, 4000).front();
-        const auto pictures = picturesOf(clip, std::min<std::int64_t>(clip.frameCount(), run.effort(3, 8)));
+        const auto pictures =
+            picturesOf(clip, std::min<std::int64_t>(clip.frameCount(), frameBudget(run, clip, 3, 8)));
         std::size_t next = 0;
-        for (int turn = run.effort(12, 80); turn > 0; --turn) {
+        for (int turn = frameBudget(run, clip, 12, 80); turn > 0; --turn) {
             const std::size_t index = run.below(pictures.size());
-            run.expect(pixelsOf(clip.frame(static_cast<std::int64_t>(index)).frame) == pictures[index],
+            run.expect(digestOf(clip.frame(static_cast<std::int64_t>(index)).frame) == pictures[index],
                        "frame " + std::to_string(index) + " between requests of sound is another picture");
             next = next >= window.frames() ? 0 : next;
             const std::size_t size = std::min<std::size_t>(1 + run.below(200), window.frames() - next);

@@ -12,17 +12,6 @@ namespace importhost::validate {
 
 namespace {
 
-// Pixels that one check of one clip may ask for, so that a user's big pictures take seconds and not minutes.
-constexpr std::int64_t kMostPixels = 60'000'000;
-
-std::uint64_t digestOf(const std::vector<std::uint8_t>& bytes) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const std::uint8_t byte : bytes) {
-        hash = (hash ^ byte) * 0x100000001B3U;
-    }
-    return hash;
-}
-
 // A frame's duration as this importer counts it: cut to whole ticks.
 std::optional<PrTime> ticksPerFrameOf(const imFileInfoRec8& info, PrTime ticksPerSecond) {
     const PrTime rate = info.vidScale;
@@ -53,7 +42,7 @@ Seen seen(const hostkit::FrameAnswer& answer) {
         return refusal(answer.result);
     }
     return {answer.result, static_cast<std::uint32_t>(view->format), view->width(), view->height(),
-            digestOf(pixelsOf(answer.frame))};
+            digestOf(answer.frame)};
 }
 
 // --- Films ------------------------------------------------------------------------------------------------------
@@ -79,13 +68,6 @@ void forEachFilm(CheckRun& run, PlayedPlugin& plugin, Films films, const std::fu
     if (!any && !run.hasFailed()) {
         run.skip("no file with pictures whose frames can be counted in ticks");
     }
-}
-
-int frameBudget(const CheckRun& run, const Film& film, int atLowest, int atHighest) {
-    const imFileInfoRec8& info = film.clip().info();
-    const std::int64_t pixels = std::max<std::int64_t>(
-        1, std::int64_t{info.vidInfo.imageWidth} * std::int64_t{info.vidInfo.imageHeight});
-    return static_cast<int>(std::clamp<std::int64_t>(kMostPixels / pixels, 2, run.effort(atLowest, atHighest)));
 }
 
 std::vector<std::int64_t> spread(std::int64_t count, int most) {

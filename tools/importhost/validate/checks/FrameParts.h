@@ -60,8 +60,9 @@ private:
 enum class Films { Whole, DamagedToo };
 void forEachFilm(CheckRun& run, PlayedPlugin& plugin, Films films, const std::function<void(const Film&)>& look);
 
-// As many frames as the level asks for, fewer where pictures are big.
-int frameBudget(const CheckRun& run, const Film& film, int atLowest, int atHighest);
+inline int frameBudget(const CheckRun& run, const Film& film, int atLowest, int atHighest) {
+    return frameBudget(run, film.clip(), atLowest, atHighest);
+}
 
 // Numbers of frames from the first to the last, `most` of them at most, evenly spread.
 std::vector<std::int64_t> spread(std::int64_t count, int most);
