@@ -16,8 +16,9 @@ constexpr Check kChecks[] = {
      "user's machine a missing one keeps the plug-in from loading, and the editor says nothing about it.",
      libraryImports},
     {"library-resource", 1,
-     "The file is a 64-bit library with the resource IMPT 1000, of a 16-bit 0 and a code of the importer's own. Without "
-     "it the editor does not take the library for an importer and never loads it. Only Windows has such resources, so elsewhere it is skipped.",
+     "The file is a 64-bit library with the resource IMPT 1000, of a 16-bit 0 and a code of the importer's own. "
+     "Without it the editor does not take the library for an importer and never loads it. Only Windows has such "
+     "resources, so elsewhere the check is skipped.",
      libraryResource},
     {"library-loads", 1,
      "The library loads with the libraries that it needs, exports its entry, starts, shuts down and unloads, and gives "
@@ -25,7 +26,8 @@ constexpr Check kChecks[] = {
      libraryLoads},
     {"library-load-is-quiet", 2,
      "Loading and unloading alone calls no function of the codec and writes no log, even with the log switched on, and "
-     "no file to the current folder. The editor loads every plug-in only to see what it is; work there makes its start slow.",
+     "no file to the current folder. The editor loads every plug-in only to see what it is; work there makes its start "
+     "slow.",
      libraryLoadIsQuiet, Company::Alone},
     {"library-comes-and-goes", 3,
      "The library can be loaded and unloaded again and again in one process, with and without being started, and is "
