@@ -219,6 +219,11 @@ void codecFailsForGood(CheckRun& run) {
     forPlaythroughs(run, plugin, static_cast<std::size_t>(run.effort(1, 4)),
                  [&](Playthrough& play, const std::string& clip) {
         for (const FunctionRow& row : kFunctions) {
+            if (!run.hasTime()) {
+                run.step("");
+                run.note(clip + ": stopped before " + codecFunctionName(row.function));
+                break;
+            }
             run.step(clip + ", " + codecFunctionName(row.function) + " fails at every call");
             codec.reset();
             codec.fail(row.function, 1, kForEver);
