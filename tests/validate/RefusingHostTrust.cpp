@@ -15,6 +15,9 @@ constexpr TrustRow kRows[] = {
      "Creator Suite', ver: 1'"},
     {"refused-suites", "never-recovers",
      "the first frame: the answer: found malUnknownError (99), wanted imNoErr (0)"},
+    {"refused-suites", "takes-another-version",
+     "without the 'Premiere PPix Creator Suite' of version 1, the description of stream 0: takes version 2 of it "
+     "instead"},
     {"failing-host-functions", "fails-with-bad-file",
      "PPixCreator.CreatePPix fails at call 1 of 7, the first frame: answered with imBadFile (2) instead of imOtherErr "
      "(5)"},

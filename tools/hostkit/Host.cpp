@@ -2,6 +2,7 @@
 
 #include "hostkit/HostTables.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +18,13 @@ std::string times(int count) { return std::to_string(count) + (count == 1 ? " ti
 
 std::string describe(const SuiteId& suite) {
     return "'" + suite.name + "' version " + std::to_string(suite.version);
+}
+
+// A host that refuses just one version is of another age: it has others, whose tables begin alike.
+bool hasOtherVersions(const std::vector<SuiteId>& refused, const std::string& name) {
+    return std::ranges::any_of(refused, [&](const SuiteId& suite) {
+        return suite.name == name && suite.version != kEveryVersion;
+    });
 }
 
 }  // namespace
@@ -106,11 +114,13 @@ void Host::report(const std::string& violation) {
 
 SPErr Host::acquire(const char* name, csSDK_int32 version, const void** suite) {
     const SuiteId id{name, version};
-    *suite = refuses(id) ? nullptr : suiteTable(name, version);
+    const bool isRefused = refuses(id);
+    const std::lock_guard lock(m_mutex);
+    const csSDK_int32 wanted = hasOtherVersions(m_refused, id.name) ? kEveryVersion : version;
+    *suite = isRefused ? nullptr : suiteTable(name, wanted);
     if (!*suite) {
         return kSPSuiteNotFoundError;
     }
-    const std::lock_guard lock(m_mutex);
     ++m_suites[id].acquired;
     return kSPNoError;
 }

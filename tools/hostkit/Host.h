@@ -60,8 +60,8 @@ public:
     HostMemory& memory() { return m_memory; }
     FrameStore& frames() { return m_frames; }
 
-    // From now on these suites are refused beside those that the profile refuses; none: only those. A host that runs
-    // out of something refuses what it gave before.
+    // From now on these suites are refused beside those that the profile refuses; none: only those. Of one that is
+    // refused in one version alone all others are granted, with the same table.
     void refuse(std::vector<SuiteId> suites);
 
     // Suites given out so far, by name and version.

@@ -165,7 +165,7 @@ const void* suiteTable(const char* name, csSDK_int32 version) {
         {kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3, &kErrorTable},
     };
     for (const Row& row : rows) {
-        if (row.name == name && row.version == version) {
+        if (row.name == name && (row.version == version || version == kEveryVersion)) {
             return row.table;
         }
     }

@@ -108,6 +108,15 @@ csSDK_int32 asksForSuitesOnce(csSDK_int32 selector, imStdParms* stdParms, void* 
     return selector == imGetInfo8 && missesAny ? csSDK_int32{imOtherErr} : result;
 }
 
+SPErr acquireThisOrTheNext(const char* name, csSDK_int32 version, const void** suite) {
+    const SPErr result = trueBasicSuite()->AcquireSuite(name, version, suite);
+    return result == kSPNoError ? result : trueBasicSuite()->AcquireSuite(name, version + 1, suite);
+}
+
+csSDK_int32 takesAnotherVersion(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    return rightWithHost({.acquireSuite = acquireThisOrTheNext}, selector, stdParms, param1, param2);
+}
+
 // --- Other hosts ------------------------------------------------------------------------------------------------
 
 PrSDKPPixSuite trueFrames;
@@ -177,6 +186,7 @@ constexpr Fault kFaults[] = {
     {"trusts-new-memory", trustsNewMemory},
     {"needs-the-cache-suite", needsTheCacheSuite},
     {"asks-for-suites-once", asksForSuitesOnce},
+    {"takes-another-version", takesAnotherVersion},
     {"takes-rows-for-even", takesRowsForEven},
     {"knows-one-interface", knowsOneInterface},
     {"assumes-usual-ticks", assumesUsualTicks},

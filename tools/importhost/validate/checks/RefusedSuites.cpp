@@ -74,17 +74,34 @@ void expectRefusal(CheckRun& run, const SuiteRow& suite, const ScenarioStep& ste
     }
 }
 
-void playWithout(CheckRun& run, PlayedPlugin& plugin, const SuiteRow& suite, const ScenarioClip& facts,
-                 const std::vector<StepOutcome>& usual) {
+std::string refusalText(const SuiteId& refused) {
+    const std::string suite = std::string("without the '").append(refused.name).append("'");
+    return refused.version == hostkit::kEveryVersion
+               ? suite
+               : std::string(suite).append(" of version ").append(std::to_string(refused.version));
+}
+
+// A table of another version may differ from what the plug-in knows.
+void expectNoOtherVersion(CheckRun& run, hostkit::Host& host, const SuiteRow& suite) {
+    for (const auto& [id, balance] : host.suites()) {
+        run.expect(id.name != suite.name || id.version == suite.version,
+                   "takes version " + std::to_string(id.version) + " of it instead");
+    }
+}
+
+// `refused` is the suite in the version that the plug-in uses, or in every version.
+void playWithout(CheckRun& run, PlayedPlugin& plugin, const SuiteRow& suite, const SuiteId& refused,
+                 const ScenarioClip& facts, const std::vector<StepOutcome>& usual) {
     hostkit::Host& host = plugin.host();
     Scenario scenario(plugin, facts);
     for (std::size_t i = 0; i < usual.size() && !run.hasFailed(); ++i) {
         const ScenarioStep& step = scenario.steps()[i];
-        run.step(std::string("without the '").append(suite.name).append("', ").append(step.name));
-        host.refuse({{suite.name, hostkit::kEveryVersion}});
+        run.step(refusalText(refused).append(", ").append(step.name));
+        host.refuse({refused});
         const std::size_t eventsBefore = host.errorEvents().size();
         const StepOutcome found = step.act();
         host.refuse({});
+        expectNoOtherVersion(run, host, suite);
         if (found != usual[i]) {
             expectRefusal(run, suite, step, found, eventsSince(host, eventsBefore));
             scenario.prepareAnotherTry(step);
@@ -106,7 +123,8 @@ void refusedSuites(CheckRun& run) {
     const std::vector<StepOutcome> usual = usualOutcomes(plugin, facts);
     for (const SuiteRow& suite : kSuites) {
         if (!run.hasFailed()) {
-            playWithout(run, plugin, suite, facts, usual);
+            playWithout(run, plugin, suite, {suite.name, hostkit::kEveryVersion}, facts, usual);
+            playWithout(run, plugin, suite, {suite.name, suite.version}, facts, usual);
         }
     }
     plugin.finish();

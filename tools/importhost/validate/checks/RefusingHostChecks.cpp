@@ -48,14 +48,16 @@ void suitesRunOut(CheckRun& run) {
 
 constexpr Check kChecks[] = {
     {"refused-suites", 2,
-     "Each of the suites that importers use is refused at every call of an editor's work with a clip. Calls that can "
-     "do without it (all of them for the PPix Cache Suite and the Error Suite) answer as ever; the others answer 99 "
-     "and send an error event that names the suite and its version; asked again, with the suite granted, the same clip "
+     "Each of the suites that importers use is refused at every call of an editor's work with a clip, in every version "
+     "or just in the one that this importer uses: it takes no other instead. Calls that can do without it (all of "
+     "them for the PPix Cache Suite and the Error Suite) answer as ever; the others answer 99 and send an error event "
+     "that names the suite and its version; asked again, with the suite granted, the same clip "
      "answers as if nothing had been. An older or newer editor lacks suites.",
      refusedSuites},
     {"failing-host-functions", 3,
-     "Whichever call that the plug-in makes of the host fails, at any time: the plug-in answers the call that it was "
-     "in with a failure (imOtherErr where no frame buffer can be had) or, where it needs nothing from the host's "
+     "Each kind of call that the plug-in makes of the host fails once: the first time that it is made in every kind of "
+     "step of an editor's work with a clip, and at higher levels a few more times. The plug-in answers the step "
+     "with a failure (imOtherErr where no frame buffer can be had) or, where it needs nothing from the host's "
      "function, as ever. It delivers no picture as good that is none, gives back all that it took, and "
      "works again when the host does. Hosts fail when memory is short; a plug-in that takes that badly takes the "
      "editor with it.",
@@ -71,8 +73,9 @@ constexpr Check kChecks[] = {
      "tick stands for a frame, the request is answered all the same, and nothing is divided by zero.",
      oddTicks},
     {"suites-run-out", 5,
-     "From one request for a suite on the host refuses them all, as one does that is being shut down or that ran out "
-     "of memory. What needs a suite that the plug-in does not hold yet is answered with 99, all else as ever; nothing "
+     "From one request for a suite on (some are tried, more at higher levels) the host refuses them all, as one does "
+     "that is being shut down or that ran out of memory. What needs a suite that the plug-in does not hold "
+     "yet is answered with 99, all else as ever; nothing "
      "is kept, and everything works again when the host grants suites again.",
      suitesRunOut, Company::Shared, kLongTimeLimit},
 };

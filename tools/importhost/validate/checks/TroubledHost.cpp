@@ -28,6 +28,13 @@ struct Disturbance {
     int countBefore;
 };
 
+// One trouble to come.
+struct Strike {
+    std::size_t round;          // how many there are of its kind before it
+    HostCall call;
+    int nth;
+};
+
 // One clip, and all the trouble that the plan has for it.
 class TroubledClip {
 public:
@@ -38,7 +45,7 @@ public:
     void play();
 
 private:
-    bool playWith(HostCall call);
+    std::vector<Strike> strikes();
     bool playWith(PlayedPlugin& plugin, HostCall call, int nth);
     void plan(PlayedPlugin& plugin, HostCall call, int nth);
     bool takeStep(Scenario& scenario, PlayedPlugin& plugin, std::size_t index, const Disturbance& disturbance);
@@ -86,11 +93,43 @@ void TroubledClip::noteFirsts(hostkit::Host& host, const ScenarioStep& step,
     }
 }
 
-void TroubledClip::play() {
+// One of each call before the second of any: when time runs out none is left out.
+std::vector<Strike> TroubledClip::strikes() {
+    std::vector<Strike> strikes;
     for (std::size_t i = 0; i < kCalls; ++i) {
         const HostCall call = static_cast<HostCall>(i);
         const bool isWanted = m_plan.only.empty() || isOneOf(m_plan.only, call);
-        if (isWanted && !isOneOf(m_plan.spared, call) && !isOneOf(kCallsOfTheHost, call) && !playWith(call)) {
+        if (isWanted && !isOneOf(m_plan.spared, call) && !isOneOf(kCallsOfTheHost, call) && usualCount(call) > 0) {
+            std::size_t round = 0;
+            for (const int nth : choose(call)) {
+                strikes.push_back({round++, call, nth});
+            }
+        }
+    }
+    std::ranges::stable_sort(strikes, {}, &Strike::round);
+    return strikes;
+}
+
+void TroubledClip::play() {
+    const std::vector<Strike> all = strikes();
+    std::unique_ptr<PlayedPlugin> plugin;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!m_run.hasTime()) {
+            m_run.step(m_clip.name);
+            m_run.note("time is short: the host got into " + std::to_string(i) + " of " + std::to_string(all.size()) +
+                       " troubles");
+            break;
+        }
+        if (!plugin) {
+            plugin = std::make_unique<PlayedPlugin>(m_run);
+        }
+        const bool isGood = playWith(*plugin, all[i].call, all[i].nth);
+        // Books that the host itself spoiled are of no use for the next one.
+        if (!isGood || givesBack(all[i].call)) {
+            plugin->finishAndTell();
+            plugin.reset();
+        }
+        if (!isGood) {
             return;
         }
     }
@@ -124,27 +163,6 @@ void TroubledClip::plan(PlayedPlugin& plugin, HostCall call, int nth) {
         case Trouble::FailsFromThenOn: faults.fail(call, kHostFailure, nth, hostkit::FaultPlan::kForEver); break;
         default: faults.throwFrom(call, kThrownText, nth); break;
     }
-}
-
-bool TroubledClip::playWith(HostCall call) {
-    if (usualCount(call) == 0) {
-        return true;
-    }
-    auto plugin = std::make_unique<PlayedPlugin>(m_run);
-    for (const int nth : choose(call)) {
-        if (!playWith(*plugin, call, nth)) {
-            plugin->finishAndTell();
-            return false;
-        }
-        // Books that the host itself spoiled are of no use for the next one.
-        if (givesBack(call)) {
-            plugin->finishAndTell();
-            plugin.reset();
-            plugin = std::make_unique<PlayedPlugin>(m_run);
-        }
-    }
-    plugin->finish();
-    return !m_run.hasFailed();
 }
 
 bool TroubledClip::playWith(PlayedPlugin& plugin, HostCall call, int nth) {
