@@ -7,12 +7,15 @@ namespace importhost::validate {
 
 namespace {
 
+// Every format of every file.
+constexpr std::chrono::seconds kLongTimeLimit{180};
+
 constexpr Check kChecks[] = {
     {"async-equals-sync", 1,
      "A frame that was announced and then collected is the picture that the importer draws at once, byte for byte, in "
      "every format that it offers; one that cannot be drawn at once is not delivered (aiUnknownError). Else playback "
      "shows what a still picture does not.",
-     asyncEqualsSync},
+     asyncEqualsSync, Company::Shared, kLongTimeLimit},
     {"async-unannounced", 2,
      "A frame that was never announced, or was collected before, is delivered all the same. Editors collect what they "
      "forgot to announce.",

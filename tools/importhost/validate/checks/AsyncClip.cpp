@@ -128,7 +128,7 @@ void forEachAsyncClip(CheckRun& run, PlayedPlugin& plugin, const std::function<v
 }
 
 void forSomeAsyncClips(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
-    int left = run.effort(2, 8);
+    int left = run.effort(2, 5);
     forEachAsyncClip(run, plugin, [&](AsyncClip& async) {
         if (left-- > 0) {
             look(async);

@@ -46,7 +46,7 @@ void asyncEqualsSync(CheckRun& run) {
         const std::vector<PrPixelFormat>& formats = async.clip().formats();
         const std::size_t most = static_cast<std::size_t>(run.effort(1, 20));
         for (std::size_t i = 0; i < std::min(most, formats.size()); ++i) {
-            const Frames frames = async.drawSome(i == 0 ? run.effort(4, 30) : 3, formats[i]);
+            const Frames frames = async.drawSome(i == 0 ? run.effort(4, 16) : 2, formats[i]);
             announceAll(async, frames);
             collectAll(async, frames);
         }
