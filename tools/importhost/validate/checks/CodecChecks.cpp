@@ -6,6 +6,9 @@ namespace importhost::validate {
 
 namespace {
 
+// A playthrough of a clip with big pictures takes seconds, and the time is looked at between them only.
+constexpr std::chrono::seconds kLongTimeLimit{180};
+
 constexpr Check kChecks[] = {
     {"codec-given-back", 1,
      "After a clip was opened, described, asked for frames at once and ahead of time, and closed, every codec instance "
@@ -19,14 +22,14 @@ constexpr Check kChecks[] = {
      "described; without decode session or decoding, frames are answered with imBadCompression (8) and asynchronous "
      "ones with aiUnknownError (2); failing releases, texts and parameters change nothing. Sound goes on. Nothing "
      "leaks, and all is well again when the codec is.",
-     codecFailsForGood},
+     codecFailsForGood, Company::Shared, kLongTimeLimit},
     {"codec-fails-once", 3,
      "Each codec function fails at its first, second, third ... call while a clip is opened, described, played, played "
      "ahead, quieted, opened again and closed. The call that was struck is answered with imBadFile (2) when it "
      "describes and with imBadCompression (8) or aiUnknownError (2) when it decodes, the same call works when it is "
      "made again, all others are answered as ever, and nothing leaks. An editor's user sees one broken frame at most, "
      "not a clip that is lost until the next start.",
-     codecFailsOnce},
+     codecFailsOnce, Company::Shared, kLongTimeLimit},
     {"codec-tells-unknown-type", 3,
      "The codec describes a stream of a type that nobody knows: stream 0 is answered with imOtherErr (5) and so is its "
      "asynchronous importer. When the codec describes it rightly again, the same clip opens. A newer codec would make "
@@ -41,7 +44,7 @@ constexpr Check kChecks[] = {
      "While the codec decodes one announced frame and does not come back, frames are announced without waiting, the "
      "clip itself delivers frames, and other clips open; collecting and flushing wait for the decoder and then give "
      "what they must. An editor's window would freeze otherwise.",
-     codecIsSlow},
+     codecIsSlow, Company::Shared, kLongTimeLimit},
     {"codec-fails-while-logging", 5,
      "The diagnostic log is on and the codec fails when it is asked for what the log tells of it: the importer starts "
      "all the same. A support engineer would otherwise get no log of exactly the machines that have a problem.",
