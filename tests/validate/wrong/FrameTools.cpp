@@ -1,5 +1,7 @@
 #include "wrong/FrameTools.h"
 
+#include <limits>
+
 namespace wrong {
 
 namespace {
@@ -12,7 +14,9 @@ PrTime describedScale = 1;
 PrTime describedFrames = 0;
 
 void remember(const imFileInfoRec8& info) {
-    if (info.hasVideo && info.vidScale > 0 && info.vidSampleSize > 0) {
+    const bool isCountable =
+        info.vidSampleSize > 0 && info.vidSampleSize <= std::numeric_limits<PrTime>::max() / kTicksPerSecond;
+    if (info.hasVideo && info.vidScale > 0 && isCountable) {
         describedRate = info.vidScale;
         describedScale = info.vidSampleSize;
         describedFrames = info.vidDuration / info.vidSampleSize;
