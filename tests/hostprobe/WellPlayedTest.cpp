@@ -50,8 +50,9 @@ void describe(ClipSession& clip) {
     const auto streams = clip.infos();
     ASSERT_EQ(streams.size(), 3u);
     EXPECT_EQ(streams.back().result, imBadStreamIndex);
-    EXPECT_EQ(clip.pixelFormats(), (std::vector<PrPixelFormat>{PrPixelFormat_BGRA_4444_8u, PrPixelFormat_YUYV_422_8u_601,
-                                                               PrPixelFormat_V210_422_10u_601}));
+    EXPECT_EQ(clip.pixelFormats(),
+              (std::vector<PrPixelFormat>{PrPixelFormat_BGRA_4444_8u, PrPixelFormat_YUYV_422_8u_601,
+                                          PrPixelFormat_V210_422_10u_601}));
     clip.info(0);
     EXPECT_EQ(clip.channelLayout(-1).labels[1], kPrAudioChannelLabel_FrontRight);
     for (const csSDK_int32 bytes : {0, 1, 17, 65536}) {

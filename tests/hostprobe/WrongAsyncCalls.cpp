@@ -60,7 +60,8 @@ WrongCases wrongAsyncCalls() {
              host.getFrame();
          })},
         {"RequestWhoseFrameIsForTheImporter", AsyncUnknown,
-         "aiInitiateAsyncRead: the private data is none of an asynchronous importer.", beforeFlushAndClose([](Host& host) {
+         "aiInitiateAsyncRead: the private data is none of an asynchronous importer.",
+         beforeFlushAndClose([](Host& host) {
              host.spoil[Host::kAsync + aiInitiateAsyncRead] = [](char* record) {
                  reinterpret_cast<aiAsyncRequest*>(record)->inSourceRec.inPrivateData = Host::current().privateData;
              };

@@ -80,7 +80,8 @@ TEST(HostileLog, AnHonestLogWithItsLinesShuffledDoesNoHarm) {
 
 TEST(HostileLog, BytesBehindATrueLineDoNoHarm) {
     std::mt19937 random(1);
-    std::string log = "[2026-11-16 00:44:11] [7] ----------------------\r\n[2026-11-16 00:44:11] [7] [imAnalysis] (12)\r\n";
+    std::string log = "[2026-11-16 00:44:11] [7] ----------------------\r\n"
+                      "[2026-11-16 00:44:11] [7] [imAnalysis] (12)\r\n";
     for (int i = 0; i < 1000000; ++i) {
         log.push_back(static_cast<char>(random() % 256));
     }

@@ -126,8 +126,9 @@ private:
     void compareMessages(const Editor& editor, bool startedByItself, ReplayReport& report) const {
         const auto files = editor.logFiles();
         if (files.size() != 1) {
-            report.remarks.push_back(files.empty() ? "The plug-in wrote no log: messages were not compared."
-                                                   : "Other programs wrote logs meanwhile: messages were not compared.");
+            report.remarks.push_back(
+                files.empty() ? "The plug-in wrote no log: messages were not compared."
+                              : "Other programs wrote logs meanwhile: messages were not compared.");
             return;
         }
         const replay::RecordedLog now = read(files.front(), hostkit::toUtf8(files.front()));

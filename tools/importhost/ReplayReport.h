@@ -47,8 +47,8 @@ struct ReplayReport {
 // Before the calls: the log, its files, the played host.
 std::string headText(const ReplayReport& report);
 
-// A call's line comes in two parts, so that a call that never returns is seen: "    12  imGetInfo8 clip.avi, stream 0: "
-// and "imNoErr (0)". A skipped one has no second part.
+// A call's line comes in two parts, so that a call that never returns is seen:
+// "    12  imGetInfo8 clip.avi, stream 0: " and "imNoErr (0)". A skipped one has no second part.
 std::string callText(const ReplayedCall& call);
 std::string resultText(const ReplayedCall& call);
 

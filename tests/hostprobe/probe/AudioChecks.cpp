@@ -76,7 +76,8 @@ class WidthTrial {
 public:
     explicit WidthTrial(const Width& width)
         : m_width(width), m_scale(std::ldexp(1.0, width.bits - 1)),
-          m_samples{-static_cast<csSDK_int64>(m_scale), -1, 0, 1, width.highest, static_cast<csSDK_int64>(m_scale / 2)} {}
+          m_samples{-static_cast<csSDK_int64>(m_scale), -1, 0, 1, width.highest,
+                    static_cast<csSDK_int64>(m_scale / 2)} {}
 
     void run() {
         if (checkFromInteger() && checkToInteger()) {

@@ -12,7 +12,9 @@ inline std::filesystem::path samplesFolder(const std::filesystem::path& workFold
 inline std::filesystem::path checkFolder(const std::filesystem::path& workFolder, std::string_view id) {
     return workFolder / "checks" / id;
 }
-inline std::filesystem::path eventFile(const std::filesystem::path& checkFolder) { return checkFolder / "events.jsonl"; }
+inline std::filesystem::path eventFile(const std::filesystem::path& checkFolder) {
+    return checkFolder / "events.jsonl";
+}
 inline std::filesystem::path traceFile(const std::filesystem::path& checkFolder) { return checkFolder / "calls.txt"; }
 
 }  // namespace importhost::validate

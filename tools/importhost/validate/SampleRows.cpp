@@ -16,7 +16,7 @@ using aviwriter::SampleFormat;
 using aviwriter::SampleOptions;
 using aviwriter::WaveRecord;
 
-constexpr std::uint32_t kRgb8 = 104;
+constexpr std::uint32_t kYuv422 = 104;
 constexpr std::uint32_t kWidth = 48;
 constexpr std::uint32_t kHeight = 32;
 
@@ -25,7 +25,7 @@ const SampleAudio kStereo{SampleFormat::pcm16, 2, 48000, WaveRecord::pcm16};
 SampleOptions sample(std::uint32_t frames, std::uint32_t rate, std::uint32_t scale, IndexKind index,
                      std::vector<SampleAudio> audio = {}) {
     SampleOptions options;
-    options.type = kRgb8;
+    options.type = kYuv422;
     options.width = kWidth;
     options.height = kHeight;
     options.frames = frames;

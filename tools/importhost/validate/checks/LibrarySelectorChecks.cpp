@@ -62,7 +62,8 @@ void unhandledSelectors(CheckRun& run) {
     PlayedPlugin plugin(run);
     for (csSDK_int32 selector = kLowest; selector <= kHighest; ++selector) {
         if (std::find(std::begin(kServed), std::end(kServed), selector) == std::end(kServed)) {
-            run.step("selector " + std::to_string(selector) + " (" + std::string(hostkit::selectorName(selector)) + ")");
+            run.step("selector " + std::to_string(selector) + " (" + std::string(hostkit::selectorName(selector)) +
+                     ")");
             expectRefused(run, plugin, selector);
         }
     }

@@ -59,8 +59,8 @@ void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int s
     for (const auto& desk : desks) {
         struck += desk->struck();
     }
-    run.note("clips: " + std::to_string(files.size()) + ", steps: " + std::to_string(taken) + " of " + std::to_string(steps) +
-             ", calls of codec and disk that failed: " + std::to_string(struck));
+    run.note("clips: " + std::to_string(files.size()) + ", steps: " + std::to_string(taken) + " of " +
+             std::to_string(steps) + ", calls of codec and disk that failed: " + std::to_string(struck));
 }
 
 // --- random-calls -----------------------------------------------------------------------------------------------
