@@ -115,7 +115,7 @@ csSDK_int32 refusesWhatIsPending(csSDK_int32 selector, void* parameter) {
         }
         pending.push_back(announcedTime(parameter));
     } else if (selector == aiGetFrame) {
-        std::erase(pending, static_cast<imSourceVideoRec*>(parameter)->inFrameTime);
+        std::erase(pending, PrTime{static_cast<imSourceVideoRec*>(parameter)->inFrameTime});
     }
     return rightAsync(selector, parameter);
 }
