@@ -35,4 +35,6 @@ private:
     std::uint64_t m_value = 0xCBF29CE484222325U;
 };
 
+inline std::uint64_t digestOf(const void* bytes, std::size_t count) { return Digest().add(bytes, count).value(); }
+
 }  // namespace importhost::validate

@@ -1,5 +1,7 @@
 #include "importhost/validate/checks/Playthrough.h"
 
+#include "importhost/validate/Digest.h"
+
 #include "hostkit/Names.h"
 #include "hostkit/PixelFormatTable.h"
 
@@ -12,16 +14,8 @@ namespace {
 
 constexpr csSDK_uint32 kSoundSamples = 1500;
 
-std::uint64_t digestOf(const void* bytes, std::size_t count) {
-    std::uint64_t digest = 0xCBF29CE484222325U;
-    for (std::size_t i = 0; i < count; ++i) {
-        digest = (digest ^ static_cast<const unsigned char*>(bytes)[i]) * 0x100000001B3U;
-    }
-    return digest;
-}
-
 // Without the addresses that the record carries.
-std::uint64_t digestOf(imFileInfoRec8 info) {
+std::uint64_t infoDigest(imFileInfoRec8 info) {
     info.privatedata = nullptr;
     info.prefs = nullptr;
     return digestOf(&info, sizeof(info));
@@ -140,7 +134,7 @@ Answers Playthrough::describeStep() {
     for (csSDK_int32 stream = m_streams; stream-- > 0;) {
         const auto info = m_clip->info(stream);
         answers.push_back({Asked::Info, "description of stream " + std::to_string(stream), info.result,
-                           describes(info.result) ? digestOf(*info.record.get()) : 0});
+                           describes(info.result) ? infoDigest(*info.record.get()) : 0});
     }
     if (!describes(answers.back().result)) {
         return answers;

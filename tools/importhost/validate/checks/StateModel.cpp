@@ -12,14 +12,6 @@ bool isDescribed(csSDK_int32 result) {
     return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
 }
 
-std::uint64_t digestOf(const void* bytes, std::size_t count) {
-    std::uint64_t digest = 0xCBF29CE484222325U;
-    for (std::size_t i = 0; i < count; ++i) {
-        digest = (digest ^ static_cast<const unsigned char*>(bytes)[i]) * 0x100000001B3U;
-    }
-    return digest;
-}
-
 Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame) {
     const std::vector<std::uint8_t> pixels = pixelsOf(frame);
     return {result, pixels.empty() ? 0 : digestOf(pixels.data(), pixels.size())};

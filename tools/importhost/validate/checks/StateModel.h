@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hostkit/RecordStorage.h"
+#include "importhost/validate/Digest.h"
 #include "importhost/validate/OpenClip.h"
 #include "importhost/validate/checks/ErrorEvents.h"
 
@@ -104,7 +105,6 @@ private:
 csSDK_int32 asyncResultFor(csSDK_int32 result);
 
 bool isDescribed(csSDK_int32 result);
-std::uint64_t digestOf(const void* bytes, std::size_t count);
 Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame);
 Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer);
 Outcome outcomeOf(const hostkit::AudioAnswer& answer);
