@@ -48,8 +48,7 @@ const AviChunk& AviStream::chunk(std::size_t index) const {
 }
 
 std::uint64_t AviStream::totalBytes() const {
-    const ChunkList& chunks = activeChunks();
-    return chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
+    return endOf(activeChunks());
 }
 
 std::optional<std::size_t> AviStream::findChunkByBytePosition(std::int64_t pos) const {
@@ -107,11 +106,6 @@ bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
     }
     context.formatBytesLeft -= m_format.size();
     return true;
-}
-
-void AviStream::addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
-    const std::uint64_t startByte = m_idx1Chunks.empty() ? 0 : m_idx1Chunks.back().startByte + m_idx1Chunks.back().size;
-    m_idx1Chunks.append({offset, startByte, size, keyframe});
 }
 
 void AviStream::shrinkToFit() {

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,11 @@ static_assert(sizeof(AviChunk) == 24);
 
 /// In the order of the index, which need not be that of the file.
 using ChunkList = BlockList<AviChunk>;
+
+/// The byte position behind the last chunk: the sum of all sizes.
+inline std::uint64_t endOf(const ChunkList& chunks) {
+    return chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
+}
 
 /// What the parts of one parse share.
 struct ParseContext {
@@ -88,7 +94,9 @@ public:
     /// Reads headers, format and OpenDML index of a "strl" list. False, with the reason among the context's
     /// errors, when the stream is not usable.
     bool parse(ParseContext& context, const ChunkNode& strl);
-    void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe);
+    void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
+        m_idx1Chunks.append({offset, endOf(m_idx1Chunks), size, keyframe});
+    }
 
     /// To be called once no more chunks come.
     void shrinkToFit();
@@ -97,7 +105,9 @@ private:
     void report(ParseContext& context, const std::string& message) const;
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
-    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, std::uint64_t& unbackedLeft);
+    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
+                      std::uint64_t& unbackedLeft);
+    void addOpenDmlChunks(std::uint64_t baseOffset, std::span<const avi::StdIndexEntry> entries);
 
     std::uint32_t m_streamNumber;
     avi::AVISTREAMHEADER m_header{};
