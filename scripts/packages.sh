@@ -18,6 +18,13 @@ check_packages=(
 # For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
 fuzz_packages=(clang libclang-rt-14-dev llvm)
 
+# For bench/run: the frame for measurements, the readers to compare with, and what draws the plots.
+bench_packages=(
+    libbenchmark-dev valgrind python3-matplotlib
+    libavformat-dev libavcodec-dev libavutil-dev
+    libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+)
+
 # The source of libpng, as Debian has it: Debian packages no build of it for Windows.
 source_packages=(libpng1.6)
 

@@ -1,0 +1,82 @@
+#include "open/Cases.h"
+
+#include "aviwriter/AviFileWriter.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+// At usual data rates a segment of one gigabyte has about as many chunks of each stream.
+constexpr std::uint64_t kEntriesPerIndex = 16 * 1024;
+constexpr std::uint64_t kBytesPerChunk = 8 + 4 + 8;  // header, data, and its index entry
+
+std::filesystem::path folder() {
+    const char* named = std::getenv("QUORVANE_BENCH_FILES");
+    if (!named) {
+        throw std::runtime_error("QUORVANE_BENCH_FILES names no folder for the files to open");
+    }
+    return named;
+}
+
+aviwriter::FileLayout layoutOf(const Case& of) {
+    aviwriter::FileLayout layout;
+    layout.index = of.openDml ? aviwriter::IndexKind::openDml : aviwriter::IndexKind::idx1;
+    layout.segmentBytes = kEntriesPerIndex * kBytesPerChunk * of.streams;
+    layout.superIndexRoom = static_cast<std::uint32_t>(of.chunks / of.streams / kEntriesPerIndex + 2);
+    return layout;
+}
+
+void write(const Case& of, const std::filesystem::path& path) {
+    aviwriter::FileSink sink(path);
+    const std::vector<aviwriter::AudioTrack> sound(of.streams - 1);
+    aviwriter::AviFileWriter writer(sink, layoutOf(of), aviwriter::VideoTrack{}, sound);
+    const aviwriter::Bytes data = aviwriter::u32(0x01020304);  // of a stereo stream, one sample frame
+    for (std::uint64_t i = 0; i < of.chunks; ++i) {
+        if (i % of.streams == 0) {
+            writer.writeVideo(data);
+        } else {
+            writer.writeAudio(i % of.streams - 1, data);
+        }
+    }
+    writer.finish();
+    sink.close();
+}
+
+}  // namespace
+
+std::string Case::name() const {
+    return std::string(openDml ? "openDml" : "idx1") + "/" + std::to_string(chunks) + "-in-" + std::to_string(streams);
+}
+
+std::string Case::file() const {
+    std::string fileName = name() + ".avi";
+    fileName[fileName.find('/')] = '-';
+    const std::filesystem::path path = folder() / fileName;
+    if (!std::filesystem::exists(path)) {
+        // A run that is ended in the middle must not leave half a file under the name.
+        std::filesystem::path unfinished = path;
+        unfinished += ".part";
+        write(*this, unfinished);
+        std::filesystem::rename(unfinished, path);
+    }
+    return path.string();
+}
+
+std::vector<Case> allCases() {
+    std::vector<Case> cases;
+    for (const bool openDml : {true, false}) {
+        for (const std::uint64_t chunks : {10'000, 100'000, 1'000'000, 2'000'000, 10'000'000}) {
+            cases.push_back({openDml, chunks, 2});
+        }
+        for (const std::uint32_t streams : {1u, 8u, 32u}) {
+            cases.push_back({openDml, 1'000'000, streams});
+        }
+    }
+    return cases;
+}
+
+}  // namespace bench

@@ -1,0 +1,31 @@
+// What opens the files. Each function opens a file and indexes all of it, tells how long that took, and gives
+// everything back outside of that time. Those that cannot open the file throw std::runtime_error.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace bench {
+
+struct Opening {
+    double seconds = 0;
+    std::uint64_t entries = 0;  ///< chunks that the reader knows afterwards, of all streams
+};
+
+/// The plug-in's own file class and parser, as the importer uses them.
+Opening openWithPlugin(const std::string& path);
+
+/// libavformat: avformat_open_input, which reads the headers and the index. avformat_find_stream_info, which goes on to
+/// read packets, is left out.
+Opening openWithLibav(const std::string& path);
+
+/// GStreamer: filesrc ! avidemux from the pipeline's first state change on to the moment when the demuxer has shown all
+/// streams and reads its first data; it has read the index by then. It does not tell how many chunks it knows: `entries`
+/// stays 0, and that the duration is right stands for it.
+Opening openWithGStreamer(const std::string& path, double seconds);
+
+/// The least that any reader has to do: the index bytes are read, from places that are known beforehand, and a table of
+/// the same rows is filled in a plain loop. No headers, no checks.
+Opening openAtFloor(const std::string& path);
+
+}  // namespace bench

@@ -1,0 +1,35 @@
+#!/usr/bin/env python3
+"""Makes results.json, table.md and the plots of what the benchmark programs measured, and prints the table.
+
+Its exit code tells whether the report could be made, not whether the targets are met: those depend on the machine.
+"""
+import argparse
+import json
+from pathlib import Path
+
+import plots
+import table
+from rows import Rows
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--results", type=Path, required=True, help="folder of the programs' JSON files")
+    parser.add_argument("--targets", type=Path, required=True, help="folder whose folders have a targets.json")
+    parser.add_argument("--out", type=Path, required=True, help="where the report goes")
+    options = parser.parse_args()
+
+    rows = Rows(options.results)
+    areas = [json.loads(file.read_text()) for file in sorted(options.targets.glob("*/targets.json"))]
+    (options.out / "results.json").write_text(json.dumps(rows.as_json(), indent=1) + "\n")
+    text = table.table(rows, areas)
+    (options.out / "table.md").write_text(text)
+    print(text)
+    for area in areas:
+        for plot in area.get("plots", []):
+            if plots.draw(rows, plot, options.out):
+                print(f"{options.out}/{plot['file']}")
+
+
+if __name__ == "__main__":
+    main()
