@@ -20,8 +20,8 @@ MeasuredClip::MeasuredClip(MeasuredPlugin& plugin, const std::filesystem::path& 
     const auto info = m_clip.info(0);
     if (info->hasVideo) {
         const PrTime ticks = plugin.session().host().profile().ticksPerSecond;
-        for (csSDK_int64 frame = 0; frame < hostkit::frameCount(*info); ++frame) {
-            m_times.push_back(hostkit::timeOfFrame(*info, frame, ticks));
+        for (csSDK_int64 frame = 0; frame < hostkit::frameCount(*info.record); ++frame) {
+            m_times.push_back(hostkit::timeOfFrame(*info.record, frame, ticks));
         }
         m_formats = {{0, 0, m_clip.pixelFormats().at(0)}};
     }

@@ -5,17 +5,22 @@
 #include <exception>
 #include <utility>
 
-FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite)
-    : frameTime(record.inFrameTime), ppixSuite(suite) {
+FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite, FrameMemory& frameMemory)
+    : memory(frameMemory), block(frameMemory.take()), frameTime(record.inFrameTime), ppixSuite(suite) {
+    frameFormats.clear();
     if (record.inFrameFormats != nullptr && record.inNumFrameFormats > 0) {
         frameFormats.assign(record.inFrameFormats, record.inFrameFormats + record.inNumFrameFormats);
     }
 }
 
 FrameRequest::~FrameRequest() {
-    if (ppix == nullptr) {
-        return;
+    if (ppix != nullptr) {
+        disposePPix();
     }
+    memory.giveBack(std::move(block));
+}
+
+void FrameRequest::disposePPix() {
     try {
         ppixSuite->Dispose(ppix);
     } catch (const std::exception& error) {
