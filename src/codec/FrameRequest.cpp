@@ -5,8 +5,13 @@
 #include <exception>
 #include <utility>
 
-FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite, FrameMemory& frameMemory)
-    : memory(frameMemory), block(frameMemory.take()), frameTime(record.inFrameTime), ppixSuite(suite) {
+FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite, FrameMemory& memory)
+    : m_memory(memory),
+      m_block(memory.take()),
+      frameTime(record.inFrameTime),
+      frameFormats(m_block->frameFormats),
+      frameBuffer(m_block->frameBuffer),
+      ppixSuite(suite) {
     frameFormats.clear();
     if (record.inFrameFormats != nullptr && record.inNumFrameFormats > 0) {
         frameFormats.assign(record.inFrameFormats, record.inFrameFormats + record.inNumFrameFormats);
@@ -17,7 +22,7 @@ FrameRequest::~FrameRequest() {
     if (ppix != nullptr) {
         disposePPix();
     }
-    memory.giveBack(std::move(block));
+    m_memory.giveBack(std::move(m_block));
 }
 
 void FrameRequest::disposePPix() {

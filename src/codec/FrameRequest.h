@@ -6,6 +6,7 @@
 #include "sdk/SdkImporter.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 struct FrameRequest {
@@ -22,17 +23,19 @@ struct FrameRequest {
     // Gives the frame to the caller, who hands it to the host.
     PPixHand takePPix();
 
-    FrameMemory& memory;                        // not owned
-    FrameMemory::Block block;
+private:
+    void disposePPix();
+
+    FrameMemory& m_memory;
+    std::unique_ptr<FrameMemory::Block> m_block;
+
+public:
     PrTime frameTime = 0;                       // host ticks
-    std::vector<imFrameFormat>& frameFormats = block.frameFormats;   // acceptable to the host, best first
+    std::vector<imFrameFormat>& frameFormats;   // acceptable to the host, best first
     std::uint32_t frameIndex = 0;               // set by LocateFrame
     std::uint32_t compressedSize = 0;           // bytes of the compressed frame, set by ReadFrame
-    ByteBuffer& frameBuffer = block.frameBuffer;   // the compressed frame
+    ByteBuffer& frameBuffer;                    // the compressed frame
     PPixHand ppix = nullptr;                    // set by DecodeFrame
     const PrSDKPPixSuite* ppixSuite = nullptr;  // not owned
     bool formatChanged = false;                 // DecodeFrame ended a session for another pixel format
-
-private:
-    void disposePPix();
 };
