@@ -1,15 +1,18 @@
 // One request of the host for one frame, from its record to the frame buffer.
 #pragma once
 
+#include "codec/FrameMemory.h"
 #include "fileio/ByteBuffer.h"
 #include "sdk/SdkImporter.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 struct FrameRequest {
-    // Copies what the host's record says: the record is the host's again when its call returns.
-    FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite);
+    // Copies what the host's record says: the record is the host's again when its call returns. What the request needs
+    // of memory is taken from `memory`, which must outlive it, and goes back there.
+    FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, FrameMemory& memory);
 
     // Disposes a frame that was not handed over; what the host throws at that is only logged.
     ~FrameRequest();
@@ -20,11 +23,18 @@ struct FrameRequest {
     // Gives the frame to the caller, who hands it to the host.
     PPixHand takePPix();
 
+private:
+    void disposePPix();
+
+    FrameMemory& m_memory;
+    std::unique_ptr<FrameMemory::Block> m_block;
+
+public:
     PrTime frameTime = 0;                       // host ticks
-    std::vector<imFrameFormat> frameFormats;    // acceptable to the host, best first
+    std::vector<imFrameFormat>& frameFormats;   // acceptable to the host, best first
     std::uint32_t frameIndex = 0;               // set by LocateFrame
     std::uint32_t compressedSize = 0;           // bytes of the compressed frame, set by ReadFrame
-    ByteBuffer frameBuffer;                     // the compressed frame
+    ByteBuffer& frameBuffer;                    // the compressed frame
     PPixHand ppix = nullptr;                    // set by DecodeFrame
     const PrSDKPPixSuite* ppixSuite = nullptr;  // not owned
     bool formatChanged = false;                 // DecodeFrame ended a session for another pixel format

@@ -83,7 +83,8 @@ csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1
 }  // namespace
 
 csSDK_int32 DispatchSelector(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    if (!moduleState.logSwitchRead.exchange(true)) {
+    // Looked at before it is written: a write would take the flag away from every other thread's cache.
+    if (!moduleState.logSwitchRead.load(std::memory_order_relaxed) && !moduleState.logSwitchRead.exchange(true)) {
         ReadLogSwitch();
     }
     Log("----------------------");

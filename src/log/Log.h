@@ -7,7 +7,12 @@
 
 // Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off; include headers
 // that have a function of this name first. May be called on any thread. Never reports a failure.
-#define Log(...) (LogEnabled() ? WriteLogLine(__VA_ARGS__) : static_cast<void>(0))
+#define Log(...)                       \
+    do {                               \
+        if (LogEnabled()) [[unlikely]] { \
+            WriteLogLine(__VA_ARGS__); \
+        }                              \
+    } while (false)
 
 // Whether lines are written at all: for work that only a log needs.
 inline bool LogEnabled() {
@@ -15,7 +20,7 @@ inline bool LogEnabled() {
 }
 
 // What Log calls while the log is on: creates the writer at the first line, then writes.
-LOG_PRINTF_FORMAT(1, 2)
+LOG_PRINTF_FORMAT(1, 2) LOG_RARELY_CALLED
 void WriteLogLine(const char* format, ...) noexcept;
 
 // Sets the name that log files begin with and the switches' defaults. Called once, at module load.

@@ -1,0 +1,66 @@
+// One frame after the other, as the host asks for them: what of a request's time is neither the reading of the file nor
+// the codec's decode.
+//
+// A big picture's decode drives everything else out of the processor's caches, so that hundreds of nanoseconds of work
+// take microseconds, whoever does it. The same frames are therefore fetched in turn by a loop that does only what must
+// be done; the difference is the plug-in.
+#include "bench/frames/FloorFrames.h"
+#include "bench/frames/FrameSamples.h"
+#include "bench/plugin/MeasuredClip.h"
+
+#include <benchmark/benchmark.h>
+
+#include <utility>
+
+namespace {
+
+// Of each frame, in nanoseconds.
+struct Times {
+    std::vector<double> read;
+    std::vector<double> decode;
+    std::vector<double> other;
+
+    template <class GetFrame>
+    void measure(hostkit::SpiedCall& reads, hostkit::SpiedCall& decodes, GetFrame getFrame) {
+        reads.clear();
+        decodes.clear();
+        const std::uint64_t start = hostkit::nanosecondsNow();
+        getFrame();
+        const std::uint64_t total = hostkit::nanosecondsNow() - start;
+        read.push_back(static_cast<double>(reads.nanoseconds()));
+        decode.push_back(static_cast<double>(decodes.nanoseconds()));
+        other.push_back(static_cast<double>(total - reads.nanoseconds() - decodes.nanoseconds()));
+    }
+};
+
+// The row's time is both requests'; its counters are medians over the frames: reading, decoding and all else of the
+// plug-in's request, all else of the loop's, and what the plug-in takes beyond the loop.
+void measure(benchmark::State& state, const std::filesystem::path& file) {
+    MeasuredPlugin plugin(kBigFrameBytes);
+    MeasuredClip clip(plugin, file);
+    FloorFrames floor(plugin.host(), file);
+    clip.getFrame(0);   // begins the codec's session
+    Times ours;
+    Times least;
+    csSDK_int64 frame = 0;
+    for (auto _ : state) {
+        ++frame;
+        ours.measure(plugin.spy().reads(), plugin.spy().decodes(), [&] { clip.getFrame(frame); });
+        least.measure(floor.reads, floor.decodes, [&] { floor.getFrame(static_cast<std::uint64_t>(frame)); });
+    }
+    const double other = medianOf(std::move(ours.other));
+    const double floorOther = medianOf(std::move(least.other));
+    state.counters["read"] = medianOf(std::move(ours.read));
+    state.counters["decode"] = medianOf(std::move(ours.decode));
+    state.counters["other"] = other;
+    state.counters["floorOther"] = floorOther;
+    state.counters["plugin"] = other - floorOther;
+}
+
+void bigFrames(benchmark::State& state) { measure(state, bigClip()); }
+void smallFrames(benchmark::State& state) { measure(state, smallClip()); }
+
+BENCHMARK(bigFrames)->Name("frames/sync/1080p")->Iterations(50)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(smallFrames)->Name("frames/sync/180p")->Iterations(400)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+}  // namespace

@@ -1,0 +1,37 @@
+// The built plug-in, loaded and started in a host whose frames and sound cost nothing, with its reads and decodes
+// watched. One at a time.
+#pragma once
+
+#include "hostkit/CallSpy.h"
+#include "hostkit/Host.h"
+#include "hostkit/ImporterSession.h"
+#include "hostkit/LightHost.h"
+#include "hostkit/PluginLibrary.h"
+
+#include <cstddef>
+
+class MeasuredPlugin {
+public:
+    // Loads the plug-in that lies beside the running program. Frame buffers have `frameBytes`. Throws
+    // std::runtime_error.
+    explicit MeasuredPlugin(std::size_t frameBytes);
+    ~MeasuredPlugin();
+    MeasuredPlugin(const MeasuredPlugin&) = delete;
+    MeasuredPlugin& operator=(const MeasuredPlugin&) = delete;
+
+    hostkit::ImporterSession& session() { return m_session; }
+    hostkit::LightHost& host() { return m_lightHost; }
+    hostkit::CallSpy& spy() { return m_spy; }
+
+    // The entry, called without anything between.
+    csSDK_int32 call(csSDK_int32 selector, void* param1, void* param2) {
+        return m_plugin.entry()(selector, m_host.stdParms(), param1, param2);
+    }
+
+private:
+    hostkit::Host m_host;
+    hostkit::LightHost m_lightHost;
+    hostkit::PluginLibrary m_plugin;
+    hostkit::CallSpy m_spy;
+    hostkit::ImporterSession m_session;
+};
