@@ -20,7 +20,8 @@ ChunkReader::ChunkReader(fileio::File& file)
     : m_file(file),
       m_start(notNegative(file.tell())),
       m_fileSize(notNegative(file.size())),
-      m_directBudget(m_fileSize + avi::kOverlapAllowance) {}
+      m_directBudget(m_fileSize + avi::kOverlapAllowance),
+      m_blockBudget(avi::kHeaderPasses * m_fileSize + avi::kOverlapAllowance) {}
 
 std::uint64_t ChunkReader::existing(std::uint64_t position, std::uint64_t count) const {
     return position < m_fileSize ? std::min(count, m_fileSize - position) : 0;
@@ -34,6 +35,10 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
         const std::uint64_t where = position + done;
         const Block* block = findBlock(where);
         if (!block) {
+            if (m_blockBudget < kBlockSize) {
+                return done;
+            }
+            m_blockBudget -= kBlockSize;
             block = loadBlock(where);
         }
         if (!block) {
@@ -50,15 +55,17 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
 
 std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination, std::uint64_t count) {
     const std::uint64_t wanted = existing(position, count);
-    if (wanted == 0 || wanted > m_directBudget) {
+    if (wanted == 0) {
         return 0;
     }
-    m_directBudget -= wanted;
     const Block* block = findBlock(position);
-    if (block && block->holds(position + wanted - 1)) {
-        return read(position, destination, wanted);
+    const bool isLoaded = block && block->holds(position + wanted - 1);
+    const std::uint64_t cost = isLoaded ? wanted : std::max(wanted, avi::kLeastReadCost);
+    if (cost > m_directBudget) {
+        return 0;
     }
-    return readFile(position, destination, wanted);
+    m_directBudget -= cost;
+    return isLoaded ? read(position, destination, wanted) : readFile(position, destination, wanted);
 }
 
 bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::uint64_t count) {

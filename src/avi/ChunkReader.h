@@ -25,7 +25,7 @@ public:
     std::uint64_t existing(std::uint64_t position, std::uint64_t count) const;
 
     /// Reads `count` bytes at `position` by way of a block that is kept for the next read. Gives the bytes read,
-    /// fewer at the end of the file or on failure.
+    /// fewer at the end of the file, on failure and when too much was read already.
     std::uint64_t read(std::uint64_t position, void* destination, std::uint64_t count);
 
     /// The same in one read straight into `destination`, for what is large or read once.
@@ -59,7 +59,8 @@ private:
     fileio::File& m_file;
     std::uint64_t m_start;
     std::uint64_t m_fileSize;
-    std::uint64_t m_directBudget;
+    std::uint64_t m_directBudget;   // bytes that readDirect may still read
+    std::uint64_t m_blockBudget;    // bytes that may still be read into blocks
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;
     ByteBuffer m_piece;

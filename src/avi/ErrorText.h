@@ -10,10 +10,13 @@ class ErrorText {
 public:
     /// Appends one message, which ends in a line feed. Messages past the limit are dropped.
     void add(std::string_view line) {
-        if (m_text.size() < avi::kMaxErrorText) {
+        if (hasRoom()) {
             m_text += line;
         }
     }
+
+    /// Whether a further message would be kept; making one is not free.
+    bool hasRoom() const { return m_text.size() < avi::kMaxErrorText; }
 
     const std::string& text() const { return m_text; }
 

@@ -86,7 +86,10 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         m_useOpenDmlIndex = false;
     };
     const auto failUnreadable = [&] {
-        fail("could not read standard index at: " + std::to_string(position) + ", size: " + std::to_string(size));
+        m_useOpenDmlIndex = false;
+        if (context.errors.hasRoom()) {   // a super index can hold millions of such entries
+            fail("could not read standard index at: " + std::to_string(position) + ", size: " + std::to_string(size));
+        }
     };
 
     RecordReader records(context.reader, position, size);

@@ -38,6 +38,16 @@ constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 /// three times its bytes of memory.
 constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
+/// A read of formats or indexes that goes to the file counts as at least so many of those bytes. A recorder writes an
+/// index chunk behind megabytes of media; a damaged super index can lead to millions of indexes of a byte each, and on
+/// a network drive each of them takes a journey there and back.
+constexpr std::uint64_t kLeastReadCost = 4096;
+
+/// Reads for chunk headers may take in twice as many bytes as the file has, and kOverlapAllowance more. The walk over
+/// an honest file reads no byte twice, and the headers once more at most; lists that run past their parents' ends lead
+/// it over the same gigabytes again and again.
+constexpr std::uint64_t kHeaderPasses = 2;
+
 /// Collected messages in bytes: more than any reader of a log would look at.
 constexpr std::size_t kMaxErrorText = std::size_t{1} << 20;
 

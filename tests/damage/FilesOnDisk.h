@@ -1,0 +1,14 @@
+// The catalogue's files in a folder.
+#pragma once
+
+#include "damage/Catalogue.h"
+
+#include <filesystem>
+
+namespace damage {
+
+// Both give the path, and throw std::runtime_error when the disk refuses.
+std::filesystem::path writeBytes(const std::filesystem::path& path, const Bytes& bytes);
+std::filesystem::path writeDamaged(const std::filesystem::path& folder, const DamagedFile& file);
+
+}  // namespace damage

@@ -1,0 +1,86 @@
+// What it costs to parse the worst files there are: bounded by the bytes that a file has, whatever it claims. Counts
+// are compared, never time.
+#include "damage/HostileShapes.h"
+
+#include "avi/AviParser.h"
+#include "support/FaultFile.h"
+#include "support/MemoryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <ostream>
+
+namespace damage {
+
+// For the name of a failed test.
+static void PrintTo(const HostileShape& shape, std::ostream* out) { *out << shape.name; }
+
+namespace {
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;
+constexpr std::size_t kFileBytes = 64 * kMiB;
+
+class HostileCost : public testing::TestWithParam<HostileShape> {
+protected:
+    struct Cost {
+        std::size_t fileBytes = 0;
+        bool usable = false;
+        std::size_t reads = 0;
+        std::size_t bytesRead = 0;
+        std::size_t nodes = 0;
+        std::size_t chunks = 0;
+        std::size_t messageBytes = 0;
+    };
+
+    static Cost costOf(const HostileShape& shape, std::size_t bytes) {
+        fileio::MemoryFile memory(shape.make(bytes));
+        fileio::FaultFile file(memory);
+        AviParser parser;
+        Cost cost;
+        cost.fileBytes = static_cast<std::size_t>(memory.size());
+        cost.usable = parser.parse(file);
+        cost.reads = file.reads().size();
+        cost.bytesRead = static_cast<std::size_t>(file.bytesRead());
+        cost.nodes = parser.chunkTree().size();
+        cost.messageBytes = parser.errorText().size();
+        for (const auto& stream : parser.streams()) {
+            cost.chunks += stream->idx1Chunks().size() + stream->openDmlChunks().size();
+        }
+        return cost;
+    }
+};
+
+TEST_P(HostileCost, IsBoundedByTheSizeOfTheFile) {
+    const Cost cost = costOf(GetParam(), kFileBytes);
+    EXPECT_GE(cost.fileBytes, kFileBytes - 4 * 1024);
+    EXPECT_LE(cost.fileBytes, kFileBytes + 4 * 1024);
+    EXPECT_TRUE(cost.usable) << "the shape misses its aim: the file is refused";
+    // Headers twice, formats and indexes once, and 4 MiB beside each.
+    EXPECT_LE(cost.bytesRead, 3 * cost.fileBytes + 8 * kMiB);
+    // 64 KiB at a time for headers, at least 4 KiB at a time for all else.
+    EXPECT_LE(cost.reads, (2 * cost.fileBytes + 4 * kMiB) / 65'536 + (cost.fileBytes + 4 * kMiB) / 4096);
+    EXPECT_LE(cost.nodes, 500'000u);
+    EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 500'000);
+    EXPECT_LE(cost.messageBytes, kMiB + 200);
+}
+
+TEST_P(HostileCost, IsBoundedForASmallFileToo) {
+    const Cost cost = costOf(GetParam(), kMiB);
+    EXPECT_LE(cost.bytesRead, 3 * cost.fileBytes + 8 * kMiB);
+    EXPECT_LE(cost.nodes, cost.fileBytes / 8 + 10'000);
+    EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 500'000);
+}
+
+std::string testNameOf(const testing::TestParamInfo<HostileShape>& info) {
+    std::string name = info.param.name;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, HostileCost, testing::ValuesIn(hostileShapes().begin(), hostileShapes().end()),
+                         testNameOf);
+
+}  // namespace
+
+}  // namespace damage
