@@ -39,7 +39,9 @@ public:
             ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
             ->capture_default_str();
         app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
-        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")->type_name("N");
+        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")
+            ->type_name("N")
+            ->check(CLI::NonNegativeNumber.description(""));
         app.add_option("--jobs", m_jobs, "How many checks run at once; as the machine has processors, at most 4, "
                                          "when left out")
             ->type_name("N")
