@@ -68,6 +68,7 @@ TEST(Sampling, NeverTakesOneTwice) {
     for (std::int64_t total = 1; total < 60; ++total) {
         for (std::int64_t most = 1; most < 60; ++most) {
             const Indexes indexes = spreadIndexes(total, most);
+            ASSERT_FALSE(indexes.empty());
             ASSERT_TRUE(std::is_sorted(indexes.begin(), indexes.end(), std::less_equal<>())) << total << " " << most;
             ASSERT_LE(indexes.size(), static_cast<std::size_t>(most));
             ASSERT_EQ(indexes.front(), 0);

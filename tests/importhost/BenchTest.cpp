@@ -1,5 +1,9 @@
 // importhost bench: what it measures and tells, and what it refuses. How fast things are is nobody's promise.
+#include "importer/TestHome.h"
+#include "importhost/RunLog.h"
 #include "importhost/Sample.h"
+
+#include "hostkit/PluginLog.h"
 
 #include <nlohmann/json.hpp>
 
@@ -154,6 +158,39 @@ TEST_F(Bench, AHostThatKnowsNoAsynchronousFramesGetsNone) {
     const Json file = fileJson({"--profile", "no-async"});
     EXPECT_EQ(valuesOf(file["ahead"], "ahead"), std::vector<Json>{0});
     EXPECT_EQ(file["noAhead"], "the host 'no-async' does not know asynchronous frames");
+}
+
+// How many frames were announced and not collected at most, again and again until none was.
+std::vector<int> highestPending(const std::string& log) {
+    std::vector<int> peaks;
+    int pending = 0;
+    int peak = 0;
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);) {
+        pending += contains(line, "REQUEST: Adding:") ? 1 : 0;
+        peak = std::max(peak, pending);
+        if (contains(line, "REQUEST: Requesting:") && --pending == 0) {
+            peaks.push_back(std::exchange(peak, 0));
+        }
+    }
+    peaks.erase(std::unique(peaks.begin(), peaks.end()), peaks.end());
+    return peaks;
+}
+
+TEST_F(Bench, AnnouncesAsManyFramesAheadAsItSays) {
+    useTestHome();
+    const ProgramRun run = bench({"--log"});
+    EXPECT_TRUE(contains(run.output, "the log is on\n")) << run.output;
+    EXPECT_EQ(highestPending(programs::logOf(run)), (std::vector<int>{1, 2, 4, 8, 16}));
+}
+
+TEST_F(Bench, TheUsersLogIsOffMeanwhileAndThenOnAgain) {
+    useTestHome();
+    const hostkit::LogSwitch usersOwn(true);
+    const hostkit::PluginLog log;
+    EXPECT_EQ(bench({"--frames", "1"}).exitCode, 0);
+    EXPECT_EQ(log.newFiles(), std::vector<std::filesystem::path>{});
+    EXPECT_TRUE(hostkit::LogSwitch::isOn());
 }
 
 // A lower bound, which no machine is too slow for.
