@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+using programs::contains;
 using programs::importhost;
 using programs::ProgramRun;
 using programs::Sample;
@@ -15,8 +16,6 @@ using programs::withFake;
 namespace {
 
 using Json = nlohmann::json;
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // Without a row's numbers: the lines' first words up to the first two blanks behind them.
 std::vector<std::string> rowNames(const std::string& output) {
