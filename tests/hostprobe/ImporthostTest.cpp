@@ -22,6 +22,7 @@ const std::vector<Command> kCommands = {
     {"AsyncFrames", {"frames", "{clip}", "--as", "checksum", "--async", "4", "--shuffle", "3", "--refocus", "5"}, true},
     {"Sheet", {"sheet", "{clip}", "-o", "{folder}/sheet.png"}},
     {"Audio", {"audio", "{clip}", "-o", "{folder}/sound.wav", "--stream", "2"}},
+    {"Bench", {"bench", "{clip}", "--frames", "10", "--busy", "0"}},
 };
 
 // Once, in the usual profile.

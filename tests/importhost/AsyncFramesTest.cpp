@@ -1,25 +1,13 @@
 // Asynchronous frames of the plug-in through the program: the same as the synchronous ones, whatever the order.
+#include "importhost/RunLog.h"
 #include "importhost/Sample.h"
 
 using programs::importhost;
+using programs::logOf;
 using programs::ProgramRun;
 using programs::Sample;
 
 namespace {
-
-std::string logOf(const ProgramRun& run) {
-    const std::size_t at = run.errors.find("log: ");
-    if (at == std::string::npos) {
-        ADD_FAILURE() << run.errors;
-        return {};
-    }
-    const auto file = hostkit::pathFromUtf8(run.errors.substr(at + 5, run.errors.find('\n', at) - at - 5));
-    std::ifstream in(file, std::ios::binary);
-    std::string log{std::istreambuf_iterator<char>(in), {}};
-    in.close();
-    std::filesystem::remove(file);
-    return log;
-}
 
 int occurrences(const std::string& text, const std::string& part) {
     int count = 0;

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+using programs::contains;
 using programs::importhost;
 using programs::ProgramRun;
 using programs::withFake;
@@ -12,8 +13,6 @@ namespace {
 std::string clipPath(const fakes::FakeClip& clip) { return hostkit::toUtf8(clip.path()); }
 
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 TEST(Program, HelpIsGood) {
     const ProgramRun run = importhost({"--help"});

@@ -3,10 +3,12 @@
 
 #include "hostkit/PluginLog.h"
 #include "importer/TestHome.h"
+#include "importhost/RunLog.h"
 
 #include <nlohmann/json.hpp>
 
 using hostkit::toUtf8;
+using programs::contains;
 using programs::importhost;
 using programs::ProgramRun;
 using programs::Sample;
@@ -20,25 +22,10 @@ class ReplayCommand : public testing::Test {
 protected:
     ReplayCommand() : m_sample(kSample) { useTestHome(); }
 
-    // The log that the program told of at the end of a run, taken away from where it lay.
-    static std::string takenLog(const ProgramRun& run) {
-        const std::size_t at = run.errors.find("log: ");
-        if (at == std::string::npos) {
-            ADD_FAILURE() << "no log: " << run.errors;
-            return {};
-        }
-        const auto path = hostkit::pathFromUtf8(run.errors.substr(at + 5, run.errors.find('\n', at) - at - 5));
-        std::ifstream in(path, std::ios::binary);
-        std::string log{std::istreambuf_iterator<char>(in), {}};
-        in.close();
-        std::filesystem::remove(path);
-        return log;
-    }
-
     static std::string logOf(const std::vector<std::string>& arguments) {
         std::vector<std::string> logged = arguments;
         logged.emplace_back("--log");
-        return takenLog(importhost(logged));
+        return programs::logOf(importhost(logged));
     }
 
     // Replays a log, and takes the new one away.
@@ -47,7 +34,7 @@ protected:
         options.insert(options.begin(), {"replay", toUtf8(logPath())});
         const ProgramRun run = importhost(options);
         if (run.errors.find("log: ") != std::string::npos) {
-            takenLog(run);
+            programs::logOf(run);
         }
         return run;
     }
@@ -58,8 +45,6 @@ protected:
 private:
     Sample m_sample;
 };
-
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 std::string lastLines(const std::string& text, int count) {
     std::size_t at = text.size();

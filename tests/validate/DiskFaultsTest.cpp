@@ -56,6 +56,27 @@ TEST_F(FailingDisk, CountsTheCallsOfAFrame) {
     EXPECT_EQ(disk.disturbed(), 0);
 }
 
+TEST_F(FailingDisk, CountsTheBytesThatReadsGave) {
+    openAndDescribe();
+    DiskFaults disk(m_plugin);
+    EXPECT_EQ(firstFrame(), imNoErr);
+    const std::uint64_t frameBytes = disk.bytesRead();
+    EXPECT_GT(frameBytes, 1U);
+    disk.halveReads();
+    EXPECT_EQ(firstFrame(), imFileReadFailed);
+    EXPECT_EQ(disk.bytesRead(), frameBytes + frameBytes / 2);
+    disk.clear();
+    EXPECT_EQ(disk.bytesRead(), 0U);
+}
+
+TEST_F(FailingDisk, CountsNoBytesOfAReadThatFails) {
+    openAndDescribe();
+    DiskFaults disk(m_plugin);
+    disk.fail(DiskCall::Read);
+    EXPECT_EQ(firstFrame(), imFileReadFailed);
+    EXPECT_EQ(disk.bytesRead(), 0U);
+}
+
 TEST_F(FailingDisk, FailsTheSecondReadAndNoOther) {
     openAndDescribe();
     DiskFaults disk(m_plugin);

@@ -1,39 +1,15 @@
-// `importhost validate` as a child process, with the real plug-in or a wrong one.
+// `importhost validate`, with the real plug-in or a wrong one.
 #pragma once
 
-#include "hostkit/ChildProcess.h"
-#include "hostkit/PluginLibrary.h"
 #include "hostkit/Text.h"
 #include "support/Environment.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "support/Programs.h"
 
 namespace programs {
 
-struct ProgramRun {
-    int exitCode;
-    std::string output;
-    std::string errors;
-};
-
-// The system's line ends made plain.
-inline std::string plainLines(std::string text) {
-    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-    return text;
-}
-
-inline ProgramRun runImporthost(const std::vector<std::string>& arguments) {
-    const auto result =
-        hostkit::runProgram(hostkit::PluginLibrary::programFolder() / IMPORTHOST_FILE_NAME, arguments);
-    EXPECT_FALSE(result.timedOut);
-    return {result.exitCode, plainLines(result.output), plainLines(result.errors)};
-}
-
 inline ProgramRun validate(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "validate");
-    return runImporthost(arguments);
+    return importhost(arguments);
 }
 
 // The fault is in force for this run alone.
@@ -43,8 +19,6 @@ inline ProgramRun validateWrong(const std::string& fault, std::vector<std::strin
     arguments.insert(arguments.begin(), {"--plugin", hostkit::toUtf8(plugin)});
     return validate(std::move(arguments));
 }
-
-inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // What stands between `start` and the end of that line, where `start` is found first.
 inline std::string restOfLine(const std::string& text, const std::string& start) {

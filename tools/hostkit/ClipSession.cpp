@@ -223,6 +223,10 @@ AudioAnswer ClipSession::audio(PrAudioSample position, csSDK_uint32 frames, csSD
 
 // --- Times ------------------------------------------------------------------------------------------------------
 
+bool isDescribed(csSDK_int32 result) {
+    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
+}
+
 PrTime timeOfFrame(const imFileInfoRec8& info, csSDK_int64 frameIndex, PrTime ticksPerSecond) {
     if (info.vidScale <= 0 || info.vidSampleSize <= 0) {
         return 0;

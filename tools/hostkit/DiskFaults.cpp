@@ -64,6 +64,7 @@ void DiskFaults::clear() {
     const std::lock_guard lock(m_mutex);
     m_orders.fill({});
     m_calls.fill(0);
+    m_bytesRead = 0;
     m_disturbed = 0;
     m_end.reset();
 }
@@ -71,6 +72,11 @@ void DiskFaults::clear() {
 int DiskFaults::calls(DiskCall call) const {
     const std::lock_guard lock(m_mutex);
     return m_calls[indexOf(call)];
+}
+
+std::uint64_t DiskFaults::bytesRead() const {
+    const std::lock_guard lock(m_mutex);
+    return m_bytesRead;
 }
 
 int DiskFaults::disturbed() const {
@@ -115,6 +121,11 @@ DiskFaults::ReadFate DiskFaults::onRead(std::uint64_t wanted, std::int64_t posit
         ++m_disturbed;
     }
     return {false, std::min(wanted, left)};
+}
+
+void DiskFaults::onReadDone(std::uint64_t bytes) {
+    const std::lock_guard lock(m_mutex);
+    m_bytesRead += bytes;
 }
 
 }  // namespace hostkit

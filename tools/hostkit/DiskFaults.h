@@ -54,6 +54,7 @@ public:
     void clear();
 
     int calls(DiskCall call) const;         // since the last clear()
+    std::uint64_t bytesRead() const;        // likewise, by reads that succeeded
     int disturbed() const;                  // calls that failed or fell short, likewise
 
     // --- For the functions that take the system's place ---
@@ -67,6 +68,7 @@ public:
     };
     ReadFate onRead(std::uint64_t wanted, std::int64_t position);
     bool needsPosition() const;
+    void onReadDone(std::uint64_t bytes);
 
 private:
     struct Order {
@@ -84,6 +86,7 @@ private:
     mutable std::mutex m_mutex;
     std::array<Order, kCalls> m_orders;
     std::array<int, kCalls> m_calls = {};
+    std::uint64_t m_bytesRead = 0;
     int m_disturbed = 0;
     std::optional<std::int64_t> m_end;
 };

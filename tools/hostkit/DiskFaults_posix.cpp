@@ -73,7 +73,9 @@ ssize_t faultyRead(int file, void* buffer, std::size_t count) {
     if (fate.isError) {
         return ioError();
     }
-    return reinterpret_cast<ReadFunction>(trueRead)(file, buffer, fate.bytes);
+    const ssize_t done = reinterpret_cast<ReadFunction>(trueRead)(file, buffer, fate.bytes);
+    disk.onReadDone(done > 0 ? static_cast<std::uint64_t>(done) : 0);
+    return done;
 }
 
 int sizeWith(void* function, int file, struct stat* status) {

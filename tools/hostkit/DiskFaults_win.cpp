@@ -53,7 +53,12 @@ BOOL WINAPI faultyRead(HANDLE file, LPVOID buffer, DWORD count, LPDWORD done, LP
         }
         return deviceError();
     }
-    return as<decltype(ReadFile)>(trueRead)(file, buffer, static_cast<DWORD>(fate.bytes), done, overlapped);
+    const BOOL succeeded =
+        as<decltype(ReadFile)>(trueRead)(file, buffer, static_cast<DWORD>(fate.bytes), done, overlapped);
+    const DWORD error = GetLastError();         // the plug-in may ask for it; counting must not change it
+    disk.onReadDone(succeeded && done ? *done : 0);
+    SetLastError(error);
+    return succeeded;
 }
 
 BOOL WINAPI faultySize(HANDLE file, PLARGE_INTEGER size) {

@@ -20,8 +20,7 @@ struct StreamReport {
     std::vector<csSDK_int32> labels;            // one per channel, when the layout was given
     Levels levels;
 
-    // Whether the plug-in filled the record: it does so for 0, 18 and 19.
-    bool isDescribed() const { return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex; }
+    bool isDescribed() const { return hostkit::isDescribed(result); }
 };
 
 struct DataRateReport {

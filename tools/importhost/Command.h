@@ -56,6 +56,7 @@ std::unique_ptr<Command> makeInfoCommand();
 std::unique_ptr<Command> makeFramesCommand();
 std::unique_ptr<Command> makeSheetCommand();
 std::unique_ptr<Command> makeAudioCommand();
+std::unique_ptr<Command> makeBenchCommand();
 std::unique_ptr<Command> makeValidateCommand();
 std::unique_ptr<Command> makeReplayCommand();
 

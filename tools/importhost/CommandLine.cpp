@@ -23,6 +23,7 @@ constexpr CommandRow kCommands[] = {
     {"frames", "Write frames as pictures, raw bytes or checksums", makeFramesCommand},
     {"sheet", "Make a contact sheet of a file's frames", makeSheetCommand},
     {"audio", "Write a stream's sound as a WAV file", makeAudioCommand},
+    {"bench", "Measure how fast the plug-in serves files", makeBenchCommand},
     {"validate", "Check the plug-in against everything that a host may do", makeValidateCommand},
     {"replay", "Make the calls of a user's log again and compare", makeReplayCommand},
 };
@@ -40,6 +41,7 @@ constexpr char kFooter[] =
     "  importhost frames clip.avi --as checksum --async 8    the same, asynchronously\n"
     "  importhost audio clip.avi -o sound.wav           hear it\n"
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
+    "  importhost bench clip.avi                        how fast is it?\n"
     "  importhost validate                              is the plug-in right?\n"
     "  importhost replay user.log clip.avi              what a user's log tells, once more\n"
     "\n'importhost COMMAND --help' explains a command.\n"

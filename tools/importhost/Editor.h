@@ -37,6 +37,7 @@ public:
 
     hostkit::Host& host() { return m_host; }
     hostkit::ImporterSession& session() { return *m_session; }
+    const hostkit::PluginLibrary& library() const { return *m_library; }
     const hostkit::StartAnswer& started() const { return m_started; }
     const std::filesystem::path& pluginPath() const { return m_pluginPath; }
 

@@ -26,6 +26,9 @@ public:
     // samples out.
     std::vector<std::vector<float>> read(std::int64_t first, std::uint32_t count);
 
+    // For those who ask in another way.
+    hostkit::ClipSession& session() { return m_clip; }
+
 private:
     hostkit::ClipSession m_clip;
     std::string m_name;

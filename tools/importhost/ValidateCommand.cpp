@@ -1,7 +1,7 @@
 // importhost validate: is a plug-in right?
 #include "importhost/Command.h"
+#include "importhost/OutputTarget.h"
 #include "importhost/System.h"
-#include "importhost/validate/OutputTarget.h"
 #include "importhost/validate/Places.h"
 #include "importhost/validate/ResultText.h"
 #include "importhost/validate/Runner.h"
@@ -18,7 +18,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <fstream>
 #include <iostream>
 #include <random>
 #include <thread>
@@ -31,18 +30,6 @@ using namespace validate;
 
 constexpr unsigned kMostJobs = 4;
 
-void writeText(const std::string& path, const std::string& text) {
-    if (path.empty()) {
-        return;
-    }
-    std::ofstream out(hostkit::pathFromUtf8(path), std::ios::binary);
-    out << text;
-    if (!out.flush()) {
-        throw std::runtime_error("'" + path + "' cannot be written.");
-    }
-    std::cout << "Written: " << path << "\n";
-}
-
 class ValidateCommand : public Command {
 public:
     void declare(CLI::App& app) override {
@@ -52,7 +39,9 @@ public:
             ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
             ->capture_default_str();
         app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
-        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")->type_name("N");
+        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")
+            ->type_name("N")
+            ->check(CLI::NonNegativeNumber.description(""));
         app.add_option("--jobs", m_jobs, "How many checks run at once; as the machine has processors, at most 4, "
                                          "when left out")
             ->type_name("N")
@@ -137,7 +126,13 @@ private:
                              m_pattern + "'.");
         }
         expectFiles(options);
-        expectOutputs(options);
+        std::vector<std::filesystem::path> inputs = options.files;
+        inputs.push_back(options.plugin);
+        OutputTarget page(m_report, "<!doctype html", inputs);
+        if (page.isWanted()) {
+            inputs.push_back(hostkit::pathFromUtf8(m_report));
+        }
+        OutputTarget json(m_json, "{", inputs);
         hostkit::catchInterrupts();
         // Logs of hundreds of short runs help nobody; and a check that is ended cannot put the switch back.
         const hostkit::LogSwitch noLogs(false);
@@ -157,19 +152,15 @@ private:
             throw hostkit::Interrupted();
         }
         std::cout << summaryText(result);
-        if (!m_report.empty() || !m_json.empty()) {
+        if (page.isWanted() || json.isWanted()) {
             const std::chrono::duration<double> seconds = RunClock::now() - started;
-            report({options, m_pattern, hostkit::hostProfiles().front().name, runCommand(options, m_pattern), started,
-                    seconds.count()},
-                   result);
+            const RunFacts facts{options, m_pattern, hostkit::hostProfiles().front().name,
+                                 runCommand(options, m_pattern), started, seconds.count()};
+            const nlohmann::ordered_json document = reportDocument(facts, result, describeFiles(facts.options));
+            page.write(page.isWanted() ? reportPage(document) : "");
+            json.write(json.isWanted() ? documentText(document) : "");
         }
         return result.isGood() ? kGood : kFailed;
-    }
-
-    void report(const RunFacts& facts, const RunResult& result) const {
-        const nlohmann::ordered_json document = reportDocument(facts, result, describeFiles(facts.options));
-        writeText(m_report, m_report.empty() ? "" : reportPage(document));
-        writeText(m_json, m_json.empty() ? "" : documentText(document));
     }
 
     static void expectFiles(const RunOptions& options) {
@@ -181,16 +172,6 @@ private:
                 throw UsageError("There is no file '" + hostkit::toUtf8(file) + "'.");
             }
         }
-    }
-
-    void expectOutputs(const RunOptions& options) const {
-        std::vector<std::filesystem::path> inputs = options.files;
-        inputs.push_back(options.plugin);
-        expectOutput(m_report, "<!doctype html", inputs);
-        if (!m_report.empty()) {
-            inputs.push_back(hostkit::pathFromUtf8(m_report));
-        }
-        expectOutput(m_json, "{", inputs);
     }
 
     unsigned jobs() const { return m_jobs.value_or(std::clamp(std::thread::hardware_concurrency(), 1U, kMostJobs)); }

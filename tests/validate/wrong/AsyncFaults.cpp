@@ -1,5 +1,5 @@
 // Plug-ins whose asynchronous importers are wrong.
-#include "wrong/Fault.h"
+#include "wrong/AsyncEntry.h"
 
 #include <algorithm>
 #include <atomic>
@@ -14,25 +14,7 @@ namespace wrong {
 
 namespace {
 
-using AsyncEntry = csSDK_int32 (*)(csSDK_int32 selector, void* parameter);
-
 constexpr csSDK_int32 kException = 99;
-
-AsyncEntry rightAsync = nullptr;
-imStdParms* host = nullptr;
-
-// The right plug-in, whose asynchronous importers get this entry.
-template <AsyncEntry entry>
-csSDK_int32 withAsyncEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imCreateAsyncImporter && result == imNoErr) {
-        host = stdParms;
-        auto* record = static_cast<imAsyncImporterCreationRec*>(param1);
-        rightAsync = record->outAsyncEntry;
-        record->outAsyncEntry = entry;
-    }
-    return result;
-}
 
 PrTime announcedTime(void* parameter) { return static_cast<aiAsyncRequest*>(parameter)->inSourceRec.inFrameTime; }
 
@@ -75,7 +57,7 @@ csSDK_int32 letsExceptionsOut(csSDK_int32 selector, void* parameter) {
 
 csSDK_int32 spoilsPictures(csSDK_int32 selector, void* parameter) {
     const csSDK_int32 result = rightAsync(selector, parameter);
-    SPBasicSuite* basicSuite = host->piSuites->utilFuncs->getSPBasicSuite();
+    SPBasicSuite* basicSuite = asyncHost->piSuites->utilFuncs->getSPBasicSuite();
     const void* suite = nullptr;
     if (selector == aiGetFrame && result == aiNoError &&
         basicSuite->AcquireSuite(kPrSDKPPixSuite, kPrSDKPPixSuiteVersion, &suite) == kSPNoError) {

@@ -1,3 +1,4 @@
+#include "wrong/AsyncEntry.h"
 #include "wrong/StuckFault.h"
 
 #include "codec/QuorvaneApi.h"
@@ -43,20 +44,6 @@ csSDK_int32 startsOnlyWithACodec(csSDK_int32 selector, imStdParms* stdParms, voi
 }
 
 // --- Asynchronous importers with a wrong entry ------------------------------------------------------------------
-
-using AsyncEntry = csSDK_int32 (*)(csSDK_int32 selector, void* parameter);
-AsyncEntry rightAsync = nullptr;
-
-template <AsyncEntry wrongEntry>
-csSDK_int32 withAsyncEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imCreateAsyncImporter && result == imNoErr) {
-        auto& record = *static_cast<imAsyncImporterCreationRec*>(param1);
-        rightAsync = record.outAsyncEntry;
-        record.outAsyncEntry = wrongEntry;
-    }
-    return result;
-}
 
 // Flushing waits for the decoder, and announcing must not.
 csSDK_int32 waitingEntry(csSDK_int32 selector, void* parameter) {

@@ -1,4 +1,4 @@
-#include "wrong/StuckFault.h"
+#include "wrong/AsyncEntry.h"
 
 namespace wrong {
 
@@ -48,8 +48,6 @@ csSDK_int32 startsSoundAnew(csSDK_int32 selector, imStdParms* stdParms, void* pa
     return right(selector, stdParms, param1, param2);
 }
 
-csSDK_int32 (*rightAsync)(csSDK_int32, void*) = nullptr;
-
 csSDK_int32 firstFrameEntry(csSDK_int32 selector, void* parameter) {
     if (selector != aiGetFrame) {
         return rightAsync(selector, parameter);
@@ -59,21 +57,11 @@ csSDK_int32 firstFrameEntry(csSDK_int32 selector, void* parameter) {
     return rightAsync(selector, &record);
 }
 
-csSDK_int32 collectsTheFirstFrame(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imCreateAsyncImporter && result == imNoErr) {
-        auto& record = *static_cast<imAsyncImporterCreationRec*>(param1);
-        rightAsync = record.outAsyncEntry;
-        record.outAsyncEntry = firstFrameEntry;
-    }
-    return result;
-}
-
 constexpr Fault kFaults[] = {
     {"mixes-up-clips", mixesUpClips},
     {"forgets-the-stream", forgetsTheStream},
     {"starts-sound-anew", startsSoundAnew},
-    {"collects-the-first-frame", collectsTheFirstFrame},
+    {"collects-the-first-frame", withAsyncEntry<firstFrameEntry>},
 };
 
 }  // namespace

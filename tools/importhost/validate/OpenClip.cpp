@@ -26,8 +26,7 @@ OpenClip::OpenClip(PlayedPlugin& plugin, const Clip& clip)
 }
 
 bool OpenClip::isDescribed() const {
-    return m_openResult == imNoErr && m_info &&
-           (m_info->result == imNoErr || m_info->result == imIterateStreams || m_info->result == imBadStreamIndex);
+    return m_openResult == imNoErr && m_info && hostkit::isDescribed(m_info->result);
 }
 
 bool OpenClip::has(Need need) const {

@@ -1,4 +1,5 @@
 // The samples that a run without files writes. Small pictures and few frames: each is opened many times.
+#include "importhost/validate/AviBytes.h"
 #include "importhost/validate/Clip.h"
 
 #include "aviwriter/Types.h"
@@ -72,17 +73,6 @@ Bytes firstHalf(Bytes bytes) {
 Bytes headersOnly(Bytes bytes) {
     bytes.resize(std::min<std::size_t>(bytes.size(), 300));
     return bytes;
-}
-
-void put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
-    for (int i = 0; i < 4; ++i) {
-        bytes[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(value >> (8 * i));
-    }
-}
-
-std::size_t positionOf(const Bytes& bytes, std::string_view code) {
-    const auto found = std::search(bytes.begin(), bytes.end(), code.begin(), code.end());
-    return static_cast<std::size_t>(found - bytes.begin());
 }
 
 // What a recorder leaves whose machine lost power: sizes never written, no index.

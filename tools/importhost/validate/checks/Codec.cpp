@@ -18,6 +18,17 @@ void find(const char* name, Function& function) {
 
 bool Codec::isControllable() { return control("standin_answer") != nullptr; }
 
+std::optional<StandinCounters> Codec::counted() {
+    decltype(&standin_counters) ask = nullptr;
+    find("standin_counters", ask);
+    if (!ask) {
+        return std::nullopt;
+    }
+    StandinCounters counters;
+    ask(&counters);
+    return counters;
+}
+
 Codec::Codec(CheckRun& run) {
     if (!isControllable()) {
         run.skip("the codec library at hand cannot be made to fail");

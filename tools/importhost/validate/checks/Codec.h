@@ -5,6 +5,8 @@
 
 #include "standin/Control.h"
 
+#include <optional>
+
 namespace importhost::validate {
 
 class Codec {
@@ -17,6 +19,9 @@ public:
 
     // Whether the codec at hand has controls.
     static bool isControllable();
+
+    // What the codec at hand has counted; nothing when none is loaded that counts.
+    static std::optional<StandinCounters> counted();
 
     StandinCounters counters() const;
     void reset() { m_reset(); }

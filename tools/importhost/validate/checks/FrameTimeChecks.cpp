@@ -1,4 +1,5 @@
 // Which frame belongs to which time.
+#include "importhost/validate/AviBytes.h"
 #include "importhost/validate/checks/FrameParts.h"
 
 #include "hostkit/Names.h"
@@ -124,17 +125,9 @@ constexpr Rate kRates[] = {
     {2147483629, 71582791}, {1, 36000000}, {1, 2147483647}, {4294967295, 1}, {25, 4294967295},
 };
 
-void put32(aviwriter::Bytes& bytes, std::size_t at, std::uint32_t value) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        bytes.at(at + i) = static_cast<std::uint8_t>(value >> (8 * i));
-    }
-}
-
 // Puts a rate into the stream header, where the sample writer would refuse it.
 void putRate(aviwriter::Bytes& bytes, const Rate& rate) {
-    constexpr std::string_view header = "strh";
-    const auto found = std::search(bytes.begin(), bytes.end(), header.begin(), header.end());
-    const std::size_t data = static_cast<std::size_t>(found - bytes.begin()) + 8;
+    const std::size_t data = positionOf(bytes, "strh") + 8;
     put32(bytes, data + 20, rate.scale);
     put32(bytes, data + 24, rate.rate);
 }

@@ -1,11 +1,11 @@
 // Loading and unloading the plug-in, with and without calls in between.
 #include "importhost/validate/PlayedPlugin.h"
+#include "importhost/validate/checks/Codec.h"
 #include "importhost/validate/checks/LibraryParts.h"
 #include "importhost/validate/checks/OwnLogs.h"
 
 #include "hostkit/Names.h"
 #include "hostkit/Text.h"
-#include "standin/Control.h"
 
 #include <numeric>
 
@@ -13,21 +13,10 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr const char* kCodecLibraries[] = {"quorvane_common64.dll", "quorvane_common64.so"};
-
 // Calls that the codec library has seen; nothing when it is one that does not count them.
 std::optional<std::uint32_t> codecCalls() {
-    for (const char* library : kCodecLibraries) {
-        using Counters = void (*)(StandinCounters*);
-        const auto counters =
-            reinterpret_cast<Counters>(hostkit::PluginLibrary::symbolOfLoadedLibrary(library, "standin_counters"));
-        if (counters) {
-            StandinCounters seen;
-            counters(&seen);
-            return std::accumulate(std::begin(seen.calls), std::end(seen.calls), 0U);
-        }
-    }
-    return std::nullopt;
+    const std::optional<StandinCounters> seen = Codec::counted();
+    return seen ? std::optional(std::accumulate(std::begin(seen->calls), std::end(seen->calls), 0U)) : std::nullopt;
 }
 
 // An empty folder as the current one.

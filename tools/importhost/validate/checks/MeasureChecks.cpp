@@ -1,7 +1,7 @@
 // Slow or growing: warnings only. Machines differ, so the thresholds are generous.
+#include "importhost/ProcessSize.h"
 #include "importhost/validate/Groups.h"
 #include "importhost/validate/OpenClip.h"
-#include "importhost/validate/ProcessSize.h"
 
 #include "hostkit/Names.h"
 

@@ -21,10 +21,6 @@ std::uint64_t infoDigest(imFileInfoRec8 info) {
     return digestOf(&info, sizeof(info));
 }
 
-bool describes(csSDK_int32 result) {
-    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
-}
-
 bool isAsync(Asked asked) {
     return asked == Asked::AsyncAnnounce || asked == Asked::AsyncFrame || asked == Asked::AsyncFlush ||
            asked == Asked::AsyncClose;
@@ -57,7 +53,7 @@ bool Playthrough::look() {
     }
     m_streams = static_cast<csSDK_int32>(m_clip->infos().size());
     const auto info = m_clip->info(0);
-    if (!describes(info.result) || !info->hasVideo || hostkit::frameCount(*info.record.get()) == 0) {
+    if (!hostkit::isDescribed(info.result) || !info->hasVideo || hostkit::frameCount(*info.record.get()) == 0) {
         return false;
     }
     m_info = *info.record.get();
@@ -134,9 +130,9 @@ Answers Playthrough::describeStep() {
     for (csSDK_int32 stream = m_streams; stream-- > 0;) {
         const auto info = m_clip->info(stream);
         answers.push_back({Asked::Info, "description of stream " + std::to_string(stream), info.result,
-                           describes(info.result) ? infoDigest(*info.record.get()) : 0});
+                           hostkit::isDescribed(info.result) ? infoDigest(*info.record.get()) : 0});
     }
-    if (!describes(answers.back().result)) {
+    if (!hostkit::isDescribed(answers.back().result)) {
         return answers;
     }
     const std::vector<PrPixelFormat> formats = m_clip->pixelFormats();

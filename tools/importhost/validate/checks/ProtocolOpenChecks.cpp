@@ -89,10 +89,6 @@ void expectForeign(CheckRun& run, PlayedPlugin& plugin, const std::filesystem::p
     run.expectEqual("the answer to closing it", resultText(clip.close()), resultText(imNoErr));
 }
 
-bool isDescription(csSDK_int32 result) {
-    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
-}
-
 // As far as a damaged file goes, all must be answered; what is told of it nobody can know.
 void lookAtDamage(CheckRun& run, PlayedPlugin& plugin, const Clip& damaged) {
     OpenClip clip(plugin, damaged);
@@ -109,7 +105,7 @@ void lookAtDamage(CheckRun& run, PlayedPlugin& plugin, const Clip& damaged) {
         run.expect(!clip.formats().empty(), "it is described as having pictures and offers no pixel format");
     }
     const csSDK_int32 next = clip.session().info(1).result;
-    run.expect(isDescription(next) || next == imBadFile, "stream 1 was answered with " + resultText(next));
+    run.expect(hostkit::isDescribed(next) || next == imBadFile, "stream 1 was answered with " + resultText(next));
     run.expectEqual("the answer to closing it", resultText(clip.session().close()), resultText(imNoErr));
 }
 

@@ -8,10 +8,6 @@ namespace importhost::validate {
 
 // --- Outcomes ---------------------------------------------------------------------------------------------------
 
-bool isDescribed(csSDK_int32 result) {
-    return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
-}
-
 Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame) {
     const std::vector<std::uint8_t> pixels = pixelsOf(frame);
     return {result, pixels.empty() ? 0 : digestOf(pixels.data(), pixels.size())};
@@ -22,7 +18,7 @@ Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer) {
     imFileInfoRec8 info = *answer.record.get();
     info.privatedata = nullptr;
     info.prefs = nullptr;
-    return {answer.result, isDescribed(answer.result) ? digestOf(&info, sizeof(info)) : 0};
+    return {answer.result, hostkit::isDescribed(answer.result) ? digestOf(&info, sizeof(info)) : 0};
 }
 
 Outcome outcomeOf(const hostkit::AudioAnswer& answer) {
@@ -54,7 +50,7 @@ KnownFile::KnownFile(PlayedPlugin& plugin, const Clip& clip) : m_clip(&clip) {
         const auto answer = session.info(static_cast<csSDK_int32>(stream));
         m_streams.push_back({outcomeOf(answer), *answer.record.get()});
     }
-    if (isDescribed(m_streams.front().described.result) && m_streams.front().info.hasVideo) {
+    if (hostkit::isDescribed(m_streams.front().described.result) && m_streams.front().info.hasVideo) {
         session.info(0);
         m_formats = session.pixelFormats();
     }
@@ -62,7 +58,7 @@ KnownFile::KnownFile(PlayedPlugin& plugin, const Clip& clip) : m_clip(&clip) {
 
 csSDK_int32 KnownFile::createdAsync() const {
     const csSDK_int32 result = m_streams.front().described.result;
-    return isDescribed(result) ? csSDK_int32{imNoErr} : result;
+    return hostkit::isDescribed(result) ? csSDK_int32{imNoErr} : result;
 }
 
 const Outcome* KnownFile::frame(const FrameWish& wish) const {
@@ -77,7 +73,7 @@ const Outcome& KnownFile::remembered(const std::string& what, const Outcome& out
 // --- The states -------------------------------------------------------------------------------------------------
 
 void ClipState::describe(std::size_t index, const KnownFile::Stream& known) {
-    const bool succeeded = isDescribed(known.described.result);
+    const bool succeeded = hostkit::isDescribed(known.described.result);
     stream = succeeded ? std::optional(index) : std::nullopt;
     hasVideo = succeeded && known.info.hasVideo != 0;
     hasAudio = succeeded && known.info.hasAudio != 0;

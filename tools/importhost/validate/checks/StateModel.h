@@ -104,7 +104,6 @@ private:
 // How an asynchronous importer answers for a frame that the clip itself answers so.
 csSDK_int32 asyncResultFor(csSDK_int32 result);
 
-bool isDescribed(csSDK_int32 result);
 Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame);
 Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer);
 Outcome outcomeOf(const hostkit::AudioAnswer& answer);

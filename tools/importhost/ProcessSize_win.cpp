@@ -1,10 +1,10 @@
-#include "importhost/validate/ProcessSize.h"
+#include "importhost/ProcessSize.h"
 
 #include <windows.h>
 
 #include <psapi.h>
 
-namespace importhost::validate {
+namespace importhost {
 
 namespace {
 
@@ -33,9 +33,10 @@ ProcessSize processSize() {
     PROCESS_MEMORY_COUNTERS counters{};
     if (K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters))) {
         size.bytes = counters.PagefileUsage;
+        size.peakBytes = counters.PeakPagefileUsage;
     }
     size.handles = countHandles();
     return size;
 }
 
-}  // namespace importhost::validate
+}  // namespace importhost

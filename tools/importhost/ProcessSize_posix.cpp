@@ -1,12 +1,28 @@
-#include "importhost/validate/ProcessSize.h"
+#include "importhost/ProcessSize.h"
 
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 
-namespace importhost::validate {
+namespace importhost {
+
+namespace {
+
+std::uint64_t peakBytes() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        std::uint64_t kibibytes = 0;
+        if (word == "VmHWM:" && status >> kibibytes) {
+            return kibibytes * 1024;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
 
 ProcessSize processSize() {
     ProcessSize size;
@@ -16,10 +32,11 @@ ProcessSize processSize() {
     if (statm >> pages >> resident) {
         size.bytes = resident * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
     }
+    size.peakBytes = peakBytes();
     std::error_code error;
     const std::filesystem::directory_iterator files("/proc/self/fd", error);
     size.handles = static_cast<std::uint64_t>(std::distance(begin(files), end(files)));
     return size;
 }
 
-}  // namespace importhost::validate
+}  // namespace importhost

@@ -1,0 +1,39 @@
+// The built programs as child processes, from the folder of the test program.
+#pragma once
+
+#include "hostkit/ChildProcess.h"
+#include "hostkit/PluginLibrary.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace programs {
+
+// What a program wrote, with the system's line ends made plain.
+struct ProgramRun {
+    int exitCode;
+    std::string output;
+    std::string errors;
+};
+
+inline std::string plainLines(std::string text) {
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    return text;
+}
+
+// The time limit is hostkit's own; a program that runs into it fails the test.
+inline ProgramRun run(const std::string& fileName, const std::vector<std::string>& arguments) {
+    const auto result = hostkit::runProgram(hostkit::PluginLibrary::programFolder() / fileName, arguments);
+    EXPECT_FALSE(result.timedOut);
+    return {result.exitCode, plainLines(result.output), plainLines(result.errors)};
+}
+
+// The test program's build says what the file is called.
+inline ProgramRun importhost(const std::vector<std::string>& arguments) { return run(IMPORTHOST_FILE_NAME, arguments); }
+
+inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+}  // namespace programs
