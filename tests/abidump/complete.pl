@@ -13,7 +13,8 @@ sub content {
     return <$file>;
 }
 
-sub expect {
+# The prototype keeps a match in scalar context: as a list, one that fails would leave no argument.
+sub expect($$) {
     my ($found, $what) = @_;
     ++$count;
     return if $found;

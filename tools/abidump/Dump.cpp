@@ -45,7 +45,7 @@ void print(std::ostream& out, const std::vector<Suite>& suites) {
 void print(std::ostream& out, const char* title, const std::vector<Number>& numbers) {
     out << "\n# " << title << "\n";
     for (const Number& number : numbers) {
-        out << std::setw(8) << number.value << "  " << number.name << "\n";
+        out << std::setw(12) << number.value << "  " << number.name << "\n";
     }
 }
 
