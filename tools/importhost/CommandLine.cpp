@@ -25,6 +25,7 @@ constexpr CommandRow kCommands[] = {
     {"audio", "Write a stream's sound as a WAV file", makeAudioCommand},
     {"validate", "Check the plug-in against everything that a host may do", makeValidateCommand},
     {"replay", "Make the calls of a user's log again and compare", makeReplayCommand},
+    {"doctor", "Tell why the host does not see the plug-in", makeDoctorCommand},
 };
 
 constexpr char kPurpose[] =
@@ -42,6 +43,7 @@ constexpr char kFooter[] =
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
     "  importhost validate                              is the plug-in right?\n"
     "  importhost replay user.log clip.avi              what a user's log tells, once more\n"
+    "  importhost doctor                                why does the host not see the plug-in?\n"
     "\n'importhost COMMAND --help' explains a command.\n"
     "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
     "(suites, frames, memory or asynchronous importers not given back, writes where they do not\n"
