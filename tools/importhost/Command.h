@@ -59,6 +59,7 @@ std::unique_ptr<Command> makeAudioCommand();
 std::unique_ptr<Command> makeBenchCommand();
 std::unique_ptr<Command> makeValidateCommand();
 std::unique_ptr<Command> makeReplayCommand();
+std::unique_ptr<Command> makeDoctorCommand();
 
 std::string_view programVersion();      // "1.0.0"
 

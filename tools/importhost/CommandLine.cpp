@@ -26,6 +26,7 @@ constexpr CommandRow kCommands[] = {
     {"bench", "Measure how fast the plug-in serves files", makeBenchCommand},
     {"validate", "Check the plug-in against everything that a host may do", makeValidateCommand},
     {"replay", "Make the calls of a user's log again and compare", makeReplayCommand},
+    {"doctor", "Tell why the host does not see the plug-in", makeDoctorCommand},
 };
 
 constexpr char kPurpose[] =
@@ -44,6 +45,7 @@ constexpr char kFooter[] =
     "  importhost bench clip.avi                        how fast is it?\n"
     "  importhost validate                              is the plug-in right?\n"
     "  importhost replay user.log clip.avi              what a user's log tells, once more\n"
+    "  importhost doctor                                why does the host not see the plug-in?\n"
     "\n'importhost COMMAND --help' explains a command.\n"
     "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
     "(suites, frames, memory or asynchronous importers not given back, writes where they do not\n"

@@ -1,0 +1,18 @@
+// What is wrong with an installation, and what to do about it.
+#pragma once
+
+#include "importhost/doctor/Facts.h"
+
+#include <string>
+#include <vector>
+
+namespace importhost::doctor {
+
+// What there is to mend, each a short text that says what is wrong and what to do; empty when all is well.
+// `programVersion`: of this program, to which a plug-in of the same package belongs.
+std::vector<std::string> thingsToMend(const Facts& facts, const FileVersion& programVersion);
+
+// The page for a report: the facts, then what there is to mend.
+std::string pageOf(const Facts& facts, const std::string& programVersion, const std::vector<std::string>& toMend);
+
+}  // namespace importhost::doctor
