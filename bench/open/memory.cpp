@@ -31,7 +31,6 @@ void measure(benchmark::State& state, const bench::Case& of) {
     const auto chunks = static_cast<double>(of.chunks);
     state.counters["chunks"] = chunks;
     state.counters["keptPerEntry"] = kept / chunks;
-    state.counters["kibBesideRows"] = (kept - chunks * sizeof(AviChunk)) / 1024;
     state.counters["peakOverKept"] = peak / kept;
 }
 

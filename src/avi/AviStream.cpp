@@ -39,7 +39,7 @@ std::vector<std::uint8_t> AviStream::formatExtraData() const {
     return {m_format.begin() + static_cast<std::ptrdiff_t>(base), m_format.end()};
 }
 
-const AviChunk& AviStream::chunk(std::size_t index) const {
+AviChunk AviStream::chunk(std::size_t index) const {
     const ChunkList& chunks = activeChunks();
     if (index >= chunks.size()) {
         throw std::out_of_range("chunk " + std::to_string(index) + " of " + std::to_string(chunks.size()));
@@ -47,31 +47,11 @@ const AviChunk& AviStream::chunk(std::size_t index) const {
     return chunks[index];
 }
 
-std::uint64_t AviStream::totalBytes() const {
-    return endOf(activeChunks());
-}
-
 std::optional<std::size_t> AviStream::findChunkByBytePosition(std::int64_t pos) const {
     if (pos < 0) {
         return std::nullopt;
     }
-    const auto position = static_cast<std::uint64_t>(pos);
-    const ChunkList& chunks = activeChunks();
-    // The first chunk that starts behind the position; past all that start at it, so that empty ones are left out.
-    std::size_t low = 0;
-    std::size_t high = chunks.size();
-    while (low < high) {
-        const std::size_t middle = low + (high - low) / 2;
-        if (chunks[middle].startByte > position) {
-            high = middle;
-        } else {
-            low = middle + 1;
-        }
-    }
-    if (low == 0 || position >= chunks[low - 1].startByte + chunks[low - 1].size) {
-        return std::nullopt;
-    }
-    return low - 1;
+    return activeChunks().findByBytePosition(static_cast<std::uint64_t>(pos));
 }
 
 bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "avi/AviRecords.h"
-#include "avi/BlockList.h"
+#include "avi/ChunkList.h"
 #include "avi/ChunkReader.h"
 #include "avi/ChunkTree.h"
 #include "avi/ErrorText.h"
@@ -10,26 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
-
-/// One chunk of media data.
-struct AviChunk {
-    std::uint64_t offset;     ///< file position of the data
-    std::uint64_t startByte;  ///< sum of the sizes of all earlier chunks of the same list
-    std::uint32_t size;       ///< data bytes
-    std::uint8_t keyframe;    ///< 1 for a key frame, else 0
-};
-static_assert(sizeof(AviChunk) == 24);
-
-/// In the order of the index, which need not be that of the file.
-using ChunkList = BlockList<AviChunk>;
-
-/// The byte position behind the last chunk: the sum of all sizes.
-inline std::uint64_t endOf(const ChunkList& chunks) {
-    return chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
-}
 
 /// What the parts of one parse share.
 struct ParseContext {
@@ -80,10 +62,10 @@ public:
     std::size_t chunkCount() const { return activeChunks().size(); }
 
     /// Throws std::out_of_range for an index past the end.
-    const AviChunk& chunk(std::size_t index) const;
+    AviChunk chunk(std::size_t index) const;
 
     /// Sum of all sizes.
-    std::uint64_t totalBytes() const;
+    std::uint64_t totalBytes() const { return activeChunks().totalBytes(); }
 
     /// Index of the chunk whose bytes [startByte, startByte + size) hold `pos`; none for a negative position and
     /// from totalBytes() on. Never an empty chunk.
@@ -95,7 +77,7 @@ public:
     /// errors, when the stream is not usable.
     bool parse(ParseContext& context, const ChunkNode& strl);
     void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
-        m_idx1Chunks.append({offset, endOf(m_idx1Chunks), size, keyframe});
+        m_idx1Chunks.append({offset, size, keyframe});
     }
 
     /// To be called once no more chunks come.
@@ -107,7 +89,6 @@ private:
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
     void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
                       std::uint64_t& unbackedLeft);
-    void addOpenDmlChunks(std::uint64_t baseOffset, std::span<const avi::StdIndexEntry> entries);
 
     std::uint32_t m_streamNumber;
     avi::AVISTREAMHEADER m_header{};

@@ -42,6 +42,11 @@ void copyFront(Record& to, const Record& from, std::uint64_t count) {
     std::copy_n(bytes, std::min<std::uint64_t>(count, sizeof from), reinterpret_cast<std::uint8_t*>(&to));
 }
 
+ChunkList::Row rowOf(std::uint64_t baseOffset, const avi::StdIndexEntry& entry) {
+    const bool keyframe = (entry.dwSize & avi::kStdIndexNotKeyFrame) == 0;
+    return {baseOffset + entry.dwOffset, entry.dwSize & avi::kStdIndexSizeMask, keyframe};
+}
+
 }  // namespace
 
 void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
@@ -119,21 +124,9 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
             backed = done;
         }
         const auto entries = records.nextRun<avi::StdIndexEntry>(count - done);
-        addOpenDmlChunks(header.qwBaseOffset, entries);
+        m_openDmlChunks.appendAll(entries, [base = header.qwBaseOffset](const avi::StdIndexEntry& indexed) {
+            return rowOf(base, indexed);
+        });
         done += static_cast<std::uint32_t>(entries.size());
-    }
-}
-
-void AviStream::addOpenDmlChunks(std::uint64_t baseOffset, std::span<const avi::StdIndexEntry> entries) {
-    std::uint64_t startByte = endOf(m_openDmlChunks);
-    while (!entries.empty()) {
-        const std::span<AviChunk> chunks = m_openDmlChunks.extend(entries.size());
-        for (std::size_t i = 0; i < chunks.size(); ++i) {
-            const std::uint32_t size = entries[i].dwSize & avi::kStdIndexSizeMask;
-            const bool keyframe = (entries[i].dwSize & avi::kStdIndexNotKeyFrame) == 0;
-            chunks[i] = {baseOffset + entries[i].dwOffset, startByte, size, keyframe};
-            startByte += size;
-        }
-        entries = entries.subspan(chunks.size());
     }
 }
