@@ -6,7 +6,7 @@
 // be done; the difference is the plug-in.
 #include "bench/frames/FloorFrames.h"
 #include "bench/frames/FrameSamples.h"
-#include "bench/plugin/MeasuredClip.h"
+#include "measured/MeasuredClip.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,7 +2,7 @@
 // does not answer with success throws std::runtime_error: a failure must not be measured.
 #pragma once
 
-#include "bench/plugin/MeasuredPlugin.h"
+#include "measured/MeasuredPlugin.h"
 
 #include "hostkit/ClipSession.h"
 #include "sdk/SdkAsyncImporter.h"
@@ -31,6 +31,7 @@ public:
     void openAsync();
     void announce(csSDK_int64 frame);
     void collect(csSDK_int64 frame);
+    void flush();
     void closeAsync();
 
 private:

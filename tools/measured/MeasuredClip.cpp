@@ -1,4 +1,4 @@
-#include "bench/plugin/MeasuredClip.h"
+#include "measured/MeasuredClip.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -77,6 +77,10 @@ void MeasuredClip::collect(csSDK_int64 frame) {
     imSourceVideoRec record = recordFor(frame, m_async.outAsyncPrivateData, &delivered);
     expect(aiNoError, m_async.outAsyncEntry(aiGetFrame, &record), "collection");
     hostkit::LightHost::dispose(delivered);
+}
+
+void MeasuredClip::flush() {
+    expect(aiNoError, m_async.outAsyncEntry(aiFlush, m_async.outAsyncPrivateData), "flush");
 }
 
 void MeasuredClip::closeAsync() {
