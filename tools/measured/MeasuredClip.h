@@ -21,8 +21,8 @@ public:
     csSDK_int64 frameCount() const { return static_cast<csSDK_int64>(m_times.size()); }
 
     // One frame in the clip's own pixel format, given back to the host at once. `frame` counts from 0 and begins anew
-    // behind the last.
-    void getFrame(csSDK_int64 frame);
+    // behind the last. Gives the nanoseconds of the plug-in's call.
+    std::uint64_t getFrame(csSDK_int64 frame);
 
     // `frames` sample frames from a position.
     void getSound(PrAudioSample position, csSDK_uint32 frames);
