@@ -61,31 +61,28 @@ void read(fileio::File& file, std::uint64_t position, std::uint8_t* to, std::uin
     }
 }
 
-using Rows = std::unique_ptr<AviChunk[]>;
+using Row = ChunkList::Row;
+using Rows = std::unique_ptr<Row[]>;
 
 void fillFromStandardIndexes(fileio::File& file, const Plan& plan, std::uint8_t* piece, std::vector<Rows>& tables) {
     for (std::size_t stream = 0; stream < plan.tables.size(); ++stream) {
-        AviChunk* row = tables[stream].get();
-        std::uint64_t startByte = 0;
+        Row* row = tables[stream].get();
         for (const Run& run : plan.tables[stream].runs) {
             read(file, run.position, piece, run.bytes);
             for (std::uint64_t at = 0; at < run.bytes; at += 8) {
                 std::uint32_t entry[2];
                 std::memcpy(entry, piece + at, sizeof entry);
-                const std::uint32_t size = entry[1] & 0x7FFFFFFF;
-                *row++ = {run.base + entry[0], startByte, size, entry[1] >> 31 == 0};
-                startByte += size;
+                *row++ = {run.base + entry[0], entry[1] & 0x7FFFFFFF, entry[1] >> 31 == 0};
             }
         }
     }
 }
 
 void fillFromIdx1(fileio::File& file, const Plan& plan, std::uint8_t* piece, std::vector<Rows>& tables) {
-    std::vector<AviChunk*> rows;
+    std::vector<Row*> rows;
     for (const Rows& table : tables) {
         rows.push_back(table.get());
     }
-    std::vector<std::uint64_t> startBytes(tables.size());
     for (std::uint64_t done = 0; done < plan.idx1.bytes; done += kPiece) {
         const std::uint64_t part = std::min(kPiece, plan.idx1.bytes - done);
         read(file, plan.idx1.position + done, piece, part);
@@ -93,8 +90,7 @@ void fillFromIdx1(fileio::File& file, const Plan& plan, std::uint8_t* piece, std
             std::uint32_t entry[4];
             std::memcpy(entry, piece + at, sizeof entry);
             const std::size_t stream = ((entry[0] & 0xFF) - '0') * 10 + (entry[0] >> 8 & 0xFF) - '0';
-            *rows[stream]++ = {plan.idx1.base + entry[2], startBytes[stream], entry[3], (entry[1] & 0x10) != 0};
-            startBytes[stream] += entry[3];
+            *rows[stream]++ = {plan.idx1.base + entry[2], entry[3], (entry[1] & 0x10) != 0};
         }
     }
 }
@@ -115,7 +111,7 @@ bench::Opening bench::openAtFloor(const std::string& path) {
     const auto piece = std::make_unique_for_overwrite<std::uint8_t[]>(kPiece);
     std::vector<Rows> tables;
     for (const Table& table : plan.tables) {
-        tables.push_back(std::make_unique_for_overwrite<AviChunk[]>(table.entries));
+        tables.push_back(std::make_unique_for_overwrite<Row[]>(table.entries));
     }
     if (plan.idx1.bytes != 0) {
         fillFromIdx1(file, plan, piece.get(), tables);

@@ -1,5 +1,6 @@
 // Opening and indexing a file: the plug-in, two other readers, and the floor.
 #include "open/Cases.h"
+#include "open/HeapMode.h"
 #include "open/Readers.h"
 
 #include <benchmark/benchmark.h>
@@ -17,11 +18,13 @@ double secondsOf(const bench::Case& of) {
     return static_cast<double>(of.chunks / of.streams) / 25;
 }
 
-void run(benchmark::State& state, const bench::Case& of, const OpenFunction& open) {
+void run(benchmark::State& state, const bench::Case& of, bench::HeapMode mode, const OpenFunction& open) {
     try {
         const std::string path = of.file();
-        open(path);  // warms the system's cache, whoever comes first
+        bench::setUpHeap(mode);
+        open(path);  // whoever comes first warms the system's cache, and memory that is to be reused
         for (auto _ : state) {
+            bench::setUpHeap(mode);
             const bench::Opening opening = open(path);
             state.SetIterationTime(opening.seconds);
             if (opening.entries != 0 && opening.entries != of.chunks) {
@@ -39,26 +42,33 @@ void run(benchmark::State& state, const bench::Case& of, const OpenFunction& ope
         benchmark::Counter(chunks, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void add(const char* reader, const bench::Case& of, OpenFunction open) {
+void add(const std::string& name, const bench::Case& of, bench::HeapMode mode, OpenFunction open) {
     benchmark::RegisterBenchmark(
-        ("open/" + std::string(reader) + "/" + of.name()).c_str(),
-        [of, open = std::move(open)](benchmark::State& state) { run(state, of, open); })
+        (name + "/" + of.name()).c_str(),
+        [of, mode, open = std::move(open)](benchmark::State& state) { run(state, of, mode, open); })
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond)
-        ->MinTime(0.2);
+        ->MinTime(0.1);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    using bench::HeapMode;
     benchmark::Initialize(&argc, argv);
     for (const bench::Case& of : bench::allCases()) {
-        add("plugin", of, bench::openWithPlugin);
-        add("floor", of, bench::openAtFloor);
-        add("libavformat", of, bench::openWithLibav);
-        add("gstreamer", of, [seconds = secondsOf(of)](const std::string& path) {
+        add("open/plugin", of, HeapMode::fresh, bench::openWithPlugin);
+        add("open/floor", of, HeapMode::fresh, bench::openAtFloor);
+        add("open/libavformat", of, HeapMode::fresh, bench::openWithLibav);
+        add("open/gstreamer", of, HeapMode::fresh, [seconds = secondsOf(of)](const std::string& path) {
             return bench::openWithGStreamer(path, seconds);
         });
+    }
+    for (const bool openDml : {true, false}) {
+        const bench::Case large{openDml, 2'000'000, 2};
+        add("open/reused/plugin", large, HeapMode::reused, bench::openWithPlugin);
+        add("open/reused/floor", large, HeapMode::reused, bench::openAtFloor);
+        add("open/reused/libavformat", large, HeapMode::reused, bench::openWithLibav);
     }
     benchmark::RunSpecifiedBenchmarks();
 }

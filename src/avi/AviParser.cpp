@@ -35,7 +35,7 @@ std::vector<std::size_t> AviParser::streamsOfType(std::uint32_t fccType) const {
 }
 
 void AviParser::reset() {
-    m_tree = {};
+    m_tree.clear();
     m_errors = {};
     m_mainHeader = {};
     m_extendedHeader = {};

@@ -39,7 +39,7 @@ std::vector<std::uint8_t> AviStream::formatExtraData() const {
     return {m_format.begin() + static_cast<std::ptrdiff_t>(base), m_format.end()};
 }
 
-const AviChunk& AviStream::chunk(std::size_t index) const {
+AviChunk AviStream::chunk(std::size_t index) const {
     const ChunkList& chunks = activeChunks();
     if (index >= chunks.size()) {
         throw std::out_of_range("chunk " + std::to_string(index) + " of " + std::to_string(chunks.size()));
@@ -47,32 +47,11 @@ const AviChunk& AviStream::chunk(std::size_t index) const {
     return chunks[index];
 }
 
-std::uint64_t AviStream::totalBytes() const {
-    const ChunkList& chunks = activeChunks();
-    return chunks.empty() ? 0 : chunks.back().startByte + chunks.back().size;
-}
-
 std::optional<std::size_t> AviStream::findChunkByBytePosition(std::int64_t pos) const {
     if (pos < 0) {
         return std::nullopt;
     }
-    const auto position = static_cast<std::uint64_t>(pos);
-    const ChunkList& chunks = activeChunks();
-    // The first chunk that starts behind the position; past all that start at it, so that empty ones are left out.
-    std::size_t low = 0;
-    std::size_t high = chunks.size();
-    while (low < high) {
-        const std::size_t middle = low + (high - low) / 2;
-        if (chunks[middle].startByte > position) {
-            high = middle;
-        } else {
-            low = middle + 1;
-        }
-    }
-    if (low == 0 || position >= chunks[low - 1].startByte + chunks[low - 1].size) {
-        return std::nullopt;
-    }
-    return low - 1;
+    return activeChunks().findByBytePosition(static_cast<std::uint64_t>(pos));
 }
 
 bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {
@@ -107,11 +86,6 @@ bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
     }
     context.formatBytesLeft -= m_format.size();
     return true;
-}
-
-void AviStream::addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
-    const std::uint64_t startByte = m_idx1Chunks.empty() ? 0 : m_idx1Chunks.back().startByte + m_idx1Chunks.back().size;
-    m_idx1Chunks.append({offset, startByte, size, keyframe});
 }
 
 void AviStream::shrinkToFit() {

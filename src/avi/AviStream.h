@@ -2,7 +2,7 @@
 #pragma once
 
 #include "avi/AviRecords.h"
-#include "avi/BlockList.h"
+#include "avi/ChunkList.h"
 #include "avi/ChunkReader.h"
 #include "avi/ChunkTree.h"
 #include "avi/ErrorText.h"
@@ -12,18 +12,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-/// One chunk of media data.
-struct AviChunk {
-    std::uint64_t offset;     ///< file position of the data
-    std::uint64_t startByte;  ///< sum of the sizes of all earlier chunks of the same list
-    std::uint32_t size;       ///< data bytes
-    std::uint8_t keyframe;    ///< 1 for a key frame, else 0
-};
-static_assert(sizeof(AviChunk) == 24);
-
-/// In the order of the index, which need not be that of the file.
-using ChunkList = BlockList<AviChunk>;
 
 /// What the parts of one parse share.
 struct ParseContext {
@@ -74,10 +62,10 @@ public:
     std::size_t chunkCount() const { return activeChunks().size(); }
 
     /// Throws std::out_of_range for an index past the end.
-    const AviChunk& chunk(std::size_t index) const;
+    AviChunk chunk(std::size_t index) const;
 
     /// Sum of all sizes.
-    std::uint64_t totalBytes() const;
+    std::uint64_t totalBytes() const { return activeChunks().totalBytes(); }
 
     /// Index of the chunk whose bytes [startByte, startByte + size) hold `pos`; none for a negative position and
     /// from totalBytes() on. Never an empty chunk.
@@ -88,7 +76,9 @@ public:
     /// Reads headers, format and OpenDML index of a "strl" list. False, with the reason among the context's
     /// errors, when the stream is not usable.
     bool parse(ParseContext& context, const ChunkNode& strl);
-    void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe);
+    void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
+        m_idx1Chunks.append({offset, size, keyframe});
+    }
 
     /// To be called once no more chunks come.
     void shrinkToFit();
@@ -97,7 +87,8 @@ private:
     void report(ParseContext& context, const std::string& message) const;
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
-    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, std::uint64_t& unbackedLeft);
+    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
+                      std::uint64_t& unbackedLeft);
 
     std::uint32_t m_streamNumber;
     avi::AVISTREAMHEADER m_header{};

@@ -3,47 +3,93 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
+#include <new>
+#include <span>
+#include <type_traits>
 #include <vector>
 
 template <typename T>
 class BlockList {
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+
 public:
-    std::size_t size() const {
-        return m_blocks.empty() ? 0 : (m_blocks.size() - 1) * kBlockLength + m_blocks.back().size();
-    }
-    bool empty() const { return size() == 0; }
+    BlockList() = default;
+    BlockList(const BlockList&) = delete;
+    BlockList& operator=(const BlockList&) = delete;
+
+    std::size_t size() const { return m_blocks.empty() ? 0 : (m_blocks.size() - 1) * kBlockLength + m_used; }
+    bool empty() const { return m_blocks.empty(); }
 
     /// `index` must be below size().
     const T& operator[](std::size_t index) const { return m_blocks[index / kBlockLength][index % kBlockLength]; }
     T& operator[](std::size_t index) { return m_blocks[index / kBlockLength][index % kBlockLength]; }
 
     /// The list must not be empty.
-    const T& back() const { return m_blocks.back().back(); }
+    const T& back() const { return m_blocks.back()[m_used - 1]; }
 
-    /// References to elements of the last block do not outlive an append.
-    void append(const T& element) {
-        if (m_blocks.empty() || m_blocks.back().size() == kBlockLength) {
-            m_blocks.emplace_back();
+    /// References to elements of the last block do not outlive an append. Throws std::bad_alloc; the list is then as
+    /// it was.
+    void append(T element) { extend(1).front() = element; }
+
+    /// Appends elements whose values are the caller's to set: as many of `count`, which must not be 0, as get room in
+    /// one piece. Room for all of `count` is taken as far as the block reaches, so that a list whose length is known
+    /// does not grow in steps. Throws as append does.
+    std::span<T> extend(std::size_t count) {
+        if (m_used == m_room) {
+            makeRoom(count);
         }
-        std::vector<T>& last = m_blocks.back();
-        if (last.size() == last.capacity()) {
-            last.reserve(std::min(kBlockLength, std::max(kFirstLength, 2 * last.size())));
-        }
-        last.push_back(element);
+        const std::size_t part = std::min(count, m_room - m_used);
+        T* first = m_blocks.back().get() + m_used;
+        m_used += part;
+        return {first, part};
     }
 
-    /// Gives back the room kept for further elements.
+    /// Gives back the room kept for further elements, if there is memory to move them to.
     void shrinkToFit() {
-        if (!m_blocks.empty()) {
-            m_blocks.back().shrink_to_fit();
+        if (m_used != m_room) {
+            if (Block smaller{new (std::nothrow) T[m_used]}) {
+                replaceLast(std::move(smaller), m_used);
+            }
         }
         m_blocks.shrink_to_fit();
     }
 
+    void clear() {
+        m_blocks.clear();
+        m_used = 0;
+        m_room = 0;
+    }
+
 private:
+    using Block = std::unique_ptr<T[]>;
+
     static constexpr std::size_t kFirstLength = 16;
-    static constexpr std::size_t kBlockLength = std::size_t{1} << 16;
+    static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
+
+    void makeRoom(std::size_t count) {
+        if (m_blocks.empty()) {
+            const std::size_t room = std::clamp(count, kFirstLength, kBlockLength);
+            m_blocks.push_back(std::make_unique_for_overwrite<T[]>(room));
+            m_room = room;
+        } else if (m_room < kBlockLength) {
+            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, m_room + std::min(count, kBlockLength)));
+            replaceLast(std::make_unique_for_overwrite<T[]>(room), room);
+        } else {
+            // A list this long may take a whole block: that is little beside what it has.
+            m_blocks.push_back(std::make_unique_for_overwrite<T[]>(kBlockLength));
+            m_used = 0;
+        }
+    }
+
+    void replaceLast(Block block, std::size_t room) {
+        std::copy_n(m_blocks.back().get(), m_used, block.get());
+        m_blocks.back() = std::move(block);
+        m_room = room;
+    }
 
     // Only the last block may be shorter than kBlockLength; none is empty once an append has succeeded.
-    std::vector<std::vector<T>> m_blocks;
+    std::vector<Block> m_blocks;
+    std::size_t m_used = 0;  // of the last block
+    std::size_t m_room = 0;  // of the last block
 };

@@ -77,6 +77,11 @@ bool ChunkReader::readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t
     return readDirect(node.dataPosition(), data.data(), size) == size;
 }
 
+std::uint8_t* ChunkReader::pieceRoom(std::size_t size) {
+    m_piece.growTo(size);
+    return m_piece.data();
+}
+
 const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
     const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
                                     [position](const Block& block) { return block.holds(position); });

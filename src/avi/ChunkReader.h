@@ -3,6 +3,7 @@
 #pragma once
 
 #include "avi/ChunkTree.h"
+#include "fileio/ByteBuffer.h"
 #include "fileio/File.h"
 
 #include <array>
@@ -38,6 +39,10 @@ public:
     /// file has bytes.
     bool readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data);
 
+    /// Room for a piece of so many bytes, aligned for any type; the same for every piece, so that thousands of indexes
+    /// share it. Throws std::bad_alloc.
+    std::uint8_t* pieceRoom(std::size_t size);
+
 private:
     struct Block {
         std::uint64_t position = 0;
@@ -57,4 +62,5 @@ private:
     std::uint64_t m_directBudget;
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;
+    ByteBuffer m_piece;
 };

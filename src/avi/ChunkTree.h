@@ -41,6 +41,7 @@ public:
     std::uint32_t add(const ChunkNode& node, std::uint32_t parent, std::uint32_t previousSibling);
 
     void shrinkToFit() { m_nodes.shrinkToFit(); }
+    void clear() { m_nodes.clear(); }
 
     /// In file order.
     Range topLevel() const;

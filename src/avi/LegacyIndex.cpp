@@ -35,11 +35,12 @@ void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode
     RecordReader records(reader, idx1.dataPosition(), idx1.size);
     // Entries that the file no longer has would be all zero and belong to no stream.
     while (records.remaining() > 0) {
-        const auto entry = records.next<avi::LegacyIndexEntry>();
-        const auto pair = digitPairIn(entry.ckid);
-        if (AviStream* stream = pair ? streamOfPair[*pair] : nullptr) {
-            stream->addIdx1Chunk(base + entry.dwChunkOffset, entry.dwChunkLength,
-                                 (entry.dwFlags & avi::AVIIF_KEYFRAME) != 0);
+        for (const avi::LegacyIndexEntry& entry : records.nextRun<avi::LegacyIndexEntry>(records.remaining())) {
+            const auto pair = digitPairIn(entry.ckid);
+            if (AviStream* stream = pair ? streamOfPair[*pair] : nullptr) {
+                stream->addIdx1Chunk(base + entry.dwChunkOffset, entry.dwChunkLength,
+                                     (entry.dwFlags & avi::AVIIF_KEYFRAME) != 0);
+            }
         }
     }
 }

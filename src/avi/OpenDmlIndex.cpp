@@ -42,6 +42,11 @@ void copyFront(Record& to, const Record& from, std::uint64_t count) {
     std::copy_n(bytes, std::min<std::uint64_t>(count, sizeof from), reinterpret_cast<std::uint8_t*>(&to));
 }
 
+ChunkList::Row rowOf(std::uint64_t baseOffset, const avi::StdIndexEntry& entry) {
+    const bool keyframe = (entry.dwSize & avi::kStdIndexNotKeyFrame) == 0;
+    return {baseOffset + entry.dwOffset, entry.dwSize & avi::kStdIndexSizeMask, keyframe};
+}
+
 }  // namespace
 
 void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
@@ -64,18 +69,21 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     }
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
-    std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
     // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
     for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
         m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
-        m_stdIndexes.push_back({});
-        if (m_superIndexEntries.back().dwSize >= avi::kChunkHeaderSize) {
-            readStdIndex(context, m_superIndexEntries.back(), unbackedLeft);
+    }
+    m_stdIndexes.resize(m_superIndexEntries.size());
+    std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
+    for (std::size_t i = 0; i < m_superIndexEntries.size(); ++i) {
+        if (m_superIndexEntries[i].dwSize >= avi::kChunkHeaderSize) {
+            readStdIndex(context, m_superIndexEntries[i], m_stdIndexes[i], unbackedLeft);
         }
     }
 }
 
-void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, std::uint64_t& unbackedLeft) {
+void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
+                             std::uint64_t& unbackedLeft) {
     const std::uint64_t position = entry.qwOffset + avi::kChunkHeaderSize;
     const std::uint32_t size = entry.dwSize - std::uint32_t{avi::kChunkHeaderSize};
     const auto fail = [&](const std::string& message) {
@@ -90,7 +98,6 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
     if (records.remaining() == 0) {
         return failUnreadable();
     }
-    avi::StdIndexHeader& header = m_stdIndexes.back();
     copyFront(header, records.next<avi::StdIndexHeader>(), size);
     if (header.wLongsPerEntry != avi::kStdIndexLongsPerEntry) {
         return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): " +
@@ -105,22 +112,18 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         fail("std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(header.nEntriesInUse));
     }
 
-    std::uint64_t startByte = 0;
-    if (!m_openDmlChunks.empty()) {
-        startByte = m_openDmlChunks.back().startByte + m_openDmlChunks.back().size;
-    }
-    for (std::uint32_t i = 0; i < count; ++i) {
-        if (i < backed && records.remaining() == 0) {
+    for (std::uint32_t done = 0; done < count;) {
+        if (done < backed && records.remaining() == 0) {
             // The file is shorter than it said, or cannot be read from here on.
-            if (!takeUnbacked(context, unbackedLeft, backed - i)) {
+            if (!takeUnbacked(context, unbackedLeft, backed - done)) {
                 return failUnreadable();
             }
-            backed = i;
+            backed = done;
         }
-        const auto indexed = records.next<avi::StdIndexEntry>();
-        const std::uint32_t chunkSize = indexed.dwSize & avi::kStdIndexSizeMask;
-        const bool keyframe = (indexed.dwSize & avi::kStdIndexNotKeyFrame) == 0;
-        m_openDmlChunks.append({header.qwBaseOffset + indexed.dwOffset, startByte, chunkSize, keyframe});
-        startByte += chunkSize;
+        const auto entries = records.nextRun<avi::StdIndexEntry>(count - done);
+        m_openDmlChunks.appendAll(entries, [base = header.qwBaseOffset](const avi::StdIndexEntry& indexed) {
+            return rowOf(base, indexed);
+        });
+        done += static_cast<std::uint32_t>(entries.size());
     }
 }

@@ -25,7 +25,7 @@ constexpr std::uint64_t kMaxFormatBytes = std::uint64_t{1} << 20;
 /// The same for all streams together.
 constexpr std::uint64_t kMaxFormatBytesPerFile = std::uint64_t{8} << 20;
 
-/// Index entries of one stream that lie beyond the end of the file or cannot be read, 24 bytes of memory each. Only the
+/// Index entries of one stream that lie beyond the end of the file or cannot be read, 17 bytes of memory each. Only the
 /// last index chunk of a file cut short has any, and one index chunk describes at most some ten thousand chunks.
 constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 250'000;
 
@@ -35,7 +35,7 @@ constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 
 /// Formats and indexes may read as many bytes as the file has, and this much more. In an honest file every byte
 /// belongs to one chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes
-/// three times its bytes of memory.
+/// twice its bytes of memory.
 constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
 /// Collected messages in bytes: more than any reader of a log would look at.

@@ -15,14 +15,14 @@ RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uin
       m_position(position),
       m_left(reader.existing(position, length)),
       m_pieceSize(std::min(m_left, kPieceSize)),
-      m_piece(std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(m_pieceSize))) {
+      m_piece(reader.pieceRoom(static_cast<std::size_t>(m_pieceSize))) {
     readPiece();
 }
 
 bool RecordReader::readPiece() {
     const std::uint64_t wanted = std::min(m_left, m_pieceSize);
     m_taken = 0;
-    m_filled = m_reader.readDirect(m_position, m_piece.get(), wanted);
+    m_filled = m_reader.readDirect(m_position, m_piece, wanted);
     m_position += m_filled;
     m_left = m_filled == wanted ? m_left - wanted : 0;
     return m_filled > 0;
@@ -33,7 +33,7 @@ void RecordReader::take(void* destination, std::size_t count) {
     std::size_t done = 0;
     while (done < count && (m_taken < m_filled || (m_left > 0 && readPiece()))) {
         const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(count - done, m_filled - m_taken));
-        std::memcpy(bytes + done, m_piece.get() + m_taken, part);
+        std::memcpy(bytes + done, m_piece + m_taken, part);
         m_taken += part;
         done += part;
     }

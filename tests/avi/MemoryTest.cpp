@@ -33,11 +33,11 @@ Bytes idx1FileOf(std::size_t entries) {
     return riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {}), chunk("idx1", table)});
 }
 
-TEST(Memory, AnIdx1EntryCostsAtMost24Bytes) {
+TEST(Memory, AnIdx1EntryCostsAtMost17Bytes) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(1'000'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 1'000'000u);
-    EXPECT_LE(cost.kept, 24u * 1'000'000 + 10'000);
+    EXPECT_LE(cost.kept, 17u * 1'000'000 + 10'000);
 }
 
 TEST(Memory, ReadingIdx1TakesLessThanHalfAsMuchAgain) {
@@ -64,11 +64,11 @@ Bytes openDmlFileOf(std::size_t indexes, std::size_t entriesEach) {
     return file;
 }
 
-TEST(Memory, AStandardIndexEntryCostsAtMost24Bytes) {
+TEST(Memory, AStandardIndexEntryCostsAtMost17Bytes) {
     AviParser parser;
     const Cost cost = costOf(openDmlFileOf(20, 50'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 1'000'000u);
-    EXPECT_LE(cost.kept, 24u * 1'000'000 + 10'000);
+    EXPECT_LE(cost.kept, 17u * 1'000'000 + 10'000);
 }
 
 TEST(Memory, ReadingStandardIndexesTakesLessThanHalfAsMuchAgain) {
@@ -102,7 +102,7 @@ TEST(Memory, ManyStreamsDoNotMultiplyIdx1) {
     AviParser parser;
     const Cost cost = costOf(riff("AVI ", {samples::hdrl(strls), list("movi", {}), idx1(entries)}), parser);
     EXPECT_EQ(parser.streams()[31]->chunkCount(), 50'000u);
-    EXPECT_LE(cost.kept, 24u * 100'000 + 100'000);
+    EXPECT_LE(cost.kept, 17u * 100'000 + 100'000);
 }
 
 TEST(Memory, OverlappingFormatsAreNotKeptForEveryStream) {

@@ -1,0 +1,86 @@
+// The chunks of one stream, as its index lists them. New pages of memory are most of what opening a long file takes, so
+// that a chunk's place in the stream is stored once for a group of chunks and counted up from there.
+#pragma once
+
+#include "avi/BlockList.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+/// One chunk of media data.
+struct AviChunk {
+    std::uint64_t offset;     ///< file position of the data
+    std::uint64_t startByte;  ///< sum of the sizes of all earlier chunks of the same list
+    std::uint32_t size;       ///< data bytes
+    std::uint8_t keyframe;    ///< 1 for a key frame, else 0
+};
+
+/// In the order of the index, which need not be that of the file. Const functions run on any number of threads.
+class ChunkList {
+public:
+    /// What is kept of a chunk by itself.
+    struct Row {
+        std::uint64_t offset;
+        std::uint32_t size;
+        std::uint8_t keyframe;
+    };
+    static_assert(sizeof(Row) == 16);
+
+    std::size_t size() const { return m_rows.size(); }
+    bool empty() const { return m_rows.empty(); }
+
+    /// Sum of all sizes.
+    std::uint64_t totalBytes() const { return m_totalBytes; }
+
+    /// `index` must be below size().
+    AviChunk operator[](std::size_t index) const;
+
+    /// Index of the chunk whose bytes [startByte, startByte + size) hold `position`; none from totalBytes() on. Never
+    /// an empty chunk.
+    std::optional<std::size_t> findByBytePosition(std::uint64_t position) const;
+
+    /// Throws std::bad_alloc; the list can then only be thrown away.
+    void append(const Row& row) {
+        if (m_rows.size() % kGroup == 0) {
+            m_groupStarts.append(m_totalBytes);
+        }
+        m_rows.append(row);
+        m_totalBytes += row.size;
+    }
+
+    /// Appends `toRow` of each entry. Throws as append does.
+    template <typename Entry, typename ToRow>
+    void appendAll(std::span<const Entry> entries, ToRow toRow) {
+        while (!entries.empty()) {
+            const std::size_t before = m_rows.size();
+            const std::span<Row> rows = m_rows.extend(entries.size());
+            std::uint64_t totalBytes = m_totalBytes;
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                if ((before + i) % kGroup == 0) {
+                    m_groupStarts.append(totalBytes);
+                }
+                const Row row = toRow(entries[i]);
+                rows[i] = row;
+                totalBytes += row.size;
+            }
+            m_totalBytes = totalBytes;
+            entries = entries.subspan(rows.size());
+        }
+    }
+
+    /// To be called once no more chunks come.
+    void shrinkToFit() {
+        m_rows.shrinkToFit();
+        m_groupStarts.shrinkToFit();
+    }
+
+private:
+    static constexpr std::size_t kGroup = 16;
+
+    BlockList<Row> m_rows;
+    BlockList<std::uint64_t> m_groupStarts;  // startByte of every kGroup-th chunk
+    std::uint64_t m_totalBytes = 0;
+};
