@@ -38,8 +38,8 @@ void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind in
 
 void writeSample(const std::filesystem::path& file, aviwriter::SampleFormat format, std::uint16_t channels) {
     aviwriter::FileSink sink(file);
-    aviwriter::writeSample({.width = 32, .height = 16, .frames = 10, .audio = {{.format = format, .channels = channels}}},
-                           sink);
+    const aviwriter::SampleAudio audio = {.format = format, .channels = channels};
+    aviwriter::writeSample({.width = 32, .height = 16, .frames = 10, .audio = {audio}}, sink);
     sink.close();
 }
 

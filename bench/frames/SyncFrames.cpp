@@ -48,8 +48,10 @@ void measure(benchmark::State& state, const std::filesystem::path& file) {
     }
     const double other = medianOf(std::move(ours.other));
     const double floorOther = medianOf(std::move(least.other));
+    const double decode = medianOf(std::move(ours.decode));
     state.counters["read"] = medianOf(std::move(ours.read));
-    state.counters["decode"] = medianOf(std::move(ours.decode));
+    state.counters["decode"] = decode;
+    state.counters["otherPercent"] = 100 * other / decode;
     state.counters["other"] = other;
     state.counters["floorOther"] = floorOther;
     state.counters["plugin"] = other - floorOther;
