@@ -9,10 +9,14 @@ build_packages=(
     wine wine64
 )
 
+# For bench/counts/check.
+count_packages=(valgrind)
+
 check_packages=(
     ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
     nsis zip
     icoutils libasan8 libubsan1 libtsan2
+    "${count_packages[@]}"
 )
 
 # For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.

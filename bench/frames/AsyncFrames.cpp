@@ -4,7 +4,7 @@
 // it for some milliseconds. Reading, decoding and the host's own work each take the time they take alone, one after the
 // other for all frames; at best the three overlap, and the run takes as long as the slowest of them: the floor.
 #include "bench/frames/FrameSamples.h"
-#include "bench/plugin/MeasuredClip.h"
+#include "measured/MeasuredClip.h"
 
 #include <benchmark/benchmark.h>
 

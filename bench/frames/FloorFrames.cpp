@@ -17,9 +17,19 @@ QuorvaneFormat packed422() {
     return request;
 }
 
+template <class Functions>
+const Functions* suite(const SPBasicSuite& suites, const char* name, csSDK_int32 version) {
+    const void* table = nullptr;
+    suites.AcquireSuite(name, version, &table);
+    return static_cast<const Functions*>(table);
+}
+
 }  // namespace
 
-FloorFrames::FloorFrames(hostkit::LightHost& host, const std::filesystem::path& file) : m_host(host) {
+FloorFrames::FloorFrames(MeasuredPlugin& plugin, const std::filesystem::path& file) {
+    const SPBasicSuite& suites = *plugin.stdParms()->piSuites->utilFuncs->getSPBasicSuite();
+    m_creator = suite<PrSDKPPixCreatorSuite>(suites, kPrSDKPPixCreatorSuite, kPrSDKPPixCreatorSuiteVersion);
+    m_frames = suite<PrSDKPPixSuite>(suites, kPrSDKPPixSuite, kPrSDKPPixSuiteVersion);
     if (!m_file.open(file.c_str(), fileio::kOpenRead | fileio::kOpenShareRead) || !m_avi.parse(m_file)) {
         throw std::runtime_error("the clip does not open");
     }
@@ -28,7 +38,8 @@ FloorFrames::FloorFrames(hostkit::LightHost& host, const std::filesystem::path& 
     m_format = m_codec.decompressBegin(m_stream->formatExtraData(), packed422());
 }
 
-void FloorFrames::getFrame(std::uint64_t frame) {
+std::uint64_t FloorFrames::getFrame(std::uint64_t frame) {
+    const std::uint64_t start = hostkit::nanosecondsNow();
     const AviChunk& chunk = m_stream->chunk(frame % m_stream->chunkCount());
     m_bytes.growTo(chunk.size);
     lseek(m_descriptor, static_cast<off_t>(chunk.offset), SEEK_SET);
@@ -39,13 +50,20 @@ void FloorFrames::getFrame(std::uint64_t frame) {
     reads.add(m_bytes.data(), chunk.size, hostkit::nanosecondsNow() - readStart);
 
     const prRect bounds = {0, 0, static_cast<csSDK_int32>(m_format.width), static_cast<csSDK_int32>(m_format.height)};
-    const PPixHand ppix = m_host.lend(bounds);
+    PPixHand ppix = nullptr;
+    char* pixels = nullptr;
+    csSDK_int32 rowBytes = 0;
+    m_creator->CreatePPix(&ppix, PrPPixBufferAccess_WriteOnly, PrPixelFormat_YUYV_422_8u_601, &bounds);
+    m_frames->GetPixels(ppix, PrPPixBufferAccess_WriteOnly, &pixels);
+    m_frames->GetRowBytes(ppix, &rowBytes);
     std::array<QuorvanePlane, 4> planes;
-    planes[0].address = reinterpret_cast<std::uintptr_t>(m_host.pixelsOf(ppix));
-    planes[0].rowBytes = static_cast<std::uint32_t>(m_host.rowBytesOf(ppix));
+    planes[0].address = reinterpret_cast<std::uintptr_t>(pixels);
+    planes[0].rowBytes = static_cast<std::uint32_t>(rowBytes);
     planes[0].size = m_format.height * planes[0].rowBytes;
     const std::uint64_t decodeStart = hostkit::nanosecondsNow();
     m_codec.decompress(m_bytes.data(), chunk.size, planes);
     decodes.add(m_bytes.data(), chunk.size, hostkit::nanosecondsNow() - decodeStart);
+    const std::uint64_t taken = hostkit::nanosecondsNow() - start;
     hostkit::LightHost::dispose(ppix);
+    return taken;
 }

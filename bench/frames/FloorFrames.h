@@ -7,22 +7,24 @@
 #include "fileio/ByteBuffer.h"
 #include "fileio/SystemFile.h"
 #include "hostkit/CallSpy.h"
-#include "hostkit/LightHost.h"
+#include "measured/MeasuredPlugin.h"
 
 #include <cstdint>
 #include <filesystem>
 
 class FloorFrames {
 public:
-    FloorFrames(hostkit::LightHost& host, const std::filesystem::path& file);
+    FloorFrames(MeasuredPlugin& plugin, const std::filesystem::path& file);
 
-    void getFrame(std::uint64_t frame);
+    // Gives the nanoseconds it took, without the frame's way back to the host.
+    std::uint64_t getFrame(std::uint64_t frame);
 
     hostkit::SpiedCall reads;
     hostkit::SpiedCall decodes;
 
 private:
-    hostkit::LightHost& m_host;
+    const PrSDKPPixCreatorSuite* m_creator = nullptr;   // the host's, as the plug-in has them
+    const PrSDKPPixSuite* m_frames = nullptr;
     int m_descriptor;
     fileio::SystemFile m_file;
     AviParser m_avi;

@@ -1,6 +1,6 @@
 #include "bench/frames/FrameSamples.h"
 
-#include "bench/plugin/SampleFiles.h"
+#include "measured/SampleFiles.h"
 
 #include <algorithm>
 

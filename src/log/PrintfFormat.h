@@ -1,8 +1,8 @@
 // Has the compiler check the arguments of a printf-style function: `formatIndex` counts its parameters from 1, the
 // object of a member function first.
 //
-// LOG_RARELY_CALLED keeps the calls of a function, with the making of their arguments, out of the way of the code around
-// them: they lie apart, and a log that is off costs no room in the processor's cache.
+// LOG_RARELY_CALLED keeps the calls of a function, with the making of their arguments, out of the way of the code
+// around them: they lie apart, and a log that is off costs no room in the processor's cache.
 #pragma once
 
 #if defined(__MINGW32__)

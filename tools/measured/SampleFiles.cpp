@@ -1,4 +1,4 @@
-#include "bench/plugin/SampleFiles.h"
+#include "measured/SampleFiles.h"
 
 #include <cstdlib>
 

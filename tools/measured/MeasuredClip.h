@@ -2,7 +2,7 @@
 // does not answer with success throws std::runtime_error: a failure must not be measured.
 #pragma once
 
-#include "bench/plugin/MeasuredPlugin.h"
+#include "measured/MeasuredPlugin.h"
 
 #include "hostkit/ClipSession.h"
 #include "sdk/SdkAsyncImporter.h"
@@ -21,8 +21,8 @@ public:
     csSDK_int64 frameCount() const { return static_cast<csSDK_int64>(m_times.size()); }
 
     // One frame in the clip's own pixel format, given back to the host at once. `frame` counts from 0 and begins anew
-    // behind the last.
-    void getFrame(csSDK_int64 frame);
+    // behind the last. Gives the nanoseconds of the plug-in's call.
+    std::uint64_t getFrame(csSDK_int64 frame);
 
     // `frames` sample frames from a position.
     void getSound(PrAudioSample position, csSDK_uint32 frames);
@@ -31,6 +31,7 @@ public:
     void openAsync();
     void announce(csSDK_int64 frame);
     void collect(csSDK_int64 frame);
+    void flush();
     void closeAsync();
 
 private:

@@ -1,4 +1,4 @@
-#include "bench/plugin/MeasuredClip.h"
+#include "measured/MeasuredClip.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -44,11 +44,15 @@ imSourceVideoRec MeasuredClip::recordFor(csSDK_int64 frame, void* privateData, P
     return record;
 }
 
-void MeasuredClip::getFrame(csSDK_int64 frame) {
+std::uint64_t MeasuredClip::getFrame(csSDK_int64 frame) {
     PPixHand delivered = nullptr;
     imSourceVideoRec record = recordFor(frame, m_clip.privateData(), &delivered);
-    expect(imNoErr, m_plugin.call(imGetSourceVideo, m_clip.fileRef(), &record), "frame");
+    const std::uint64_t start = hostkit::nanosecondsNow();
+    const csSDK_int32 result = m_plugin.call(imGetSourceVideo, m_clip.fileRef(), &record);
+    const std::uint64_t taken = hostkit::nanosecondsNow() - start;
+    expect(imNoErr, result, "frame");
     hostkit::LightHost::dispose(delivered);
+    return taken;
 }
 
 void MeasuredClip::getSound(PrAudioSample position, csSDK_uint32 frames) {
@@ -77,6 +81,10 @@ void MeasuredClip::collect(csSDK_int64 frame) {
     imSourceVideoRec record = recordFor(frame, m_async.outAsyncPrivateData, &delivered);
     expect(aiNoError, m_async.outAsyncEntry(aiGetFrame, &record), "collection");
     hostkit::LightHost::dispose(delivered);
+}
+
+void MeasuredClip::flush() {
+    expect(aiNoError, m_async.outAsyncEntry(aiFlush, m_async.outAsyncPrivateData), "flush");
 }
 
 void MeasuredClip::closeAsync() {

@@ -21,6 +21,8 @@ public:
 
     hostkit::ImporterSession& session() { return m_session; }
     hostkit::LightHost& host() { return m_lightHost; }
+    imStdParms* stdParms() { return m_host.stdParms(); }
+    const hostkit::PluginLibrary& library() const { return m_plugin; }
     hostkit::CallSpy& spy() { return m_spy; }
 
     // The entry, called without anything between.

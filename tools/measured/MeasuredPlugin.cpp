@@ -1,4 +1,4 @@
-#include "bench/plugin/MeasuredPlugin.h"
+#include "measured/MeasuredPlugin.h"
 
 using hostkit::PluginLibrary;
 

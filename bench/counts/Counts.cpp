@@ -1,0 +1,140 @@
+// One case at a time for counting instructions:
+//   quorvane_counts files FOLDER     writes the files that the cases need
+//   quorvane_counts CASE             runs the case in the folder where they lie
+//
+// Counting goes on only inside measured(), which the counting program knows by its name. Each case first does its work
+// once uncounted, so that what only the first time costs is left out.
+#include "aviwriter/AviFileWriter.h"
+#include "aviwriter/Sample.h"
+#include "log/Log.h"
+#include "measured/MeasuredClip.h"
+#include "standin/Encoder.h"
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace {
+
+constexpr std::uint32_t kChunks = 10000;
+constexpr std::size_t kFrameBytes = 32 * 16 * 8;
+constexpr csSDK_uint32 kSoundFrames = 1920;
+
+// Video with chunks that are nothing but their index entries.
+void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind index) {
+    const standin::StreamInfo info = {.type = 104, .width = 32, .height = 16, .colorSpace = 2, .range = 1};
+    aviwriter::FileSink sink(file);
+    aviwriter::AviFileWriter writer(sink, {.index = index}, aviwriter::VideoTrack{
+        .width = 32, .height = 16, .extraData = standin::encodeExtraData(info)}, {});
+    for (std::uint32_t chunk = 0; chunk < kChunks; ++chunk) {
+        writer.writeVideo({1, 2, 3, 4});
+    }
+    writer.finish();
+    sink.close();
+}
+
+void writeSample(const std::filesystem::path& file, aviwriter::SampleFormat format, std::uint16_t channels) {
+    aviwriter::FileSink sink(file);
+    const aviwriter::SampleAudio audio = {.format = format, .channels = channels};
+    aviwriter::writeSample({.width = 32, .height = 16, .frames = 10, .audio = {audio}}, sink);
+    sink.close();
+}
+
+void writeFiles(const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    writeIndexedClip(folder / "openDml.avi", aviwriter::IndexKind::openDml);
+    writeIndexedClip(folder / "idx1.avi", aviwriter::IndexKind::idx1);
+    writeSample(folder / "float32x2.avi", aviwriter::SampleFormat::float32, 2);
+    writeSample(folder / "float32x8.avi", aviwriter::SampleFormat::float32, 8);
+    writeSample(folder / "pcm8x2.avi", aviwriter::SampleFormat::pcm8, 2);
+    writeSample(folder / "pcm16x2.avi", aviwriter::SampleFormat::pcm16, 2);
+}
+
+}  // namespace
+
+extern "C" {
+__attribute__((noinline, visibility("default"))) void measured(const std::function<void()>& work) { work(); }
+}
+
+namespace {
+
+void countOpen(const char* file) {
+    MeasuredPlugin plugin(kFrameBytes);
+    { const MeasuredClip warm(plugin, file); }
+    measured([&] { const MeasuredClip clip(plugin, file); });
+}
+
+// In hundreds, so that nothing else counts beside them.
+void countFrames() {
+    MeasuredPlugin plugin(kFrameBytes);
+    plugin.spy().decodes().leaveOut(true);
+    MeasuredClip clip(plugin, "float32x2.avi");
+    clip.getFrame(0);
+    measured([&] {
+        for (csSDK_int64 frame = 0; frame < 100; ++frame) {
+            clip.getFrame(frame);
+        }
+    });
+}
+
+void countSound(const char* file) {
+    MeasuredPlugin plugin(kFrameBytes);
+    MeasuredClip clip(plugin, file, kSoundFrames);
+    clip.getSound(0, kSoundFrames);
+    measured([&] {
+        for (csSDK_uint32 request = 0; request < 100; ++request) {
+            clip.getSound(request * 100, kSoundFrames);
+        }
+    });
+}
+
+// The only case that is counted in this program itself, where the call is compiled in.
+void countLogOff() {
+    measured([] {
+        for (int line = 0; line < 1000; ++line) {
+            Log("line %d", line);
+        }
+    });
+}
+
+const std::map<std::string, std::function<void()>>& cases() {
+    static const std::map<std::string, std::function<void()>> all = {
+        {"log-off-1000", countLogOff},
+        {"open-openDml-10000", [] { countOpen("openDml.avi"); }},
+        {"open-idx1-10000", [] { countOpen("idx1.avi"); }},
+        {"frames-100", countFrames},
+        {"sound-float32x2-100", [] { countSound("float32x2.avi"); }},
+        {"sound-float32x8-100", [] { countSound("float32x8.avi"); }},
+        {"sound-pcm8x2-100", [] { countSound("pcm8x2.avi"); }},
+        {"sound-pcm16x2-100", [] { countSound("pcm16x2.avi"); }},
+    };
+    return all;
+}
+
+void run(int count, char** arguments) {
+    const std::string what = count > 1 ? arguments[1] : "cases";
+    if (what == "cases") {
+        for (const auto& [name, work] : cases()) {
+            std::puts(name.c_str());
+        }
+    } else if (what == "files") {
+        writeFiles(arguments[2]);
+    } else {
+        cases().at(what)();
+    }
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    try {
+        run(count, arguments);
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvane_counts: %s\n", error.what());
+        return 1;
+    }
+}
