@@ -38,7 +38,6 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
             if (m_blockBudget < kBlockSize) {
                 return done;
             }
-            m_blockBudget -= kBlockSize;
             block = loadBlock(where);
         }
         if (!block) {
@@ -100,6 +99,7 @@ const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
     block.bytes.resize(kBlockSize);
     block.position = position;
     block.length = readFile(position, block.bytes.data(), kBlockSize);
+    m_blockBudget -= block.length;
     return block.length == 0 ? nullptr : &block;
 }
 

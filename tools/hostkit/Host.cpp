@@ -85,6 +85,11 @@ std::vector<ErrorEvent> Host::errorEvents() const {
     return m_errorEvents;
 }
 
+void Host::forgetErrorEvents() {
+    const std::lock_guard lock(m_mutex);
+    m_errorEvents = {};
+}
+
 std::vector<std::string> Host::violations() const {
     const std::lock_guard lock(m_mutex);
     return m_violations;

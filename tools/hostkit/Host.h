@@ -71,6 +71,7 @@ public:
     int asyncImportersOpen() const { return m_asyncImporters; }
 
     std::vector<ErrorEvent> errorEvents() const;
+    void forgetErrorEvents();           // for those who measure memory: each is kept until then
 
     // What the plug-in did wrong so far, whatever it still holds: one sentence each.
     std::vector<std::string> violations() const;

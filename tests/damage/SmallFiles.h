@@ -1,0 +1,20 @@
+// Files of a kilobyte or two in which everything occurs that a parser reads: small enough to be cut at every byte. What
+// the parser makes of each is in golden/NAME.txt, as avidump writes it.
+#pragma once
+
+#include "aviwriter/Blocks.h"
+
+#include <span>
+
+namespace damage {
+
+using aviwriter::Bytes;
+
+struct SmallFile {
+    const char* name;
+    Bytes (*make)();
+};
+
+std::span<const SmallFile> smallFiles();
+
+}  // namespace damage
