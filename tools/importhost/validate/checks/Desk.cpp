@@ -24,6 +24,15 @@ Desk::Desk(CheckRun& run, PlayedPlugin& plugin, std::vector<KnownFile>& files, R
 
 void Desk::act() { (this->*choose())(); }
 
+void Desk::leave() {
+    if (m_async) {
+        closeAsync();
+    }
+    if (m_state.file != ClipState::File::Closed) {
+        close();
+    }
+}
+
 // --- Choosing ---------------------------------------------------------------------------------------------------
 
 Desk::Action Desk::choose() {
