@@ -105,8 +105,8 @@ TEST(ValidateCommand, AWarningIsNoFailure) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(contains(run.output, "\nwarn     good-files-open ")) << run.output;
     EXPECT_TRUE(contains(run.output, "\n         text.avi: ")) << run.output;
-    EXPECT_TRUE(contains(run.output, "\nThe plug-in does not import 'text.avi'.\n1 check: 0 passed, 1 with a warning.\n"))
-        << run.output;
+    const std::string summary = "\nThe plug-in does not import 'text.avi'.\n1 check: 0 passed, 1 with a warning.\n";
+    EXPECT_TRUE(contains(run.output, summary)) << run.output;
 }
 
 TEST(ValidateCommand, InOneProcessTheVerdictsAreTheSame) {
@@ -136,6 +136,10 @@ TEST(ValidateCommand, ASeedThatIsDrawnIsTold) {
 TEST(ValidateCommand, ASeedThatIsGivenIsUsedWhole) {
     const ProgramRun run = validate({"--only", "formats-end", "--seed", "18446744073709551615"});
     EXPECT_EQ(restOfLine(run.output, " at level 5, seed "), "18446744073709551615.");
+}
+
+TEST(ValidateCommand, ASeedBelowZeroIsAUsageError) {
+    EXPECT_EQ(validate({"--only", "formats-end", "--seed", "-3"}).exitCode, 2);
 }
 
 TEST(ValidateCommand, TheLastLineOfAFailureIsACommandThatFailsAgain) {

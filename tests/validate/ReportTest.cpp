@@ -139,7 +139,8 @@ TEST(VerdictSentence, WhatWasSkippedWasNotPassed) {
 TEST(VerdictSentence, SaysFirstThatAFileIsNotImported) {
     CheckResult result = resultWith(kFirst, Verdict::Warn);
     result.notImported = {"text.avi"};
-    EXPECT_EQ(verdictSentence(documentOf({result})), "The plug-in does not import 'text.avi'. The plug-in passed 1 check.");
+    EXPECT_EQ(verdictSentence(documentOf({result})),
+              "The plug-in does not import 'text.avi'. The plug-in passed 1 check.");
 }
 
 // A file of the user's, and what the plug-in said of it; whatever checks ran.
@@ -160,7 +161,7 @@ TEST(VerdictSentence, KnowsWhatThePluginSaidOfTheFile) {
     EXPECT_EQ(sentenceForFile(Json{{"streams", Json::array()}}), isNot);
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"result", some}}}}}), isNot);
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}, {"sound", nullptr}}}}}), isNot);
-    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}, {"sound", nullptr}}}}, {"pixelFormats", {"yuy2"}}}), is);
+    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}}}}, {"pixelFormats", {"yuy2"}}}), is);
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", nullptr}, {"sound", some}}}}}), is);
     EXPECT_EQ(sentenceForFile(nullptr), is);        // nothing is known
 }

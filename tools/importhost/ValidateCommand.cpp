@@ -34,10 +34,11 @@ class ValidateCommand : public Command {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_files, "Files to check the plug-in with; own samples when left out")->type_name("");
-        m_levelOption = app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
-            ->type_name("N")
-            ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
-            ->capture_default_str();
+        m_levelOption =
+            app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
+                ->type_name("N")
+                ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
+                ->capture_default_str();
         app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
         app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")
             ->type_name("N")

@@ -23,8 +23,8 @@ void askForFrame(VideoClip& clip, std::int64_t index, RowBuilder& row) {
     row.step();
 }
 
-Row framesAtOnce(const std::string& name, VideoClip& clip, const std::vector<std::int64_t>& indexes, ReadCounter& counter,
-                 FileMeasurement& file) {
+Row framesAtOnce(const std::string& name, VideoClip& clip, const std::vector<std::int64_t>& indexes,
+                 ReadCounter& counter, FileMeasurement& file) {
     RowBuilder row(name, indexes.size(), counter, file.failures);
     for (const std::int64_t index : indexes) {
         askForFrame(clip, index, row);

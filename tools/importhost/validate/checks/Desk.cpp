@@ -1,6 +1,8 @@
 // What a desk chooses, and how it judges. The actions are in DeskActions.cpp.
 #include "importhost/validate/checks/Desk.h"
 
+#include "importhost/validate/checks/Delivered.h"
+
 #include "hostkit/Names.h"
 #include "hostkit/PixelFormatTable.h"
 
@@ -152,7 +154,7 @@ void Desk::expectRefused(const std::string& what, csSDK_int32 found, std::initia
 
 Outcome Desk::askForFrame(const FrameWish& wish) {
     const auto answer = m_clip->frame(timeOf(wish.frame), {wish.format});
-    return outcomeOf(answer.result, answer.frame);
+    return {answer.result, delivered(answer.frame)};
 }
 
 }  // namespace importhost::validate

@@ -86,7 +86,8 @@ void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int s
         struck += desk->struck();
     }
     run.note("clips: " + std::to_string(files.size()) + ", steps: " + std::to_string(taken) + " of " +
-             std::to_string(steps) + ", starts among them: " + std::to_string(starts) + ", calls of codec and disk that failed: " + std::to_string(struck));
+             std::to_string(steps) + ", starts among them: " + std::to_string(starts) +
+             ", calls of codec and disk that failed: " + std::to_string(struck));
 }
 
 // --- random-calls -----------------------------------------------------------------------------------------------
@@ -109,9 +110,9 @@ void randomCallsWithRefusals(CheckRun& run) {
 constexpr Check kChecks[] = {
     {"random-calls", 2,
      "Several clips at once, damaged ones among them, are opened, described, played, played ahead, quieted and closed "
-     "in random order; now and then all are closed and the plug-in is shut down and started anew. Every answer must follow from the calls before it, and the same frame and the same sound must "
-     "always be the same, whoever asks for them and when. The seed repeats a failure exactly. An editor's users do "
-     "things in orders that nobody thought of.",
+     "in random order; now and then all are closed and the plug-in is shut down and started anew. Every answer must "
+     "follow from the calls before it, and the same frame and the same sound must always be the same, whoever asks for "
+     "them and when. The seed repeats a failure exactly. An editor's users do things in orders that nobody thought of.",
      randomCalls},
     {"random-calls-with-refusals", 3,
      "The same, while the host refuses suites and frame buffers, the codec fails and the disk does, at random. A call "
