@@ -105,6 +105,9 @@ void measureAhead(Editor& editor, VideoClip& clip, ReadCounter& counter, const B
         file.failures.push_back("The plug-in gave no asynchronous importer: " + hostkit::resultText(created) + ".");
         return;
     }
+    // Its codec starts for its first frame, which is no row's to pay for.
+    async.announce(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+    async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
     for (const std::size_t ahead : kAhead) {
         file.ahead.push_back(framesAhead(async, clip, indexes, ahead, counter, options, file));
     }
