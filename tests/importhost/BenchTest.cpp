@@ -7,6 +7,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
 using programs::contains;
 using programs::importhost;
 using programs::ProgramRun;

@@ -105,7 +105,8 @@ TEST(ValidateCommand, AWarningIsNoFailure) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(contains(run.output, "\nwarn     good-files-open ")) << run.output;
     EXPECT_TRUE(contains(run.output, "\n         text.avi: ")) << run.output;
-    EXPECT_TRUE(contains(run.output, " with a warning")) << run.output;
+    const std::string summary = "\nThe plug-in does not import 'text.avi'.\n1 check: 0 passed, 1 with a warning.\n";
+    EXPECT_TRUE(contains(run.output, summary)) << run.output;
 }
 
 TEST(ValidateCommand, InOneProcessTheVerdictsAreTheSame) {
@@ -135,6 +136,10 @@ TEST(ValidateCommand, ASeedThatIsDrawnIsTold) {
 TEST(ValidateCommand, ASeedThatIsGivenIsUsedWhole) {
     const ProgramRun run = validate({"--only", "formats-end", "--seed", "18446744073709551615"});
     EXPECT_EQ(restOfLine(run.output, " at level 5, seed "), "18446744073709551615.");
+}
+
+TEST(ValidateCommand, ASeedBelowZeroIsAUsageError) {
+    EXPECT_EQ(validate({"--only", "formats-end", "--seed", "-3"}).exitCode, 2);
 }
 
 TEST(ValidateCommand, TheLastLineOfAFailureIsACommandThatFailsAgain) {
@@ -227,6 +232,20 @@ TEST(ValidateCommand, TheListNamesEveryCheckOnceWithItsLevel) {
             EXPECT_EQ(run.output.find(line, at + 1), std::string::npos) << line;
         }
     }
+}
+
+TEST(ValidateCommand, TheListHonoursThePatternAndTheLevel) {
+    const ProgramRun run = validate({"--list", "--only", "random-*", "--level", "2"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.output.starts_with("state:\n  random-calls  (level 2)\n      ")) << run.output;
+    EXPECT_FALSE(contains(run.output, "\n  random-calls-with-refusals  ")) << run.output;
+    EXPECT_TRUE(contains(validate({"--list", "--only", "random-*"}).output, "\n  random-calls-with-refusals  "));
+}
+
+TEST(ValidateCommand, AListOfNothingIsAUsageError) {
+    const ProgramRun run = validate({"--list", "--only", "no-such-check"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.errors, "importhost: No check was selected: none up to level 10 fits 'no-such-check'.\n");
 }
 
 TEST(ValidateCommand, AnExplanationIsAboutThatCheck) {

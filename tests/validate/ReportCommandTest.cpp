@@ -71,6 +71,8 @@ TEST_F(ReportFiles, JsonHasTheSameWithoutThePictures) {
     EXPECT_EQ(told["files"][0]["sheet"]["frames"].size(), 5u);
     EXPECT_FALSE(told["files"][0]["sheet"].contains("png"));
     EXPECT_EQ(told["files"][0]["waveforms"][0]["channels"][1]["peak"], "-1.2 dB");
+    EXPECT_EQ(told["files"][0]["waveforms"][0]["channels"][1]["low"].size(), 400u);
+    EXPECT_EQ(told["notImported"], nlohmann::json::array());
 }
 
 TEST_F(ReportFiles, OfOwnSamplesShowAFewGoodOnes) {
@@ -97,6 +99,9 @@ TEST_F(ReportFiles, TellOfAFileThatThePluginRefuses) {
     validate({"--only", "formats-end", "--report", html(), "--json", json(), path});
     EXPECT_EQ(document()["files"][0]["facts"]["streams"][0]["result"]["name"], "imBadFile");
     EXPECT_TRUE(contains(page(), "<dt>Describing</dt>\n<dd>imBadFile (2)</dd>")) << page();
+    EXPECT_TRUE(contains(page(), "<h1>The plug-in does not import &#39;text.avi&#39;. The plug-in passed 1 check.</h1>"))
+        << page();
+    EXPECT_EQ(document()["notImported"], nlohmann::json{"text.avi"});
 }
 
 TEST_F(ReportFiles, HaveTheCallsOfAFailureAndTheCommand) {

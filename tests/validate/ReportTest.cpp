@@ -101,8 +101,15 @@ TEST(ReportDocument, AsTextHasNoPictures) {
     files.files.push_back(Json{{"sheet", {{"width", 3}, {"png", "AAAA"}}},
                                {"waveforms", {{{"channels", {{{"peak", "-1.2 dB"}, {"low", {0}}, {"high", {1}}}}}}}}});
     const Json document = Json::parse(documentText(documentOf({}, files)));
-    EXPECT_EQ(document["files"][0], (Json{{"sheet", {{"width", 3}}},
-                                          {"waveforms", {{{"channels", {{{"peak", "-1.2 dB"}}}}}}}}));
+    EXPECT_EQ(document["files"][0]["sheet"], (Json{{"width", 3}}));
+}
+
+TEST(ReportDocument, AsTextHasTheNumbersOfWaveforms) {
+    FileDescriptions files = noFiles();
+    files.files.push_back(Json{{"waveforms", {{{"channels", {{{"low", {-0.5}}, {"high", {1}}}}}}}}});
+    const Json document = Json::parse(documentText(documentOf({}, files)));
+    EXPECT_EQ(document["files"][0]["waveforms"][0]["channels"][0]["low"], Json{-0.5});
+    EXPECT_EQ(document["files"][0]["waveforms"][0]["channels"][0]["high"], Json{1});
 }
 
 TEST(ReportDocument, TextThatIsNoUtf8IsMended) {
@@ -127,6 +134,36 @@ TEST(VerdictSentence, AWarningIsAPass) {
 TEST(VerdictSentence, WhatWasSkippedWasNotPassed) {
     EXPECT_EQ(sentenceFor({Verdict::Pass, Verdict::Skip}), "The plug-in passed 1 check and skipped 1.");
     EXPECT_EQ(sentenceFor({Verdict::Skip, Verdict::Skip}), "No check found anything to look at.");
+}
+
+TEST(VerdictSentence, SaysFirstThatAFileIsNotImported) {
+    CheckResult result = resultWith(kFirst, Verdict::Warn);
+    result.notImported = {"text.avi"};
+    EXPECT_EQ(verdictSentence(documentOf({result})),
+              "The plug-in does not import 'text.avi'. The plug-in passed 1 check.");
+}
+
+// A file of the user's, and what the plug-in said of it; whatever checks ran.
+std::string sentenceForFile(const Json& facts) {
+    RunResult result;
+    result.checks = {resultWith(kFirst, Verdict::Pass)};
+    RunFacts run = someFacts();
+    run.options.files = {"film.avi"};
+    FileDescriptions files = noFiles();
+    files.files.push_back(Json{{"name", "film.avi"}, {"facts", facts}});
+    return verdictSentence(reportDocument(run, result, files));
+}
+
+TEST(VerdictSentence, KnowsWhatThePluginSaidOfTheFile) {
+    const std::string isNot = "The plug-in does not import 'film.avi'. The plug-in passed 1 check.";
+    const std::string is = "The plug-in passed 1 check.";
+    const Json some = Json::object();
+    EXPECT_EQ(sentenceForFile(Json{{"streams", Json::array()}}), isNot);
+    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"result", some}}}}}), isNot);
+    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}, {"sound", nullptr}}}}}), isNot);
+    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}}}}, {"pixelFormats", {"yuy2"}}}), is);
+    EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", nullptr}, {"sound", some}}}}}), is);
+    EXPECT_EQ(sentenceForFile(nullptr), is);        // nothing is known
 }
 
 // --- The page ---------------------------------------------------------------------------------------------------
@@ -164,6 +201,15 @@ TEST(ReportPage, ShowsTheEvidenceOfAPassToo) {
     CheckResult good = resultWith(kFirst, Verdict::Pass);
     good.notes = {"seven frames a second"};
     EXPECT_TRUE(contains(reportPage(documentOf({good})), "seven frames a second"));
+}
+
+TEST(ReportPage, IsNotGreenWhenAFileIsNotImported) {
+    CheckResult result = resultWith(kFirst, Verdict::Warn);
+    EXPECT_TRUE(contains(reportPage(documentOf({result})), "<header class=\"good\">"));
+    result.notImported = {"<text>.avi"};
+    const std::string page = reportPage(documentOf({result}));
+    EXPECT_TRUE(contains(page, "<header class=\"bad\">")) << page;
+    EXPECT_TRUE(contains(page, "<h1>The plug-in does not import &#39;&lt;text&gt;.avi&#39;.")) << page;
 }
 
 // Text from files, plug-ins and paths, wherever it may stand.

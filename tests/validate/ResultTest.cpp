@@ -115,4 +115,18 @@ TEST(ResultText, TheSummaryCountsAndNamesWhatIsBadOnceMore) {
     EXPECT_FALSE(run.isGood());
 }
 
+TEST(ResultText, TheSummarySaysFirstWhichFilesAreNotImported) {
+    RunResult run;
+    run.checks = {resultOf(kCheck, {{EventKind::Warning, "refused"}, {EventKind::NotImported, "text.avi"}, kEnd}, {})};
+    EXPECT_EQ(summaryText(run), "The plug-in does not import 'text.avi'.\n1 check: 0 passed, 1 with a warning.\n");
+    EXPECT_TRUE(run.isGood());
+}
+
+TEST(ResultText, OfManyFilesThatAreNotImportedFiveAreNamed) {
+    EXPECT_EQ(notImportedText({"a", "b"}), "The plug-in does not import 2 files: 'a', 'b'.");
+    EXPECT_EQ(notImportedText({"a", "b", "c", "d", "e", "f"}),
+              "The plug-in does not import 6 files: 'a', 'b', 'c', 'd', 'e' and others.");
+    EXPECT_EQ(notImportedText({}), "");
+}
+
 }  // namespace

@@ -119,8 +119,8 @@ private:
     csSDK_int32 m_fileType = 0;                 // as the plug-in gave it at opening
 };
 
-// Whether the plug-in filled the record of imGetInfo8 that it answered so: the last of several streams is described with
-// imBadStreamIndex.
+// Whether the plug-in filled the record of imGetInfo8 that it answered so: the last of several streams is described
+// with imBadStreamIndex.
 bool isDescribed(csSDK_int32 result);
 
 // The time of a frame's start in host ticks, by the stream's own rate; 0 for a stream without a rate, and the last

@@ -34,10 +34,11 @@ class ValidateCommand : public Command {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_files, "Files to check the plug-in with; own samples when left out")->type_name("");
-        app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
-            ->type_name("N")
-            ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
-            ->capture_default_str();
+        m_levelOption =
+            app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
+                ->type_name("N")
+                ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
+                ->capture_default_str();
         app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
         app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")
             ->type_name("N")
@@ -54,7 +55,7 @@ public:
             ->type_name("HTML");
         app.add_option("--json", m_json, "Write the report for programs to this JSON file")->type_name("JSON");
         app.add_flag("--in-process", m_inProcess, "No process of its own for each check: for a debugger");
-        app.add_flag("--list", m_list, "List all checks and end");
+        app.add_flag("--list", m_list, "List the checks, all or those of --level and --only, and end");
         app.add_option("--explain", m_explain, "Tell what one check is about and end")->type_name("ID");
         app.add_option("--child-of", m_childOf, "")->group("");      // from the program to itself, both
         app.add_option("--describe-to", m_describeTo, "")->group("");
@@ -62,7 +63,8 @@ public:
 
     ExitCode run(const EditorOptions& editorOptions) override {
         if (m_list) {
-            std::cout << listText();
+            // Without a level all of them, not those of the usual level.
+            std::cout << listText(selectedChecks(m_levelOption->count() > 0 ? m_level : kHighestLevel));
             return kGood;
         }
         if (!m_explain.empty()) {
@@ -89,6 +91,15 @@ private:
         }
         std::cout << explainText(*check);
         return kGood;
+    }
+
+    std::vector<const Check*> selectedChecks(int level) const {
+        std::vector<const Check*> checks = selectChecks(level, m_pattern);
+        if (checks.empty()) {
+            throw UsageError("No check was selected: none up to level " + std::to_string(level) + " fits '" +
+                             m_pattern + "'.");
+        }
+        return checks;
     }
 
     RunOptions runOptions(const EditorOptions& editorOptions) const {
@@ -120,11 +131,7 @@ private:
     }
 
     ExitCode runAll(RunOptions& options) const {
-        const std::vector<const Check*> checks = selectChecks(m_level, m_pattern);
-        if (checks.empty()) {
-            throw UsageError("No check was selected: none up to level " + std::to_string(m_level) + " fits '" +
-                             m_pattern + "'.");
-        }
+        const std::vector<const Check*> checks = selectedChecks(m_level);
         expectFiles(options);
         std::vector<std::filesystem::path> inputs = options.files;
         inputs.push_back(options.plugin);
@@ -178,6 +185,7 @@ private:
 
     std::vector<std::string> m_files;
     int m_level = kUsualLevel;
+    const CLI::Option* m_levelOption = nullptr;
     std::string m_pattern;
     std::optional<std::uint64_t> m_seed;
     std::optional<unsigned> m_jobs;

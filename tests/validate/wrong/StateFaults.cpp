@@ -57,11 +57,29 @@ csSDK_int32 firstFrameEntry(csSDK_int32 selector, void* parameter) {
     return rightAsync(selector, &record);
 }
 
+// What the first start set up is gone with the shutdown, and a later start does not bring it back.
+csSDK_int32 worksOnce(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    static bool isOver = false;
+    isOver = isOver || selector == imShutdown;
+    return isOver && selector == imOpenFile8 ? csSDK_int32{imBadFile} : right(selector, stdParms, param1, param2);
+}
+
+csSDK_int32 keepsASuiteAtTheSecondStart(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    static int starts = 0;
+    if (selector == imInit && ++starts == 2) {
+        const void* suite = nullptr;
+        stdParms->piSuites->utilFuncs->getSPBasicSuite()->AcquireSuite(kPrSDKTimeSuite, 1, &suite);
+    }
+    return right(selector, stdParms, param1, param2);
+}
+
 constexpr Fault kFaults[] = {
     {"mixes-up-clips", mixesUpClips},
     {"forgets-the-stream", forgetsTheStream},
     {"starts-sound-anew", startsSoundAnew},
     {"collects-the-first-frame", withAsyncEntry<firstFrameEntry>},
+    {"works-once", worksOnce},
+    {"keeps-a-suite-at-the-second-start", keepsASuiteAtTheSecondStart},
 };
 
 }  // namespace

@@ -23,8 +23,8 @@ void askForFrame(VideoClip& clip, std::int64_t index, RowBuilder& row) {
     row.step();
 }
 
-Row framesAtOnce(const std::string& name, VideoClip& clip, const std::vector<std::int64_t>& indexes, ReadCounter& counter,
-                 FileMeasurement& file) {
+Row framesAtOnce(const std::string& name, VideoClip& clip, const std::vector<std::int64_t>& indexes,
+                 ReadCounter& counter, FileMeasurement& file) {
     RowBuilder row(name, indexes.size(), counter, file.failures);
     for (const std::int64_t index : indexes) {
         askForFrame(clip, index, row);
@@ -105,6 +105,9 @@ void measureAhead(Editor& editor, VideoClip& clip, ReadCounter& counter, const B
         file.failures.push_back("The plug-in gave no asynchronous importer: " + hostkit::resultText(created) + ".");
         return;
     }
+    // Its codec starts for its first frame, which is no row's to pay for.
+    async.announce(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+    async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
     for (const std::size_t ahead : kAhead) {
         file.ahead.push_back(framesAhead(async, clip, indexes, ahead, counter, options, file));
     }

@@ -86,6 +86,8 @@ void CheckRun::fail(const std::string& text) {
     }
 }
 
+void CheckRun::notImported(const Clip& clip) { m_sink.take({EventKind::NotImported, clip.name}); }
+
 void CheckRun::skip(const std::string& reason) {
     m_sink.take({EventKind::Skip, reason});
     throw LeaveCheck();

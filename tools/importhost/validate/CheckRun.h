@@ -69,6 +69,10 @@ public:
     void warn(const std::string& text);
     void fail(const std::string& text);
 
+    // The plug-in does not import this file of the user's: no fault of the plug-in's, but what its user wants to know
+    // first.
+    void notImported(const Clip& clip);
+
     // From here on fail() makes notes: for a check that measures, and leaves what is wrong to others.
     void failNoMore() { m_failsNoMore = true; }
 

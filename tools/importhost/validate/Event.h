@@ -11,13 +11,14 @@
 namespace importhost::validate {
 
 enum class EventKind {
-    Step,       // what is being done; the last one is where a crash happened
-    Note,       // evidence worth reading whatever the verdict
+    Step,           // what is being done; the last one is where a crash happened
+    Note,           // evidence worth reading whatever the verdict
     Warning,
     Failure,
     Skip,
-    Call,       // one of the latest calls between host and plug-in when the first failure was found
-    End,        // the check came to its end
+    Call,           // one of the latest calls between host and plug-in when the first failure was found
+    NotImported,    // the name of a file of the user's that the plug-in does not import
+    End,            // the check came to its end
 };
 
 struct Event {

@@ -9,6 +9,8 @@ namespace {
 // The end of a long text: sanitizers and runtimes say last what is worth reading.
 constexpr std::size_t kMostErrorOutput = 6000;
 
+constexpr std::size_t kMostNames = 5;
+
 std::string endOf(const std::string& text) {
     return text.size() <= kMostErrorOutput ? text : "..." + text.substr(text.size() - kMostErrorOutput);
 }
@@ -26,6 +28,7 @@ void sortInto(CheckResult& result, const std::vector<Event>& events) {
             case EventKind::Warning: result.warnings.push_back(event.text); break;
             case EventKind::Failure: result.failures.push_back(event.text); break;
             case EventKind::Call: result.calls.push_back(event.text); break;
+            case EventKind::NotImported: result.notImported.push_back(event.text); break;
             case EventKind::Skip: result.reason = event.text; break;
             default: break;
         }
@@ -85,6 +88,26 @@ std::size_t RunResult::count(Verdict verdict) const {
 bool RunResult::isGood() const {
     return std::none_of(checks.begin(), checks.end(),
                         [](const CheckResult& result) { return isBad(result.verdict); });
+}
+
+std::vector<std::string> RunResult::notImported() const {
+    std::vector<std::string> names;
+    for (const CheckResult& result : checks) {
+        names.insert(names.end(), result.notImported.begin(), result.notImported.end());
+    }
+    return names;
+}
+
+std::string notImportedText(const std::vector<std::string>& names) {
+    if (names.empty()) {
+        return {};
+    }
+    std::string text = "The plug-in does not import ";
+    text.append(names.size() == 1 ? "" : std::to_string(names.size()) + " files: ");
+    for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i) {
+        text.append(i == 0 ? "'" : ", '").append(names[i]).append("'");
+    }
+    return text.append(names.size() > kMostNames ? " and others." : ".");
 }
 
 }  // namespace importhost::validate

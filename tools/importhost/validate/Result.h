@@ -23,6 +23,7 @@ struct CheckResult {
     std::vector<std::string> failures;
     std::vector<std::string> warnings;
     std::vector<std::string> notes;
+    std::vector<std::string> notImported;   // names of files of the user's that the plug-in does not import
     std::vector<std::string> calls;         // the latest between host and plug-in, up to the first failure or the end
     std::string errorOutput;                // what the process wrote to standard error, its end
     std::string repeat;                     // the command that repeats this check alone
@@ -47,7 +48,11 @@ struct RunResult {
     std::vector<CheckResult> checks;
 
     std::size_t count(Verdict verdict) const;
+    std::vector<std::string> notImported() const;       // of all checks
     bool isGood() const;                    // nothing failed, crashed or took too long
 };
+
+// "The plug-in does not import 'text.avi'."; of many files some by name. Empty for none.
+std::string notImportedText(const std::vector<std::string>& names);
 
 }  // namespace importhost::validate

@@ -68,7 +68,9 @@ std::string asText(const CheckResult& result) {
 }
 
 std::string summaryText(const RunResult& run) {
-    std::string text = std::to_string(run.checks.size()) + (run.checks.size() == 1 ? " check: " : " checks: ") +
+    const std::vector<std::string> notImported = run.notImported();
+    std::string text = notImportedText(notImported) + (notImported.empty() ? "" : "\n");
+    text += std::to_string(run.checks.size()) + (run.checks.size() == 1 ? " check: " : " checks: ") +
                        std::to_string(run.count(Verdict::Pass)) + " passed" +
                        countText(run, Verdict::Warn, "with a warning") + countText(run, Verdict::Skip, "skipped") +
                        countText(run, Verdict::Fail, "FAILED") + countText(run, Verdict::Crash, "CRASHED") +
@@ -81,14 +83,16 @@ std::string summaryText(const RunResult& run) {
     return text;
 }
 
-std::string listText() {
+std::string listText(const std::vector<const Check*>& checks) {
     std::string text;
-    for (const CheckGroup& group : checkGroups()) {
-        text.append(group.name).append(":\n");
-        for (const Check& check : group.checks) {
-            text.append("  ").append(check.id).append("  (level ").append(std::to_string(check.level)).append(")\n");
-            text += wrapped(check.description, "      ");
+    std::string_view group;
+    for (const Check* check : checks) {
+        if (groupOf(*check) != group) {
+            group = groupOf(*check);
+            text.append(group).append(":\n");
         }
+        text.append("  ").append(check->id).append("  (level ").append(std::to_string(check->level)).append(")\n");
+        text += wrapped(check->description, "      ");
     }
     return text;
 }

@@ -1,6 +1,8 @@
 // What a desk chooses, and how it judges. The actions are in DeskActions.cpp.
 #include "importhost/validate/checks/Desk.h"
 
+#include "importhost/validate/checks/Delivered.h"
+
 #include "hostkit/Names.h"
 #include "hostkit/PixelFormatTable.h"
 
@@ -23,6 +25,15 @@ Desk::Desk(CheckRun& run, PlayedPlugin& plugin, std::vector<KnownFile>& files, R
     : m_run(run), m_plugin(plugin), m_files(files), m_refusals(refusals) {}
 
 void Desk::act() { (this->*choose())(); }
+
+void Desk::leave() {
+    if (m_async) {
+        closeAsync();
+    }
+    if (m_state.file != ClipState::File::Closed) {
+        close();
+    }
+}
 
 // --- Choosing ---------------------------------------------------------------------------------------------------
 
@@ -143,7 +154,7 @@ void Desk::expectRefused(const std::string& what, csSDK_int32 found, std::initia
 
 Outcome Desk::askForFrame(const FrameWish& wish) {
     const auto answer = m_clip->frame(timeOf(wish.frame), {wish.format});
-    return outcomeOf(answer.result, answer.frame);
+    return {answer.result, delivered(answer.frame)};
 }
 
 }  // namespace importhost::validate

@@ -19,6 +19,9 @@ public:
     // One call, or a few that belong together, chosen at random among those that an editor could make now.
     void act();
 
+    // Closes what is open, as before the plug-in is shut down. What was learnt of the files stays.
+    void leave();
+
     // How many calls around the plug-in were refused while this desk worked.
     int struck() const { return m_struck; }
 

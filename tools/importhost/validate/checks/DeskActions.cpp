@@ -1,4 +1,5 @@
 // What a desk does, each action with what the plug-in must answer in the present state.
+#include "importhost/validate/checks/Delivered.h"
 #include "importhost/validate/checks/Desk.h"
 
 #include "hostkit/Names.h"
@@ -67,7 +68,7 @@ void Desk::describeStream(std::size_t stream) {
     }
     const KnownFile::Stream& known = m_file->streams()[stream];
     expectResult(what, answer->result, known.described.result);
-    m_run.expect(outcomeOf(*answer) == known.described || answer->result != known.described.result,
+    m_run.expect(delivered(*answer) == known.described.digest || answer->result != known.described.result,
                  where() + ": " + what + " is not what it was before");
     m_state.describe(stream, known);
 }
@@ -95,7 +96,7 @@ void Desk::layout() {
         return;
     }
     expectRemembered("the channel layout of stream " + std::to_string(*m_state.stream),
-                     {answer.result, digestOf(answer.labels.data(), answer.labels.size() * sizeof(csSDK_int32))});
+                     {answer.result, delivered(answer)});
 }
 
 void Desk::analyse() {
@@ -106,9 +107,8 @@ void Desk::analyse() {
         expectResult("the data rates", rates.sizeCall.result, kExceptionResult);
         return;
     }
-    expectRemembered("the analysis text", {text.result, digestOf(text.text.data(), text.text.size())});
-    expectRemembered("the data rates", {rates.sizeCall.result, digestOf(rates.samples.data(),
-                                                                        rates.samples.size() * sizeof(imDataSample))});
+    expectRemembered("the analysis text", {text.result, delivered(text)});
+    expectRemembered("the data rates", {resultOf(rates), delivered(rates)});
 }
 
 // --- Pictures and sound -----------------------------------------------------------------------------------------
@@ -157,9 +157,10 @@ void Desk::sound() {
         expectRefused("sound", answer->result, {imNoErr, imDecompressionError, kExceptionResult}, refusal);
         answer = m_clip->audio(place, size, channels);
     }
-    expectRemembered(what, outcomeOf(*answer));
+    expectRemembered(what, {answer->result, delivered(*answer)});
     if (goesOn) {
-        expectRemembered(what, outcomeOf(m_clip->audio(place, size, channels)));
+        const hostkit::AudioAnswer again = m_clip->audio(place, size, channels);
+        expectRemembered(what, {again.result, delivered(again)});
     }
     m_state.soundPosition = place + size;
 }
@@ -202,7 +203,7 @@ void Desk::collect() {
     const FrameWish wish = someFrame();
     const Announced announced = m_announced.take(wish);
     const auto answer = m_async->get(timeOf(wish.frame), {wish.format});
-    const Outcome outcome = outcomeOf(answer.result, answer.frame);
+    const Outcome outcome = {answer.result, delivered(answer.frame)};
     if (!announced.isSure && answer.result != aiNoError) {
         m_run.expect(answer.result == aiUnknownError || answer.result == kExceptionResult,
                      where() + ": collecting a frame that something refused: " +

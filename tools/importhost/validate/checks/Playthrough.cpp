@@ -1,6 +1,6 @@
 #include "importhost/validate/checks/Playthrough.h"
 
-#include "importhost/validate/Digest.h"
+#include "importhost/validate/checks/Delivered.h"
 
 #include "hostkit/Names.h"
 #include "hostkit/PixelFormatTable.h"
@@ -13,13 +13,6 @@ namespace importhost::validate {
 namespace {
 
 constexpr csSDK_uint32 kSoundSamples = 1500;
-
-// Without the addresses that the record carries.
-std::uint64_t infoDigest(imFileInfoRec8 info) {
-    info.privatedata = nullptr;
-    info.prefs = nullptr;
-    return digestOf(&info, sizeof(info));
-}
 
 bool isAsync(Asked asked) {
     return asked == Asked::AsyncAnnounce || asked == Asked::AsyncFrame || asked == Asked::AsyncFlush ||
@@ -130,20 +123,18 @@ Answers Playthrough::describeStep() {
     for (csSDK_int32 stream = m_streams; stream-- > 0;) {
         const auto info = m_clip->info(stream);
         answers.push_back({Asked::Info, "description of stream " + std::to_string(stream), info.result,
-                           hostkit::isDescribed(info.result) ? infoDigest(*info.record.get()) : 0});
+                           delivered(info)});
     }
     if (!hostkit::isDescribed(answers.back().result)) {
         return answers;
     }
     const std::vector<PrPixelFormat> formats = m_clip->pixelFormats();
     answers.push_back({Asked::Formats, "pixel formats", formats.empty() ? imBadFormatIndex : imNoErr,
-                       digestOf(formats.data(), formats.size() * sizeof(PrPixelFormat))});
+                       delivered(formats)});
     const auto analysis = m_clip->analysis();
-    answers.push_back({Asked::Analysis, "analysis text", analysis.result,
-                       digestOf(analysis.text.data(), analysis.text.size())});
+    answers.push_back({Asked::Analysis, "analysis text", analysis.result, delivered(analysis)});
     const auto rate = m_clip->dataRate();
-    answers.push_back({Asked::DataRate, "data rates", rate.dataCall ? rate.dataCall->result : rate.sizeCall.result,
-                       digestOf(rate.samples.data(), rate.samples.size() * sizeof(imDataSample))});
+    answers.push_back({Asked::DataRate, "data rates", resultOf(rate), delivered(rate)});
     return answers;
 }
 
@@ -185,8 +176,7 @@ Answers Playthrough::asyncStep() {
 
 Answered Playthrough::frameOf(const Wanted& wanted, csSDK_int32 result, const hostkit::HostFrame& frame,
                            Asked asked) const {
-    const std::vector<std::uint8_t> pixels = pixelsOf(frame);
-    return {asked, nameOf(wanted), result, pixels.empty() ? 0 : digestOf(pixels.data(), pixels.size())};
+    return {asked, nameOf(wanted), result, delivered(frame)};
 }
 
 std::vector<imFrameFormat> Playthrough::formatsOf(const Wanted& wanted) const {

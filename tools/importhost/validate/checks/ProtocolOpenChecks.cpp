@@ -37,6 +37,7 @@ void tellRefused(CheckRun& run, const OpenClip& clip) {
         run.fail(text);
     } else {
         run.warn(text);
+        run.notImported(clip.clip());
     }
 }
 
@@ -51,7 +52,10 @@ void openAndClose(CheckRun& run, PlayedPlugin& plugin, const Clip& file) {
         tellRefused(run, clip);
         return;
     }
-    run.expectOf(file, hasContent(clip), "the plug-in finds neither pictures nor sound in it");
+    if (!run.expectOf(file, hasContent(clip), "the plug-in finds neither pictures nor sound in it") &&
+        file.kind == ClipKind::Unknown) {
+        run.notImported(file);
+    }
     run.expectEqual("the answer to closing it", resultText(clip.session().close()), resultText(imNoErr));
     run.expect(clip.session().fileRef() == imInvalidHandleValue(), "its file handle is still set after closing");
 }

@@ -1,10 +1,10 @@
 #include "importhost/validate/checks/Scenario.h"
 
+#include "importhost/validate/checks/Delivered.h"
+
 #include "hostkit/Names.h"
 
 #include <algorithm>
-#include <cstring>
-#include <span>
 
 namespace importhost::validate {
 
@@ -12,36 +12,7 @@ namespace {
 
 constexpr csSDK_uint32 kSoundFrames = 500;
 constexpr csSDK_int32 kMostStreams = 8;
-
-// A hash of whatever is fed to it.
-class Content {
-public:
-    template <class T>
-    Content& add(std::span<const T> values) {
-        const auto* bytes = reinterpret_cast<const unsigned char*>(values.data());
-        for (std::size_t i = 0; i < values.size_bytes(); ++i) {
-            m_hash = (m_hash ^ bytes[i]) * 0x100000001B3U;
-        }
-        return *this;
-    }
-    template <class T>
-    Content& addValue(T value) {
-        return add(std::span<const T>(&value, 1));
-    }
-    std::uint64_t hash() const { return m_hash; }
-
-private:
-    std::uint64_t m_hash = 0xCBF29CE484222325U;
-};
-
-Content pictureContent(const hostkit::HostFrame& frame) {
-    Content content;
-    if (const auto view = frame.view()) {
-        const std::vector<std::uint8_t> pixels = pixelsOf(frame);
-        content.addValue(static_cast<csSDK_uint32>(view->format)).add(std::span(std::as_const(pixels)));
-    }
-    return content;
-}
+constexpr std::size_t kMostFormats = 1000;
 
 }  // namespace
 
@@ -99,23 +70,22 @@ void Scenario::addAsync(std::string name, csSDK_int32 selector, std::function<St
 
 void Scenario::addDescription() {
     add("the list of pixel formats", imGetIndPixelFormat, [this] {
-        Content content;
-        for (csSDK_int32 index = 0;; ++index) {
-            const auto answer = m_clip.pixelFormat(index);
-            if (answer.result != imNoErr || index > 1000) {
-                return StepOutcome{answer.result, content.hash()};
+        std::vector<PrPixelFormat> formats;
+        for (;;) {
+            const auto answer = m_clip.pixelFormat(static_cast<csSDK_int32>(formats.size()));
+            if (answer.result != imNoErr || formats.size() > kMostFormats) {
+                return StepOutcome{answer.result, delivered(formats)};
             }
-            content.addValue(hostkit::valueOf(answer->outPixelFormat));
+            formats.push_back(static_cast<PrPixelFormat>(hostkit::valueOf(answer->outPixelFormat)));
         }
     });
     add("the analysis", imAnalysis, [this] {
         const hostkit::AnalysisAnswer answer = m_clip.analysis();
-        return StepOutcome{answer.result, Content().add(std::span(std::as_const(answer.buffer))).hash()};
+        return StepOutcome{answer.result, delivered(answer)};
     });
     add("the data rate", imDataRateAnalysis, [this] {
         const hostkit::DataRateAnswer answer = m_clip.dataRate();
-        const csSDK_int32 result = answer.dataCall ? answer.dataCall->result : answer.sizeCall.result;
-        return StepOutcome{result, Content().add(std::span(std::as_const(answer.samples))).hash()};
+        return StepOutcome{resultOf(answer), delivered(answer)};
     });
 }
 
@@ -129,7 +99,7 @@ void Scenario::addStreams() {
         if (channels > 0) {
             add("the channel layout of stream " + std::to_string(i), imGetAudioChannelLayout, [this] {
                 const hostkit::LayoutAnswer answer = m_clip.channelLayout();
-                return StepOutcome{answer.result, Content().add(std::span(std::as_const(answer.labels))).hash()};
+                return StepOutcome{answer.result, delivered(answer)};
             });
             add("sound of stream " + std::to_string(i), imImportAudio7, [this, channels] { return sound(channels); });
         }
@@ -167,7 +137,7 @@ void Scenario::addStart() {
         const csSDK_int32 fileType = m_plugin.started().formats.front()->filetype;
         add("the list of subtypes", imGetSubTypeNames, [this, fileType] {
             const hostkit::SubTypesAnswer answer = m_plugin.session().subTypeNames(fileType);
-            return StepOutcome{answer.result, Content().addValue(answer.blockBytes).hash()};
+            return StepOutcome{answer.result, static_cast<std::uint64_t>(answer.blockBytes)};
         });
     }
 }
@@ -186,9 +156,7 @@ void Scenario::prepareAnotherTry(const ScenarioStep& failed) {
 StepOutcome Scenario::describe(csSDK_int32 stream) {
     m_stream = stream;
     const auto answer = m_clip.info(stream);
-    imFileInfoRec8 record = *answer.record.get();
-    record.privatedata = nullptr;           // another address each time
-    return {answer.result, Content().add(std::span<const imFileInfoRec8>(&record, 1)).hash()};
+    return {answer.result, delivered(answer)};
 }
 
 std::vector<imFrameFormat> Scenario::formatOf(std::size_t which) const {
@@ -197,16 +165,12 @@ std::vector<imFrameFormat> Scenario::formatOf(std::size_t which) const {
 
 StepOutcome Scenario::frame(std::size_t which) {
     const hostkit::FrameAnswer answer = m_clip.frame(m_facts.times[which], formatOf(which));
-    return {answer.result, pictureContent(answer.frame).hash()};
+    return {answer.result, delivered(answer.frame)};
 }
 
 StepOutcome Scenario::sound(csSDK_int32 channels) {
     const hostkit::AudioAnswer answer = m_clip.audio(0, kSoundFrames, channels);
-    Content content;
-    for (const std::vector<float>& channel : answer.channels) {
-        content.add(std::span(channel));
-    }
-    return {answer.result, content.hash()};
+    return {answer.result, delivered(answer)};
 }
 
 StepOutcome Scenario::announce(std::size_t which) {
@@ -215,7 +179,7 @@ StepOutcome Scenario::announce(std::size_t which) {
 
 StepOutcome Scenario::collect(std::size_t which) {
     const hostkit::AsyncFrameAnswer answer = m_async.get(m_facts.times[which], formatOf(which));
-    return {answer.result, pictureContent(answer.frame).hash()};
+    return {answer.result, delivered(answer.frame)};
 }
 
 }  // namespace importhost::validate

@@ -1,5 +1,8 @@
 // An editor's work with one clip in small: every call that an editor makes of an importer, each a step whose outcome
 // can be held against that of another run.
+//
+// A step is one call, and the plug-in's own start and shutdown are steps too: for hosts that fail in a single call. A
+// Playthrough takes calls together that depend on each other, and keeps the sound: for disks and codecs that fail.
 #pragma once
 
 #include "hostkit/AsyncSession.h"

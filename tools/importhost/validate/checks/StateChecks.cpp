@@ -2,6 +2,8 @@
 #include "importhost/validate/Groups.h"
 #include "importhost/validate/checks/Desk.h"
 
+#include "hostkit/Names.h"
+
 #include <algorithm>
 
 namespace importhost::validate {
@@ -10,6 +12,7 @@ namespace {
 
 constexpr std::size_t kDesks = 3;
 constexpr std::size_t kMostFiles = 12;
+constexpr int kStepsToAStart = 120;                 // room enough for clips to get into odd states before
 
 // All of them, or so many of them by chance.
 std::vector<KnownFile> learnFiles(CheckRun& run, PlayedPlugin& plugin) {
@@ -36,9 +39,27 @@ std::vector<KnownFile> learnFiles(CheckRun& run, PlayedPlugin& plugin) {
     return files;
 }
 
+using Desks = std::vector<std::unique_ptr<Desk>>;
+
+// An editor that starts the plug-in once more, mostly after a shutdown or two. No clip is open then; all that was known
+// of the files must hold afterwards.
+void startAnew(CheckRun& run, PlayedPlugin& plugin, const Desks& desks, int startsBefore) {
+    for (const auto& desk : desks) {
+        desk->leave();
+    }
+    const int shutdowns = (startsBefore + 1) % 3;
+    for (int i = 0; i < shutdowns; ++i) {
+        run.expectEqual("imShutdown", hostkit::resultText(plugin.session().shutdown()),
+                        hostkit::resultText(imNoErr));
+        run.expectEqual("suites held after imShutdown", plugin.host().suitesHeld(), 0);
+    }
+    run.expectEqual("imInit once more", hostkit::resultText(plugin.session().init().result),
+                    hostkit::resultText(imNoErr));
+}
+
 void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int steps) {
     std::vector<KnownFile> files = learnFiles(run, plugin);
-    std::vector<std::unique_ptr<Desk>> desks;
+    Desks desks;
     for (std::size_t i = 0; i < kDesks; ++i) {
         desks.push_back(std::make_unique<Desk>(run, plugin, files, refusals));
     }
@@ -50,9 +71,14 @@ void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int s
         });
     }
     int taken = 0;
+    int starts = 0;
     while (taken < steps && !run.hasFailed() && run.hasTime()) {
         run.step("step " + std::to_string(++taken));
-        desks[run.below(kDesks)]->act();
+        if (taken % kStepsToAStart == 0) {
+            startAnew(run, plugin, desks, starts++);
+        } else {
+            desks[run.below(kDesks)]->act();
+        }
     }
     run.step("");
     int struck = 0;
@@ -60,7 +86,8 @@ void playAtRandom(CheckRun& run, PlayedPlugin& plugin, Refusals* refusals, int s
         struck += desk->struck();
     }
     run.note("clips: " + std::to_string(files.size()) + ", steps: " + std::to_string(taken) + " of " +
-             std::to_string(steps) + ", calls of codec and disk that failed: " + std::to_string(struck));
+             std::to_string(steps) + ", starts among them: " + std::to_string(starts) +
+             ", calls of codec and disk that failed: " + std::to_string(struck));
 }
 
 // --- random-calls -----------------------------------------------------------------------------------------------
@@ -83,9 +110,9 @@ void randomCallsWithRefusals(CheckRun& run) {
 constexpr Check kChecks[] = {
     {"random-calls", 2,
      "Several clips at once, damaged ones among them, are opened, described, played, played ahead, quieted and closed "
-     "in random order. Every answer must follow from the calls before it, and the same frame and the same sound must "
-     "always be the same, whoever asks for them and when. The seed repeats a failure exactly. An editor's users do "
-     "things in orders that nobody thought of.",
+     "in random order; now and then all are closed and the plug-in is shut down and started anew. Every answer must "
+     "follow from the calls before it, and the same frame and the same sound must always be the same, whoever asks for "
+     "them and when. The seed repeats a failure exactly. An editor's users do things in orders that nobody thought of.",
      randomCalls},
     {"random-calls-with-refusals", 3,
      "The same, while the host refuses suites and frame buffers, the codec fails and the disk does, at random. A call "

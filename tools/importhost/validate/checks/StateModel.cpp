@@ -1,33 +1,12 @@
 #include "importhost/validate/checks/StateModel.h"
 
+#include "importhost/validate/checks/Delivered.h"
+
 #include "sdk/SdkAsyncImporter.h"
 
 #include <algorithm>
 
 namespace importhost::validate {
-
-// --- Outcomes ---------------------------------------------------------------------------------------------------
-
-Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame) {
-    const std::vector<std::uint8_t> pixels = pixelsOf(frame);
-    return {result, pixels.empty() ? 0 : digestOf(pixels.data(), pixels.size())};
-}
-
-// Without the addresses that the record carries.
-Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer) {
-    imFileInfoRec8 info = *answer.record.get();
-    info.privatedata = nullptr;
-    info.prefs = nullptr;
-    return {answer.result, hostkit::isDescribed(answer.result) ? digestOf(&info, sizeof(info)) : 0};
-}
-
-Outcome outcomeOf(const hostkit::AudioAnswer& answer) {
-    std::uint64_t digest = 0;
-    for (const std::vector<float>& channel : answer.channels) {
-        digest = digest * 31 + digestOf(channel.data(), channel.size() * sizeof(float));
-    }
-    return {answer.result, digest};
-}
 
 csSDK_int32 asyncResultFor(csSDK_int32 result) {
     switch (result) {
@@ -48,7 +27,7 @@ KnownFile::KnownFile(PlayedPlugin& plugin, const Clip& clip) : m_clip(&clip) {
     const std::size_t streams = session.infos().size();
     for (std::size_t stream = 0; stream < streams + 1; ++stream) {
         const auto answer = session.info(static_cast<csSDK_int32>(stream));
-        m_streams.push_back({outcomeOf(answer), *answer.record.get()});
+        m_streams.push_back({{answer.result, delivered(answer)}, *answer.record.get()});
     }
     if (hostkit::isDescribed(m_streams.front().described.result) && m_streams.front().info.hasVideo) {
         session.info(0);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "hostkit/RecordStorage.h"
-#include "importhost/validate/Digest.h"
 #include "importhost/validate/OpenClip.h"
 #include "importhost/validate/checks/ErrorEvents.h"
 
@@ -103,9 +102,5 @@ private:
 
 // How an asynchronous importer answers for a frame that the clip itself answers so.
 csSDK_int32 asyncResultFor(csSDK_int32 result);
-
-Outcome outcomeOf(csSDK_int32 result, const hostkit::HostFrame& frame);
-Outcome outcomeOf(const hostkit::Answer<imFileInfoRec8>& answer);
-Outcome outcomeOf(const hostkit::AudioAnswer& answer);
 
 }  // namespace importhost::validate

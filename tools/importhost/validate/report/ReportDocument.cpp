@@ -65,11 +65,31 @@ Json checkJson(const CheckResult& result, std::string_view group) {
             {"repeat", result.repeat}};
 }
 
+// By what the plug-in said of a file when it was described for the report.
+bool isImported(const Json& facts) {
+    const Json& streams = member(facts, "streams");
+    const Json& first = streams.is_array() && !streams.empty() ? streams.front() : Json();
+    const Json& formats = member(facts, "pixelFormats");
+    return (member(first, "video").is_object() && formats.is_array() && !formats.empty()) ||
+           member(first, "sound").is_object();
+}
+
+// A run of other checks may not have looked; one that crashed while the file was described is told of elsewhere.
+std::vector<std::string> notImported(const RunFacts& facts, const RunResult& result, const Json& files) {
+    std::vector<std::string> names = result.notImported();
+    if (names.empty() && !facts.options.files.empty()) {
+        for (const Json& file : files) {
+            if (member(file, "facts").is_object() && !isImported(member(file, "facts"))) {
+                names.push_back(textOf(file, "name"));
+            }
+        }
+    }
+    return names;
+}
+
 void dropPictures(Json& json) {
     if (json.is_object()) {
-        for (const char* key : {"png", "low", "high"}) {
-            json.erase(key);
-        }
+        json.erase("png");
     }
     for (Json& part : json) {
         if (part.is_structured()) {
@@ -88,6 +108,7 @@ Json reportDocument(const RunFacts& facts, const RunResult& result, const FileDe
     return {{"schema", kReportSchema},
             {"tool", {{"name", "importhost"}, {"version", programVersion()}}},
             {"isGood", result.isGood()},
+            {"notImported", notImported(facts, result, descriptions.files)},
             {"counts", countsJson(result)},
             {"plugin", pluginJson(facts.options.plugin, descriptions.offers)},
             {"run", runJson(facts)},

@@ -26,8 +26,8 @@ struct RunFacts {
 nlohmann::ordered_json reportDocument(const RunFacts& facts, const RunResult& result,
                                       const FileDescriptions& descriptions);
 
-// The document's text, without what only a picture is made of: of a report it would be nearly all. Text that is no UTF-8 has U+FFFD for
-// what is wrong in it.
+// The document's text without its pictures, of which it would nearly consist; the numbers that waveforms are drawn from
+// stay. Text that is no UTF-8 has U+FFFD for what is wrong in it.
 std::string documentText(const nlohmann::ordered_json& document);
 
 }  // namespace importhost::validate

@@ -1,5 +1,6 @@
 #include "importhost/validate/report/ReportPage.h"
 
+#include "importhost/validate/Result.h"
 #include "importhost/validate/report/CheckList.h"
 #include "importhost/validate/report/FactList.h"
 #include "importhost/validate/report/FileCards.h"
@@ -31,6 +32,14 @@ std::string countChips(const Json& counts) {
     return element("p", "chips", markup);
 }
 
+std::vector<std::string> notImported(const Json& document) {
+    std::vector<std::string> names;
+    for (const Json& name : member(document, "notImported")) {
+        names.push_back(name.is_string() ? name.get<std::string>() : "?");
+    }
+    return names;
+}
+
 std::string headMarkup(const Json& document) {
     const Json& plugin = member(document, "plugin");
     std::string markup = textElement("p", "kicker", "importhost validate");
@@ -38,7 +47,8 @@ std::string headMarkup(const Json& document) {
     markup += countChips(member(document, "counts"));
     markup += textElement("p", "path", textOf(plugin, "path"));
     markup += badCheckLinks(document);
-    return element("header", isSet(document, "isGood") ? "good" : "bad", markup);
+    const bool isGood = isSet(document, "isGood") && notImported(document).empty();
+    return element("header", isGood ? "good" : "bad", markup);
 }
 
 // --- The run ----------------------------------------------------------------------------------------------------
@@ -93,9 +103,9 @@ std::string filesMarkup(const Json& document) {
     return element("section", "", textElement("h2", "", "What the plug-in shows") + intro + cards);
 }
 
-}  // namespace
+// --- The verdict ------------------------------------------------------------------------------------------------
 
-std::string verdictSentence(const Json& document) {
+std::string checksSentence(const Json& document) {
     const Json& counts = member(document, "counts");
     const std::int64_t all = integerOf(counts, "checks");
     const std::int64_t bad = integerOf(counts, "fail") + integerOf(counts, "crash") + integerOf(counts, "timeout");
@@ -109,6 +119,13 @@ std::string verdictSentence(const Json& document) {
     const std::string good = skipped > 0 ? checksText(all - skipped) + " and skipped " + std::to_string(skipped)
                                          : (all == 1 ? "" : "all ") + checksText(all);
     return "The plug-in passed " + good + ".";
+}
+
+}  // namespace
+
+std::string verdictSentence(const Json& document) {
+    const std::string first = notImportedText(notImported(document));
+    return first + (first.empty() ? "" : " ") + checksSentence(document);
 }
 
 std::string reportPage(const Json& document) {
