@@ -1,24 +1,35 @@
-# Libraries for the tools and tests, all from Debian packages. The plug-in itself uses none of them.
+# Libraries for the tools and tests, all from Debian packages; on a Windows machine libpng and zlib are the compiler's.
+# The plug-in itself uses none of them.
 #   third_party_headers   CLI11, nlohmann-json and stb, header only
 #   PNG::PNG, ZLIB::ZLIB  libpng and zlib
 #   gtest                 GoogleTest, built with our flags
 
-# The header-only libraries are found through links of their own: a cross build must not see /usr/include.
-set(third_party_include ${CMAKE_BINARY_DIR}/third_party)
-file(MAKE_DIRECTORY ${third_party_include})
+set(QUORVANE_HEADER_FOLDER /usr/include CACHE PATH "Folder with CLI, nlohmann and stb as Debian's packages have them")
 foreach(folder IN ITEMS CLI nlohmann stb)
-    if(NOT EXISTS /usr/include/${folder})
-        message(FATAL_ERROR "/usr/include/${folder} is missing: install libcli11-dev, nlohmann-json3-dev and libstb-dev")
+    if(NOT EXISTS ${QUORVANE_HEADER_FOLDER}/${folder})
+        message(FATAL_ERROR "${QUORVANE_HEADER_FOLDER}/${folder} is missing: "
+            "install libcli11-dev, nlohmann-json3-dev and libstb-dev, or set QUORVANE_HEADER_FOLDER")
     endif()
-    file(CREATE_LINK /usr/include/${folder} ${third_party_include}/${folder} SYMBOLIC)
 endforeach()
+set(third_party_include ${QUORVANE_HEADER_FOLDER})
+if(NOT CMAKE_HOST_WIN32)
+    # Found through links of their own: a cross build must not see /usr/include.
+    set(third_party_include ${CMAKE_BINARY_DIR}/third_party)
+    file(MAKE_DIRECTORY ${third_party_include})
+    foreach(folder IN ITEMS CLI nlohmann stb)
+        file(CREATE_LINK ${QUORVANE_HEADER_FOLDER}/${folder} ${third_party_include}/${folder} SYMBOLIC)
+    endforeach()
+endif()
 add_library(third_party_headers INTERFACE)
 target_include_directories(third_party_headers SYSTEM INTERFACE ${third_party_include})
 
 set(ZLIB_USE_STATIC_LIBS ${WIN32})
+if(MINGW AND CMAKE_HOST_WIN32)
+    set(CMAKE_FIND_LIBRARY_SUFFIXES .a)     # programs that need no DLL beside Windows' own, there too
+endif()
 find_package(ZLIB REQUIRED)
 
-if(WIN32)
+if(WIN32 AND NOT CMAKE_HOST_WIN32)
     # Debian packages no libpng for MinGW-w64, so its source package is built here.
     set(libpng_source ${CMAKE_SOURCE_DIR}/build/packages/libpng1.6)
     if(NOT EXISTS ${libpng_source}/png.c)
@@ -36,5 +47,7 @@ else()
     find_package(PNG REQUIRED)
 endif()
 
-set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
-add_subdirectory(/usr/src/googletest third_party_build/googletest EXCLUDE_FROM_ALL SYSTEM)
+if(QUORVANE_BUILD_TESTS)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory(/usr/src/googletest third_party_build/googletest EXCLUDE_FROM_ALL SYSTEM)
+endif()
