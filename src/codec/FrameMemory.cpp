@@ -1,28 +1,67 @@
 #include "codec/FrameMemory.h"
 
-std::unique_ptr<FrameMemory::Block> FrameMemory::take() {
-    for (std::atomic<Block*>& place : m_blocks) {
-        if (place.load(std::memory_order_relaxed) != nullptr) {
-            if (Block* block = place.exchange(nullptr, std::memory_order_acquire)) {
-                return std::unique_ptr<Block>(block);
+#include <array>
+#include <atomic>
+#include <cstddef>
+
+class FrameMemory::Pool {
+public:
+    constexpr Pool() = default;
+    ~Pool() { clear(); }
+
+    // Null where nothing was left.
+    std::unique_ptr<Block> take() noexcept {
+        for (std::atomic<Block*>& place : m_blocks) {
+            // Looked at before it is written: a write would take the place away from every other thread's cache.
+            if (place.load(std::memory_order_relaxed) != nullptr) {
+                if (Block* block = place.exchange(nullptr, std::memory_order_acquire)) {
+                    return std::unique_ptr<Block>(block);
+                }
+            }
+        }
+        return nullptr;
+    }
+
+    void leave(std::unique_ptr<Block> block) noexcept {
+        if (block->frameBuffer.size() > kLargestFrame) {
+            return;
+        }
+        for (std::atomic<Block*>& place : m_blocks) {
+            Block* none = nullptr;
+            if (place.compare_exchange_strong(none, block.get(), std::memory_order_release, std::memory_order_relaxed)) {
+                block.release();
+                return;
             }
         }
     }
-    return std::make_unique<Block>();
-}
 
-void FrameMemory::giveBack(std::unique_ptr<Block> block) noexcept {
-    for (std::atomic<Block*>& place : m_blocks) {
-        Block* none = nullptr;
-        if (place.compare_exchange_strong(none, block.get(), std::memory_order_release, std::memory_order_relaxed)) {
-            block.release();
-            return;
+    void clear() noexcept {
+        while (take()) {
         }
     }
+
+private:
+    // More than a host announces ahead of one clip. What a burst of announcements leaves beyond them is freed.
+    static constexpr std::size_t kMostBlocks = 16;
+
+    // Bytes of a compressed frame whose memory is kept. Beside the decode of a larger one, new memory costs nothing.
+    static constexpr std::size_t kLargestFrame = std::size_t{16} << 20;
+
+    std::array<std::atomic<Block*>, kMostBlocks> m_blocks{};   // owned; null where there is none
+};
+
+constinit FrameMemory::Pool FrameMemory::pool;
+
+FrameMemory::FrameMemory() : m_block(pool.take()) {
+    if (!m_block) {
+        m_block = std::make_unique<Block>();
+    }
 }
 
-void FrameMemory::clear() noexcept {
-    for (std::atomic<Block*>& place : m_blocks) {
-        delete place.exchange(nullptr, std::memory_order_acquire);
-    }
+FrameMemory::~FrameMemory() {
+    pool.leave(std::move(m_block));
+}
+
+void FrameMemory::freeUnused() noexcept {
+    pool.clear();
 }

@@ -1,39 +1,39 @@
-// Memory that finished frame requests leave to later ones, so that a frame allocates nothing but the first time.
+// The memory that one frame request works in, taken from what earlier requests left, so that a frame allocates nothing
+// but the first time. All clips share what is left: a project has hundreds of them open and plays few at a time.
 #pragma once
 
 #include "fileio/ByteBuffer.h"
 #include "sdk/SdkImporter.h"
 
-#include <array>
-#include <atomic>
-#include <cstddef>
 #include <memory>
 #include <vector>
 
 class FrameMemory {
 public:
-    // What one request needs. The room that it has is what counts, not what it holds.
+    // Takes what an earlier request left; new memory without room where there is nothing. Throws std::bad_alloc. As all
+    // here, on any threads.
+    FrameMemory();
+
+    // Leaves it to a later request, unless there is enough already or the compressed frame was uncommonly large.
+    ~FrameMemory();
+
+    FrameMemory(const FrameMemory&) = delete;
+    FrameMemory& operator=(const FrameMemory&) = delete;
+
+    // What they hold is left over from another request; the room that they have is what counts.
+    std::vector<imFrameFormat>& frameFormats() { return m_block->frameFormats; }
+    ByteBuffer& frameBuffer() { return m_block->frameBuffer; }
+
+    // Frees all that was left: the host stops playing, or closes a clip.
+    static void freeUnused() noexcept;
+
+private:
     struct Block {
         std::vector<imFrameFormat> frameFormats;
         ByteBuffer frameBuffer;
     };
+    class Pool;
+    static Pool pool;
 
-    FrameMemory() = default;
-    ~FrameMemory() { clear(); }
-    FrameMemory(const FrameMemory&) = delete;
-    FrameMemory& operator=(const FrameMemory&) = delete;
-
-    // A block that was given back; without any a new one without room. Throws std::bad_alloc. This and the next two may
-    // be called on any threads.
-    std::unique_ptr<Block> take();
-    void giveBack(std::unique_ptr<Block> block) noexcept;
-
-    // Frees what was given back: the host needs no more frames for now.
-    void clear() noexcept;
-
-private:
-    // More than a host announces ahead. What a burst of announcements leaves beyond them is freed.
-    static constexpr std::size_t kMostBlocks = 16;
-
-    std::array<std::atomic<Block*>, kMostBlocks> m_blocks{};   // owned; null where there is none
+    std::unique_ptr<Block> m_block;
 };

@@ -5,12 +5,10 @@
 #include <exception>
 #include <utility>
 
-FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite, FrameMemory& memory)
-    : m_memory(memory),
-      m_block(memory.take()),
-      frameTime(record.inFrameTime),
-      frameFormats(m_block->frameFormats),
-      frameBuffer(m_block->frameBuffer),
+FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite)
+    : frameTime(record.inFrameTime),
+      frameFormats(memory.frameFormats()),
+      frameBuffer(memory.frameBuffer()),
       ppixSuite(suite) {
     frameFormats.clear();
     if (record.inFrameFormats != nullptr && record.inNumFrameFormats > 0) {
@@ -19,13 +17,9 @@ FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite*
 }
 
 FrameRequest::~FrameRequest() {
-    if (ppix != nullptr) {
-        disposePPix();
+    if (ppix == nullptr) {
+        return;
     }
-    m_memory.giveBack(std::move(m_block));
-}
-
-void FrameRequest::disposePPix() {
     try {
         ppixSuite->Dispose(ppix);
     } catch (const std::exception& error) {

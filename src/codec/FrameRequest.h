@@ -6,13 +6,11 @@
 #include "sdk/SdkImporter.h"
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 struct FrameRequest {
-    // Copies what the host's record says: the record is the host's again when its call returns. What the request needs
-    // of memory is taken from `memory`, which must outlive it, and goes back there.
-    FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, FrameMemory& memory);
+    // Copies what the host's record says: the record is the host's again when its call returns. Throws std::bad_alloc.
+    FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite);
 
     // Disposes a frame that was not handed over; what the host throws at that is only logged.
     ~FrameRequest();
@@ -23,13 +21,7 @@ struct FrameRequest {
     // Gives the frame to the caller, who hands it to the host.
     PPixHand takePPix();
 
-private:
-    void disposePPix();
-
-    FrameMemory& m_memory;
-    std::unique_ptr<FrameMemory::Block> m_block;
-
-public:
+    FrameMemory memory;                         // of the two below that refer to it
     PrTime frameTime = 0;                       // host ticks
     std::vector<imFrameFormat>& frameFormats;   // acceptable to the host, best first
     std::uint32_t frameIndex = 0;               // set by LocateFrame

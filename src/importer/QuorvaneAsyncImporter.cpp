@@ -14,6 +14,7 @@ QuorvaneAsyncImporter::QuorvaneAsyncImporter(const imStdParms* stdParms) : Quorv
 QuorvaneAsyncImporter::~QuorvaneAsyncImporter() {
     Log("QuorvaneAsyncImporter::~QuorvaneAsyncImporter()");
     m_requests.clear();
+    FrameMemory::freeUnused();
 }
 
 csSDK_int32 QuorvaneAsyncImporter::Initialize(const std::u16string& path, csSDK_int32 streamIndex,
@@ -83,14 +84,14 @@ csSDK_int32 QuorvaneAsyncImporter::OnFlush() {
     RequestList dropped;
     dropped.swap(m_requests);
     dropped.clear();
-    m_frameMemory.clear();   // the host has stopped
+    FrameMemory::freeUnused();   // the host has stopped
     Log("    %s: [%s] (%d)", "OnFlush", AsyncErrorName(aiNoError), aiNoError);
     return aiNoError;
 }
 
 QuorvaneAsyncImporter::RequestList::iterator QuorvaneAsyncImporter::addRequest(const imSourceVideoRec& record,
                                                                                std::uint32_t frameIndex) {
-    auto request = std::make_unique<AsyncFrameRequest>(record, m_suites.get().ppix.get(), m_frameMemory, frameIndex);
+    auto request = std::make_unique<AsyncFrameRequest>(record, m_suites.get().ppix.get(), frameIndex);
     FrameRequest& frame = request->frame;
     m_requests.push_back(std::move(request));
     const auto added = std::prev(m_requests.end());

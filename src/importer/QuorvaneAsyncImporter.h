@@ -42,9 +42,8 @@ public:
 private:
     // One announced frame. Destroying it waits for its task.
     struct AsyncFrameRequest {
-        AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, FrameMemory& memory,
-                          std::uint32_t index)
-            : frame(record, ppixSuite, memory), frameIndex(index) {}
+        AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, std::uint32_t index)
+            : frame(record, ppixSuite), frameIndex(index) {}
 
         FrameRequest frame;
         std::uint32_t frameIndex;

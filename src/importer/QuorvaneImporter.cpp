@@ -83,7 +83,7 @@ csSDK_int32 QuorvaneImporter::OnOpenFile(imFileOpenRec8* record, imFileRef* file
 csSDK_int32 QuorvaneImporter::OnQuietFile(imFileRef* fileRef) {
     logPrologue();
     m_file.close();
-    m_frameMemory.clear();   // a project has many more clips than it plays
+    FrameMemory::freeUnused();   // a project has many more clips than it plays
     setFileRef(fileRef, imInvalidHandleValue());
     return imNoErr;
 }
@@ -134,7 +134,7 @@ csSDK_int32 QuorvaneImporter::OnGetSourceVideo(imSourceVideoRec* record) {
     if (record->outFrame == nullptr) {
         return imOtherErr;   // nowhere to put a frame
     }
-    FrameRequest request(*record, m_suites.get().ppix.get(), m_frameMemory);
+    FrameRequest request(*record, m_suites.get().ppix.get());
     csSDK_int32 result = m_videoInfo->LocateFrame(request);
     if (result == imNoErr) {
         result = m_videoInfo->ReadFrame(request);

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "avi/AviParser.h"
-#include "codec/FrameMemory.h"
 #include "codec/VideoInfo.h"
 #include "fileio/SystemFile.h"
 #include "host/ImporterSuites.h"
@@ -65,7 +64,6 @@ protected:
     csSDK_int32 m_importerID = 0;
     LazyImporterSuites m_suites;
     fileio::SystemFile m_file;
-    FrameMemory m_frameMemory;
     AviParser m_avi;
     std::unique_ptr<VideoInfo> m_videoInfo;     // null: no video stream is selected
     std::unique_ptr<AudioInfo> m_audioInfo;     // null: no audio description is kept

@@ -7,7 +7,7 @@
 
 #include "hostkit/AsyncSession.h"
 #include "hostkit/Names.h"
-#include "importhost/validate/ProcessSize.h"
+#include "hostkit/ProcessSize.h"
 #include "log/PluginRun.h"
 #include "standin/Control.h"
 #include "support/TempFolder.h"
@@ -23,8 +23,8 @@ namespace {
 
 using hostkit::AsyncSession;
 using hostkit::ClipSession;
-using importhost::validate::processSize;
-using importhost::validate::ProcessSize;
+using hostkit::processSize;
+using hostkit::ProcessSize;
 
 constexpr unsigned kSeed = 20261120;
 constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second

@@ -1,7 +1,7 @@
 #include "importhost/bench/Measurement.h"
 
 #include "importhost/ClipReport.h"
-#include "importhost/ProcessSize.h"
+#include "hostkit/ProcessSize.h"
 #include "importhost/VideoClip.h"
 #include "importhost/bench/FrameRows.h"
 #include "importhost/bench/OpeningRows.h"
@@ -39,7 +39,7 @@ double hostBufferMilliseconds(Editor& editor, const VideoClip& clip) {
     return summaryOf(std::move(times)).median;
 }
 
-std::int64_t bytesNow() { return static_cast<std::int64_t>(processSize().bytes); }
+std::int64_t bytesNow() { return static_cast<std::int64_t>(hostkit::processSize().bytes); }
 
 void measureAll(Editor& editor, const BenchOptions& options, FileMeasurement& file) {
     ReadCounter counter(editor.library());
@@ -55,7 +55,7 @@ void measureAll(Editor& editor, const BenchOptions& options, FileMeasurement& fi
     measureAhead(editor, clip, counter, options, file);
     measureSound(editor, counter, file);
     file.memory.afterAll = bytesNow() - before;
-    file.memory.programPeak = processSize().peakBytes;
+    file.memory.programPeak = hostkit::processSize().peakBytes;
 }
 
 }  // namespace

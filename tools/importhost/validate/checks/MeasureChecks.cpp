@@ -1,5 +1,5 @@
 // Slow or growing: warnings only. Machines differ, so the thresholds are generous.
-#include "importhost/ProcessSize.h"
+#include "hostkit/ProcessSize.h"
 #include "importhost/validate/Groups.h"
 #include "importhost/validate/OpenClip.h"
 
@@ -110,9 +110,9 @@ void doesNotGrow(CheckRun& run) {
     const Clip clip = firstClip(run, plugin, Need::Nothing)->clip();
     run.step("");
     warmUp(run, plugin, clip);
-    const ProcessSize before = processSize();
+    const hostkit::ProcessSize before = hostkit::processSize();
     const int opens = openOften(run, plugin, clip);
-    const ProcessSize after = processSize();
+    const hostkit::ProcessSize after = hostkit::processSize();
     const std::uint64_t bytes = growth(before.bytes, after.bytes);
     const std::uint64_t handles = growth(before.handles, after.handles);
     const std::string over = " over " + std::to_string(opens) + " openings of " + clip.name;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace importhost {
+namespace hostkit {
 
 struct ProcessSize {
     std::uint64_t bytes = 0;        // of memory that is this process's own
@@ -14,4 +14,4 @@ struct ProcessSize {
 // Zeros where the system does not tell. Its threads should be at rest: what is counted may change meanwhile.
 ProcessSize processSize();
 
-}  // namespace importhost
+}  // namespace hostkit

@@ -1,10 +1,10 @@
-#include "importhost/ProcessSize.h"
+#include "hostkit/ProcessSize.h"
 
 #include <windows.h>
 
 #include <psapi.h>
 
-namespace importhost {
+namespace hostkit {
 
 namespace {
 
@@ -39,4 +39,4 @@ ProcessSize processSize() {
     return size;
 }
 
-}  // namespace importhost
+}  // namespace hostkit

@@ -1,4 +1,4 @@
-#include "importhost/ProcessSize.h"
+#include "hostkit/ProcessSize.h"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <iterator>
 #include <string>
 
-namespace importhost {
+namespace hostkit {
 
 namespace {
 
@@ -39,4 +39,4 @@ ProcessSize processSize() {
     return size;
 }
 
-}  // namespace importhost
+}  // namespace hostkit
