@@ -97,6 +97,18 @@ TEST_F(Allocation, OfAnAnnouncedFrameIsNotForItsBytes) {
     EXPECT_LT(HeapWatch::largest(), 1000u);
 }
 
+// Hundreds of clips are open in a project: what one leaves serves the next. An asynchronous importer is as good as one.
+TEST_F(Allocation, OfAnImportersFirstFrameIsNotForItsBytesWhenAnotherLeftRoom) {
+    MeasuredClip& clip = open();
+    clip.openAsync();
+    clip.getFrame(0);
+    plugin().spy().clear();
+    HeapWatch::clear();
+    clip.collect(0);
+    EXPECT_GT(plugin().spy().reads().lastSize(), 2000u);
+    EXPECT_LT(HeapWatch::largest(), plugin().spy().reads().lastSize());
+}
+
 TEST_F(Allocation, IsNeededAgainWhenAFlushHasGivenTheMemoryBack) {
     MeasuredClip& clip = open();
     clip.openAsync();
