@@ -55,11 +55,14 @@ expect "and is missing too" 2 "$(mends)"
 
 mkdir -p "$common" "$programs/old"
 host_says 9.0 'C:\Program Files\old'
+host_says 14.0 'C:\PROGRAM FILES\Adobe\Common\Plugins\7.0\MediaCore'
 host_says 22.0 'C:\Program Files\Adobe\Common\Plug-ins\7.0\MediaCore\'
 doctor
 expect "the newest host comes first, its folder in the spelling that exists" yes \
     "$(has '  Premiere Pro 22.0
     C:\Program Files\Adobe\Common\Plugins\7.0\MediaCore
+  Premiere Pro 14.0
+    C:\PROGRAM FILES\Adobe\Common\Plugins\7.0\MediaCore
   Premiere Pro 9.0
     C:\Program Files\old
 ')"
@@ -71,6 +74,7 @@ expect "that is all" 1 "$(mends)"
 cp "$bin/ImporterQuorvane.prm" "$common/"
 doctor
 expect "without the codec there is something to mend" 1 "$code"
+expect "hosts that share a folder share its copy" 1 "$(grep -c '^    version ' <<<"$page")"
 expect "the plug-in states its version" yes "$(has "    version         $version
     an importer     yes
     can be loaded   no: ")"

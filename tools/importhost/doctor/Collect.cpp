@@ -61,8 +61,12 @@ Examined examine(const std::filesystem::path& plugin) {
     return examined;
 }
 
+// Hosts may spell the folder that they share in capitals or not.
 bool isExamined(const std::vector<Examined>& copies, const std::filesystem::path& path) {
-    return std::any_of(copies.begin(), copies.end(), [&](const Examined& one) { return one.copy.path == path; });
+    return std::any_of(copies.begin(), copies.end(), [&](const Examined& one) {
+        std::error_code ignored;
+        return std::filesystem::equivalent(one.copy.path, path, ignored);
+    });
 }
 
 // Two hosts may share a folder, and one folder may lie in another.
