@@ -30,7 +30,13 @@ public:
 
     /// References to elements of the last block do not outlive an append. Throws std::bad_alloc; the list is then as
     /// it was.
-    void append(T element) { extend(1).front() = element; }
+    void append(T element) {
+        if (m_used == m_room) {
+            makeRoom(1);
+        }
+        m_blocks.back()[m_used] = element;
+        ++m_used;
+    }
 
     /// Appends elements whose values are the caller's to set: as many of `count`, which must not be 0, as get room in
     /// one piece. Room for all of `count` is taken as far as the block reaches, so that a list whose length is known
