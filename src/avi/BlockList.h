@@ -7,6 +7,7 @@
 #include <new>
 #include <span>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 template <typename T>
@@ -79,7 +80,8 @@ private:
             m_blocks.push_back(std::make_unique_for_overwrite<T[]>(room));
             m_room = room;
         } else if (m_room < kBlockLength) {
-            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, m_room + std::min(count, kBlockLength)));
+            const std::size_t wanted = m_room + std::min(count, kBlockLength);
+            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, wanted));
             replaceLast(std::make_unique_for_overwrite<T[]>(room), room);
         } else {
             // A list this long may take a whole block: that is little beside what it has.
