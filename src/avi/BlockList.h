@@ -15,6 +15,9 @@ class BlockList {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
+    /// Elements lie side by side from each multiple of this index to the next.
+    static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
+
     BlockList() = default;
     BlockList(const BlockList&) = delete;
     BlockList& operator=(const BlockList&) = delete;
@@ -72,7 +75,6 @@ private:
     using Block = std::unique_ptr<T[]>;
 
     static constexpr std::size_t kFirstLength = 16;
-    static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
 
     void makeRoom(std::size_t count) {
         if (m_blocks.empty()) {

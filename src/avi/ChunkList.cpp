@@ -34,8 +34,9 @@ std::optional<std::size_t> ChunkList::findByBytePosition(std::uint64_t position)
 
 std::uint64_t ChunkList::startOf(std::size_t first, std::size_t index) const {
     std::uint64_t startByte = m_groupStarts[first / kGroup];
-    for (std::size_t earlier = first; earlier < index; ++earlier) {
-        startByte += m_rows[earlier].size();
+    const Row* group = &m_rows[first];
+    for (std::size_t i = 0; i < index - first; ++i) {
+        startByte += group[i].size();
     }
     return startByte;
 }

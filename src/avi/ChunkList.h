@@ -86,6 +86,7 @@ public:
 
 private:
     static constexpr std::size_t kGroup = 16;
+    static_assert(BlockList<Row>::kBlockLength % kGroup == 0, "a group lies in one block");
 
     /// startByte of the group that begins with `first`, and the sizes of its chunks before `index`.
     std::uint64_t startOf(std::size_t first, std::size_t index) const;
