@@ -13,14 +13,14 @@ struct Unref {
     void operator()(gpointer object) const { gst_object_unref(object); }
 };
 
-/// Streams that are shown get no consumer: the demuxer must find nobody to hand data to once it is open.
-GstPadProbeReturn blockData(GstPad*, GstPadProbeInfo*, gpointer) {
+/// Holds back a stream's data: nobody consumes it, and only the opening is wanted.
+GstPadProbeReturn keepBlocked(GstPad*, GstPadProbeInfo*, gpointer) {
     return GST_PAD_PROBE_OK;
 }
 
 void onPadAdded(GstElement*, GstPad* pad, gpointer) {
     gst_pad_add_probe(pad, static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BLOCK | GST_PAD_PROBE_TYPE_BUFFER),
-                      blockData, nullptr, nullptr);
+                      keepBlocked, nullptr, nullptr);
 }
 
 /// All streams are there, and with them the index. The message wakes the one who waits.

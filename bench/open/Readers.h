@@ -15,17 +15,17 @@ struct Opening {
 /// The plug-in's own file class and parser, as the importer uses them.
 Opening openWithPlugin(const std::string& path);
 
-/// libavformat: avformat_open_input, which reads the headers and the index. avformat_find_stream_info, which goes on to
-/// read packets, is left out.
+/// libavformat: avformat_open_input, which reads the headers and the index. avformat_find_stream_info, which goes on
+/// to read packets, is left out.
 Opening openWithLibav(const std::string& path);
 
 /// GStreamer: filesrc ! avidemux from the pipeline's first state change on to the moment when the demuxer has shown all
-/// streams and reads its first data; it has read the index by then. It does not tell how many chunks it knows: `entries`
-/// stays 0, and that the duration is right stands for it.
+/// streams; it has read the index by then. It does not tell how many chunks it knows: `entries` stays 0, and that the
+/// duration is right (to a second of `seconds`) stands for it.
 Opening openWithGStreamer(const std::string& path, double seconds);
 
-/// The least that any reader has to do: the index bytes are read, from places that are known beforehand, and a table of
-/// the same rows is filled in a plain loop. No headers, no checks.
+/// The least that any reader has to do: the index bytes are read, from places that are known beforehand, and a table
+/// of the plug-in's own rows is filled in a plain loop. No headers, no checks, no places in the stream.
 Opening openAtFloor(const std::string& path);
 
 }  // namespace bench

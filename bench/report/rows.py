@@ -11,7 +11,8 @@ KNOWN_FIELDS = {
     "family_index", "per_family_instance_index", "repetitions", "repetition_index", "threads", "iterations",
     "real_time", "cpu_time",
 }
-SUFFIX = re.compile(r"/(manual_time|real_time|process_time|iterations:\d+|repeats:\d+|min_time:[\d.]+|threads:\d+)(?=/|$)")
+SUFFIX = re.compile(
+    r"/(manual_time|real_time|process_time|iterations:\d+|repeats:\d+|min_time:[\d.]+|threads:\d+)(?=/|$)")
 
 
 class Rows:

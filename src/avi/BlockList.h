@@ -7,6 +7,7 @@
 #include <new>
 #include <span>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 template <typename T>
@@ -14,6 +15,9 @@ class BlockList {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
+    /// Elements lie side by side from each multiple of this index to the next.
+    static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
+
     BlockList() = default;
     BlockList(const BlockList&) = delete;
     BlockList& operator=(const BlockList&) = delete;
@@ -30,7 +34,13 @@ public:
 
     /// References to elements of the last block do not outlive an append. Throws std::bad_alloc; the list is then as
     /// it was.
-    void append(T element) { extend(1).front() = element; }
+    void append(T element) {
+        if (m_used == m_room) {
+            makeRoom(1);
+        }
+        m_blocks.back()[m_used] = element;
+        ++m_used;
+    }
 
     /// Appends elements whose values are the caller's to set: as many of `count`, which must not be 0, as get room in
     /// one piece. Room for all of `count` is taken as far as the block reaches, so that a list whose length is known
@@ -65,7 +75,6 @@ private:
     using Block = std::unique_ptr<T[]>;
 
     static constexpr std::size_t kFirstLength = 16;
-    static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
 
     void makeRoom(std::size_t count) {
         if (m_blocks.empty()) {
@@ -73,7 +82,8 @@ private:
             m_blocks.push_back(std::make_unique_for_overwrite<T[]>(room));
             m_room = room;
         } else if (m_room < kBlockLength) {
-            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, m_room + std::min(count, kBlockLength)));
+            const std::size_t wanted = m_room + std::min(count, kBlockLength);
+            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, wanted));
             replaceLast(std::make_unique_for_overwrite<T[]>(room), room);
         } else {
             // A list this long may take a whole block: that is little beside what it has.

@@ -1,16 +1,16 @@
 #include "avi/ChunkList.h"
 
+std::uint64_t ChunkList::totalBytes() const {
+    return empty() ? 0 : startOf((size() - 1) / kGroup * kGroup, size());
+}
+
 AviChunk ChunkList::operator[](std::size_t index) const {
-    std::uint64_t startByte = m_groupStarts[index / kGroup];
-    for (std::size_t earlier = index / kGroup * kGroup; earlier < index; ++earlier) {
-        startByte += m_rows[earlier].size;
-    }
     const Row& row = m_rows[index];
-    return {row.offset, startByte, row.size, row.keyframe};
+    return {row.offset(), startOf(index / kGroup * kGroup, index), row.size(), row.keyframe()};
 }
 
 std::optional<std::size_t> ChunkList::findByBytePosition(std::uint64_t position) const {
-    if (position >= m_totalBytes) {
+    if (position >= totalBytes()) {
         return std::nullopt;
     }
     // The first group that starts behind the position; past all that start at it, so that empty chunks are left out.
@@ -25,8 +25,18 @@ std::optional<std::size_t> ChunkList::findByBytePosition(std::uint64_t position)
         }
     }
     std::size_t index = (low - 1) * kGroup;
-    for (std::uint64_t end = m_groupStarts[low - 1] + m_rows[index].size; end <= position; end += m_rows[index].size) {
-        ++index;
+    std::uint64_t end = m_groupStarts[low - 1] + m_rows[index].size();
+    while (end <= position) {
+        end += m_rows[++index].size();
     }
     return index;
+}
+
+std::uint64_t ChunkList::startOf(std::size_t first, std::size_t index) const {
+    std::uint64_t startByte = m_groupStarts[first / kGroup];
+    const Row* group = &m_rows[first];
+    for (std::size_t i = 0; i < index - first; ++i) {
+        startByte += group[i].size();
+    }
+    return startByte;
 }

@@ -21,11 +21,20 @@ struct AviChunk {
 /// In the order of the index, which need not be that of the file. Const functions run on any number of threads.
 class ChunkList {
 public:
-    /// What is kept of a chunk by itself.
-    struct Row {
-        std::uint64_t offset;
-        std::uint32_t size;
-        std::uint8_t keyframe;
+    /// What is kept of a chunk by itself. Two words, and so two stores: each of them waits for new memory.
+    class Row {
+    public:
+        Row() = default;
+        Row(std::uint64_t offset, std::uint32_t size, bool keyframe)
+            : m_offset(offset), m_sizeAndKeyframe(size | std::uint64_t{keyframe} << 32) {}
+
+        std::uint64_t offset() const { return m_offset; }
+        std::uint32_t size() const { return static_cast<std::uint32_t>(m_sizeAndKeyframe); }
+        std::uint8_t keyframe() const { return static_cast<std::uint8_t>(m_sizeAndKeyframe >> 32); }
+
+    private:
+        std::uint64_t m_offset;
+        std::uint64_t m_sizeAndKeyframe;
     };
     static_assert(sizeof(Row) == 16);
 
@@ -33,7 +42,7 @@ public:
     bool empty() const { return m_rows.empty(); }
 
     /// Sum of all sizes.
-    std::uint64_t totalBytes() const { return m_totalBytes; }
+    std::uint64_t totalBytes() const;
 
     /// `index` must be below size().
     AviChunk operator[](std::size_t index) const;
@@ -45,28 +54,26 @@ public:
     /// Throws std::bad_alloc; the list can then only be thrown away.
     void append(const Row& row) {
         if (m_rows.size() % kGroup == 0) {
-            m_groupStarts.append(m_totalBytes);
+            m_groupStarts.append(totalBytes());
         }
         m_rows.append(row);
-        m_totalBytes += row.size;
     }
 
     /// Appends `toRow` of each entry. Throws as append does.
     template <typename Entry, typename ToRow>
     void appendAll(std::span<const Entry> entries, ToRow toRow) {
+        std::uint64_t startByte = totalBytes();
         while (!entries.empty()) {
             const std::size_t before = m_rows.size();
             const std::span<Row> rows = m_rows.extend(entries.size());
-            std::uint64_t totalBytes = m_totalBytes;
             for (std::size_t i = 0; i < rows.size(); ++i) {
                 if ((before + i) % kGroup == 0) {
-                    m_groupStarts.append(totalBytes);
+                    m_groupStarts.append(startByte);
                 }
                 const Row row = toRow(entries[i]);
                 rows[i] = row;
-                totalBytes += row.size;
+                startByte += row.size();
             }
-            m_totalBytes = totalBytes;
             entries = entries.subspan(rows.size());
         }
     }
@@ -79,8 +86,11 @@ public:
 
 private:
     static constexpr std::size_t kGroup = 16;
+    static_assert(BlockList<Row>::kBlockLength % kGroup == 0, "a group lies in one block");
+
+    /// startByte of the group that begins with `first`, and the sizes of its chunks before `index`.
+    std::uint64_t startOf(std::size_t first, std::size_t index) const;
 
     BlockList<Row> m_rows;
     BlockList<std::uint64_t> m_groupStarts;  // startByte of every kGroup-th chunk
-    std::uint64_t m_totalBytes = 0;
 };

@@ -3,28 +3,24 @@
 #include "avi/AviRecords.h"
 #include "avi/RecordReader.h"
 
-#include <optional>
-
 namespace {
 
 // A chunk id's first byte holds the tens of the stream number and its second byte the ones. From this number on the
 // bytes would begin again, and those streams get no entries.
 constexpr std::uint32_t kDigitPairs = 256 * 10;
 
-std::optional<std::uint32_t> digitPairIn(std::uint32_t chunkId) {
+/// kDigitPairs when the second byte is no digit.
+std::uint32_t digitPairIn(std::uint32_t chunkId) {
     const std::uint32_t tens = (chunkId - '0') & 0xFF;
     const std::uint32_t ones = (chunkId >> 8 & 0xFF) - '0';
-    if (ones > 9) {
-        return std::nullopt;
-    }
-    return tens * 10 + ones;
+    return ones > 9 ? kDigitPairs : tens * 10 + ones;
 }
 
 }  // namespace
 
 void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode& movi,
                      const std::vector<std::unique_ptr<AviStream>>& streams) {
-    std::vector<AviStream*> streamOfPair(kDigitPairs, nullptr);
+    std::vector<AviStream*> streamOfPair(kDigitPairs + 1, nullptr);
     for (const auto& stream : streams) {
         if (stream->streamNumber() < kDigitPairs) {
             streamOfPair[stream->streamNumber()] = stream.get();
@@ -36,8 +32,7 @@ void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode
     // Entries that the file no longer has would be all zero and belong to no stream.
     while (records.remaining() > 0) {
         for (const avi::LegacyIndexEntry& entry : records.nextRun<avi::LegacyIndexEntry>(records.remaining())) {
-            const auto pair = digitPairIn(entry.ckid);
-            if (AviStream* stream = pair ? streamOfPair[*pair] : nullptr) {
+            if (AviStream* stream = streamOfPair[digitPairIn(entry.ckid)]) {
                 stream->addIdx1Chunk(base + entry.dwChunkOffset, entry.dwChunkLength,
                                      (entry.dwFlags & avi::AVIIF_KEYFRAME) != 0);
             }

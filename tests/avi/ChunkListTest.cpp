@@ -17,8 +17,8 @@ std::vector<Row> someRows(std::size_t count) {
     while (rows.size() < count) {
         const std::size_t run = random() % 50 == 0 ? 40 : 1;
         const std::uint32_t size = run > 1 || random() % 3 == 0 ? 0 : static_cast<std::uint32_t>(random() % 10);
-        const auto keyframe = static_cast<std::uint8_t>(random() % 2);
-        rows.insert(rows.end(), std::min(run, count - rows.size()), {random(), size, keyframe});
+        const bool keyframe = random() % 2 == 0;
+        rows.insert(rows.end(), std::min(run, count - rows.size()), Row(random(), size, keyframe));
     }
     return rows;
 }
@@ -35,10 +35,10 @@ void expectHolds(const ChunkList& list, const std::vector<Row>& rows) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const AviChunk chunk = list[i];
         ASSERT_EQ(chunk.startByte, startByte) << i;
-        ASSERT_EQ(chunk.offset, rows[i].offset) << i;
-        ASSERT_EQ(chunk.size, rows[i].size) << i;
-        ASSERT_EQ(chunk.keyframe, rows[i].keyframe) << i;
-        startByte += rows[i].size;
+        ASSERT_EQ(chunk.offset, rows[i].offset()) << i;
+        ASSERT_EQ(chunk.size, rows[i].size()) << i;
+        ASSERT_EQ(chunk.keyframe, rows[i].keyframe()) << i;
+        startByte += rows[i].size();
     }
     EXPECT_EQ(list.totalBytes(), startByte);
 }
@@ -76,7 +76,7 @@ TEST(ChunkList, FindsTheChunkOfEveryByte) {
     fill(list, rows);
     std::uint64_t position = 0;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        for (const std::uint64_t end = position + rows[i].size; position < end; ++position) {
+        for (const std::uint64_t end = position + rows[i].size(); position < end; ++position) {
             ASSERT_EQ(list.findByBytePosition(position), i) << position;
         }
     }
@@ -85,14 +85,14 @@ TEST(ChunkList, FindsTheChunkOfEveryByte) {
 
 TEST(ChunkList, CountsBeyond4GiBWithinOneGroup) {
     ChunkList list;
-    fill(list, std::vector<Row>(16, {0, 0xFFFFFFFF, 0}));
+    fill(list, std::vector<Row>(16, Row(0, 0xFFFFFFFF, false)));
     EXPECT_EQ(list[15].startByte, std::uint64_t{0xFFFFFFFF} * 15);
     EXPECT_EQ(list.findByBytePosition(std::uint64_t{0xFFFFFFFF} * 15), 15u);
 }
 
 TEST(ChunkList, HasNoBytesWhenAllChunksAreEmpty) {
     ChunkList list;
-    fill(list, std::vector<Row>(100, {0, 0, 1}));
+    fill(list, std::vector<Row>(100, Row(0, 0, true)));
     EXPECT_EQ(list.totalBytes(), 0u);
     EXPECT_EQ(list.findByBytePosition(0), std::nullopt);
 }

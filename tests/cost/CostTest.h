@@ -20,6 +20,12 @@ protected:
     }
     static aviwriter::SampleOptions usualClip() { return clipWith(aviwriter::SampleFormat::float32, 2); }
 
+    // What was delivered has been given back.
+    void TearDown() override {
+        m_clip.reset();
+        EXPECT_EQ(m_plugin.host().framesOut(), 0u);
+    }
+
     MeasuredPlugin& plugin() { return m_plugin; }
 
     // Lives until the next one is opened.

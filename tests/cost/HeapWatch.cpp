@@ -6,6 +6,7 @@
 // is part of the plug-in. Natively the C++ runtime is a library of its own; see HeapWatch_posix.cpp.
 std::atomic<std::size_t> HeapWatch::s_allocations = 0;
 std::atomic<std::size_t> HeapWatch::s_largest = 0;
+thread_local std::size_t HeapWatch::t_allocations = 0;
 
 namespace {
 
@@ -39,11 +40,13 @@ HeapWatch::HeapWatch(const hostkit::PluginLibrary& library) {
 
 void HeapWatch::clear() {
     s_allocations = 0;
+    t_allocations = 0;
     s_largest = 0;
 }
 
 void HeapWatch::add(std::size_t bytes) {
     ++s_allocations;
+    ++t_allocations;
     std::size_t before = s_largest;
     while (bytes > before && !s_largest.compare_exchange_weak(before, bytes)) {
     }

@@ -17,8 +17,12 @@ public:
 
     // Since the last clear().
     static std::size_t allocations() { return s_allocations; }
+    static std::size_t allocationsOfThisThread() { return t_allocations; }
     static std::size_t largest() { return s_largest; }
     static void clear();
+
+    // What the C++ runtime takes on this system when a thread waits for a future: no program can have it otherwise.
+    static const std::size_t kMostForAWait;
 
     // For what takes the place of the system's functions.
     static void add(std::size_t bytes);
@@ -26,6 +30,7 @@ public:
 private:
     static std::atomic<std::size_t> s_allocations;
     static std::atomic<std::size_t> s_largest;
+    static thread_local std::size_t t_allocations;
 
     std::vector<std::unique_ptr<hostkit::ImportHook>> m_hooks;
 };

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <new>
 
+const std::size_t HeapWatch::kMostForAWait = 0;
+
 namespace {
 
 void* allocate(std::size_t size) {
