@@ -1,6 +1,6 @@
-// Disks that fail below an open clip, seen through the exported entry: a share that goes away and comes back, reads that
-// fall short or fail in the middle of a picture, files cut and replaced. Fixed codes, fixed lines of the log, and the
-// next request tries again.
+// Disks that fail below an open clip, seen through the exported entry: a share that goes away and comes back, reads
+// that fall short or fail in the middle of a picture, files cut and replaced. Fixed codes, fixed lines of the log, and
+// the next request tries again.
 #include "damage/FilesOnDisk.h"
 #include "damage/Sighting.h"
 
@@ -205,12 +205,13 @@ TEST_F(BrokenDisk, AFileCutWhileTheClipWasQuietKeepsThePicturesBefore) {
 
 class LargePicture : public BrokenDisk {
 protected:
-    // Questions for the file's size that one picture of so many bytes costs; the file has them, but they are no picture.
+    // Questions for the file's size that one picture of so many bytes costs. The file has them, but they are no
+    // picture.
     int questionsFor(std::uint32_t bytes) {
         std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
         entries[0].length = bytes;
-        const auto path = writeBytes(m_folder.folder() / "large.avi",
-                                     aviwriter::join({clipIndexedBy(entries), aviwriter::filled(std::size_t{5} << 20)}));
+        const Bytes file = aviwriter::join({clipIndexedBy(entries), aviwriter::filled(std::size_t{5} << 20)});
+        const auto path = writeBytes(m_folder.folder() / "large.avi", file);
         ClipSession clip(m_plugin.session(), path);
         EXPECT_EQ(clip.open().result, imNoErr);
         EXPECT_EQ(clip.info(0).result, imNoErr);

@@ -1,6 +1,6 @@
-// Thousands of clips, good and damaged, opened, described, played, played ahead, quieted, opened again and closed, as an
-// editor does in a long day: each visit sees what the first one saw, and nothing is left behind. Counts are compared,
-// never time.
+// Thousands of clips, good and damaged, opened, described, played, played ahead, quieted, opened again and closed, as
+// an editor does in a long day: each visit sees what the first one saw, and nothing is left behind. Counts are
+// compared, never time.
 #include "damage/Catalogue.h"
 #include "damage/FilesOnDisk.h"
 #include "damage/Sighting.h"
@@ -142,8 +142,8 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
     expectNothingHeld();
     const ProcessSize before = processSize();
 
-    constexpr int kRounds = 16;         // of two openings of each of some 130 files
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    // Each round opens each of some 130 files twice.
+    for (int round = 0; round < SOAK_ROUNDS && !HasFatalFailure(); ++round) {
         goRound(random);
     }
 
@@ -151,7 +151,7 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
     const ProcessSize after = processSize();
     EXPECT_LE(after.handles, before.handles);
     if (SOAK_COMPARES_MEMORY) {
-        // A kilobyte left by each of some 4000 openings would be eight times as much.
+        // A kilobyte left by each opening would be more than twice as much.
         EXPECT_LE(after.bytes, before.bytes + (std::uint64_t{512} << 10));
     }
     m_plugin.session().shutdown();
@@ -169,7 +169,7 @@ TEST_F(Soak, ClipsOpenSideBySideDoNotSeeEachOther) {
     ASSERT_EQ(good.info(0).result, imNoErr);
     std::mt19937 random(kSeed);
     std::vector<std::unique_ptr<ClipSession>> open;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 10 * SOAK_ROUNDS; ++i) {
         const Visited& file = m_files[random() % m_files.size()];
         ASSERT_EQ(visit(file.path), file.seen) << file.path.filename().string() << ", seed " << kSeed;
         const int number = i % 10;
