@@ -19,7 +19,7 @@ static void PrintTo(const HostileShape& shape, std::ostream* out) { *out << shap
 namespace {
 
 constexpr std::size_t kMiB = std::size_t{1} << 20;
-constexpr std::size_t kFileBytes = 64 * kMiB;
+constexpr std::size_t kFileBytes = HOSTILE_MEBIBYTES * kMiB;
 
 class HostileCost : public testing::TestWithParam<HostileShape> {
 protected:
