@@ -52,6 +52,14 @@ std::string Case::name() const {
     return std::string(openDml ? "openDml" : "idx1") + "/" + std::to_string(chunks) + "-in-" + std::to_string(streams);
 }
 
+std::vector<std::uint64_t> Case::chunksOfStreams() const {
+    std::vector<std::uint64_t> all(streams, chunks / streams);
+    for (std::uint64_t stream = 0; stream < chunks % streams; ++stream) {
+        ++all[stream];
+    }
+    return all;
+}
+
 std::string Case::file() const {
     std::string fileName = name() + ".avi";
     fileName[fileName.find('/')] = '-';

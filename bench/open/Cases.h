@@ -16,6 +16,9 @@ struct Case {
     /// "openDml/2000000-in-2"
     std::string name() const;
 
+    /// Chunks of each stream in turn.
+    std::vector<std::uint64_t> chunksOfStreams() const;
+
     /// Path of the file, which is written when it is not there. Throws std::runtime_error when it cannot be, or when
     /// the environment variable QUORVANE_BENCH_FILES names no folder for it.
     std::string file() const;

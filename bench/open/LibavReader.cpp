@@ -16,8 +16,9 @@ bench::Opening bench::openWithLibav(const std::string& path) {
         throw std::runtime_error("libavformat cannot open " + path);
     }
     result.seconds = stopwatch.seconds();
+    result.chunks.emplace();
     for (unsigned i = 0; i < context->nb_streams; ++i) {
-        result.entries += static_cast<std::uint64_t>(avformat_index_get_entries_count(context->streams[i]));
+        result.chunks->push_back(static_cast<std::uint64_t>(avformat_index_get_entries_count(context->streams[i])));
     }
     avformat_close_input(&context);
     return result;

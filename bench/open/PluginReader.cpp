@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-bench::Opening bench::openWithPlugin(const std::string& path) {
+bench::Opening bench::openWithPlugin(const std::string& path, bool openDml) {
     Opening result;
     const Stopwatch stopwatch;
     fileio::SystemFile file;
@@ -17,8 +17,12 @@ bench::Opening bench::openWithPlugin(const std::string& path) {
     if (!parser.errorText().empty()) {
         throw std::runtime_error(parser.errorText());
     }
+    result.chunks.emplace();
     for (const auto& stream : parser.streams()) {
-        result.entries += stream->chunkCount();
+        if (stream->useOpenDmlIndex() != openDml) {
+            throw std::runtime_error("a stream of " + path + " does not use the index that was meant");
+        }
+        result.chunks->push_back(stream->chunkCount());
     }
     return result;
 }

@@ -3,25 +3,28 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace bench {
 
 struct Opening {
     double seconds = 0;
-    std::uint64_t entries = 0;  ///< chunks that the reader knows afterwards, of all streams
+    std::optional<std::vector<std::uint64_t>> chunks;  ///< that the reader knows afterwards, of each stream in turn
 };
 
-/// The plug-in's own file class and parser, as the importer uses them.
-Opening openWithPlugin(const std::string& path);
+/// The plug-in's own file class and parser, as the importer uses them. Throws too when a stream does not use the kind of
+/// index that the file has.
+Opening openWithPlugin(const std::string& path, bool openDml);
 
 /// libavformat: avformat_open_input, which reads the headers and the index. avformat_find_stream_info, which goes on
 /// to read packets, is left out.
 Opening openWithLibav(const std::string& path);
 
 /// GStreamer: filesrc ! avidemux from the pipeline's first state change on to the moment when the demuxer has shown all
-/// streams; it has read the index by then. It does not tell how many chunks it knows: `entries` stays 0, and that the
-/// duration is right (to a second of `seconds`) stands for it.
+/// streams; it has read the index by then. It does not tell how many chunks it knows: `chunks` stays empty, and that
+/// the duration is right (to a second of `seconds`) stands for it.
 Opening openWithGStreamer(const std::string& path, double seconds);
 
 /// The least that any reader has to do: the index bytes are read, from places that are known beforehand, and a table
