@@ -1,6 +1,7 @@
 #include "open/Cases.h"
 
 #include "aviwriter/AviFileWriter.h"
+#include "standin/Encoder.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -33,7 +34,9 @@ aviwriter::FileLayout layoutOf(const Case& of) {
 void write(const Case& of, const std::filesystem::path& path) {
     aviwriter::FileSink sink(path);
     const std::vector<aviwriter::AudioTrack> sound(of.streams - 1);
-    aviwriter::AviFileWriter writer(sink, layoutOf(of), aviwriter::VideoTrack{}, sound);
+    const standin::StreamInfo info = {.type = 104, .width = 32, .height = 16, .colorSpace = 2, .range = 1};
+    aviwriter::AviFileWriter writer(sink, layoutOf(of), aviwriter::VideoTrack{
+        .width = 32, .height = 16, .extraData = standin::encodeExtraData(info)}, sound);
     const aviwriter::Bytes data = aviwriter::u32(0x01020304);  // of a stereo stream, one sample frame
     for (std::uint64_t i = 0; i < of.chunks; ++i) {
         if (i % of.streams == 0) {
@@ -61,7 +64,7 @@ std::vector<std::uint64_t> Case::chunksOfStreams() const {
 }
 
 std::string Case::file() const {
-    std::string fileName = name() + ".avi";
+    std::string fileName = "indexed-" + name() + ".avi";
     fileName[fileName.find('/')] = '-';
     const std::filesystem::path path = folder() / fileName;
     if (!std::filesystem::exists(path)) {

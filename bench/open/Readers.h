@@ -2,6 +2,8 @@
 // everything back outside of that time. Those that cannot open the file throw std::runtime_error.
 #pragma once
 
+#include "measured/MeasuredPlugin.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,6 +19,11 @@ struct Opening {
 /// The plug-in's own file class and parser, as the importer uses them. Throws too when a stream does not use the kind of
 /// index that the file has.
 Opening openWithPlugin(const std::string& path, bool openDml);
+
+/// The built plug-in's entry, as the host calls it: opening, and then a description of the first video with the first
+/// sound stream, and of every further sound stream alone. The plug-in parses the file anew for each description.
+/// Its chunks are those of the durations that it tells.
+Opening openThroughEntry(MeasuredPlugin& plugin, const std::string& path);
 
 /// libavformat: avformat_open_input, which reads the headers and the index. avformat_find_stream_info, which goes on
 /// to read packets, is left out.

@@ -70,6 +70,10 @@ OpenFunction pluginReader(const bench::Case& of) {
 int main(int argc, char** argv) {
     using bench::HeapMode;
     benchmark::Initialize(&argc, argv);
+    MeasuredPlugin plugin(1);
+    const OpenFunction throughEntry = [&plugin](const std::string& path) {
+        return bench::openThroughEntry(plugin, path);
+    };
     for (const bench::Case& of : bench::allCases()) {
         add("open/plugin", of, HeapMode::fresh, pluginReader(of));
         add("open/floor", of, HeapMode::fresh, bench::openAtFloor);
@@ -79,6 +83,8 @@ int main(int argc, char** argv) {
         });
     }
     for (const bool openDml : {true, false}) {
+        add("open/entry", {openDml, 2'000'000, 2}, HeapMode::fresh, throughEntry);
+        add("open/entry", {openDml, 1'000'000, 32}, HeapMode::fresh, throughEntry);
         const bench::Case large{openDml, 2'000'000, 2};
         add("open/reused/plugin", large, HeapMode::reused, pluginReader(large));
         add("open/reused/floor", large, HeapMode::reused, bench::openAtFloor);
