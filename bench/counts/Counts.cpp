@@ -16,21 +16,27 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
-constexpr std::uint32_t kChunks = 10000;
 constexpr std::size_t kFrameBytes = 32 * 16 * 8;
 constexpr csSDK_uint32 kSoundFrames = 1920;
 
-// Video with chunks that are nothing but their index entries.
-void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind index) {
+// Streams that take turns, the first of them video, with chunks that are nothing but their index entries.
+void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind index, std::uint32_t chunks,
+                      std::uint32_t streams) {
     const standin::StreamInfo info = {.type = 104, .width = 32, .height = 16, .colorSpace = 2, .range = 1};
     aviwriter::FileSink sink(file);
     aviwriter::AviFileWriter writer(sink, {.index = index}, aviwriter::VideoTrack{
-        .width = 32, .height = 16, .extraData = standin::encodeExtraData(info)}, {});
-    for (std::uint32_t chunk = 0; chunk < kChunks; ++chunk) {
-        writer.writeVideo({1, 2, 3, 4});
+        .width = 32, .height = 16, .extraData = standin::encodeExtraData(info)}, std::vector<aviwriter::AudioTrack>(streams - 1));
+    for (std::uint32_t chunk = 0; chunk < chunks; ++chunk) {
+        if (chunk % streams == 0) {
+            writer.writeVideo({1, 2, 3, 4});
+        } else {
+            writer.writeAudio(chunk % streams - 1, {1, 2, 3, 4});
+        }
     }
     writer.finish();
     sink.close();
@@ -45,8 +51,12 @@ void writeSample(const std::filesystem::path& file, aviwriter::SampleFormat form
 
 void writeFiles(const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
-    writeIndexedClip(folder / "openDml.avi", aviwriter::IndexKind::openDml);
-    writeIndexedClip(folder / "idx1.avi", aviwriter::IndexKind::idx1);
+    for (const auto& [name, index] : {std::pair("openDml", aviwriter::IndexKind::openDml),
+                                      std::pair("idx1", aviwriter::IndexKind::idx1)}) {
+        writeIndexedClip(folder / (std::string(name) + ".avi"), index, 10'000, 1);
+        writeIndexedClip(folder / (std::string(name) + "-long.avi"), index, 100'000, 1);
+        writeIndexedClip(folder / (std::string(name) + "-32.avi"), index, 10'000, 32);
+    }
     writeSample(folder / "float32x2.avi", aviwriter::SampleFormat::float32, 2);
     writeSample(folder / "float32x8.avi", aviwriter::SampleFormat::float32, 8);
     writeSample(folder / "pcm8x2.avi", aviwriter::SampleFormat::pcm8, 2);
@@ -104,7 +114,11 @@ const std::map<std::string, std::function<void()>>& cases() {
     static const std::map<std::string, std::function<void()>> all = {
         {"log-off-1000", countLogOff},
         {"open-openDml-10000", [] { countOpen("openDml.avi"); }},
+        {"open-openDml-100000", [] { countOpen("openDml-long.avi"); }},
+        {"open-openDml-10000-in-32", [] { countOpen("openDml-32.avi"); }},
         {"open-idx1-10000", [] { countOpen("idx1.avi"); }},
+        {"open-idx1-100000", [] { countOpen("idx1-long.avi"); }},
+        {"open-idx1-10000-in-32", [] { countOpen("idx1-32.avi"); }},
         {"frames-100", countFrames},
         {"sound-float32x2-100", [] { countSound("float32x2.avi"); }},
         {"sound-float32x8-100", [] { countSound("float32x8.avi"); }},
