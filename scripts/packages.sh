@@ -12,22 +12,22 @@ build_packages=(
 # For bench/counts/check.
 count_packages=(valgrind)
 
-check_packages=(
-    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-    nsis zip
-    icoutils libasan8 libubsan1 libtsan2
-    "${count_packages[@]}"
-)
-
-# For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
-fuzz_packages=(clang libclang-rt-14-dev llvm)
-
 # For bench/run: the frame for measurements, the readers to compare with, and what draws the plots.
 bench_packages=(
     libbenchmark-dev valgrind python3-matplotlib
     libavformat-dev libavcodec-dev libavutil-dev
     libgstreamer1.0-dev gstreamer1.0-plugins-base gstreamer1.0-plugins-good
 )
+
+check_packages=(
+    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+    nsis zip
+    icoutils libasan8 libubsan1 libtsan2
+    "${count_packages[@]}" "${bench_packages[@]}"
+)
+
+# For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
+fuzz_packages=(clang libclang-rt-14-dev llvm)
 
 # The source of libpng, as Debian has it: Debian packages no build of it for Windows.
 source_packages=(libpng1.6)

@@ -40,9 +40,13 @@ def draw_bars(axes, rows, plot):
     axes.bar_label(bars, fmt="%.3g")
 
 
-def draw(rows, plot, folder):
-    """Gives the file's name, or None when no row is there to draw."""
-    if not any(rows.matching(series["rows"]) for series in plot["series"]):
+def draw(rows, plot, folder, partial=False):
+    """Gives the file's name, or None when no row is there to draw. A series without rows is an error, unless only some
+    programs ran."""
+    empty = [series["label"] for series in plot["series"] if not rows.matching(series["rows"])]
+    if empty and not partial:
+        raise ValueError(f"plot {plot['file']}: no program gave rows of {empty}")
+    if len(empty) == len(plot["series"]):
         return None
     figure, axes = pyplot.subplots(figsize=(7, 4.2))
     {"lines": draw_lines, "bars": draw_bars}[plot["kind"]](axes, rows, plot)

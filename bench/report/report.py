@@ -17,17 +17,18 @@ def main():
     parser.add_argument("--results", type=Path, required=True, help="folder of the programs' JSON files")
     parser.add_argument("--targets", type=Path, required=True, help="folder whose folders have a targets.json")
     parser.add_argument("--out", type=Path, required=True, help="where the report goes")
+    parser.add_argument("--partial", action="store_true", help="only some programs ran: rows may be missing")
     options = parser.parse_args()
 
     rows = Rows(options.results)
     areas = [json.loads(file.read_text()) for file in sorted(options.targets.glob("*/targets.json"))]
     (options.out / "results.json").write_text(json.dumps(rows.as_json(), indent=1) + "\n")
-    text = table.table(rows, areas)
+    text = table.table(rows, areas, options.partial)
     (options.out / "table.md").write_text(text)
     print(text)
     for area in areas:
         for plot in area.get("plots", []):
-            if plots.draw(rows, plot, options.out):
+            if plots.draw(rows, plot, options.out, options.partial):
                 print(f"{options.out}/{plot['file']}")
 
 

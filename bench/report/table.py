@@ -1,4 +1,4 @@
-"""Targets against rows, as Markdown."""
+"""Targets against rows, as Markdown. A row that is not there is an error, unless only some programs ran."""
 from rows import NANOSECONDS
 
 TARGET_FIELDS = {"what", "row", "value", "over", "overValue", "unit", "atLeast", "atMost"}
@@ -41,18 +41,20 @@ def wanted(target):
     return ""
 
 
-def line(rows, target):
+def line(rows, target, partial):
     value = measured(rows, target)
     if value is None:
+        if not partial:
+            raise ValueError(f"target '{target['what']}' names a row that no program gave")
         return f"| {target['what']} | {wanted(target)} | not run | |"
     unit = " " + target["unit"] if "unit" in target else ""
     verdict = {True: "met", False: "**not met**", None: ""}[is_met(target, value)]
     return f"| {target['what']} | {wanted(target)} | {number(value)}{unit} | {verdict} |"
 
 
-def table(rows, areas):
+def table(rows, areas, partial=False):
     parts = []
     for area in areas:
         parts.append(f"### {area['title']}\n\n| What | Wanted | Measured | |\n|---|---|---|---|\n" +
-                     "\n".join(line(rows, target) for target in area["targets"]) + "\n")
+                     "\n".join(line(rows, target, partial) for target in area["targets"]) + "\n")
     return "\n".join(parts)
