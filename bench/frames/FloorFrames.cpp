@@ -30,17 +30,21 @@ FloorFrames::FloorFrames(MeasuredPlugin& plugin, const std::filesystem::path& fi
     const SPBasicSuite& suites = *plugin.stdParms()->piSuites->utilFuncs->getSPBasicSuite();
     m_creator = suite<PrSDKPPixCreatorSuite>(suites, kPrSDKPPixCreatorSuite, kPrSDKPPixCreatorSuiteVersion);
     m_frames = suite<PrSDKPPixSuite>(suites, kPrSDKPPixSuite, kPrSDKPPixSuiteVersion);
-    if (!m_file.open(file.c_str(), fileio::kOpenRead | fileio::kOpenShareRead) || !m_avi.parse(m_file)) {
+    AviParser avi;
+    if (!m_file.open(file.c_str(), fileio::kOpenRead | fileio::kOpenShareRead) || !avi.parse(m_file)) {
         throw std::runtime_error("the clip does not open");
     }
     m_descriptor = static_cast<int>(reinterpret_cast<std::intptr_t>(m_file.nativeHandle()));
-    m_stream = m_avi.streams().at(m_avi.streamsOfType(fourCC("vids")).at(0)).get();
-    m_format = m_codec.decompressBegin(m_stream->formatExtraData(), packed422());
+    const AviStream& stream = *avi.streams().at(avi.streamsOfType(fourCC("vids")).at(0));
+    for (std::uint64_t frame = 0; frame < stream.chunkCount(); ++frame) {
+        m_chunks.push_back(stream.chunk(frame));
+    }
+    m_format = m_codec.decompressBegin(stream.formatExtraData(), packed422());
 }
 
 std::uint64_t FloorFrames::getFrame(std::uint64_t frame) {
     const std::uint64_t start = hostkit::nanosecondsNow();
-    const AviChunk& chunk = m_stream->chunk(frame % m_stream->chunkCount());
+    const AviChunk& chunk = m_chunks[frame % m_chunks.size()];
     m_bytes.growTo(chunk.size);
     lseek(m_descriptor, static_cast<off_t>(chunk.offset), SEEK_SET);
     const std::uint64_t readStart = hostkit::nanosecondsNow();

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 class FloorFrames {
 public:
@@ -27,8 +28,7 @@ private:
     const PrSDKPPixSuite* m_frames = nullptr;
     int m_descriptor;
     fileio::SystemFile m_file;
-    AviParser m_avi;
-    const AviStream* m_stream = nullptr;
+    std::vector<AviChunk> m_chunks;
     CodecInstance m_codec;
     QuorvaneFormat m_format;
     ByteBuffer m_bytes;
