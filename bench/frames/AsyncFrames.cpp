@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr csSDK_int64 kFrames = 100;
+constexpr csSDK_int64 kFrames = 60;
 
 void stayBusy(std::uint64_t nanoseconds) {
     const std::uint64_t end = hostkit::nanosecondsNow() + nanoseconds;

@@ -16,8 +16,8 @@ struct Opening {
     std::optional<std::vector<std::uint64_t>> chunks;  ///< that the reader knows afterwards, of each stream in turn
 };
 
-/// The plug-in's own file class and parser, as the importer uses them. Throws too when a stream does not use the kind of
-/// index that the file has.
+/// The plug-in's own file class and parser, as the importer uses them. Throws too when a stream does not use the kind
+/// of index that the file has.
 Opening openWithPlugin(const std::string& path, bool openDml);
 
 /// The built plug-in's entry, as the host calls it: opening, and then a description of the first video with the first
