@@ -61,17 +61,23 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     }
     const std::uint32_t claimed = m_superIndexHeader.nEntriesInUse;
     const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
-    if (count != claimed) {
+    const auto failTooShort = [&] {
         // The blank before the line feed has always been there, in this message alone.
         report(context,
                "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
         m_useOpenDmlIndex = false;
+    };
+    if (count != claimed) {
+        failTooShort();
     }
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
     // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
     for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
         m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
+    }
+    if (records.wasRefused() && m_useOpenDmlIndex) {
+        failTooShort();
     }
     m_stdIndexes.resize(m_superIndexEntries.size());
     std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
@@ -117,8 +123,8 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
 
     for (std::uint32_t done = 0; done < count;) {
         if (done < backed && records.remaining() == 0) {
-            // The file is shorter than it said, or cannot be read from here on.
-            if (!takeUnbacked(context, unbackedLeft, backed - done)) {
+            // The file is shorter than it said, or cannot be read from here on. What is only refused it may well have.
+            if (records.wasRefused() || !takeUnbacked(context, unbackedLeft, backed - done)) {
                 return failUnreadable();
             }
             backed = done;
