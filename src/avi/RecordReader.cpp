@@ -3,18 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
-namespace {
-
-// One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
-constexpr std::uint64_t kPieceSize = std::uint64_t{4} << 20;
-
-}  // namespace
-
-RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length)
+RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length,
+                           std::uint64_t largestPiece)
     : m_reader(reader),
       m_position(position),
       m_left(reader.existing(position, length)),
-      m_pieceSize(std::min(m_left, kPieceSize)),
+      m_pieceSize(std::min(m_left, largestPiece)),
       m_piece(reader.pieceRoom(static_cast<std::size_t>(m_pieceSize))) {
     readPiece();
 }

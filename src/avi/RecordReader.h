@@ -16,8 +16,12 @@
 /// one object of this class may be at work on a chunk reader at a time.
 class RecordReader {
 public:
+    // One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
+    static constexpr std::uint64_t kLargestPiece = std::uint64_t{4} << 20;
+
     /// Reads the first piece at once. Throws std::bad_alloc.
-    RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length);
+    RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length,
+                 std::uint64_t largestPiece = kLargestPiece);
 
     /// Bytes not yet taken that the file has.
     std::uint64_t remaining() const { return m_filled - m_taken + m_left; }
