@@ -54,8 +54,8 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     RecordReader records(context.reader, indx.dataPosition(), indx.size);
     copyFront(m_superIndexHeader, records.next<avi::SuperIndexHeader>(), indx.size);
     if (m_superIndexHeader.wLongsPerEntry != avi::kSuperIndexLongsPerEntry) {
-        report(context, "super index (indx) unexpected super index entry size (wLongsPerEntry): " +
-                            std::to_string(m_superIndexHeader.wLongsPerEntry));
+        report(context, "super index (indx) unexpected super index entry size (wLongsPerEntry): ",
+               {{m_superIndexHeader.wLongsPerEntry}});
         m_useOpenDmlIndex = false;
         return;
     }
@@ -63,8 +63,7 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
     const auto failTooShort = [&] {
         // The blank before the line feed has always been there, in this message alone.
-        report(context,
-               "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
+        report(context, "super index (indx) chunk data is smaller than nEntriesInUse: ", {{claimed, " "}});
         m_useOpenDmlIndex = false;
     };
     if (count != claimed) {
@@ -92,15 +91,12 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
                              std::uint64_t& unbackedLeft) {
     const std::uint64_t position = entry.qwOffset + avi::kChunkHeaderSize;
     const std::uint32_t size = entry.dwSize - std::uint32_t{avi::kChunkHeaderSize};
-    const auto fail = [&](const std::string& message) {
-        report(context, message);
+    const auto fail = [&](const char* text, std::initializer_list<Value> values) {
+        report(context, text, values);
         m_useOpenDmlIndex = false;
     };
     const auto failUnreadable = [&] {
-        m_useOpenDmlIndex = false;
-        if (context.errors.hasRoom()) {   // a super index can hold millions of such entries
-            fail("could not read standard index at: " + std::to_string(position) + ", size: " + std::to_string(size));
-        }
+        fail("could not read standard index at: ", {{position, ", size: "}, {size}});
     };
 
     RecordReader records(context.reader, position, size);
@@ -109,8 +105,7 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
     }
     copyFront(header, records.next<avi::StdIndexHeader>(), size);
     if (header.wLongsPerEntry != avi::kStdIndexLongsPerEntry) {
-        return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): " +
-                    std::to_string(header.wLongsPerEntry));
+        return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): ", {{header.wLongsPerEntry}});
     }
     const std::uint32_t count = std::min(stdIndexCapacity(size), header.nEntriesInUse);
     std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::StdIndexEntry)));
@@ -118,7 +113,7 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         return failUnreadable();
     }
     if (count != header.nEntriesInUse) {
-        fail("std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(header.nEntriesInUse));
+        fail("std index (ix..) chunk data is smaller than nEntriesInUse: ", {{header.nEntriesInUse}});
     }
 
     for (std::uint32_t done = 0; done < count;) {

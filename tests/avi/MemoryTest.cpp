@@ -109,6 +109,22 @@ TEST(Memory, OneStandardIndexOfAMillionEntriesTakesLessThanHalfAsMuchAgain) {
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
+/// Allocations of a parse of a super index of so many entries, each leading to a byte of the headers that is no index.
+std::size_t allocationsOfFaults(std::size_t entries) {
+    fileio::MemoryFile file(riff("AVI ", {samples::hdrl({samples::videoStrl(
+                                             {indx({.entries = std::vector<SuperIndexEntry>(entries, {0, 9})})})})}));
+    AviParser parser;
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    const std::size_t allocations = heap::allocations();
+    EXPECT_GT(parser.errorText().size(), 1u << 20) << "there is room for more";
+    return allocations;
+}
+
+TEST(Memory, MessagesForWhichThereIsNoRoomTakeNone) {
+    EXPECT_LT(allocationsOfFaults(100'000), allocationsOfFaults(20'000) + 100);
+}
+
 TEST(Memory, ClaimsOf4GiBTakeNone) {
     const Bytes strl = list("strl", {strh({}), chunkClaiming("strf", 0xFFFFFFF0, {})});
     const Bytes withIndx = samples::videoStrl({chunkClaiming("indx", 0x7FFFFFF0, bytesOf(SuperIndex{}))});
