@@ -80,8 +80,14 @@ bool AviParser::parseStructure(ChunkReader& reader) {
     if (!reader.readChunkData(*avih, &m_mainHeader, sizeof m_mainHeader)) {
         return fail("avih data read error\n");
     }
+    const ChunkNode* idx1 = m_tree.child(aviList, fourCC("idx1"));
+    if (idx1) {
+        reader.setAside(idx1->dataPosition(), idx1->size);
+    }
     parseHeaderList(reader, *hdrl);
-    parseIdx1(reader, aviList);
+    if (idx1) {
+        parseIdx1(reader, aviList, *idx1);
+    }
     return true;
 }
 
@@ -108,18 +114,15 @@ void AviParser::readExtendedHeader(ChunkReader& reader, const ChunkNode& odml) {
     }
 }
 
-void AviParser::parseIdx1(ChunkReader& reader, const ChunkNode& aviList) {
-    const ChunkNode* idx1 = m_tree.child(aviList, fourCC("idx1"));
-    if (!idx1) {
-        return;
-    }
+void AviParser::parseIdx1(ChunkReader& reader, const ChunkNode& aviList, const ChunkNode& idx1) {
     constexpr std::uint64_t entrySize = sizeof(avi::LegacyIndexEntry);
-    m_idx1EntryCount = (idx1->size + entrySize - 1) / entrySize;
-    if (idx1->size % entrySize != 0) {
+    m_idx1EntryCount = (idx1.size + entrySize - 1) / entrySize;
+    if (idx1.size % entrySize != 0) {
         m_errors.add("idx1 size is not a multiple of index entry size\n");
     }
     if (const ChunkNode* movi = m_tree.childList(aviList, fourCC("movi"))) {
-        readLegacyIndex(reader, *idx1, *movi, m_streams);
+        reader.giveBackWhatIsSetAside();
+        readLegacyIndex(reader, idx1, *movi, m_streams);
     }
 }
 

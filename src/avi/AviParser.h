@@ -51,7 +51,7 @@ private:
     bool parseStructure(ChunkReader& reader);
     void parseHeaderList(ChunkReader& reader, const ChunkNode& hdrl);
     void readExtendedHeader(ChunkReader& reader, const ChunkNode& odml);
-    void parseIdx1(ChunkReader& reader, const ChunkNode& aviList);
+    void parseIdx1(ChunkReader& reader, const ChunkNode& aviList, const ChunkNode& idx1);
     void shrinkToFit();
 
     fileio::File* m_file = nullptr;

@@ -93,6 +93,13 @@ void AviStream::shrinkToFit() {
     m_openDmlChunks.shrinkToFit();
 }
 
-void AviStream::report(ParseContext& context, const std::string& message) const {
-    context.errors.add("stream[" + std::to_string(m_streamNumber) + "]: " + message + "\n");
+void AviStream::report(ParseContext& context, const char* text, std::initializer_list<Value> values) const {
+    if (!context.errors.hasRoom()) {
+        return;
+    }
+    std::string line = "stream[" + std::to_string(m_streamNumber) + "]: " + text;
+    for (const Value& value : values) {
+        line.append(std::to_string(value.number)).append(value.after);
+    }
+    context.errors.add(line.append("\n"));
 }

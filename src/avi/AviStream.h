@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -84,7 +85,13 @@ public:
     void shrinkToFit();
 
 private:
-    void report(ParseContext& context, const std::string& message) const;
+    // The values stand behind the text, each with a text of its own behind it. Nothing is put together once there is
+    // no room: a super index can lead to millions of faults.
+    struct Value {
+        std::uint64_t number;
+        const char* after = "";
+    };
+    void report(ParseContext& context, const char* text, std::initializer_list<Value> values = {}) const;
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
     void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,

@@ -54,17 +54,29 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
 
 std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination, std::uint64_t count) {
     const std::uint64_t wanted = existing(position, count);
-    if (wanted == 0) {
+    if (wanted == 0 || !mayReadDirect(position, wanted)) {
         return 0;
     }
-    const Block* block = findBlock(position);
-    const bool isLoaded = block && block->holds(position + wanted - 1);
-    const std::uint64_t cost = isLoaded ? wanted : std::max(wanted, avi::kLeastReadCost);
-    if (cost > m_directBudget) {
-        return 0;
+    m_directBudget -= costOf(position, wanted);
+    return isLoaded(position, wanted) ? read(position, destination, wanted)
+                                      : readFile(position, destination, wanted);
+}
+
+bool ChunkReader::mayReadDirect(std::uint64_t position, std::uint64_t count) const {
+    return costOf(position, existing(position, count)) <= m_directBudget;
+}
+
+void ChunkReader::setAside(std::uint64_t position, std::uint64_t count) {
+    // At most the file's size and the cost of a last piece: the budget always has as much.
+    if (const std::uint64_t bytes = existing(position, count)) {
+        m_setAside = bytes + avi::kLeastReadCost;
+        m_directBudget -= m_setAside;
     }
-    m_directBudget -= cost;
-    return isLoaded ? read(position, destination, wanted) : readFile(position, destination, wanted);
+}
+
+void ChunkReader::giveBackWhatIsSetAside() {
+    m_directBudget += m_setAside;
+    m_setAside = 0;
 }
 
 bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::uint64_t count) {
@@ -92,6 +104,16 @@ const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
     const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
                                     [position](const Block& block) { return block.holds(position); });
     return found == m_blocks.end() ? nullptr : &*found;
+}
+
+bool ChunkReader::isLoaded(std::uint64_t position, std::uint64_t count) const {
+    const Block* block = findBlock(position);
+    return block && block->holds(position + count - 1);
+}
+
+/// What so many bytes, of which the file has all, take away from the budget.
+std::uint64_t ChunkReader::costOf(std::uint64_t position, std::uint64_t count) const {
+    return count == 0 || isLoaded(position, count) ? count : std::max(count, avi::kLeastReadCost);
 }
 
 const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {

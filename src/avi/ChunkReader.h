@@ -28,8 +28,17 @@ public:
     /// fewer at the end of the file, on failure and when too much was read already.
     std::uint64_t read(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// The same in one read straight into `destination`, for what is large or read once.
+    /// The same in one read straight into `destination`, for what is large or read once. Gives nothing where
+    /// mayReadDirect says no.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
+
+    /// Whether readDirect would read so much yet: formats and indexes that lie over each other end somewhere.
+    bool mayReadDirect(std::uint64_t position, std::uint64_t count) const;
+
+    /// Keeps back what it takes to read these bytes once with readDirect, until giveBackWhatIsSetAside(): what a file
+    /// falls back to must be there when all else has used up its share.
+    void setAside(std::uint64_t position, std::uint64_t count);
+    void giveBackWhatIsSetAside();
 
     /// Reads the first `count` bytes of a chunk's data. True only when the chunk has them and all were read; what
     /// was read is in `destination` all the same.
@@ -53,6 +62,8 @@ private:
     };
 
     const Block* findBlock(std::uint64_t position) const;
+    bool isLoaded(std::uint64_t position, std::uint64_t count) const;
+    std::uint64_t costOf(std::uint64_t position, std::uint64_t count) const;
     const Block* loadBlock(std::uint64_t position);
     std::uint64_t readFile(std::uint64_t position, void* destination, std::uint64_t count);
 
@@ -60,6 +71,7 @@ private:
     std::uint64_t m_start;
     std::uint64_t m_fileSize;
     std::uint64_t m_directBudget;   // bytes that readDirect may still read
+    std::uint64_t m_setAside = 0;   // bytes of it that are kept back, no longer counted there
     std::uint64_t m_blockBudget;    // bytes that may still be read into blocks
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;

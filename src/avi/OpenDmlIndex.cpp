@@ -54,24 +54,29 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     RecordReader records(context.reader, indx.dataPosition(), indx.size);
     copyFront(m_superIndexHeader, records.next<avi::SuperIndexHeader>(), indx.size);
     if (m_superIndexHeader.wLongsPerEntry != avi::kSuperIndexLongsPerEntry) {
-        report(context, "super index (indx) unexpected super index entry size (wLongsPerEntry): " +
-                            std::to_string(m_superIndexHeader.wLongsPerEntry));
+        report(context, "super index (indx) unexpected super index entry size (wLongsPerEntry): ",
+               {{m_superIndexHeader.wLongsPerEntry}});
         m_useOpenDmlIndex = false;
         return;
     }
     const std::uint32_t claimed = m_superIndexHeader.nEntriesInUse;
     const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
-    if (count != claimed) {
+    const auto failTooShort = [&] {
         // The blank before the line feed has always been there, in this message alone.
-        report(context,
-               "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(claimed) + " ");
+        report(context, "super index (indx) chunk data is smaller than nEntriesInUse: ", {{claimed, " "}});
         m_useOpenDmlIndex = false;
+    };
+    if (count != claimed) {
+        failTooShort();
     }
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
     // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
     for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
         m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
+    }
+    if (records.wasRefused() && m_useOpenDmlIndex) {
+        failTooShort();
     }
     m_stdIndexes.resize(m_superIndexEntries.size());
     std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
@@ -86,15 +91,12 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
                              std::uint64_t& unbackedLeft) {
     const std::uint64_t position = entry.qwOffset + avi::kChunkHeaderSize;
     const std::uint32_t size = entry.dwSize - std::uint32_t{avi::kChunkHeaderSize};
-    const auto fail = [&](const std::string& message) {
-        report(context, message);
+    const auto fail = [&](const char* text, std::initializer_list<Value> values) {
+        report(context, text, values);
         m_useOpenDmlIndex = false;
     };
     const auto failUnreadable = [&] {
-        m_useOpenDmlIndex = false;
-        if (context.errors.hasRoom()) {   // a super index can hold millions of such entries
-            fail("could not read standard index at: " + std::to_string(position) + ", size: " + std::to_string(size));
-        }
+        fail("could not read standard index at: ", {{position, ", size: "}, {size}});
     };
 
     RecordReader records(context.reader, position, size);
@@ -103,8 +105,7 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
     }
     copyFront(header, records.next<avi::StdIndexHeader>(), size);
     if (header.wLongsPerEntry != avi::kStdIndexLongsPerEntry) {
-        return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): " +
-                    std::to_string(header.wLongsPerEntry));
+        return fail("std index (ix..) unexpected std index entry size (wLongsPerEntry): ", {{header.wLongsPerEntry}});
     }
     const std::uint32_t count = std::min(stdIndexCapacity(size), header.nEntriesInUse);
     std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::StdIndexEntry)));
@@ -112,13 +113,13 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         return failUnreadable();
     }
     if (count != header.nEntriesInUse) {
-        fail("std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(header.nEntriesInUse));
+        fail("std index (ix..) chunk data is smaller than nEntriesInUse: ", {{header.nEntriesInUse}});
     }
 
     for (std::uint32_t done = 0; done < count;) {
         if (done < backed && records.remaining() == 0) {
-            // The file is shorter than it said, or cannot be read from here on.
-            if (!takeUnbacked(context, unbackedLeft, backed - done)) {
+            // The file is shorter than it said, or cannot be read from here on. What is only refused it may well have.
+            if (records.wasRefused() || !takeUnbacked(context, unbackedLeft, backed - done)) {
                 return failUnreadable();
             }
             backed = done;

@@ -35,7 +35,8 @@ constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 
 /// Formats and indexes may read as many bytes as the file has, and this much more. In an honest file every byte
 /// belongs to one chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes
-/// twice its bytes of memory.
+/// twice its bytes of memory. The bytes of "idx1", and kLeastReadCost, are set aside before all else: whatever a broken
+/// OpenDML index uses up, a file that has the other can fall back to it.
 constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
 /// A read of formats or indexes that goes to the file counts as at least so many of those bytes. A recorder writes an

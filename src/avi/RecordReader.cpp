@@ -3,18 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
-namespace {
-
-// One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
-constexpr std::uint64_t kPieceSize = std::uint64_t{4} << 20;
-
-}  // namespace
-
-RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length)
+RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length,
+                           std::uint64_t largestPiece)
     : m_reader(reader),
       m_position(position),
       m_left(reader.existing(position, length)),
-      m_pieceSize(std::min(m_left, kPieceSize)),
+      m_pieceSize(std::min(m_left, largestPiece)),
       m_piece(reader.pieceRoom(static_cast<std::size_t>(m_pieceSize))) {
     readPiece();
 }
@@ -22,6 +16,7 @@ RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uin
 bool RecordReader::readPiece() {
     const std::uint64_t wanted = std::min(m_left, m_pieceSize);
     m_taken = 0;
+    m_refused = !m_reader.mayReadDirect(m_position, wanted);
     m_filled = m_reader.readDirect(m_position, m_piece, wanted);
     m_position += m_filled;
     m_left = m_filled == wanted ? m_left - wanted : 0;

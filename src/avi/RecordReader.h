@@ -16,11 +16,18 @@
 /// one object of this class may be at work on a chunk reader at a time.
 class RecordReader {
 public:
+    // One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
+    static constexpr std::uint64_t kLargestPiece = std::uint64_t{4} << 20;
+
     /// Reads the first piece at once. Throws std::bad_alloc.
-    RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length);
+    RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length,
+                 std::uint64_t largestPiece = kLargestPiece);
 
     /// Bytes not yet taken that the file has.
     std::uint64_t remaining() const { return m_filled - m_taken + m_left; }
+
+    /// Whether the chunk reader refused a piece that the file has; remaining() is 0 then.
+    bool wasRefused() const { return m_refused; }
 
     /// The next record; its bytes past the end are zero.
     template <typename Record>
@@ -64,5 +71,6 @@ private:
     std::uint8_t* m_piece;  // aligned for every record
     std::uint64_t m_filled = 0;
     std::uint64_t m_taken = 0;
+    bool m_refused = false;
     alignas(std::max_align_t) std::array<std::uint8_t, kLargestRecord> m_single;
 };

@@ -24,13 +24,17 @@ Cost costOf(const Bytes& bytes, AviParser& parser) {
     return {heap::inUse() - before, heap::peak() - before};
 }
 
-Bytes idx1FileOf(std::size_t entries) {
+/// The streams' entries in turn.
+Bytes idx1FileOf(std::size_t entries, std::size_t streams = 1) {
     Bytes table = filled(entries * 16);
-    const Bytes entry = bytesOf(Idx1Entry{.offset = 4, .length = 1});
+    const Bytes each[] = {bytesOf(Idx1Entry{.chunkId = "00dc", .offset = 4, .length = 1}),
+                          bytesOf(Idx1Entry{.chunkId = "01dc", .offset = 4, .length = 1})};
     for (std::size_t i = 0; i < entries; ++i) {
+        const Bytes& entry = each[i % streams];
         std::copy(entry.begin(), entry.end(), table.begin() + static_cast<std::ptrdiff_t>(i * 16));
     }
-    return riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {}), chunk("idx1", table)});
+    const std::vector<Bytes> strls(streams, samples::videoStrl());
+    return riff("AVI ", {samples::hdrl(strls), list("movi", {}), chunk("idx1", table)});
 }
 
 TEST(Memory, AnIdx1EntryCostsAtMost17Bytes) {
@@ -44,6 +48,27 @@ TEST(Memory, ReadingIdx1TakesLessThanHalfAsMuchAgain) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(1'000'000), parser);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
+}
+
+TEST(Memory, ReadingIdx1OfAHundredThousandEntriesTakesLessThanHalfAsMuchAgain) {
+    AviParser parser;
+    const Cost cost = costOf(idx1FileOf(100'000), parser);
+    ASSERT_EQ(parser.streams()[0]->chunkCount(), 100'000u);
+    EXPECT_LT(cost.peak, cost.kept * 3 / 2);
+}
+
+TEST(Memory, ReadingIdx1OfTwoStreamsOfFiftyThousandEntriesTakesLessThanHalfAsMuchAgain) {
+    AviParser parser;
+    const Cost cost = costOf(idx1FileOf(100'000, 2), parser);
+    ASSERT_EQ(parser.streams()[1]->chunkCount(), 50'000u);
+    EXPECT_LT(cost.peak, cost.kept * 3 / 2);
+}
+
+TEST(Memory, ReadingAShortIdx1TakesHalfAMebibyteMoreThanIsKeptAtMost) {
+    AviParser parser;
+    const Cost cost = costOf(idx1FileOf(10'000), parser);
+    ASSERT_EQ(parser.streams()[0]->chunkCount(), 10'000u);
+    EXPECT_LT(cost.peak, cost.kept + (1u << 19));
 }
 
 Bytes openDmlFileOf(std::size_t indexes, std::size_t entriesEach) {
@@ -82,6 +107,22 @@ TEST(Memory, OneStandardIndexOfAMillionEntriesTakesLessThanHalfAsMuchAgain) {
     const Cost cost = costOf(openDmlFileOf(1, 1'000'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 1'000'000u);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
+}
+
+/// Allocations of a parse of a super index of so many entries, each leading to a byte of the headers that is no index.
+std::size_t allocationsOfFaults(std::size_t entries) {
+    fileio::MemoryFile file(riff("AVI ", {samples::hdrl({samples::videoStrl(
+                                             {indx({.entries = std::vector<SuperIndexEntry>(entries, {0, 9})})})})}));
+    AviParser parser;
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    const std::size_t allocations = heap::allocations();
+    EXPECT_GT(parser.errorText().size(), 1u << 20) << "there is room for more";
+    return allocations;
+}
+
+TEST(Memory, MessagesForWhichThereIsNoRoomTakeNone) {
+    EXPECT_LT(allocationsOfFaults(100'000), allocationsOfFaults(20'000) + 100);
 }
 
 TEST(Memory, ClaimsOf4GiBTakeNone) {

@@ -123,19 +123,35 @@ TEST(RecordingRead, StandardIndexesAreReadToTheByte) {
     EXPECT_EQ(file.bytesRead(), 20u * 65'536 + 40 * (24 + 8 * 16'000));
 }
 
-TEST(RecordingRead, Idx1TakesAHeadATailAndOneReadForThePiece) {
-    fileio::SparseFile sparse = idx1Recording(2, 100'000);
+TEST(RecordingRead, Idx1OfUpTo64KiBTakesAHeadATailAndOneReadForThePiece) {
+    fileio::SparseFile sparse = idx1Recording(2, 4096);
     fileio::FaultFile file(sparse);
-    expectOpens(file, 2, 50'000);
+    expectOpens(file, 2, 2048);
     EXPECT_EQ(file.reads().size(), 3u);
     EXPECT_EQ(file.seekCount(), 3u);
 }
 
-TEST(RecordingRead, Idx1OfNearly10MBIsReadInThreePiecesOf4MiB) {
+TEST(RecordingRead, LongerIdx1IsReadInEightPieces) {
     fileio::SparseFile sparse = idx1Recording(2, 600'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 300'000);
-    ASSERT_EQ(file.reads().size(), 2u + 3);
+    ASSERT_EQ(file.reads().size(), 2u + 8);
+    EXPECT_EQ(file.seekCount(), 2u + 8);
+    EXPECT_EQ(file.reads()[2].wanted, 1'200'000u);
+}
+
+TEST(RecordingRead, AnOddEntryTakesNoNinthPiece) {
+    fileio::SparseFile sparse = idx1Recording(1, 100'003);
+    fileio::FaultFile file(sparse);
+    expectOpens(file, 1, 100'003);
+    EXPECT_EQ(file.reads().size(), 2u + 8);
+}
+
+TEST(RecordingRead, Idx1OfMoreThan32MiBIsReadInPiecesOf4MiB) {
+    fileio::SparseFile sparse = idx1Recording(2, 2'200'000);
+    fileio::FaultFile file(sparse);
+    expectOpens(file, 2, 1'100'000);
+    ASSERT_EQ(file.reads().size(), 2u + 9);
     EXPECT_EQ(file.reads()[2].wanted, 4u << 20);
 }
 
@@ -143,7 +159,7 @@ TEST(RecordingRead, MoreStreamsTakeNoMoreReadsOfIdx1) {
     fileio::SparseFile sparse = idx1Recording(8, 10'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 8, 1250);
-    EXPECT_EQ(file.reads().size(), 3u);
+    EXPECT_EQ(file.reads().size(), 2u + 3);
 }
 
 }  // namespace

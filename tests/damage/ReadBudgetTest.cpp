@@ -3,10 +3,13 @@
 #include "avi/ChunkWalk.h"
 #include "damage/Pieces.h"
 #include "support/FaultFile.h"
+#include "support/MemoryFile.h"
 #include "support/SparseFile.h"
 #include "text/FourCC.h"
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace damage {
 
@@ -72,6 +75,75 @@ TEST(ReadBudget, RefusesTheIndexBehindThat) {
     EXPECT_FALSE(parsed.parser.streams().at(0)->useOpenDmlIndex());
     EXPECT_TRUE(parsed.parser.errorText().ends_with("stream[0]: could not read standard index at: 131071, size: 1\n"))
         << parsed.parser.errorText();
+}
+
+// A megabyte of media with an "idx1" of 10,000 entries behind it, which is more than is read with the headers, and a
+// super index that leads so often to one byte of the media.
+std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t oneByteIndexes) {
+    constexpr std::uint32_t kMovi = 1024 * 1024;
+    constexpr std::uint32_t kByteAt = 512 * 1024;
+    const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(oneByteIndexes, {kByteAt - 8, 9})};
+    const Bytes hdrl = headers({videoList(1, {indx(super)})});
+    const Bytes index = idx1(std::vector<Idx1Entry>(10'000, {.length = 1}));
+    const Bytes head = text("RIFF") + u32(static_cast<std::uint32_t>(4 + hdrl.size() + 8 + kMovi + index.size())) +
+                       text("AVI ") + hdrl + text("LIST") + u32(kMovi) + text("movi");
+    const std::uint64_t indexAt = head.size() - 4 + kMovi;
+    fileio::SparseFile file(static_cast<std::int64_t>(indexAt + index.size()));
+    file.put(0, head);
+    file.put(kByteAt, u8(2));
+    file.put(indexAt, index);
+    auto parser = std::make_unique<AviParser>();
+    EXPECT_TRUE(parser->parse(file));
+    return parser;
+}
+
+TEST(ReadBudget, KeepsIdx1ForAFileWhoseIndexesHaveUsedItUp) {
+    const auto parser = parsedWithIdx1(5000);
+    EXPECT_TRUE(parser->errorText().ends_with("could not read standard index at: 524288, size: 1\n"));
+    EXPECT_FALSE(parser->streams().at(0)->useOpenDmlIndex());
+    EXPECT_EQ(parser->streams().at(0)->chunkCount(), 10'000u);
+}
+
+TEST(ReadBudget, ReadsIdx1BesideAnIndexThatIsWhole) {
+    const auto parser = parsedWithIdx1(1000);
+    EXPECT_EQ(parser->errorText(), "");
+    EXPECT_TRUE(parser->streams().at(0)->useOpenDmlIndex());
+    EXPECT_EQ(parser->streams().at(0)->idx1Chunks().size(), 10'000u);
+}
+
+// A standard index of five MiB, so that it is read in two pieces, and a super index that leads to it twice: nine MiB
+// and the headers may be read, so that the second time ends behind the first piece.
+TEST(ReadBudget, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
+    constexpr std::uint32_t kEntries = 5 * 131'072;
+    const std::uint32_t size = 8 + 24 + 8 * kEntries;
+    Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, size}, {0, size}}})})})});
+    const std::size_t indexAt = head.size();
+    for (std::size_t entry = 0; entry < 2; ++entry) {
+        overwrite(head, superEntryAt(head, 0, entry), u64(indexAt));
+    }
+    fileio::SparseFile file(static_cast<std::int64_t>(indexAt + size));
+    file.put(0, head + ix("ix00", {.entriesInUse = kEntries}));
+    file.put(indexAt + 4, u32(size - 8));
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "stream[0]: could not read standard index at: " + std::to_string(indexAt + 8) +
+                                      ", size: " + std::to_string(size - 8) + "\n");
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+}
+
+// The super index of the second stream takes five MiB in two pieces. That of the first leads to four and a half MiB
+// that are no indexes, and leaves four and a half and the headers.
+TEST(ReadBudget, ASuperIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
+    constexpr std::uint32_t kEntries = 5 * 65'536;
+    const Bytes first = videoList(1, {indx({.entries = {{0, 8 + (4u << 20)}, {0, 8 + (1u << 19)}}})});
+    const Bytes second = videoList(1, {indx({.entries = std::vector<SuperIndexEntry>(kEntries)})});
+    fileio::MemoryFile file(riff("AVI ", {headers({first, second})}));
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_TRUE(parser.errorText().ends_with(
+        "stream[1]: super index (indx) chunk data is smaller than nEntriesInUse: 327680 \n"))
+        << parser.errorText();
+    EXPECT_FALSE(parser.streams().at(1)->useOpenDmlIndex());
 }
 
 }  // namespace
