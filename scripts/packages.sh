@@ -12,11 +12,13 @@ build_packages=(
 # For bench/counts/check.
 count_packages=(valgrind)
 
+# For packaging/run.
+package_packages=(nsis zip)
+
 check_packages=(
     ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-    nsis zip
     icoutils libasan8 libubsan1 libtsan2
-    "${count_packages[@]}"
+    "${package_packages[@]}" "${count_packages[@]}"
 )
 
 # For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
