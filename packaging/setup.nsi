@@ -3,7 +3,7 @@
 ;
 ; Silent: setup.exe /S [/PLUGINS="FOLDER"], uninstall.exe /S. Exit codes:
 ;   0  done                     3  the plug-in is in use: the host or one of its relatives runs
-;   1  cancelled by the user    4  the plug-in folder cannot be written
+;   1  cancelled by the user    4  the plug-in folder cannot be made
 ;   2  a file could not be written
 
 Unicode true
@@ -28,7 +28,7 @@ ManifestDPIAware true
 !define SUPPORT "$PROGRAMFILES64\${NAME}"
 
 !define EXIT_IN_USE 3
-!define EXIT_NOT_WRITABLE 4
+!define EXIT_NO_FOLDER 4
 
 Name "${TITLE} ${VERSION}"
 OutFile "${OUTPUT}"
@@ -181,6 +181,41 @@ Premiere Pro cannot load the importer without it: install the Quorvane codec, th
     ${EndIf}
 FunctionEnd
 
+; --- Folders that the installation makes ------------------------------------------------------------------------
+
+; Out $3: the uppermost folder on the way to the plug-in folder that is not there yet; empty when all are.
+Function UppermostToMake
+    StrCpy $3 ""
+    StrCpy $0 "$INSTDIR"
+    ${DoUntil} $0 == ""
+        ${If} ${FileExists} "$0\*.*"
+            ${Break}
+        ${EndIf}
+        StrCpy $3 "$0"
+        ${GetParent} "$0" $0
+    ${Loop}
+FunctionEnd
+
+; Removes what an installation made on the way to $2, its plug-in folder, and what is empty now.
+!macro REMOVE_MADE_FOLDERS UN
+Function ${UN}RemoveMadeFolders
+    ReadRegStr $1 HKLM "${APPS_KEY}" "MadeFolder"
+    StrCpy $0 "$2"
+    ${If} $1 != ""
+        ${DoUntil} $0 == ""
+            RMDir "$0"
+            ${If} $0 == $1
+                ${Break}
+            ${EndIf}
+            ${GetParent} "$0" $0
+        ${Loop}
+    ${EndIf}
+    DeleteRegValue HKLM "${APPS_KEY}" "MadeFolder"
+FunctionEnd
+!macroend
+!insertmacro REMOVE_MADE_FOLDERS ""
+!insertmacro REMOVE_MADE_FOLDERS "un."
+
 ; --- Installation -----------------------------------------------------------------------------------------------
 
 ; $2: the earlier version's folder when it is another one; it would be loaded beside this version. Else empty.
@@ -201,21 +236,23 @@ Section "Install"
     Call ExpectEarlierFree
     Call LookForCodec
 
-    ${IfNot} ${FileExists} "$INSTDIR\*.*"
-        WriteRegDWORD HKLM "${APPS_KEY}" "MadePluginFolder" 1
-    ${EndIf}
+    Call UppermostToMake
     ClearErrors
     CreateDirectory "$INSTDIR"
     ${If} ${Errors}
         DetailPrint "The folder cannot be made: $INSTDIR"
         MessageBox MB_OK|MB_ICONSTOP "The folder cannot be made:$\r$\n$INSTDIR" /SD IDOK
-        SetErrorLevel ${EXIT_NOT_WRITABLE}
+        SetErrorLevel ${EXIT_NO_FOLDER}
         Quit
     ${EndIf}
     SetOutPath "$INSTDIR"
     File "${STAGE}\${PLUGIN}"
     ${If} $2 != ""                  ; not before the new one is there
         Delete "$2\${PLUGIN}"
+        Call RemoveMadeFolders
+    ${EndIf}
+    ${If} $3 != ""
+        WriteRegStr HKLM "${APPS_KEY}" "MadeFolder" "$3"
     ${EndIf}
 
     SetOutPath "${SUPPORT}"
@@ -261,10 +298,7 @@ Section "Uninstall"
         StrCpy $0 "$2\${PLUGIN}"
         Call un.ExpectFree
         Delete "$2\${PLUGIN}"
-        ReadRegDWORD $0 HKLM "${APPS_KEY}" "MadePluginFolder"
-        ${If} $0 == 1
-            RMDir "$2"
-        ${EndIf}
+        Call un.RemoveMadeFolders
     ${EndIf}
     Call un.RemoveLogs
     DeleteRegKey HKLM "${APPS_KEY}"

@@ -12,6 +12,9 @@ build_packages=(
 # For bench/counts/check.
 count_packages=(valgrind)
 
+# For packaging/run.
+package_packages=(nsis zip)
+
 # For bench/run: the frame for measurements, the readers to compare with, and what draws the plots.
 bench_packages=(
     libbenchmark-dev valgrind python3-matplotlib
@@ -21,9 +24,8 @@ bench_packages=(
 
 check_packages=(
     ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-    nsis zip
     icoutils libasan8 libubsan1 libtsan2
-    "${count_packages[@]}" "${bench_packages[@]}"
+    "${package_packages[@]}" "${count_packages[@]}" "${bench_packages[@]}"
 )
 
 # For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.

@@ -13,7 +13,7 @@ my $failures = 0;
 
 my %paths;
 my %words;
-for my $folder (qw(src standin tools tests packaging scripts cmake docs)) {
+for my $folder (qw(src standin tools tests fuzz bench packaging scripts cmake docs)) {
     for my $path (Sources::files("$root/$folder")) {
         my $name = substr($path, length("$root/"));
         $paths{$name} = 1;
@@ -71,7 +71,7 @@ for my $picture ($text =~ /\]\((images\/[^)]+\.svg)\)/g) {
 }
 
 for my $page (qw(README.md CONTRIBUTING.md docs/what-this-cannot-show.md)) {
-    for my $name (Sources::content("$root/$page") =~ m{`((?:src|standin|tools|tests|fuzz|packaging|scripts|docs)/[^`\s]*)`}g) {
+    for my $name (Sources::content("$root/$page") =~ m{`((?:src|standin|tools|tests|fuzz|bench|packaging|scripts|docs)/[^`\s]*)`}g) {
         next if $name =~ /\*/ ? glob("$root/$name") : -e "$root/$name";
         print "FAILED: $page: no such file: $name\n";
         ++$failures;

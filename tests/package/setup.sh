@@ -116,4 +116,26 @@ rm "$programs/chosen here/quorvane_common64.dll" "$new_folder/quorvane_common64.
 expect "silent removal" 0 "$(uninstall)"
 expect "nothing is left" "$before" "$(traces)"
 
+# --- folders that the installer makes
+
+rm -r "$programs/Adobe" "$programs/old"
+run reg delete 'HKLM\Software\Adobe' /f >/dev/null
+mkdir "$programs/empty before"
+touch "$programs/no folder"
+before=$(traces)
+expect "a first installation to a folder that cannot be made" 4 \
+    "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\no' folder)"
+expect "it leaves nothing" "$before" "$(traces)"
+expect "an installation without a host" 0 "$(run "$setup" /S)"
+expect "the plug-in lies in the usual folder" there \
+    "$(there "$programs/Adobe/Common/Plug-ins/7.0/MediaCore/ImporterQuorvane.prm")"
+expect "a move to an empty folder" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\empty' before)"
+expect "the folders made for the last one are gone, up to the first" missing "$(there "$programs/Adobe")"
+expect "removal from a folder that was there" 0 "$(uninstall)"
+expect "it stays, and nothing else" "$before" "$(traces)"
+expect "an installation to folders that are made" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\made\for' it)"
+expect "an upgrade in them" 0 "$(run "$setup" /S)"
+expect "removal from them" 0 "$(uninstall)"
+expect "they are gone, up to the first" "$before" "$(traces)"
+
 exit $((failures > 0))
