@@ -10,11 +10,12 @@
 
 class FrameMemory {
 public:
-    // Takes what an earlier request left; new memory without room where there is nothing. Throws std::bad_alloc. As all
-    // here, on any threads.
+    // Takes what an earlier request left; new memory without room where there is nothing. Throws std::bad_alloc. This
+    // and all other functions of the class may run on any number of threads at once.
     FrameMemory();
 
-    // Leaves it to a later request, unless there is enough already or the compressed frame was uncommonly large.
+    // Leaves it to a later request, unless the compressed frame had more than 16 MiB, or 64 MiB or 16 frames are left
+    // already: such frames get new memory each time.
     ~FrameMemory();
 
     FrameMemory(const FrameMemory&) = delete;

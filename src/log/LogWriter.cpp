@@ -24,11 +24,19 @@ constexpr int kMaxLogFiles = 1000;
 // Room in a line's buffer beside the message: the prefix, the line end and the terminator.
 constexpr std::size_t kLineOverhead = 128;
 
-std::string formatTime(const char* format) {
-    const std::tm now = logSystem::localTime();
-    char text[64];
-    return std::string(text, std::strftime(text, sizeof text, format, &now));
-}
+// The time as text; kept here, because a line should take no memory but its own.
+class TimeText {
+public:
+    explicit TimeText(const char* format) {
+        const std::tm now = logSystem::localTime();
+        m_text[std::strftime(m_text, sizeof m_text, format, &now)] = '\0';
+    }
+
+    const char* text() const { return m_text; }
+
+private:
+    char m_text[64];
+};
 
 std::FILE* openNewFile(const LogFolder& folder, const std::string& baseName) {
     for (int counter = 0; counter < kMaxLogFiles; ++counter) {
@@ -58,7 +66,7 @@ LogWriter::~LogWriter() {
 }
 
 void LogWriter::open(const char* name, bool console) {
-    const std::string baseName = std::string(name) + "_" + formatTime("%Y%m%d_%H%M%S");
+    const std::string baseName = std::string(name) + "_" + TimeText("%Y%m%d_%H%M%S").text();
     const LogFolder folder;
     if (!folder.found()) {
         return;
@@ -91,7 +99,7 @@ void LogWriter::writeLine(const char* format, std::va_list arguments) {
     } else if (!lock.try_lock()) {
         return;
     }
-    const std::string time = formatTime("%Y-%m-%d %H:%M:%S");
+    const TimeText time("%Y-%m-%d %H:%M:%S");
 
     std::va_list measured;
     va_copy(measured, arguments);
@@ -102,7 +110,7 @@ void LogWriter::writeLine(const char* format, std::va_list arguments) {
     }
     const std::size_t capacity = static_cast<std::size_t>(length) + kLineOverhead;
     const auto line = std::make_unique<char[]>(capacity);
-    const int prefix = std::snprintf(line.get(), capacity, "[%s] [%lu] ", time.c_str(), logSystem::threadNumber());
+    const int prefix = std::snprintf(line.get(), capacity, "[%s] [%lu] ", time.text(), logSystem::threadNumber());
     std::vsnprintf(line.get() + prefix, capacity - static_cast<std::size_t>(prefix), format, arguments);
     std::strcat(line.get(), "\n");
 

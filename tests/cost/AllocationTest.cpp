@@ -121,3 +121,15 @@ TEST_F(Allocation, IsNeededAgainWhenAFlushHasGivenTheMemoryBack) {
     clip.collect(0);
     EXPECT_EQ(HeapWatch::largest(), plugin().spy().reads().lastSize());
 }
+
+// An importer that is put to rest gives back what it and others left.
+TEST_F(Allocation, IsNeededAgainWhenAQuietClipHasGivenTheMemoryBack) {
+    MeasuredClip& clip = open();
+    clip.getFrame(0);
+    clip.quiet();
+    clip.openAsync();
+    plugin().spy().clear();
+    HeapWatch::clear();
+    clip.collect(0);
+    EXPECT_EQ(HeapWatch::largest(), plugin().spy().reads().lastSize());
+}

@@ -64,6 +64,8 @@ void MeasuredClip::getSound(PrAudioSample position, csSDK_uint32 frames) {
     expect(imNoErr, m_plugin.call(imImportAudio7, m_clip.fileRef(), &record), "sound");
 }
 
+void MeasuredClip::quiet() { expect(imNoErr, m_clip.quiet(), "quiet"); }
+
 void MeasuredClip::openAsync() {
     m_async.inPrivateData = m_clip.privateData();
     expect(imNoErr, m_plugin.call(imCreateAsyncImporter, &m_async, nullptr), "asynchronous importer");

@@ -27,6 +27,9 @@ public:
     // `frames` sample frames from a position.
     void getSound(PrAudioSample position, csSDK_uint32 frames);
 
+    // The host needs the file's handle for something else: the importer closes the file, and stays.
+    void quiet();
+
     // The asynchronous importer, and its frames: announced, collected and given back. Closed with the clip.
     void openAsync();
     void announce(csSDK_int64 frame);
