@@ -114,18 +114,17 @@ bool VideoInfo::hasSize(const imFrameFormat& format, FrameSize video) {
     return false;
 }
 
-// The nearest earlier frame with data, else the nearest later one, else the frame count.
+// The frame itself, else the nearest earlier one with data, else the nearest later one, else the frame count. Found by
+// their bytes, not one by one: a damaged index can list millions of dropped frames.
 std::uint64_t VideoInfo::findFrameWithData(std::uint64_t frame) const {
-    for (std::uint64_t earlier = frame + 1; earlier-- > 0;) {
-        if (m_stream->chunk(earlier).size != 0) {
-            return earlier;
-        }
+    const AviChunk chunk = m_stream->chunk(frame);
+    if (chunk.size != 0) {
+        return frame;
     }
-    std::uint64_t later = frame + 1;
-    while (later < m_frameCount && m_stream->chunk(later).size == 0) {
-        ++later;
-    }
-    return later;
+    // The byte before a dropped frame is the last one of the nearest earlier frame with data. Where there is none, the
+    // stream's first byte is that of the nearest later one.
+    const std::uint64_t byte = chunk.startByte != 0 ? chunk.startByte - 1 : 0;
+    return m_stream->findChunkByBytePosition(static_cast<std::int64_t>(byte)).value_or(m_frameCount);
 }
 
 csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
