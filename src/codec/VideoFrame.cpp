@@ -8,7 +8,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
+#include <numeric>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -20,8 +23,12 @@ constexpr std::uint32_t kNoSuchFrame = std::numeric_limits<std::uint32_t>::max()
 // costs nothing beside reading as much.
 constexpr std::uint64_t kTrustedFrameBytes = 4u << 20;
 
-// Products and quotients in 64 bits; false where there is none.
-bool multiply(std::int32_t factor, std::int64_t value, std::int64_t& product) {
+// Beyond the above, what a pixel of the picture may add to a compressed frame: twice four channels of 32 bits. A file
+// can have gigabytes that take no room on its disk, and hosts announce many frames ahead.
+constexpr std::uint64_t kMostBytesPerPixel = 32;
+
+// Products and quotients in 64 bits; false where there is none. A factor has 32 bits.
+bool multiply(std::int64_t factor, std::int64_t value, std::int64_t& product) {
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
     const std::int64_t magnitude = factor < 0 ? -static_cast<std::int64_t>(factor) : factor;
     if (magnitude != 0 && (value > kMax / magnitude || value < -(kMax / magnitude))) {
@@ -45,12 +52,20 @@ std::uint64_t bytesThatExist(fileio::File& file, const AviChunk& chunk) {
     return chunk.offset < fileSize ? std::min<std::uint64_t>(chunk.size, fileSize - chunk.offset) : 0;
 }
 
-void readChunk(fileio::File& file, const AviChunk& chunk, ByteBuffer& buffer) {
+// Whether a picture of so many pixels can be the reason for a compressed frame of so many bytes.
+bool fitsPicture(std::uint32_t bytes, std::uint64_t pixels) {
+    return bytes <= kTrustedFrameBytes || (bytes - kTrustedFrameBytes - 1) / kMostBytesPerPixel < pixels;
+}
+
+void readChunk(fileio::File& file, const AviChunk& chunk, std::uint64_t pixels, ByteBuffer& buffer) {
     fileio::seekOrThrow(file, static_cast<std::int64_t>(chunk.offset));
     if (chunk.size > kTrustedFrameBytes) {
         const std::uint64_t existing = bytesThatExist(file, chunk);
         if (existing < chunk.size) {
             fileio::throwReadError(chunk.size, existing);
+        }
+        if (!fitsPicture(chunk.size, pixels)) {
+            throw std::runtime_error("Frame too large: size: " + std::to_string(chunk.size));
         }
     }
     buffer.growTo(chunk.size);
@@ -114,18 +129,17 @@ bool VideoInfo::hasSize(const imFrameFormat& format, FrameSize video) {
     return false;
 }
 
-// The nearest earlier frame with data, else the nearest later one, else the frame count.
+// The frame itself, else the nearest earlier one with data, else the nearest later one, else the frame count. Found by
+// their bytes, not one by one: a damaged index can list millions of dropped frames.
 std::uint64_t VideoInfo::findFrameWithData(std::uint64_t frame) const {
-    for (std::uint64_t earlier = frame + 1; earlier-- > 0;) {
-        if (m_stream->chunk(earlier).size != 0) {
-            return earlier;
-        }
+    const AviChunk chunk = m_stream->chunk(frame);
+    if (chunk.size != 0) {
+        return frame;
     }
-    std::uint64_t later = frame + 1;
-    while (later < m_frameCount && m_stream->chunk(later).size == 0) {
-        ++later;
-    }
-    return later;
+    // The byte before a dropped frame is the last one of the nearest earlier frame with data. Where there is none, the
+    // stream's first byte is that of the nearest later one.
+    const std::uint64_t byte = chunk.startByte != 0 ? chunk.startByte - 1 : 0;
+    return m_stream->findChunkByBytePosition(static_cast<std::int64_t>(byte)).value_or(m_frameCount);
 }
 
 csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
@@ -138,11 +152,15 @@ csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
     }
     const AviChunk& chunk = m_stream->chunk(frame);
     try {
-        readChunk(m_file, chunk, request.frameBuffer);
+        readChunk(m_file, chunk, pixels, request.frameBuffer);
     } catch (const std::runtime_error& error) {
         Log("Failed to read frame from AVI: %s", error.what());
         return imFileReadFailed;
     }
     request.compressedSize = chunk.size;
     return imNoErr;
+    const std::uint64_t pixels = std::uint64_t{m_streamFormat.width} * m_streamFormat.height;
 }
+    } catch (const std::bad_alloc&) {
+        Log("Failed to read frame from AVI: out of memory, size: %u", chunk.size);
+        return imFileReadFailed;

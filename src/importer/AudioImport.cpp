@@ -78,6 +78,11 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
     const auto filePos = static_cast<std::int64_t>(chunk.offset + inChunk);
     Log("reading : %lld, %lld, %lld", static_cast<long long>(chunk.startByte + inChunk),
         static_cast<long long>(filePos), static_cast<long long>(wanted));
+    // A damaged index can list millions of empty chunks in a row: they must not cost a call of the system each. Only a
+    // position that no file has is left to the file to refuse.
+    if (wanted == 0 && filePos >= 0) {
+        return true;
+    }
     if (!m_file.seek(filePos)) {
         Log("importAudio: seek error: %lld, pos: %lld", static_cast<long long>(filePos),
             static_cast<long long>(m_file.tell()));

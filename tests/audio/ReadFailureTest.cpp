@@ -2,6 +2,8 @@
 // again.
 #include "audio/LoggedSoundTest.h"
 
+#include "hostkit/DiskFaults.h"
+
 #include <algorithm>
 
 namespace {
@@ -27,6 +29,14 @@ Bytes fileWithUnreachableChunk(const Bytes& data) {
 Bytes fileWithCutChunk(const Bytes& data) {
     const std::uint64_t at = indexedDataPosition(3);
     return indexedSoundFile({{at, 400}, {at + 300, 400}, {at, 400}}, data);
+}
+
+// 100 frames, then `empty` chunks without bytes at that place, then the same 100 again.
+Bytes fileWithEmptyChunks(const Bytes& data, std::size_t empty, std::uint64_t place) {
+    const std::uint64_t at = indexedDataPosition(empty + 2);
+    std::vector<IndexedChunk> index(empty + 2, {place, 0});
+    index.front() = index.back() = {at, 400};
+    return indexedSoundFile(index, data);
 }
 
 }  // namespace
@@ -82,6 +92,37 @@ TEST_F(ReadFailure, IsMetAgainByTheSameRequest) {
     SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
     const Lines first = readingLog(clip, 50, 100);
     EXPECT_EQ(readingLog(clip, 50, 100), first);
+}
+
+TEST_F(ReadFailure, OfAnEmptyChunkIsOneOfASeekToAPlaceThatNoFileHas) {
+    SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 1, 0xFFFFFFFFFFFFFC18));
+    EXPECT_EQ(readingLog(clip, 50, 100), (Lines{"reading : 200, 712, 200", "reading : 400, -1000, 0",
+                                                "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
+}
+
+TEST_F(ReadFailure, OfASeekOnALostDiskShowsAtTheFirstChunkWithBytes) {
+    SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 2, 1000));
+    const hostkit::PluginLibrary library(pluginPath());
+    hostkit::DiskFaults disk(library);
+    disk.fail(hostkit::DiskCall::Seek, 2, hostkit::DiskFaults::kForEver);
+    const Lines lines = readingLog(clip, 0, 200);
+    ASSERT_EQ(lines.size(), 6u);
+    EXPECT_EQ(Lines(lines.begin(), lines.begin() + 4),
+              (Lines{"reading : 0, 568, 400", "reading : 400, 1000, 0", "reading : 400, 1000, 0",
+                     "reading : 400, 568, 400"}));
+    EXPECT_TRUE(lines[4].starts_with("importAudio: seek error: 568, pos: ")) << lines[4];
+    EXPECT_EQ(lines[5], "fill    : 400");
+}
+
+TEST_F(ReadFailure, CannotComeOfTheDiskForEmptyChunksWhichCostNoCallOfIt) {
+    const Bytes data = noise(kStereo, 100);
+    SoundClip clip(session(), fileWithEmptyChunks(data, 1000, 400));
+    const hostkit::PluginLibrary library(pluginPath());
+    hostkit::DiskFaults disk(library);
+    EXPECT_TRUE(holds(clip.audio(0, 200, 2),
+                      joined(referenceSound(kStereo, data, 0, 100), referenceSound(kStereo, data, 0, 100))));
+    EXPECT_EQ(disk.calls(hostkit::DiskCall::Seek), 2);
+    EXPECT_EQ(disk.calls(hostkit::DiskCall::Read), 2);
 }
 
 TEST_F(ReadFailure, OfEightBitsLeavesTheLowestSample) {

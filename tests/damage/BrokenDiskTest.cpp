@@ -239,6 +239,55 @@ TEST_F(LargePicture, ThatTheFileDoesNotHaveIsNotRead) {
     EXPECT_EQ(disk.calls(DiskCall::Read), 0);
 }
 
+// --- The largest frame that a picture of 8 x 4 pixels can have -----------------------------------------------------
+
+constexpr std::uint32_t kLargestFrame = (4u << 20) + 32 * 8 * 4;
+
+TEST_F(LargePicture, OfTheMostBytesThatItsPixelsCanNeedIsRead) { EXPECT_EQ(questionsFor(kLargestFrame), 1); }
+
+class TooLargePicture : public BrokenDisk {
+protected:
+    // The clip with pictures of so many bytes, all of which the file has: a hole for the most part.
+    std::filesystem::path fileWithPicturesOf(std::uint32_t bytes) {
+        std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
+        for (aviwriter::Idx1Entry& entry : entries) {
+            entry.length = bytes;
+        }
+        const auto path = writeBytes(m_folder.folder() / "too-large.avi", clipIndexedBy(entries));
+        std::filesystem::resize_file(path, (std::uint64_t{1} << 20) + bytes);
+        return path;
+    }
+};
+
+TEST_F(TooLargePicture, ByOneByteIsNotReadThoughTheFileHasIt) {
+    ClipSession clip(m_plugin.session(), fileWithPicturesOf(kLargestFrame + 1));
+    ASSERT_EQ(clip.open().result, imNoErr);
+    ASSERT_EQ(clip.info(0).result, imNoErr);
+    DiskFaults disk(m_library);
+    EXPECT_EQ(clip.frame(0, {{0, 0, PrPixelFormat_VUYX_4444_8u}}).result, imFileReadFailed);
+    EXPECT_EQ(disk.calls(DiskCall::Read), 0);
+    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Frame too large: size: 4195329"});
+}
+
+TEST_F(TooLargePicture, ByGigabytesIsReadForNoneOfManyAnnouncements) {
+    ClipSession clip(m_plugin.session(), fileWithPicturesOf(0xFFFFFFFF));
+    ASSERT_EQ(clip.open().result, imNoErr);
+    ASSERT_EQ(clip.info(0).result, imNoErr);
+    const std::vector<imFrameFormat> formats = {{0, 0, PrPixelFormat_VUYX_4444_8u}};
+    hostkit::AsyncSession async(m_plugin.session(), clip);
+    ASSERT_EQ(async.create().result, imNoErr);
+    DiskFaults disk(m_library);
+    for (PrTime number = 0; number < kPictures; ++number) {
+        async.announce(number * kTicksPerPicture, formats);
+    }
+    for (PrTime number = 0; number < kPictures; ++number) {
+        EXPECT_EQ(async.get(number * kTicksPerPicture, formats).result, aiUnknownError) << number;
+    }
+    EXPECT_EQ(async.flush(), aiNoError);
+    EXPECT_EQ(async.close(), aiNoError);
+    EXPECT_EQ(disk.calls(DiskCall::Read), 0);
+}
+
 }  // namespace
 
 }  // namespace damage

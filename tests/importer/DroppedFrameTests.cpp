@@ -76,6 +76,27 @@ TEST_F(DroppedFrame, ShowsTheLastFrameForAllOthers) {
     EXPECT_EQ(shownForAll(*clipOf("...x"), 4), (std::vector<int>{3, 3, 3, 3}));
 }
 
+// The rule by itself, for each way in which eight frames can be dropped. Twenty more of one kind lie before or behind
+// them, so that the search has more than one group of the index to look through.
+TEST_F(DroppedFrame, IsStoodInForByTheSameFrameAsASearchOneByOneFinds) {
+    for (const std::string& around : {std::string(20, '.'), std::string(20, 'x')}) {
+        for (unsigned drops = 0; drops < 256; drops += 15) {
+            std::string pattern;
+            for (unsigned bit = 0; bit < 8; ++bit) {
+                pattern += (drops >> bit & 1) != 0 ? '.' : 'x';
+            }
+            const std::string frames = drops % 2 != 0 ? around + pattern : pattern + around;
+            std::vector<int> wanted;
+            for (std::size_t number = 0; number < frames.size(); ++number) {
+                const std::size_t earlier = frames.rfind('x', number);
+                const std::size_t shown = earlier != std::string::npos ? earlier : frames.find('x', number);
+                wanted.push_back(shown != std::string::npos ? static_cast<int>(shown) : -1);
+            }
+            EXPECT_EQ(shownForAll(*clipOf(frames), static_cast<int>(frames.size())), wanted) << frames;
+        }
+    }
+}
+
 TEST_F(DroppedFrame, FindsNoFrameWhenAllAreDropped) {
     auto clip = clipOf("...");
     EXPECT_EQ(logOf([&] {
