@@ -150,17 +150,17 @@ csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
     if (frame != request.frameIndex) {
         Log("Empty frame: %u, frame read: %u", request.frameIndex, static_cast<unsigned>(frame));
     }
-    const AviChunk& chunk = m_stream->chunk(frame);
+    const AviChunk chunk = m_stream->chunk(frame);
+    const std::uint64_t pixels = std::uint64_t{m_streamFormat.width} * m_streamFormat.height;
     try {
         readChunk(m_file, chunk, pixels, request.frameBuffer);
     } catch (const std::runtime_error& error) {
         Log("Failed to read frame from AVI: %s", error.what());
         return imFileReadFailed;
-    }
-    request.compressedSize = chunk.size;
-    return imNoErr;
-    const std::uint64_t pixels = std::uint64_t{m_streamFormat.width} * m_streamFormat.height;
-}
     } catch (const std::bad_alloc&) {
         Log("Failed to read frame from AVI: out of memory, size: %u", chunk.size);
         return imFileReadFailed;
+    }
+    request.compressedSize = chunk.size;
+    return imNoErr;
+}
