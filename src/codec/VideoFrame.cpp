@@ -136,7 +136,7 @@ csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
     if (frame != request.frameIndex) {
         Log("Empty frame: %u, frame read: %u", request.frameIndex, static_cast<unsigned>(frame));
     }
-    const AviChunk& chunk = m_stream->chunk(frame);
+    const AviChunk chunk = m_stream->chunk(frame);
     try {
         readChunk(m_file, chunk, request.frameBuffer);
     } catch (const std::runtime_error& error) {
