@@ -36,7 +36,7 @@ void checkTree(const ChunkTree& tree) {
 }
 
 void checkFound(const AviStream& stream, std::size_t index) {
-    const AviChunk& chunk = stream.chunk(index);
+    const AviChunk chunk = stream.chunk(index);
     const auto first = static_cast<std::int64_t>(chunk.startByte);
     if (chunk.size == 0) {
         return;

@@ -1,5 +1,5 @@
-// The chunks of one stream, as its index lists them. New pages of memory are most of what opening a long file takes, so
-// that a chunk's place in the stream is stored once for a group of chunks and counted up from there.
+// The chunks of one stream, as its index lists them. New pages of memory are most of what opening a long file takes;
+// therefore a chunk's place in the stream is stored once for a group of chunks and counted up from there.
 #pragma once
 
 #include "avi/BlockList.h"

@@ -1,5 +1,7 @@
 // Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder
-// or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB.
+// or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB. Index bytes that
+// the file has are no mere claims: each 8 of a standard index take 16.5 bytes, and so do the zeros of a hole, which
+// cost nothing on disk. An index of zeros looks like one of dropped frames, and is taken for it.
 #pragma once
 
 #include <cstddef>
@@ -26,7 +28,8 @@ constexpr std::uint64_t kMaxFormatBytes = std::uint64_t{1} << 20;
 constexpr std::uint64_t kMaxFormatBytesPerFile = std::uint64_t{8} << 20;
 
 /// Index entries of one stream that lie beyond the end of the file or cannot be read, 17 bytes of memory each. Only the
-/// last index chunk of a file cut short has any, and one index chunk describes at most some ten thousand chunks.
+/// last index chunk of a file cut short has any. Recorders begin a new one with each segment of a gigabyte or two, some
+/// ten thousand chunks; an index for hours of small sound chunks has hundreds of thousands, of which a cut takes some.
 constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 250'000;
 
 /// The same for all streams together: each of them can have such a last index chunk, but thousands of streams

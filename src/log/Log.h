@@ -4,14 +4,15 @@
 
 #include "log/LogSettings.h"
 #include "log/PrintfFormat.h"
+#include "log/RarelyCalled.h"
 
 // Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off; include headers
 // that have a function of this name first. May be called on any thread. Never reports a failure.
-#define Log(...)                       \
-    do {                               \
+#define Log(...)                         \
+    do {                                 \
         if (LogEnabled()) [[unlikely]] { \
-            WriteLogLine(__VA_ARGS__); \
-        }                              \
+            WriteLogLine(__VA_ARGS__);   \
+        }                                \
     } while (false)
 
 // Whether lines are written at all: for work that only a log needs.

@@ -113,7 +113,7 @@ TEST(LegacyIndex, AnIndexOf100BytesKeepsSixEntriesAndAPartialOne) {
     EXPECT_EQ(parsed.errors(), "idx1 size is not a multiple of index entry size\n");
     EXPECT_EQ(parsed.parser.idx1EntryCount(), 7u);
     ASSERT_EQ(parsed.stream(0).chunkCount(), 7u);
-    const AviChunk& last = parsed.stream(0).chunk(6);
+    const AviChunk last = parsed.stream(0).chunk(6);
     EXPECT_EQ(last.offset, moviAt(file) + 16);
     EXPECT_EQ(last.size, 0u);
     EXPECT_EQ(last.startByte, 60u);

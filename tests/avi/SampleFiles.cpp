@@ -63,7 +63,7 @@ std::size_t superIndexEntryAt(const Bytes& file, std::size_t index) {
 std::string chunkText(const AviStream& stream) {
     std::ostringstream text;
     for (std::size_t i = 0; i < stream.chunkCount(); ++i) {
-        const AviChunk& chunk = stream.chunk(i);
+        const AviChunk chunk = stream.chunk(i);
         text << (i == 0 ? "" : " ") << chunk.offset << ':' << chunk.size << '@' << chunk.startByte;
         text << (chunk.keyframe ? "k" : "");
     }
