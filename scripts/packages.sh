@@ -9,18 +9,21 @@ build_packages=(
     wine wine64
 )
 
+# Other programs that write AVI files.
+muxer_packages=(ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good)
+
 # For bench/counts/check.
 count_packages=(valgrind)
 
 check_packages=(
-    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+    "${muxer_packages[@]}"
     nsis zip
     icoutils libasan8 libubsan1 libtsan2
     "${count_packages[@]}"
 )
 
-# For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
-fuzz_packages=(clang libclang-rt-14-dev llvm)
+# For fuzz/run: the compiler that has the fuzzing engine, what makes traces readable, and the writers of some seeds.
+fuzz_packages=(clang libclang-rt-14-dev llvm "${muxer_packages[@]}")
 
 # For bench/run: the frame for measurements, the readers to compare with, and what draws the plots.
 bench_packages=(
