@@ -9,6 +9,9 @@ build_packages=(
     wine wine64
 )
 
+# Other programs that write AVI files.
+muxer_packages=(ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good)
+
 # For bench/counts/check.
 count_packages=(valgrind)
 
@@ -23,13 +26,13 @@ bench_packages=(
 )
 
 check_packages=(
-    ffmpeg gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+    "${muxer_packages[@]}"
     icoutils libasan8 libubsan1 libtsan2
     "${package_packages[@]}" "${count_packages[@]}" "${bench_packages[@]}"
 )
 
-# For fuzz/run: the compiler that has the fuzzing engine, and what makes traces readable.
-fuzz_packages=(clang libclang-rt-14-dev llvm)
+# For fuzz/run: the compiler that has the fuzzing engine, what makes traces readable, and the writers of some seeds.
+fuzz_packages=(clang libclang-rt-14-dev llvm "${muxer_packages[@]}")
 
 # The source of libpng, as Debian has it: Debian packages no build of it for Windows.
 source_packages=(libpng1.6)

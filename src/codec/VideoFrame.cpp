@@ -30,7 +30,7 @@ constexpr std::uint64_t kMostBytesPerPixel = 32;
 // Products and quotients in 64 bits; false where there is none. A factor has 32 bits.
 bool multiply(std::int64_t factor, std::int64_t value, std::int64_t& product) {
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
-    const std::int64_t magnitude = factor < 0 ? -static_cast<std::int64_t>(factor) : factor;
+    const std::int64_t magnitude = factor < 0 ? -factor : factor;
     if (magnitude != 0 && (value > kMax / magnitude || value < -(kMax / magnitude))) {
         return false;
     }
@@ -74,12 +74,20 @@ void readChunk(fileio::File& file, const AviChunk& chunk, std::uint64_t pixels, 
 
 }  // namespace
 
-std::uint32_t VideoInfo::frameIndexAt(PrTime frameTime) const {
+bool VideoInfo::findTicksPerFrame(std::int64_t& ticksPerFrame) const {
     std::int64_t ticks = 0;
+    if (multiply(m_scale, m_ticksPerSecond, ticks)) {
+        return divide(ticks, m_rate, ticksPerFrame);
+    }
+    // Both numbers may be multiples of an honest rate's.
+    const std::int64_t common = std::gcd(std::int64_t{m_scale}, std::int64_t{m_rate});
+    return multiply(m_scale / common, m_ticksPerSecond, ticks) && divide(ticks, m_rate / common, ticksPerFrame);
+}
+
+std::uint32_t VideoInfo::frameIndexAt(PrTime frameTime) const {
     std::int64_t ticksPerFrame = 0;
     std::int64_t index = 0;
-    if (multiply(m_scale, m_ticksPerSecond, ticks) && divide(ticks, m_rate, ticksPerFrame) &&
-        divide(frameTime, ticksPerFrame, index)) {
+    if (findTicksPerFrame(ticksPerFrame) && divide(frameTime, ticksPerFrame, index)) {
         return static_cast<std::uint32_t>(index);   // a negative index becomes a huge one: out of bounds
     }
     return kNoSuchFrame;

@@ -73,6 +73,7 @@ private:
     void endSession(FrameRequest& request);
     csSDK_int32 createPPix(FrameRequest& request, QuorvanePlane& plane);
     void setFormat(const QuorvaneFormat& format);
+    bool findTicksPerFrame(std::int64_t& ticksPerFrame) const;   // false where 64 bits cannot tell
     std::uint64_t findFrameWithData(std::uint64_t frame) const;
     static bool hasSize(const imFrameFormat& format, FrameSize video);
 

@@ -160,6 +160,25 @@ TEST_F(FrameTime, FindsNoFrameWhenTheTicksOfAFrameDoNotFit) {
     }
 }
 
+TEST_F(FrameTime, IsExactForAnHonestRateInNumbersWhoseTicksDoNotFit) {
+    struct Rate { std::uint32_t rate, scale; PrTime ticks; };
+    // A scale of 36,310,201 is the highest whose ticks fit.
+    for (const Rate& row : {Rate{1000000000, 40000000, 10160640000}, Rate{2000000000, 80000000, 10160640000},
+                            Rate{36310202, 36310202, 254016000000}, Rate{720000000, 60060000, 21189168000}}) {
+        auto clip = clipOf({.rate = row.rate, .scale = row.scale});
+        EXPECT_EQ(frameAt(*clip, row.ticks * 3), 3) << row.rate;
+        EXPECT_EQ(frameAt(*clip, row.ticks * 3 - 1), 2) << row.rate;
+        EXPECT_EQ(frameAt(*clip, -row.ticks), -1) << row.rate;
+    }
+}
+
+TEST_F(FrameTime, RunsBackwardsForANegativeRateInNumbersWhoseTicksDoNotFit) {
+    auto clip = clipOf({.rate = 1000000000, .scale = 0xFD9DA600});   // -40,000,000
+    EXPECT_EQ(frameAt(*clip, -10160640000 * 2), 2);
+    auto lowest = clipOf({.rate = 0x80000000, .scale = 0x80000000});
+    EXPECT_EQ(frameAt(*lowest, 254016000000 * 2), 2);
+}
+
 TEST_F(FrameTime, FindsTheFirstFrameWhenOneLastsAYear) {
     auto clip = clipOf({.rate = 1, .scale = 31536000});
     EXPECT_EQ(frameAt(*clip, 254016000000), 0);
