@@ -36,6 +36,17 @@ void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind in
     sink.close();
 }
 
+// One picture, and then only dropped ones.
+void writeDroppedClip(const std::filesystem::path& file) {
+    aviwriter::SampleOptions options = {.width = 32, .height = 16, .frames = kChunks};
+    for (std::uint32_t frame = 1; frame < kChunks; ++frame) {
+        options.dropped.insert(frame);
+    }
+    aviwriter::FileSink sink(file);
+    aviwriter::writeSample(options, sink);
+    sink.close();
+}
+
 void writeSample(const std::filesystem::path& file, aviwriter::SampleFormat format, std::uint16_t channels) {
     aviwriter::FileSink sink(file);
     const aviwriter::SampleAudio audio = {.format = format, .channels = channels};
@@ -47,6 +58,7 @@ void writeFiles(const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
     writeIndexedClip(folder / "openDml.avi", aviwriter::IndexKind::openDml);
     writeIndexedClip(folder / "idx1.avi", aviwriter::IndexKind::idx1);
+    writeDroppedClip(folder / "dropped.avi");
     writeSample(folder / "float32x2.avi", aviwriter::SampleFormat::float32, 2);
     writeSample(folder / "float32x8.avi", aviwriter::SampleFormat::float32, 8);
     writeSample(folder / "pcm8x2.avi", aviwriter::SampleFormat::pcm8, 2);
@@ -68,14 +80,14 @@ void countOpen(const char* file) {
 }
 
 // In hundreds, so that nothing else counts beside them.
-void countFrames() {
+void countFrames(const char* file, csSDK_int64 first) {
     MeasuredPlugin plugin(kFrameBytes);
     plugin.spy().decodes().leaveOut(true);
-    MeasuredClip clip(plugin, "float32x2.avi");
+    MeasuredClip clip(plugin, file);
     clip.getFrame(0);
     measured([&] {
         for (csSDK_int64 frame = 0; frame < 100; ++frame) {
-            clip.getFrame(frame);
+            clip.getFrame(first + frame);
         }
     });
 }
@@ -105,7 +117,8 @@ const std::map<std::string, std::function<void()>>& cases() {
         {"log-off-1000", countLogOff},
         {"open-openDml-10000", [] { countOpen("openDml.avi"); }},
         {"open-idx1-10000", [] { countOpen("idx1.avi"); }},
-        {"frames-100", countFrames},
+        {"frames-100", [] { countFrames("float32x2.avi", 0); }},
+        {"frames-dropped-100", [] { countFrames("dropped.avi", kChunks - 100); }},
         {"sound-float32x2-100", [] { countSound("float32x2.avi"); }},
         {"sound-float32x8-100", [] { countSound("float32x8.avi"); }},
         {"sound-pcm8x2-100", [] { countSound("pcm8x2.avi"); }},
