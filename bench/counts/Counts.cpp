@@ -23,6 +23,7 @@ namespace {
 
 constexpr std::size_t kFrameBytes = 32 * 16 * 8;
 constexpr csSDK_uint32 kSoundFrames = 1920;
+constexpr std::uint32_t kDroppedClipFrames = 10'000;
 
 // Streams that take turns, the first of them video, with chunks that are nothing but their index entries.
 void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind index, std::uint32_t chunks,
@@ -42,6 +43,17 @@ void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind in
     sink.close();
 }
 
+// One picture, and then only dropped ones.
+void writeDroppedClip(const std::filesystem::path& file) {
+    aviwriter::SampleOptions options = {.width = 32, .height = 16, .frames = kDroppedClipFrames};
+    for (std::uint32_t frame = 1; frame < kDroppedClipFrames; ++frame) {
+        options.dropped.insert(frame);
+    }
+    aviwriter::FileSink sink(file);
+    aviwriter::writeSample(options, sink);
+    sink.close();
+}
+
 void writeSample(const std::filesystem::path& file, aviwriter::SampleFormat format, std::uint16_t channels) {
     aviwriter::FileSink sink(file);
     const aviwriter::SampleAudio audio = {.format = format, .channels = channels};
@@ -57,6 +69,7 @@ void writeFiles(const std::filesystem::path& folder) {
         writeIndexedClip(folder / (std::string(name) + "-long.avi"), index, 100'000, 1);
         writeIndexedClip(folder / (std::string(name) + "-32.avi"), index, 10'000, 32);
     }
+    writeDroppedClip(folder / "dropped.avi");
     writeSample(folder / "float32x2.avi", aviwriter::SampleFormat::float32, 2);
     writeSample(folder / "float32x8.avi", aviwriter::SampleFormat::float32, 8);
     writeSample(folder / "pcm8x2.avi", aviwriter::SampleFormat::pcm8, 2);
@@ -78,14 +91,14 @@ void countOpen(const char* file) {
 }
 
 // In hundreds, so that nothing else counts beside them.
-void countFrames() {
+void countFrames(const char* file, csSDK_int64 first) {
     MeasuredPlugin plugin(kFrameBytes);
     plugin.spy().decodes().leaveOut(true);
-    MeasuredClip clip(plugin, "float32x2.avi");
+    MeasuredClip clip(plugin, file);
     clip.getFrame(0);
     measured([&] {
         for (csSDK_int64 frame = 0; frame < 100; ++frame) {
-            clip.getFrame(frame);
+            clip.getFrame(first + frame);
         }
     });
 }
@@ -119,7 +132,8 @@ const std::map<std::string, std::function<void()>>& cases() {
         {"open-idx1-10000", [] { countOpen("idx1.avi"); }},
         {"open-idx1-100000", [] { countOpen("idx1-long.avi"); }},
         {"open-idx1-10000-in-32", [] { countOpen("idx1-32.avi"); }},
-        {"frames-100", countFrames},
+        {"frames-100", [] { countFrames("float32x2.avi", 0); }},
+        {"frames-dropped-100", [] { countFrames("dropped.avi", kDroppedClipFrames - 100); }},
         {"sound-float32x2-100", [] { countSound("float32x2.avi"); }},
         {"sound-float32x8-100", [] { countSound("float32x8.avi"); }},
         {"sound-pcm8x2-100", [] { countSound("pcm8x2.avi"); }},

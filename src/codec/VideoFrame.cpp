@@ -57,14 +57,14 @@ bool fitsPicture(std::uint32_t bytes, std::uint64_t pixels) {
     return bytes <= kTrustedFrameBytes || (bytes - kTrustedFrameBytes - 1) / kMostBytesPerPixel < pixels;
 }
 
-void readChunk(fileio::File& file, const AviChunk& chunk, std::uint64_t pixels, ByteBuffer& buffer) {
+void readChunk(fileio::File& file, const AviChunk& chunk, const QuorvaneFormat& picture, ByteBuffer& buffer) {
     fileio::seekOrThrow(file, static_cast<std::int64_t>(chunk.offset));
     if (chunk.size > kTrustedFrameBytes) {
         const std::uint64_t existing = bytesThatExist(file, chunk);
         if (existing < chunk.size) {
             fileio::throwReadError(chunk.size, existing);
         }
-        if (!fitsPicture(chunk.size, pixels)) {
+        if (!fitsPicture(chunk.size, std::uint64_t{picture.width} * picture.height)) {
             throw std::runtime_error("Frame too large: size: " + std::to_string(chunk.size));
         }
     }
@@ -74,20 +74,22 @@ void readChunk(fileio::File& file, const AviChunk& chunk, std::uint64_t pixels, 
 
 }  // namespace
 
-bool VideoInfo::findTicksPerFrame(std::int64_t& ticksPerFrame) const {
-    std::int64_t ticks = 0;
+PrTime VideoInfo::findTicksPerFrame() const {
+    PrTime ticks = 0;
+    PrTime ticksPerFrame = 0;
     if (multiply(m_scale, m_ticksPerSecond, ticks)) {
-        return divide(ticks, m_rate, ticksPerFrame);
+        return divide(ticks, m_rate, ticksPerFrame) ? ticksPerFrame : 0;
     }
     // Both numbers may be multiples of an honest rate's.
     const std::int64_t common = std::gcd(std::int64_t{m_scale}, std::int64_t{m_rate});
-    return multiply(m_scale / common, m_ticksPerSecond, ticks) && divide(ticks, m_rate / common, ticksPerFrame);
+    const bool isKnown = multiply(m_scale / common, m_ticksPerSecond, ticks) &&
+                         divide(ticks, m_rate / common, ticksPerFrame);
+    return isKnown ? ticksPerFrame : 0;
 }
 
 std::uint32_t VideoInfo::frameIndexAt(PrTime frameTime) const {
-    std::int64_t ticksPerFrame = 0;
     std::int64_t index = 0;
-    if (findTicksPerFrame(ticksPerFrame) && divide(frameTime, ticksPerFrame, index)) {
+    if (divide(frameTime, m_ticksPerFrame, index)) {
         return static_cast<std::uint32_t>(index);   // a negative index becomes a huge one: out of bounds
     }
     return kNoSuchFrame;
@@ -159,9 +161,8 @@ csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
         Log("Empty frame: %u, frame read: %u", request.frameIndex, static_cast<unsigned>(frame));
     }
     const AviChunk chunk = m_stream->chunk(frame);
-    const std::uint64_t pixels = std::uint64_t{m_streamFormat.width} * m_streamFormat.height;
     try {
-        readChunk(m_file, chunk, pixels, request.frameBuffer);
+        readChunk(m_file, chunk, m_streamFormat, request.frameBuffer);
     } catch (const std::runtime_error& error) {
         Log("Failed to read frame from AVI: %s", error.what());
         return imFileReadFailed;

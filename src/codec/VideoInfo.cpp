@@ -102,6 +102,7 @@ void VideoInfo::readFrameRate() {
         m_rate = kDefaultRate;
         m_scale = kDefaultScale;
     }
+    m_ticksPerFrame = findTicksPerFrame();
 }
 
 VideoInfo::FrameSize VideoInfo::frameSize() const {

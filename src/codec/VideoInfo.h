@@ -73,7 +73,7 @@ private:
     void endSession(FrameRequest& request);
     csSDK_int32 createPPix(FrameRequest& request, QuorvanePlane& plane);
     void setFormat(const QuorvaneFormat& format);
-    bool findTicksPerFrame(std::int64_t& ticksPerFrame) const;   // false where 64 bits cannot tell
+    PrTime findTicksPerFrame() const;   // 0 where 64 bits cannot tell
     std::uint64_t findFrameWithData(std::uint64_t frame) const;
     static bool hasSize(const imFrameFormat& format, FrameSize video);
 
@@ -94,4 +94,5 @@ private:
     std::uint64_t m_frameCount = 0;
     std::int32_t m_rate = 0;
     std::int32_t m_scale = 0;
+    PrTime m_ticksPerFrame = 0;               // host ticks, cut; 0 where there is no telling
 };

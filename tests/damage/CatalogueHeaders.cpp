@@ -49,8 +49,12 @@ Bytes mediaPaddingMissing() {
         chunks.push_back(text("00dc") + u32(static_cast<std::uint32_t>(odd.size())) + odd);
         entries.push_back({.offset = offset, .length = static_cast<std::uint32_t>(pictureFrame(number).size())});
         offset += static_cast<std::uint32_t>(chunks.back().size());
+        const Bytes sound = soundChunk(number);
+        chunks.push_back(chunk("01wb", sound));
+        entries.push_back({.chunkId = "01wb", .offset = offset, .length = static_cast<std::uint32_t>(sound.size())});
+        offset += static_cast<std::uint32_t>(chunks.back().size());
     }
-    return riff("AVI ", {headers({videoList()}), list("movi", chunks), idx1(entries)});
+    return riff("AVI ", {headers({videoList(), soundList()}), list("movi", chunks), idx1(entries)});
 }
 
 Bytes twoHeaderLists() { return clipWith(honestHeaders() + headers({soundList()})); }
@@ -154,8 +158,7 @@ const DamagedFile kFiles[] = {
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
     {"media-padding-missing", "pad bytes are missing among the pictures", mediaPaddingMissing,
-     "10 pictures, all right; no sound",
-     {"Avi has no audio stream"}},
+     "10 pictures, all right; 19200 samples of sound, all right"},
     {"two-header-lists", "a second header list with other streams", twoHeaderLists,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"headers-behind-the-media", "the headers stand at the end", headersBehindTheMedia,
@@ -183,9 +186,11 @@ const DamagedFile kFiles[] = {
     {"highest-rate", "2,147,483,647 frames a second", highestRate,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"negative-rate", "a frame rate that is -1 as a signed number", negativeRate,
-     "a rate of -1/1 and a length of 10; 19200 samples of sound, all right"},
+     "a rate of -1/1 and a length of 10, at its start picture 0 right; 19200 samples of sound, all right"},
     {"highest-scale", "a frame in 68 years", highestScale,
-     "a rate of 1/2147483647 and a length of -10; 19200 samples of sound, all right"},
+     "a rate of 1/2147483647 and a length of -10, at its start picture 0 imFrameNotFound (28); 19200 samples of sound, "
+     "all right",
+     {"frameIndex out of bounds"}},
     {"longest-video", "the video's header claims 4,294,967,295 pictures", longestVideo,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"video-of-no-length", "the video's header claims no pictures", videoOfNoLength,

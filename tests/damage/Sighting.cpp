@@ -29,8 +29,7 @@ std::vector<std::int64_t> picturesToAsk(std::int64_t count) {
 }
 
 // "right", "shows 3", or the result. Picture 0 instead of one beyond the clip's ten is "shows 0" too.
-std::string stateOf(ClipSession& clip, const imFileInfoRec8& info, std::int64_t number) {
-    const PrTime time = hostkit::timeOfFrame(info, number, kTicksPerSecond);
+std::string stateOf(ClipSession& clip, PrTime time, std::int64_t number) {
     const auto answer = clip.frame(time, {{0, 0, PrPixelFormat_VUYX_4444_8u}});
     if (answer.result != imNoErr) {
         return hostkit::resultText(answer.result);
@@ -85,7 +84,8 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
     }
     if (info.vidScale <= 0 || info.vidDuration < 0) {
         return "a rate of " + std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize) +
-               " and a length of " + std::to_string(info.vidDuration);
+               " and a length of " + std::to_string(info.vidDuration) + ", at its start picture 0 " +
+               stateOf(clip, 0, 0);
     }
     const std::int64_t count = hostkit::frameCount(info);
     if (count == 0) {
@@ -93,7 +93,7 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
     }
     States states;
     for (const std::int64_t number : picturesToAsk(count)) {
-        states.add(number, stateOf(clip, info, number));
+        states.add(number, stateOf(clip, hostkit::timeOfFrame(info, number, kTicksPerSecond), number));
     }
     if (states.areAllRight()) {
         return counted(count, "picture") + ", all right";
