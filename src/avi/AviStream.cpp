@@ -97,9 +97,9 @@ void AviStream::report(ParseContext& context, const char* text, std::initializer
     if (!context.errors.hasRoom()) {
         return;
     }
-    std::string line = "stream[" + std::to_string(m_streamNumber) + "]: " + text;
+    std::string message = text;
     for (const Value& value : values) {
-        line.append(std::to_string(value.number)).append(value.after);
+        message.append(std::to_string(value.number)).append(value.after);
     }
-    context.errors.add(line.append("\n"));
+    context.errors.add("stream[" + std::to_string(m_streamNumber) + "]: " + message + "\n");
 }

@@ -14,7 +14,7 @@ my $failures = 0;
 
 # Of these the first argument is the format of a line.
 my $writers = qr/Log|writeText/;
-# Of these the last argument is a message for a line.
+# Of these the last argument is a message for a line; or the last but one, with values in braces behind it.
 my $reporters = qr/fail|giveUp|report|(?:m_|\w+\.)errors\.add/;
 # Exceptions end up in a line with their text. (The type of an exception of the codec names its base.)
 my $exceptions = qr/std::\w+_error|std::out_of_range/;
@@ -25,6 +25,16 @@ my %written;
 sub note {
     my ($message, $path) = @_;
     $written{$message} = $path if $message ne '' && $message ne '%s';
+}
+
+# {{number, "text behind it"}, {number}} behind a text.
+sub reported {
+    my @arguments = @_;
+    return Sources::message($arguments[-1]) unless $arguments[-1] =~ /^\s*\{/;
+    my $message = Sources::message($arguments[-2]);
+    $message =~ s/:$/: /;
+    $message .= '…' . ($1 // '') while $arguments[-1] =~ /\{\s*[\w.]+\s*(?:,\s*"([^"]*)"\s*)?\}/g;
+    return Sources::trimmed($message);
 }
 
 # What the search below would not see must not go unseen.
@@ -47,7 +57,7 @@ for my $path (@sources) {
     my $code = Sources::code($path);
     expect_known_forms($code, $path);
     note(Sources::message($_->[1][0]), $path) for Sources::calls($code, qr/$writers|$exceptions/);
-    note(Sources::message($_->[1][-1]), $path) for Sources::calls($code, $reporters);
+    note(reported(@{$_->[1]}), $path) for Sources::calls($code, $reporters);
     # The codec's calls, as its exceptions name them.
     note(Sources::message($_->[1][0]), $path) for Sources::calls($code, qr/describeCall/);
     # A message that is put together before it is written.
