@@ -31,7 +31,7 @@ constexpr TrustRow kRows[] = {
     {"async-crowds", "async-refuses-crowds", "found aiUnknownError (2), wanted aiNoError (0)"},
     {"async-crowds", "async-keeps-flushed-frames", "frame buffers that the plug-in holds after the flush of a crowd"},
     {"async-several-importers", "async-mixes-importers", kAnotherPicture},
-    {"async-unloads", "async-leaves-a-thread", "unloaded", "CRASH"},
+    {"async-unloads", "async-leaves-a-thread", "unloading", "CRASH"},
     {"async-unloads", "async-keeps-everything-at-the-close",
      "The suite 'Premiere Audio Suite' version 1 was acquired"},
     {"async-announcing-does-not-wait", "async-flushes-before-announcing",

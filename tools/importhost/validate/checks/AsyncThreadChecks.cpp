@@ -380,8 +380,8 @@ void asyncUnloads(CheckRun& run) {
                 async.close();
             });
             plugin.finish();
+            run.step("unloading");   // a thread may touch the library while it goes
         }
-        run.step("unloaded");
         run.expect(!hostkit::PluginLibrary::isLoaded(fileName), "the library is still in the process");
         std::this_thread::sleep_for(kLinger);
     }
