@@ -44,8 +44,9 @@ void sound(benchmark::State& state, SampleFormat format, std::uint16_t channels)
 
 // The change of signs by itself, as good as: one chunk holds the whole second, so that there is one seek.
 void signs(benchmark::State& state) {
-    request(state, sampleFile("sound-1-a-second-8-2.avi", {.width = 32, .height = 16, .frames = 3, .rate = 1,
-                                                           .audio = {{.format = SampleFormat::pcm8, .channels = 2}}}), 0);
+    const aviwriter::SampleOptions options = {.width = 32, .height = 16, .frames = 3, .rate = 1,
+                                              .audio = {{.format = SampleFormat::pcm8, .channels = 2}}};
+    request(state, sampleFile("sound-1-a-second-8-2.avi", options), 0);
 }
 
 void copy(benchmark::State& state, SampleFormat format, std::uint16_t channels) {

@@ -30,8 +30,9 @@ void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind in
                       std::uint32_t streams) {
     const standin::StreamInfo info = {.type = 104, .width = 32, .height = 16, .colorSpace = 2, .range = 1};
     aviwriter::FileSink sink(file);
-    aviwriter::AviFileWriter writer(sink, {.index = index}, aviwriter::VideoTrack{
-        .width = 32, .height = 16, .extraData = standin::encodeExtraData(info)}, std::vector<aviwriter::AudioTrack>(streams - 1));
+    const aviwriter::VideoTrack video = {.width = 32, .height = 16, .extraData = standin::encodeExtraData(info)};
+    const std::vector<aviwriter::AudioTrack> audio(streams - 1);
+    aviwriter::AviFileWriter writer(sink, {.index = index}, video, audio);
     for (std::uint32_t chunk = 0; chunk < chunks; ++chunk) {
         if (chunk % streams == 0) {
             writer.writeVideo({1, 2, 3, 4});
