@@ -4,21 +4,12 @@ use warnings;
 
 use File::Basename;
 use lib dirname(__FILE__);
+use Expectations;
 use Sources;
 
 my ($root) = @ARGV;
 my ($version) = Sources::content("$root/CMakeLists.txt") =~ /^project\(ImporterQuorvane\s+VERSION ([\d.]+)/m;
 die "CMakeLists.txt states no version\n" unless defined $version;
-my $failures = 0;
-my $count = 0;
-
-sub expect($$) {
-    my ($found, $what) = @_;
-    ++$count;
-    return if $found;
-    print "FAILED: $what\n";
-    ++$failures;
-}
 
 for my $document ("$root/README.md", grep { /\.md$/ } Sources::files("$root/docs")) {
     # The packages' names, the program's first line, and the plug-in's version on the doctor's page.
@@ -29,9 +20,4 @@ for my $document ("$root/README.md", grep { /\.md$/ } Sources::files("$root/docs
 }
 expect(Sources::content("$root/CHANGELOG.md") =~ /^## \Q$version\E$/m, "CHANGELOG.md has no version $version");
 
-if ($count < 5) {
-    print "FAILED: only $count versions were found\n";
-    ++$failures;
-}
-print "$count versions compared, $failures failures\n";
-exit($failures ? 1 : 0);
+finish('versions compared', 5);

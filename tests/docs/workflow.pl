@@ -5,6 +5,7 @@ use warnings;
 
 use File::Basename;
 use lib dirname(__FILE__);
+use Expectations;
 use Sources;
 
 my ($root) = @ARGV;
@@ -14,16 +15,6 @@ my $presets = Sources::content("$root/CMakePresets.json");
 my $cmake = join '', map { Sources::content($_) } grep { /CMakeLists\.txt$/ } map { Sources::files("$root/$_") }
     qw(src standin tools);
 my $subcommands = Sources::content("$root/tools/importhost/CommandLine.cpp");
-my $count = 0;
-my $failures = 0;
-
-sub expect($$) {
-    my ($found, $what) = @_;
-    ++$count;
-    return if $found;
-    print "FAILED: $what\n";
-    ++$failures;
-}
 
 sub is_target { return $cmake =~ /add_(?:executable|library)\(\Q$_[0]\E\s/; }
 
@@ -40,9 +31,4 @@ expect($uploaded{$_}, "no artifact $_") for $workflow =~ m{\bartifacts/(\w+)}g,
     $workflow =~ /download-artifact@\w+\n\s+with:\n\s+name: ([\w-]+)/g;
 expect($workflow =~ /^  \Q$_\E:\n/m, "no job $_") for map { split /,\s*/ } $workflow =~ /needs: \[?([\w, ]+)/g;
 
-if ($count < 30) {
-    print "FAILED: only $count names were found in the workflow\n";
-    ++$failures;
-}
-print "$count names looked for, $failures failures\n";
-exit($failures ? 1 : 0);
+finish('names looked for', 30);
