@@ -89,8 +89,6 @@ bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
 }
 
 void AviStream::shrinkToFit() {
-    m_superIndexEntries.shrinkToFit();
-    m_stdIndexes.shrinkToFit();
     m_idx1Chunks.shrinkToFit();
     m_openDmlChunks.shrinkToFit();
 }

@@ -98,6 +98,7 @@ private:
     void report(ParseContext& context, const char* text, std::initializer_list<Value> values = {}) const;
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
+    void readStdIndexes(ParseContext& context);
     void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
                       std::uint64_t& unbackedLeft);
 

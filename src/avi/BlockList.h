@@ -26,6 +26,7 @@ public:
     static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
 
     BlockList() = default;
+    ~BlockList() { clear(); }
     BlockList(const BlockList&) = delete;
     BlockList& operator=(const BlockList&) = delete;
 
@@ -46,7 +47,7 @@ public:
     /// References to elements of the last block do not outlive an append. Throws std::bad_alloc; the list is then as
     /// it was.
     void append(T element) {
-        if (m_used == m_room) {
+        if (m_used == m_room) [[unlikely]] {
             makeRoom(1);
         }
         m_blocks.back()[m_used] = element;
@@ -61,43 +62,48 @@ public:
             makeRoom(count);
         }
         const std::size_t part = std::min(count, m_room - m_used);
-        T* first = m_blocks.back().get() + m_used;
+        T* first = m_blocks.back() + m_used;
         m_used += part;
         return {first, part};
+    }
+
+    /// Throws as append does; a part of the elements may then be in the list.
+    void appendAll(std::span<const T> elements) {
+        while (!elements.empty()) {
+            const std::span<T> room = extend(elements.size());
+            std::copy_n(elements.begin(), room.size(), room.begin());
+            elements = elements.subspan(room.size());
+        }
     }
 
     /// Gives back the room kept for further elements, if there is memory to move them to.
     void shrinkToFit() {
         if (m_used != m_room) {
-            try {
-                replaceLast(newBlock(m_used), m_used);
-            } catch (const std::bad_alloc&) {
-                // The room stays.
+            if (T* smaller = new (std::nothrow) T[m_used]) {
+                replaceLast(smaller, m_used);
             }
         }
         m_blocks.shrink_to_fit();
     }
 
     void clear() {
+        for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+            if (i == 0 || m_blocks[i] != m_blocks[i - 1]) {
+                delete[] m_blocks[i];
+            }
+        }
         m_blocks.clear();
         m_used = 0;
         m_room = 0;
     }
 
 private:
-    using Block = std::shared_ptr<T[]>;
-
     static constexpr std::size_t kFirstLength = 16;
 
     void makeRoom(std::size_t count) {
-        if (m_blocks.empty()) {
-            const std::size_t room = std::clamp(count, kFirstLength, kBlockLength);
-            m_blocks.push_back(newBlock(room));
-            m_room = room;
-        } else if (m_room < kBlockLength) {
+        if (m_room < kBlockLength) {
             const std::size_t wanted = m_room + std::min(count, kBlockLength);
-            const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, wanted));
-            replaceLast(newBlock(room), room);
+            growOnly(std::min(kBlockLength, std::max({kFirstLength, 2 * m_room, wanted})));
         } else if (lastBlocksAreEqual()) {
             // One memory is enough for both, and that of the second becomes the new block.
             m_blocks.push_back(m_blocks.back());
@@ -105,12 +111,26 @@ private:
             m_used = 0;
         } else {
             // A list this long may take a whole block: that is little beside what it has.
-            m_blocks.push_back(newBlock(kBlockLength));
+            addBlock(kBlockLength);
             m_used = 0;
         }
     }
 
-    static Block newBlock(std::size_t length) { return Block(new T[length]); }
+    /// Makes the only block, which there may not be yet, so long.
+    void growOnly(std::size_t room) {
+        if (m_blocks.empty()) {
+            addBlock(room);
+            m_room = room;
+        } else {
+            replaceLast(new T[room], room);
+        }
+    }
+
+    void addBlock(std::size_t length) {
+        auto block = std::make_unique_for_overwrite<T[]>(length);
+        m_blocks.push_back(block.get());
+        block.release();
+    }
 
     bool lastBlocksAreEqual() const {
         if constexpr (kEqualBlocks == EqualBlocks::kept) {
@@ -118,18 +138,19 @@ private:
         }
         const std::size_t count = m_blocks.size();
         return count > 1 &&
-               std::memcmp(m_blocks[count - 1].get(), m_blocks[count - 2].get(), kBlockLength * sizeof(T)) == 0;
+               std::memcmp(m_blocks[count - 1], m_blocks[count - 2], kBlockLength * sizeof(T)) == 0;
     }
 
-    void replaceLast(Block block, std::size_t room) {
-        std::copy_n(m_blocks.back().get(), m_used, block.get());
-        m_blocks.back() = std::move(block);
+    void replaceLast(T* block, std::size_t room) {
+        std::copy_n(m_blocks.back(), m_used, block);
+        delete[] m_blocks.back();
+        m_blocks.back() = block;
         m_room = room;
     }
 
-    // Only the last block may be shorter than kBlockLength; none is empty once an append has succeeded. The last one is
-    // never shared: it still grows.
-    std::vector<Block> m_blocks;
+    // Owned; neighbours that are equal can be one and the same. Only the last block may be shorter than kBlockLength; none
+    // is empty once an append has succeeded. The last one is never shared: it still grows.
+    std::vector<T*> m_blocks;
     std::size_t m_used = 0;  // of the last block
     std::size_t m_room = 0;  // of the last block
 };

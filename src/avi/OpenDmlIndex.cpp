@@ -76,19 +76,27 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
     // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
-    for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
-        m_superIndexEntries.append(records.next<avi::SuperIndexEntry>());
+    while (m_superIndexEntries.size() < backed && records.remaining() > 0) {
+        m_superIndexEntries.appendAll(
+            records.nextRun<avi::SuperIndexEntry>(backed - m_superIndexEntries.size()));
     }
     if (records.wasRefused() && m_useOpenDmlIndex) {
         failTooShort();
     }
+    readStdIndexes(context);
+}
+
+void AviStream::readStdIndexes(ParseContext& context) {
     std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
-    for (std::size_t i = 0; i < m_superIndexEntries.size(); ++i) {
-        avi::StdIndexHeader header{};
-        if (m_superIndexEntries[i].dwSize >= avi::kChunkHeaderSize) {
-            readStdIndex(context, m_superIndexEntries[i], header, unbackedLeft);
+    const std::size_t count = m_superIndexEntries.size();
+    for (std::size_t i = 0; i < count;) {
+        for (avi::StdIndexHeader& header : m_stdIndexes.extend(count - i)) {
+            const avi::SuperIndexEntry& entry = m_superIndexEntries[i++];
+            header = {};
+            if (entry.dwSize >= avi::kChunkHeaderSize) {
+                readStdIndex(context, entry, header, unbackedLeft);
+            }
         }
-        m_stdIndexes.append(header);
     }
 }
 

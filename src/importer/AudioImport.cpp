@@ -22,8 +22,12 @@ std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
 }
 
 bool hasBuffers(const imImportAudioRec7& record, std::uint32_t channels) {
-    return channels == 0 || (record.buffer != nullptr &&
-                             std::find(record.buffer, record.buffer + channels, nullptr) == record.buffer + channels);
+    for (std::uint32_t channel = 0; channel < channels; ++channel) {
+        if (record.buffer == nullptr || record.buffer[channel] == nullptr) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace
