@@ -133,12 +133,13 @@ private:
     }
 
     bool lastBlocksAreEqual() const {
-        if constexpr (kEqualBlocks == EqualBlocks::kept) {
+        if constexpr (kEqualBlocks == EqualBlocks::shared) {
+            const std::size_t count = m_blocks.size();
+            return count > 1 &&
+                   std::memcmp(m_blocks[count - 1], m_blocks[count - 2], kBlockLength * sizeof(T)) == 0;
+        } else {
             return false;
         }
-        const std::size_t count = m_blocks.size();
-        return count > 1 &&
-               std::memcmp(m_blocks[count - 1], m_blocks[count - 2], kBlockLength * sizeof(T)) == 0;
     }
 
     void replaceLast(T* block, std::size_t room) {
