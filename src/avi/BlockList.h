@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-/// What becomes of a full block that is the same as the one before it, byte for byte. Elements of shared blocks cannot be
-/// changed by themselves.
+/// What becomes of a full block that is the same as the one before it, byte for byte. Elements of shared blocks cannot
+/// be changed by themselves.
 enum class EqualBlocks { kept, shared };
 
 template <typename T, EqualBlocks kEqualBlocks = EqualBlocks::kept>
@@ -149,8 +149,8 @@ private:
         m_room = room;
     }
 
-    // Owned; neighbours that are equal can be one and the same. Only the last block may be shorter than kBlockLength; none
-    // is empty once an append has succeeded. The last one is never shared: it still grows.
+    // Owned; neighbours that are equal can be one and the same. Only the last block may be shorter than kBlockLength;
+    // none is empty once an append has succeeded. The last one is never shared: it still grows.
     std::vector<T*> m_blocks;
     std::size_t m_used = 0;  // of the last block
     std::size_t m_room = 0;  // of the last block

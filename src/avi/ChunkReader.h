@@ -81,8 +81,8 @@ private:
     std::uint64_t m_blockBudget;    // bytes that may still be read into blocks; a short block counts as a long one
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;
-    // Where a block could not be read. Each try can take a failing disk half a minute, and there may be dozens of headers
-    // around the place: they are then read by themselves.
+    // Where a block could not be read. Each try can take a failing disk half a minute, and there may be dozens of
+    // headers around the place: they are then read by themselves.
     std::uint64_t m_faultPosition = 0;
     std::uint64_t m_faultLength = 0;
     ByteBuffer m_piece;
