@@ -122,14 +122,18 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
 
 // The file's further sound streams, each described and heard by itself; those with the same to say together.
 std::string furtherStreams(ClipSession& clip) {
-    const std::size_t count = clip.infos().size();
     States states;
-    for (std::size_t stream = 1; stream < count; ++stream) {
+    csSDK_int32 result = clip.info(0).result;
+    std::uint32_t stream = 1;
+    for (; result == imIterateStreams; ++stream) {
         const auto info = clip.info(static_cast<csSDK_int32>(stream));
-        const auto number = static_cast<std::uint32_t>(stream);
-        states.add(number, "with " + soundOf(clip, *info.record.get(), number));
+        states.add(stream, "with " + soundOf(clip, *info.record.get(), stream));
+        result = info.result;
     }
-    return count > 1 ? std::string(count > 2 ? "; streams " : "; stream ") + states.text() : "";
+    if (stream == 1) {
+        return "";
+    }
+    return std::string(stream > 2 ? "; streams " : "; stream ") + states.text();
 }
 
 // Without the call and its addresses, which a codec's message ends with.
