@@ -88,7 +88,7 @@ Bytes standardIndexOfAnotherBase() { return changedStandardIndex(8 + 12, u64(std
 Bytes standardIndexOfNegativeBase() { return changedStandardIndex(8 + 12, u64(~std::uint64_t{0} << 20)); }
 Bytes standardIndexIsZeros() { return changedStandardIndex(0, filled(8 + 24 + 16)); }
 
-// The video's standard indexes, `number` from 0, with their places: a header of 8 and one of 24 bytes, then two entries of 8.
+// The video's standard indexes, counted from 0: a header of 8 and one of 24 bytes, then two entries of 8.
 constexpr std::size_t kEntries = 8 + 24;
 std::size_t videoIndexAt(const Bytes& file, std::size_t number) { return positionOf(file, "ix00", number); }
 

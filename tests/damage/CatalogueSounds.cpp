@@ -13,7 +13,8 @@ Bytes soundIn(const Bytes& format) {
 
 // The same with media of that kind; what may be wrong is the length that the header claims.
 Bytes soundOfShape(const SoundShape& shape, std::uint32_t frames = kSoundFrames) {
-    return clipOfChunks(headers({videoList(), streamList(soundHeader(frames), soundFormat(shape))}), mediaChunks(shape));
+    const Bytes sound = streamList(soundHeader(frames), soundFormat(shape));
+    return clipOfChunks(headers({videoList(), sound}), mediaChunks(shape));
 }
 
 Bytes compressedSound() { return soundIn(waveFormatEx({.formatTag = 0x55})); }

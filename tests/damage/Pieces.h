@@ -61,7 +61,8 @@ Bytes clipWith(const Bytes& hdrl, const std::vector<Bytes>& between = {});
 // A file of the clip's headers and media with another "idx1".
 Bytes clipIndexedBy(const std::vector<aviwriter::Idx1Entry>& entries);
 
-// The clip with OpenDML indexes alone, in so many segments of as many pictures; with room for more in the super indexes.
+// The clip with OpenDML indexes alone, in so many segments of as many pictures. The super indexes have room for so many
+// more.
 Bytes openDmlClip(std::uint32_t segments, std::uint32_t moreRoom = 0);
 
 // Where the n-th entry of "idx1", or of the n-th stream's super index, begins in a file.

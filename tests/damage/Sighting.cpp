@@ -75,10 +75,14 @@ private:
     std::vector<Group> m_groups;
 };
 
+std::string quotientOf(const imFileInfoRec8& info) {
+    return std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize);
+}
+
 // "at 30/1 a second" for all but the rate that the clip has.
 std::string rateOf(const imFileInfoRec8& info) {
     const bool isUsual = std::int64_t{info.vidScale} == 25 * std::int64_t{info.vidSampleSize};
-    return isUsual ? "" : " at " + std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize) + " a second";
+    return isUsual ? "" : " at " + quotientOf(info) + " a second";
 }
 
 // A rate or a length that cannot be counted with: whoever tries without regard to the sign asks for the clip's pictures
@@ -104,9 +108,8 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
         return "no video";
     }
     if (info.vidScale <= 0 || info.vidSampleSize <= 0 || info.vidDuration < 0) {
-        return "a rate of " + std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize) +
-               " and a length of " + std::to_string(info.vidDuration) + ", ahead " + picturesAtTimes(clip, info, 1) +
-               ", back " + picturesAtTimes(clip, info, -1);
+        return "a rate of " + quotientOf(info) + " and a length of " + std::to_string(info.vidDuration) + ", ahead " +
+               picturesAtTimes(clip, info, 1) + ", back " + picturesAtTimes(clip, info, -1);
     }
     const std::int64_t count = hostkit::frameCount(info);
     if (count == 0) {

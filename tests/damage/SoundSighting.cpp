@@ -80,7 +80,8 @@ std::string comparedText(const Comparison& sound, SoundType type) {
 }
 
 std::string part(ClipSession& clip, const SoundShape& shape, std::int64_t position, std::int64_t frames) {
-    const auto answer = clip.audio(position, static_cast<csSDK_uint32>(frames), static_cast<csSDK_int32>(shape.channels));
+    const auto channels = static_cast<csSDK_int32>(shape.channels);
+    const auto answer = clip.audio(position, static_cast<csSDK_uint32>(frames), channels);
     if (answer.result != imNoErr) {
         return hostkit::resultText(answer.result);
     }

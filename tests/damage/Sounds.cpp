@@ -53,8 +53,10 @@ std::int8_t soundSample8(std::uint32_t sampleFrame, std::uint32_t channel, std::
 }
 
 float soundHeard(const SoundShape& shape, std::uint32_t sampleFrame, std::uint32_t channel) {
-    return shape.type == SoundType::int8 ? static_cast<float>(soundSample8(sampleFrame, channel, shape.stream)) / 128.0f
-                                         : static_cast<float>(soundSample(sampleFrame, channel, shape.stream)) / 32768.0f;
+    if (shape.type == SoundType::int8) {
+        return static_cast<float>(soundSample8(sampleFrame, channel, shape.stream)) / 128.0f;
+    }
+    return static_cast<float>(soundSample(sampleFrame, channel, shape.stream)) / 32768.0f;
 }
 
 float soundOfGaps(SoundType type) { return type == SoundType::int8 ? -1.0f : 0.0f; }

@@ -21,8 +21,8 @@ aviwriter::Bytes soundFormat(const SoundShape& shape);
 // So many sample frames from `first` on, as they stand in the file.
 aviwriter::Bytes soundData(const SoundShape& shape, std::uint32_t first, std::uint32_t count);
 
-// The sample as 16 bits; as 8 bits, where it is another one, because half a byte's values would be few for so many
-// places; and as the host hears it.
+// The sample as 16 bits; as 8 bits, which is another signal, because the upper half of the first would be silent for
+// long; and as the host hears it.
 std::int16_t soundSample(std::uint32_t sampleFrame, std::uint32_t channel, std::uint32_t stream = 0);
 std::int8_t soundSample8(std::uint32_t sampleFrame, std::uint32_t channel, std::uint32_t stream = 0);
 float soundHeard(const SoundShape& shape, std::uint32_t sampleFrame, std::uint32_t channel);
