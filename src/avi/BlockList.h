@@ -1,8 +1,10 @@
-// A list that grows by whole blocks: appending to millions of elements never moves them or doubles the memory.
+// A list that grows by whole blocks: appending to millions of elements never moves them or doubles the memory, and runs
+// of millions that are all the same can take none.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <span>
@@ -10,9 +12,14 @@
 #include <utility>
 #include <vector>
 
-template <typename T>
+/// What becomes of a full block that is the same as the one before it, byte for byte. Elements of shared blocks cannot be
+/// changed by themselves.
+enum class EqualBlocks { kept, shared };
+
+template <typename T, EqualBlocks kEqualBlocks = EqualBlocks::kept>
 class BlockList {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+    static_assert(kEqualBlocks == EqualBlocks::kept || std::has_unique_object_representations_v<T>);
 
 public:
     /// Elements lie side by side from each multiple of this index to the next.
@@ -27,7 +34,11 @@ public:
 
     /// `index` must be below size().
     const T& operator[](std::size_t index) const { return m_blocks[index / kBlockLength][index % kBlockLength]; }
-    T& operator[](std::size_t index) { return m_blocks[index / kBlockLength][index % kBlockLength]; }
+    T& operator[](std::size_t index)
+        requires(kEqualBlocks == EqualBlocks::kept)
+    {
+        return m_blocks[index / kBlockLength][index % kBlockLength];
+    }
 
     /// The list must not be empty.
     const T& back() const { return m_blocks.back()[m_used - 1]; }
@@ -58,8 +69,10 @@ public:
     /// Gives back the room kept for further elements, if there is memory to move them to.
     void shrinkToFit() {
         if (m_used != m_room) {
-            if (Block smaller{new (std::nothrow) T[m_used]}) {
-                replaceLast(std::move(smaller), m_used);
+            try {
+                replaceLast(newBlock(m_used), m_used);
+            } catch (const std::bad_alloc&) {
+                // The room stays.
             }
         }
         m_blocks.shrink_to_fit();
@@ -72,24 +85,40 @@ public:
     }
 
 private:
-    using Block = std::unique_ptr<T[]>;
+    using Block = std::shared_ptr<T[]>;
 
     static constexpr std::size_t kFirstLength = 16;
 
     void makeRoom(std::size_t count) {
         if (m_blocks.empty()) {
             const std::size_t room = std::clamp(count, kFirstLength, kBlockLength);
-            m_blocks.push_back(std::make_unique_for_overwrite<T[]>(room));
+            m_blocks.push_back(newBlock(room));
             m_room = room;
         } else if (m_room < kBlockLength) {
             const std::size_t wanted = m_room + std::min(count, kBlockLength);
             const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, wanted));
-            replaceLast(std::make_unique_for_overwrite<T[]>(room), room);
+            replaceLast(newBlock(room), room);
+        } else if (lastBlocksAreEqual()) {
+            // One memory is enough for both, and that of the second becomes the new block.
+            m_blocks.push_back(m_blocks.back());
+            m_blocks[m_blocks.size() - 2] = m_blocks[m_blocks.size() - 3];
+            m_used = 0;
         } else {
             // A list this long may take a whole block: that is little beside what it has.
-            m_blocks.push_back(std::make_unique_for_overwrite<T[]>(kBlockLength));
+            m_blocks.push_back(newBlock(kBlockLength));
             m_used = 0;
         }
+    }
+
+    static Block newBlock(std::size_t length) { return Block(new T[length]); }
+
+    bool lastBlocksAreEqual() const {
+        if constexpr (kEqualBlocks == EqualBlocks::kept) {
+            return false;
+        }
+        const std::size_t count = m_blocks.size();
+        return count > 1 &&
+               std::memcmp(m_blocks[count - 1].get(), m_blocks[count - 2].get(), kBlockLength * sizeof(T)) == 0;
     }
 
     void replaceLast(Block block, std::size_t room) {
@@ -98,7 +127,8 @@ private:
         m_room = room;
     }
 
-    // Only the last block may be shorter than kBlockLength; none is empty once an append has succeeded.
+    // Only the last block may be shorter than kBlockLength; none is empty once an append has succeeded. The last one is
+    // never shared: it still grows.
     std::vector<Block> m_blocks;
     std::size_t m_used = 0;  // of the last block
     std::size_t m_room = 0;  // of the last block

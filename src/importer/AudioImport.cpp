@@ -21,11 +21,19 @@ std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + b);
 }
 
+bool hasBuffers(const imImportAudioRec7& record, std::uint32_t channels) {
+    return channels == 0 || (record.buffer != nullptr &&
+                             std::find(record.buffer, record.buffer + channels, nullptr) == record.buffer + channels);
+}
+
 }  // namespace
 
 csSDK_int32 AudioInfo::importAudio(const imImportAudioRec7& record) {
     if (!m_valid) {
         return imNoErr;
+    }
+    if (!hasBuffers(record, m_format.nChannels)) {
+        return imOtherErr;   // nowhere to put samples
     }
     AudioRange range;
     range.startPos = record.position < 0 ? m_audioPosition : record.position;
