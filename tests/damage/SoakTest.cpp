@@ -142,7 +142,7 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
     expectNothingHeld();
     const ProcessSize before = processSize();
 
-    // Each round opens each of some 130 files twice.
+    // Each round opens each of some 190 files twice.
     for (int round = 0; round < SOAK_ROUNDS && !HasFatalFailure(); ++round) {
         goRound(random);
     }
