@@ -83,7 +83,6 @@ public:
                 replaceLast(smaller, m_used);
             }
         }
-        m_blocks.shrink_to_fit();
     }
 
     void clear() {
@@ -103,7 +102,7 @@ private:
     void makeRoom(std::size_t count) {
         if (m_room < kBlockLength) {
             const std::size_t wanted = m_room + std::min(count, kBlockLength);
-            growOnly(std::min(kBlockLength, std::max({kFirstLength, 2 * m_room, wanted})));
+            growLast(std::min(kBlockLength, std::max({kFirstLength, 2 * m_room, wanted})));
         } else if (lastBlocksAreEqual()) {
             // One memory is enough for both, and that of the second becomes the new block.
             m_blocks.push_back(m_blocks.back());
@@ -116,8 +115,8 @@ private:
         }
     }
 
-    /// Makes the only block, which there may not be yet, so long.
-    void growOnly(std::size_t room) {
+    /// Makes the last block, if there is one yet, so long.
+    void growLast(std::size_t room) {
         if (m_blocks.empty()) {
             addBlock(room);
             m_room = room;

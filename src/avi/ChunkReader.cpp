@@ -10,8 +10,12 @@ namespace {
 // Headers of an ordinary file fit into one block; the walk over zeros costs a read per 8192 chunks.
 constexpr std::uint64_t kBlockSize = 64 * 1024;
 
-// Far from what was read before, behind gigabytes of media, are two or three headers.
+// Far from what was read before, behind gigabytes of media, are two or three headers. Only at the end of the file are
+// there more: the index of a short clip.
 constexpr std::uint64_t kFarBlockSize = 4 * 1024;
+
+// What a header read by itself counts as.
+constexpr std::uint64_t kSingleReadCost = 512;
 
 std::uint64_t notNegative(std::int64_t value) {
     return static_cast<std::uint64_t>(std::max<std::int64_t>(value, 0));
@@ -23,8 +27,9 @@ ChunkReader::ChunkReader(fileio::File& file)
     : m_file(file),
       m_start(notNegative(file.tell())),
       m_fileSize(notNegative(file.size())),
-      m_directBudget(m_fileSize + avi::kOverlapAllowance),
-      m_blockBudget(std::min(avi::kHeaderPasses * m_fileSize + avi::kOverlapAllowance, avi::kMaxHeaderBytes)) {}
+      m_directBudget(std::min(m_fileSize + avi::kOverlapAllowance, avi::kMaxIndexBytes)),
+      m_blockBudget(std::min(avi::kHeaderPasses * std::min(m_fileSize, avi::kMaxHeaderBytes) + avi::kOverlapAllowance,
+                             avi::kMaxHeaderBytes)) {}
 
 std::uint64_t ChunkReader::existing(std::uint64_t position, std::uint64_t count) const {
     return position < m_fileSize ? std::min(count, m_fileSize - position) : 0;
@@ -37,14 +42,15 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
     while (done < wanted) {
         const std::uint64_t where = position + done;
         const Block* block = findBlock(where);
+        if (!block && m_blockBudget < kBlockSize) {
+            return done;
+        }
         if (!block && !isInFault(where)) {
-            if (m_blockBudget < kBlockSize) {
-                return done;
-            }
             block = loadBlock(where);
         }
         if (!block) {
             // A fault somewhere in the block must not take away the bytes before it.
+            m_blockBudget -= kSingleReadCost;
             return done + readFile(where, bytes + done, wanted - done);
         }
         const std::uint64_t skip = where - block->position;
@@ -57,21 +63,18 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
 
 std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination, std::uint64_t count) {
     const std::uint64_t wanted = existing(position, count);
-    if (wanted == 0 || !mayReadDirect(position, wanted)) {
+    const std::uint64_t cost = costOf(position, wanted);
+    if (wanted == 0 || cost > m_directBudget) {
         return 0;
     }
-    m_directBudget -= costOf(position, wanted);
+    m_directBudget -= cost;
     return readPreferringBlocks(position, destination, wanted);
 }
 
-bool ChunkReader::mayReadDirect(std::uint64_t position, std::uint64_t count) const {
-    return costOf(position, existing(position, count)) <= m_directBudget;
-}
-
 void ChunkReader::setAside(std::uint64_t position, std::uint64_t count) {
-    // At most the file's size and the cost of a last piece: the budget always has as much.
+    // With the cost of a last piece.
     if (const std::uint64_t bytes = existing(position, count)) {
-        m_setAside = bytes + avi::kLeastReadCost;
+        m_setAside = std::min(bytes + avi::kLeastReadCost, m_directBudget);
         m_directBudget -= m_setAside;
     }
 }
@@ -119,14 +122,14 @@ bool ChunkReader::isLoaded(std::uint64_t position, std::uint64_t count) const {
     return block && block->holds(position + count - 1);
 }
 
-/// What so many bytes, of which the file has all, take away from the budget.
+/// What an index's bytes, of which the file has all, take away from the budget.
 std::uint64_t ChunkReader::costOf(std::uint64_t position, std::uint64_t count) const {
     return count == 0 || isLoaded(position, count) ? count : std::max(count, avi::kLeastReadCost);
 }
 
-/// Whether this is no place in a row of small chunks.
+/// Whether the place is neither just behind a block, as the next of many small chunks is, nor at the end of the file.
 bool ChunkReader::liesFar(std::uint64_t position) const {
-    return m_blocks[0].length != 0 && std::none_of(m_blocks.begin(), m_blocks.end(), [position](const Block& block) {
+    return m_blocks[0].length != 0 && m_fileSize - position > kBlockSize && std::none_of(m_blocks.begin(), m_blocks.end(), [position](const Block& block) {
                const std::uint64_t end = block.position + block.length;
                return block.length != 0 && position >= end && position - end < kBlockSize;
            });
@@ -139,7 +142,7 @@ const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
     block.bytes.resize(kBlockSize);
     block.position = position;
     block.length = readFile(position, block.bytes.data(), size);
-    m_blockBudget -= block.length == size ? kBlockSize : block.length;
+    m_blockBudget -= block.length == kFarBlockSize ? kBlockSize : block.length;
     if (block.length == 0) {
         m_faultPosition = position;
         m_faultLength = size;

@@ -28,12 +28,9 @@ public:
     /// fewer at the end of the file, on failure and when too much was read already.
     std::uint64_t read(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// The same in one read straight into `destination`, for what is large or read once. Gives nothing where
-    /// mayReadDirect says no.
+    /// The same in one read straight into `destination`, for what is large or read once. Gives nothing when too much was
+    /// read this way already: indexes that lie over each other end somewhere.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
-
-    /// Whether readDirect would read so much yet: indexes that lie over each other end somewhere.
-    bool mayReadDirect(std::uint64_t position, std::uint64_t count) const;
 
     /// Keeps back what it takes to read these bytes once with readDirect, until giveBackWhatIsSetAside(): what a file
     /// falls back to must be there when all else has used up its share.
@@ -78,7 +75,7 @@ private:
     std::uint64_t m_fileSize;
     std::uint64_t m_directBudget;   // bytes that readDirect may still read
     std::uint64_t m_setAside = 0;   // bytes of it that are kept back, no longer counted there
-    std::uint64_t m_blockBudget;    // bytes that may still be read into blocks; a short block counts as a long one
+    std::uint64_t m_blockBudget;    // bytes that may still be read for headers; a far block counts as a whole one
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;
     // Where a block could not be read. Each try can take a failing disk half a minute, and there may be dozens of

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Once an index of the stream was found wanting, what its super index leads to is likely to be media, and the first
-/// piece of each all that is read.
+/// Once a stream's OpenDML index has shown any fault, what else its super index leads to may be media, and the first piece
+/// of each place all that is read.
 constexpr std::uint64_t kDoubtfulPiece = 64 * 1024;
 
 /// Room for entries as the size field gives it, in the 32-bit signed arithmetic that files are judged by: a size
@@ -80,7 +80,7 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
         m_superIndexEntries.appendAll(
             records.nextRun<avi::SuperIndexEntry>(backed - m_superIndexEntries.size()));
     }
-    if (records.wasRefused() && m_useOpenDmlIndex) {
+    if (records.wasDenied() && m_useOpenDmlIndex) {
         failTooShort();
     }
     readStdIndexes(context);
@@ -132,8 +132,8 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
 
     for (std::uint32_t done = 0; done < count;) {
         if (done < backed && records.remaining() == 0) {
-            // The file is shorter than it said, or cannot be read from here on. What is only refused it may well have.
-            if (records.wasRefused() || !takeUnbacked(context, unbackedLeft, backed - done)) {
+            // The file is shorter than it said; but what was denied it may well have.
+            if (records.wasDenied() || !takeUnbacked(context, unbackedLeft, backed - done)) {
                 return failUnreadable();
             }
             backed = done;

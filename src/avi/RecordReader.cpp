@@ -16,8 +16,8 @@ RecordReader::RecordReader(ChunkReader& reader, std::uint64_t position, std::uin
 bool RecordReader::readPiece() {
     const std::uint64_t wanted = std::min(m_left, m_pieceSize);
     m_taken = 0;
-    m_refused = !m_reader.mayReadDirect(m_position, wanted);
     m_filled = m_reader.readDirect(m_position, m_piece, wanted);
+    m_denied = wanted > 0 && m_filled == 0;
     m_position += m_filled;
     m_left = m_filled == wanted ? m_left - wanted : 0;
     return m_filled > 0;

@@ -26,8 +26,9 @@ public:
     /// Bytes not yet taken that the file has.
     std::uint64_t remaining() const { return m_filled - m_taken + m_left; }
 
-    /// Whether the chunk reader refused a piece that the file has; remaining() is 0 then.
-    bool wasRefused() const { return m_refused; }
+    /// Whether of a piece that the file has nothing came: the chunk reader refuses it, or the disk fails there. What is
+    /// in the file is then not known, and remaining() is 0.
+    bool wasDenied() const { return m_denied; }
 
     /// The next record; its bytes past the end are zero.
     template <typename Record>
@@ -71,6 +72,6 @@ private:
     std::uint8_t* m_piece;  // aligned for every record
     std::uint64_t m_filled = 0;
     std::uint64_t m_taken = 0;
-    bool m_refused = false;
+    bool m_denied = false;
     alignas(std::max_align_t) std::array<std::uint8_t, kLargestRecord> m_single;
 };

@@ -13,7 +13,8 @@ enum OpenMode : std::uint32_t {
     kOpenShareRead = 8,   ///< let others read meanwhile; without it the file is ours alone
 };
 
-/// A file with one current position. A failure shows in the result; only open() may throw, and only std::bad_alloc.
+/// A file with one current position. A failure shows in the result; only open() may throw, and only for want of memory
+/// or for a path beyond all bounds.
 /// An object serves one thread at a time; different objects are independent of each other.
 class File {
 public:

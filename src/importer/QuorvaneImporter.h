@@ -35,8 +35,8 @@ public:
     csSDK_int32 OnCloseFile(imFileRef* fileRef);
 
     // Parses the file, selects a stream and describes it: 0, imIterateStreams when more streams follow,
-    // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise. Where it throws,
-    // no stream is selected.
+    // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise. Where it
+    // throws, no stream is selected.
     csSDK_int32 OnGetInfo8(imFileInfoRec8* record);
 
     // These throw std::logic_error when no video stream (for the last two: audio stream) is selected.

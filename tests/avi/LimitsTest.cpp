@@ -46,6 +46,20 @@ TEST(Limits, AByteBehindEightMebibytesOfFormatsCannotBeRead) {
     EXPECT_EQ(parsed.parser.streams().size(), 9u) << "an empty one is nothing to read";
 }
 
+TEST(Limits, FormatsThatCannotBeReadCountAmongTheEightMebibytes) {
+    // Behind 64 KiB of other things, so that they are not read together with the headers.
+    const Bytes mebibyte = list("strl", {strh({}), strf(filled(kMiB))});
+    std::vector<Bytes> strls = {list("strl", {strh({}), strf({}), chunk("JUNK", filled(70'000))})};
+    strls.insert(strls.end(), 9, mebibyte);
+    const Bytes bytes = riff("AVI ", {samples::hdrl(strls)});
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(positionOf(bytes, "strf", 1) + kMiB / 2);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "stream[1]: strf data read error\nstream[9]: strf data read error\n");
+}
+
 TEST(Limits, TenThousandStreamsAreTaken) {
     Parsed parsed(fileWithFormats(10'000, 0));
     EXPECT_EQ(parsed.errors(), "");
@@ -157,20 +171,48 @@ TEST(Limits, AnIndexThatCannotBeReadToItsEndTakesNoMemoryForTheRest) {
               std::string::npos);
 }
 
-TEST(Limits, AShortRestOfAnIndexThatCannotBeReadIsZeroAndCounts) {
-    // Five MiB: the second piece of four fails. What is left of it is no more than a file cut short may lack.
-    constexpr std::uint32_t count = 5 * 131'072;
+/// A file whose last bytes are a standard index of so many entries.
+Bytes fileOfOneIndex(std::uint32_t count) {
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})})})});
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
-    const Bytes bytes = head + ix("ix00", {.entriesInUse = count, .entries = {{1, 10}}}) + filled(8 * (count - 1));
+    return head + ix("ix00", {.entriesInUse = count, .entries = {{1, 10}}}) + filled(8 * (count - 1));
+}
+
+TEST(Limits, AnIndexWithAFaultBehindItsFirstPieceCannotBeRead) {
+    // Five MiB: the second piece of four fails.
+    const Bytes bytes = fileOfOneIndex(5 * 131'072);
     fileio::MemoryFile memory(bytes);
     fileio::FaultFile file(memory);
     file.breakByte(bytes.size() - 1000);
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
-    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
+    const std::string at = std::to_string(positionOf(bytes, "ix00") + 8);
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\nstream[0]: could not read standard index at: " +
+                                      at + ", size: " + std::to_string(24 + 8 * 5 * 131'072) + "\n");
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+}
+
+TEST(Limits, AShortRestOfAnIndexThatTheFileLacksIsZeroAndCounts) {
+    // The file gives three MiB of the first piece, as if it ended there: a little less than a quarter of a million
+    // entries are missing.
+    constexpr std::uint32_t count = 3 * 131'072 + 249'000;
+    fileio::MemoryFile memory(fileOfOneIndex(count));
+    fileio::FaultFile file(memory);
+    file.limitReads(3 * kMiB);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
     EXPECT_TRUE(parser.streams().at(0)->useOpenDmlIndex());
     EXPECT_EQ(parser.streams().at(0)->chunkCount(), count);
+}
+
+TEST(Limits, ALongRestOfAnIndexThatTheFileLacksCannotBeRead) {
+    fileio::MemoryFile memory(fileOfOneIndex(3 * 131'072 + 251'000));
+    fileio::FaultFile file(memory);
+    file.limitReads(3 * kMiB);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+    EXPECT_TRUE(parser.streams().at(0)->openDmlChunks().empty());
 }
 
 TEST(Limits, ASuperIndexThatCannotBeReadTakesNoMemoryForItsClaims) {

@@ -46,6 +46,15 @@ TEST(ReadCount, ALargeFileIsReadAtItsHeadAndAtItsEnd) {
     EXPECT_EQ(file.reads()[0].got, 65536u);
 }
 
+TEST(ReadCount, AnIndexOfUpTo64KiBComesWithTheEndOfTheFile) {
+    fileio::SparseFile sparse = largeFile(4095);
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.streams()[0]->chunkCount(), 4095u);
+    EXPECT_EQ(file.reads().size(), 2u);
+}
+
 TEST(ReadCount, ALargeIndexIsReadInEightPieces) {
     fileio::SparseFile sparse = largeFile(100'000);
     fileio::FaultFile file(sparse);
@@ -139,6 +148,21 @@ TEST(ReadCount, AFaultBehindTheHeadersIsRunIntoOnce) {
     EXPECT_EQ(parser.errorText(), "");
     EXPECT_EQ(parser.streams().size(), 3u);
     EXPECT_EQ(failedReads(file), 1u);
+}
+
+// Around a fault each header is read by itself: eight thousand of them, and no more than a small file may have.
+TEST(ReadCount, ZerosAroundAFaultAreNotReadEightBytesAtATimeForEver) {
+    const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {})});
+    fileio::SparseFile sparse(std::int64_t{8} << 20);
+    sparse.put(0, head);
+    fileio::FaultFile file(sparse);
+    for (std::uint64_t block = 1; block < 128; ++block) {
+        file.breakByte(block * 65'536 - 1);
+    }
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
+    EXPECT_LT(file.reads().size(), ((16u << 20) + (4u << 20)) / 512);
 }
 
 TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {

@@ -163,6 +163,26 @@ TEST(ReadBudget, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
     EXPECT_EQ(parser.streams()[1]->format(), filled(70'000, 7));
 }
 
+// The same in a file so large that the bound does not depend on its size.
+bool holdsInALargeFile(std::uint32_t entries) {
+    constexpr std::int64_t kByteAt = std::int64_t{5} << 30;
+    const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(entries, {kByteAt - 8, 9})};
+    const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
+    fileio::SparseFile file(kByteAt + 1);
+    file.put(0, head + text("JUNK") + u32(0xFFFFFFF0));
+    file.put(kByteAt, u8(2));
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.streams().at(0)->stdIndexes().size(), entries);
+    return parser.streams().at(0)->useOpenDmlIndex();
+}
+
+// 4 GiB hold a super index of 24 bytes and so many entries of 16, with 4 KiB for each of them: 1,044,495 times 4112 are
+// 3,200 bytes less.
+TEST(ReadBudget, LetsFourGibibytesOfIndexesBeRead) { EXPECT_TRUE(holdsInALargeFile(1'044'495)); }
+
+TEST(ReadBudget, RefusesTheIndexBehindThoseHoweverLargeTheFileIs) { EXPECT_FALSE(holdsInALargeFile(1'044'496)); }
+
 // A megabyte of media with an "idx1" of 10,000 entries behind it, which is more than is read with the headers, and a
 // super index that leads so often to one byte of the media.
 std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t oneByteIndexes) {
