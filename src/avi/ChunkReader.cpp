@@ -129,10 +129,12 @@ std::uint64_t ChunkReader::costOf(std::uint64_t position, std::uint64_t count) c
 
 /// Whether the place is neither just behind a block, as the next of many small chunks is, nor at the end of the file.
 bool ChunkReader::liesFar(std::uint64_t position) const {
-    return m_blocks[0].length != 0 && m_fileSize - position > kBlockSize && std::none_of(m_blocks.begin(), m_blocks.end(), [position](const Block& block) {
-               const std::uint64_t end = block.position + block.length;
-               return block.length != 0 && position >= end && position - end < kBlockSize;
-           });
+    const auto isJustBehind = [position](const Block& block) {
+        const std::uint64_t end = block.position + block.length;
+        return block.length != 0 && position >= end && position - end < kBlockSize;
+    };
+    return m_blocks[0].length != 0 && m_fileSize - position > kBlockSize &&
+           std::none_of(m_blocks.begin(), m_blocks.end(), isJustBehind);
 }
 
 /// Null where nothing could be read.

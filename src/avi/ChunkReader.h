@@ -28,8 +28,8 @@ public:
     /// fewer at the end of the file, on failure and when too much was read already.
     std::uint64_t read(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// The same in one read straight into `destination`, for what is large or read once. Gives nothing when too much was
-    /// read this way already: indexes that lie over each other end somewhere.
+    /// The same in one read straight into `destination`, for what is large or read once. Gives nothing when too much
+    /// was read this way already: indexes that lie over each other end somewhere.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
 
     /// Keeps back what it takes to read these bytes once with readDirect, until giveBackWhatIsSetAside(): what a file

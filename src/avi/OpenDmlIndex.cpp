@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Once a stream's OpenDML index has shown any fault, what else its super index leads to may be media, and the first piece
-/// of each place all that is read.
+/// Once a stream's OpenDML index has shown any fault, what else its super index leads to may be media, and the first
+/// piece of each place all that is read.
 constexpr std::uint64_t kDoubtfulPiece = 64 * 1024;
 
 /// Room for entries as the size field gives it, in the 32-bit signed arithmetic that files are judged by: a size

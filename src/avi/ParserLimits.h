@@ -46,15 +46,15 @@ constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 /// of indexes; a forged file can have terabytes of them that cost nothing on disk.
 constexpr std::uint64_t kMaxIndexBytes = std::uint64_t{4} << 30;
 
-/// A read of an index that goes to the file, and is not among the headers, counts as at least so many of those bytes. A
-/// recorder writes an
-/// index chunk behind megabytes of media; a damaged super index can lead to millions of indexes of a byte each, and on
-/// a network drive each of them takes a journey there and back.
+/// A read of an index that goes to the file, and is not among the headers, counts as at least so many of those bytes.
+/// A recorder writes an index chunk behind megabytes of media; a damaged super index can lead to millions of indexes of
+/// a byte each, and on a network drive each of them takes a journey there and back.
 constexpr std::uint64_t kLeastReadCost = 4096;
 
 /// Reads for chunk headers may take in twice as many bytes as the file has, and kOverlapAllowance more. A read far from
-/// all others takes 4 KiB and counts as the 64 KiB that others take, since it is the journey that costs. The walk over an honest file reads no byte twice, and the headers once more at most; lists
-/// that run past their parents' ends lead it over the same gigabytes again and again.
+/// all others takes 4 KiB and counts as the 64 KiB that others take, since it is the journey that costs. The walk over
+/// an honest file reads no byte twice, and the headers once more at most; lists that run past their parents' ends lead
+/// it over the same gigabytes again and again.
 constexpr std::uint64_t kHeaderPasses = 2;
 
 /// And never more than this, which is 65,536 reads. A recording of a terabyte takes some two thousand, one or two for

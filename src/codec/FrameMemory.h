@@ -14,8 +14,8 @@ public:
     // and all other functions of the class may run on any number of threads at once.
     FrameMemory();
 
-    // Leaves it to a later request, unless the compressed frame had more than 16 MiB, or 64 MiB or 16 frames are left
-    // already: such frames get new memory each time.
+    // Leaves it to a later request, unless it has room for more than 16 MiB, or more than 64 MiB or 16 frames would be
+    // left: such frames get new memory each time.
     ~FrameMemory();
 
     FrameMemory(const FrameMemory&) = delete;

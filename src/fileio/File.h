@@ -27,7 +27,7 @@ public:
     /// Closes the file; does nothing when it is closed.
     virtual void close() = 0;
 
-    /// Size in bytes; 0 when it cannot be told.
+    /// Size in bytes; 0 when it cannot be told. The position stays.
     virtual std::int64_t size() = 0;
 
     /// Current position in bytes from the start; 0 when it cannot be told.

@@ -17,6 +17,10 @@ struct AudioInfo::AudioRange {
 
 namespace {
 
+// Empty chunks that one request looks at one by one. A damaged index can list hundreds of millions of them in a row,
+// and each is a line of the log.
+constexpr std::size_t kMostEmptyChunks = 10'000;
+
 std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + b);
 }
@@ -35,9 +39,6 @@ bool hasBuffers(const imImportAudioRec7& record, std::uint32_t channels) {
 csSDK_int32 AudioInfo::importAudio(const imImportAudioRec7& record) {
     if (!m_valid) {
         return imNoErr;
-    }
-    if (!hasBuffers(record, m_format.nChannels)) {
-        return imOtherErr;   // nowhere to put samples
     }
     AudioRange range;
     range.startPos = record.position < 0 ? m_audioPosition : record.position;
@@ -76,10 +77,16 @@ std::uint32_t AudioInfo::readBytes(const AudioRange& range) {
         return done;
     }
     const std::size_t count = m_stream->chunkCount();
-    for (std::size_t i = *first; i < count && done != range.sizeBytes; ++i) {
-        if (!readFromChunk(m_stream->chunk(i), range, done)) {
+    std::size_t emptyChunks = 0;
+    for (std::size_t i = *first; i < count && done != range.sizeBytes;) {
+        const AviChunk chunk = m_stream->chunk(i);
+        if (!readFromChunk(chunk, range, done)) {
             break;
         }
+        emptyChunks += chunk.size == 0;
+        i = emptyChunks < kMostEmptyChunks
+                ? i + 1
+                : m_stream->findChunkByBytePosition(wrappingSum(range.startPosBytes, done)).value_or(count);
     }
     return done;
 }
@@ -113,6 +120,10 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
 csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange& range) {
     const std::uint32_t channels = m_format.nChannels;
     const std::uint32_t size = record.size;
+    if (size > 0 && !hasBuffers(record, channels)) {
+        Log("importAudio: the host has no buffer for each channel");
+        return imOtherErr;
+    }
     if (m_sampleType == kPrAudioSampleType_32BitFloat) {
         deinterleave32(m_bytes.data(), range.sizeBytes, record.buffer, channels, size);
         return imNoErr;

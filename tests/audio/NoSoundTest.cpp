@@ -48,6 +48,8 @@ TEST_F(NoSound, BeforeTheFileIsDescribedIsAnError) {
 TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
     SoundClip clip(session(), soundFile({}, noise({}, 100), 100));
     const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(0, 20, 0).result, imOtherErr); });
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[lines.size() - 2], "importAudio: the host has no buffer for each channel");
     EXPECT_EQ(lines.back(), "    [imOtherErr] (5)");
     float left[20] = {};
     float* oneOfTwo[] = {left, nullptr};
@@ -57,6 +59,11 @@ TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
     record->buffer = oneOfTwo;
     EXPECT_EQ(session().exchange(imImportAudio7, std::move(record), nullptr).result, imOtherErr);
     EXPECT_EQ(left[0], 0.0F) << "nothing was written";
+}
+
+TEST_F(NoSound, ForARequestOfNoLengthNeedsNoBuffers) {
+    SoundClip clip(session(), soundFile({}, noise({}, 100), 100));
+    EXPECT_EQ(clip.audio(0, 0, 0).result, imNoErr);
 }
 
 TEST_F(NoSound, OfAnInvalidStreamIsNoErrorAndLeavesTheBuffers) {

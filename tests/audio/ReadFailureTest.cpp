@@ -31,10 +31,14 @@ Bytes fileWithCutChunk(const Bytes& data) {
     return indexedSoundFile({{at, 400}, {at + 300, 400}, {at, 400}}, data);
 }
 
-// 100 frames, then `empty` chunks without bytes at that place, then the same 100 again.
-Bytes fileWithEmptyChunks(const Bytes& data, std::size_t empty, std::uint64_t place) {
+constexpr std::uint64_t kPlaceThatNoFileHas = 0xFFFFFFFFFFFFFC18;
+
+// 100 frames, then `empty` chunks without bytes at that place, then the same 100 again. The empty chunk with the number
+// `unreachable`, counted from 1, lies where no file has a place.
+Bytes fileWithEmptyChunks(const Bytes& data, std::size_t empty, std::uint64_t place, std::size_t unreachable = 0) {
     const std::uint64_t at = indexedDataPosition(empty + 2);
     std::vector<IndexedChunk> index(empty + 2, {place, 0});
+    index[unreachable] = {kPlaceThatNoFileHas, 0};
     index.front() = index.back() = {at, 400};
     return indexedSoundFile(index, data);
 }
@@ -95,7 +99,7 @@ TEST_F(ReadFailure, IsMetAgainByTheSameRequest) {
 }
 
 TEST_F(ReadFailure, OfAnEmptyChunkIsOneOfASeekToAPlaceThatNoFileHas) {
-    SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 1, 0xFFFFFFFFFFFFFC18));
+    SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 1, kPlaceThatNoFileHas));
     EXPECT_EQ(readingLog(clip, 50, 100), (Lines{"reading : 200, 712, 200", "reading : 400, -1000, 0",
                                                 "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
 }
@@ -123,6 +127,25 @@ TEST_F(ReadFailure, CannotComeOfTheDiskForEmptyChunksWhichCostNoCallOfIt) {
                       joined(referenceSound(kStereo, data, 0, 100), referenceSound(kStereo, data, 0, 100))));
     EXPECT_EQ(disk.calls(hostkit::DiskCall::Seek), 2);
     EXPECT_EQ(disk.calls(hostkit::DiskCall::Read), 2);
+}
+
+// Each of ten thousand empty chunks is looked at and has its line; those behind them are passed over, with the place
+// that no file has.
+TEST_F(ReadFailure, OfTheTenThousandthEmptyChunkEndsTheSound) {
+    SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 10'000, 400, 10'000));
+    const Lines lines = readingLog(clip, 0, 200);
+    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u);
+    EXPECT_EQ(lines.back(), "fill    : 400");
+}
+
+TEST_F(ReadFailure, OfAnEmptyChunkBehindTenThousandIsNotNoticed) {
+    const Bytes data = noise(kStereo, 100);
+    SoundClip clip(session(), fileWithEmptyChunks(data, 10'001, 400, 10'001));
+    const Lines lines = readingLog(clip, 0, 200);
+    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u);
+    EXPECT_EQ(lines.back(), "fill    : 0");
+    EXPECT_TRUE(holds(clip.audio(0, 200, 2),
+                      joined(referenceSound(kStereo, data, 0, 100), referenceSound(kStereo, data, 0, 100))));
 }
 
 TEST_F(ReadFailure, OfEightBitsLeavesTheLowestSample) {

@@ -187,7 +187,8 @@ TEST(Limits, AnIndexWithAFaultBehindItsFirstPieceCannotBeRead) {
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
     const std::string at = std::to_string(positionOf(bytes, "ix00") + 8);
-    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\nstream[0]: could not read standard index at: " +
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n"
+                                  "stream[0]: could not read standard index at: " +
                                       at + ", size: " + std::to_string(24 + 8 * 5 * 131'072) + "\n");
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }

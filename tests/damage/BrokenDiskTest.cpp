@@ -156,7 +156,7 @@ TEST_F(BrokenDisk, AFileThatEndsInTheMiddleOfAPictureKeepsThePicturesBefore) {
 
 TEST_F(BrokenDisk, AHalfReadPictureIsNeverDecodedTogetherWithAnEarlierOne) {
     DiskFaults disk(m_library);
-    EXPECT_EQ(picture(7), imNoErr);     // its bytes are in the buffer of no other request
+    EXPECT_EQ(picture(7), imNoErr);     // the next request gets its buffer, with its bytes
     disk.halveReads();
     EXPECT_EQ(picture(8), imFileReadFailed);
     EXPECT_EQ(m_plugin.host().frames().alive(), 0);
