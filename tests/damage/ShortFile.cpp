@@ -18,7 +18,7 @@ bool ShortFile::seek(std::int64_t pos) {
 
 std::uint64_t ShortFile::read(void* buffer, std::uint64_t count) {
     const auto begin = static_cast<std::uint64_t>(m_position);
-    if (begin >= m_end) {
+    if (begin >= m_end || count == 0) {
         return 0;
     }
     const auto part = static_cast<std::size_t>(std::min({count, m_mostOfARead, m_end - begin}));
