@@ -81,11 +81,11 @@ bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {
 
 bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
     const std::int64_t room = static_cast<std::int64_t>(std::min(avi::kMaxFormatBytes, context.formatBytesLeft));
-    if (strf.dataSize() > room || !context.reader.readWholeChunk(strf, m_format)) {
+    if (strf.dataSize() > room || !context.reader.hasWholeChunk(strf)) {
         return false;
     }
-    context.formatBytesLeft -= m_format.size();
-    return true;
+    context.formatBytesLeft -= static_cast<std::uint64_t>(strf.dataSize());   // also where it then cannot be read
+    return context.reader.readWholeChunk(strf, m_format);
 }
 
 void AviStream::shrinkToFit() {

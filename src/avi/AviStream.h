@@ -2,6 +2,7 @@
 #pragma once
 
 #include "avi/AviRecords.h"
+#include "avi/BlockList.h"
 #include "avi/ChunkList.h"
 #include "avi/ChunkReader.h"
 #include "avi/ChunkTree.h"
@@ -20,12 +21,15 @@ struct ParseContext {
     const ChunkTree& tree;
     ErrorText& errors;
     std::uint64_t unbackedEntriesLeft;  ///< index entries that may still be taken from beyond the end of the file
-    std::uint64_t formatBytesLeft;      ///< bytes of formats that may still be kept
+    std::uint64_t formatBytesLeft;      ///< bytes of formats that may still be read
 };
 
 /// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
 class AviStream {
 public:
+    using SuperIndexEntries = BlockList<avi::SuperIndexEntry, EqualBlocks::shared>;
+    using StdIndexHeaders = BlockList<avi::StdIndexHeader, EqualBlocks::shared>;
+
     /// `streamNumber` is the ordinal of the stream's "strl" list, from 0.
     explicit AviStream(std::uint32_t streamNumber);
     AviStream(const AviStream&) = delete;
@@ -46,11 +50,11 @@ public:
     const avi::SuperIndexHeader& superIndexHeader() const { return m_superIndexHeader; }
 
     /// The entries in use of which the file has at least a part.
-    const std::vector<avi::SuperIndexEntry>& superIndexEntries() const { return m_superIndexEntries; }
+    const SuperIndexEntries& superIndexEntries() const { return m_superIndexEntries; }
 
     /// The head of the standard index of each super index entry, also of one that was refused; all zero where
     /// nothing was read.
-    const std::vector<avi::StdIndexHeader>& stdIndexes() const { return m_stdIndexes; }
+    const StdIndexHeaders& stdIndexes() const { return m_stdIndexes; }
 
     /// True when an OpenDML index was read without any fault; the lookups below then use it, else "idx1".
     bool useOpenDmlIndex() const { return m_useOpenDmlIndex; }
@@ -94,6 +98,7 @@ private:
     void report(ParseContext& context, const char* text, std::initializer_list<Value> values = {}) const;
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
+    void readStdIndexes(ParseContext& context);
     void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
                       std::uint64_t& unbackedLeft);
 
@@ -101,8 +106,8 @@ private:
     avi::AVISTREAMHEADER m_header{};
     std::vector<std::uint8_t> m_format;
     avi::SuperIndexHeader m_superIndexHeader{};
-    std::vector<avi::SuperIndexEntry> m_superIndexEntries;
-    std::vector<avi::StdIndexHeader> m_stdIndexes;
+    SuperIndexEntries m_superIndexEntries;
+    StdIndexHeaders m_stdIndexes;
     bool m_useOpenDmlIndex = false;
     ChunkList m_idx1Chunks;
     ChunkList m_openDmlChunks;

@@ -10,6 +10,9 @@ namespace {
 // Headers of an ordinary file fit into one block; the walk over zeros costs a read per 8192 chunks.
 constexpr std::uint64_t kBlockSize = 64 * 1024;
 
+// Far from what was read before, behind gigabytes of media, are two or three headers.
+constexpr std::uint64_t kFarBlockSize = 4 * 1024;
+
 std::uint64_t notNegative(std::int64_t value) {
     return static_cast<std::uint64_t>(std::max<std::int64_t>(value, 0));
 }
@@ -21,7 +24,7 @@ ChunkReader::ChunkReader(fileio::File& file)
       m_start(notNegative(file.tell())),
       m_fileSize(notNegative(file.size())),
       m_directBudget(m_fileSize + avi::kOverlapAllowance),
-      m_blockBudget(avi::kHeaderPasses * m_fileSize + avi::kOverlapAllowance) {}
+      m_blockBudget(std::min(avi::kHeaderPasses * m_fileSize + avi::kOverlapAllowance, avi::kMaxHeaderBytes)) {}
 
 std::uint64_t ChunkReader::existing(std::uint64_t position, std::uint64_t count) const {
     return position < m_fileSize ? std::min(count, m_fileSize - position) : 0;
@@ -34,7 +37,7 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
     while (done < wanted) {
         const std::uint64_t where = position + done;
         const Block* block = findBlock(where);
-        if (!block) {
+        if (!block && !isInFault(where)) {
             if (m_blockBudget < kBlockSize) {
                 return done;
             }
@@ -58,8 +61,7 @@ std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination,
         return 0;
     }
     m_directBudget -= costOf(position, wanted);
-    return isLoaded(position, wanted) ? read(position, destination, wanted)
-                                      : readFile(position, destination, wanted);
+    return readPreferringBlocks(position, destination, wanted);
 }
 
 bool ChunkReader::mayReadDirect(std::uint64_t position, std::uint64_t count) const {
@@ -86,18 +88,24 @@ bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::u
     return read(node.dataPosition(), destination, count) == count;
 }
 
+bool ChunkReader::hasWholeChunk(const ChunkNode& node) const {
+    const std::uint64_t size = notNegative(node.dataSize());
+    return existing(node.dataPosition(), size) == size;
+}
+
 bool ChunkReader::readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data) {
     const std::uint64_t size = notNegative(node.dataSize());
-    if (existing(node.dataPosition(), size) != size || size > m_directBudget) {
-        return false;
-    }
     data.resize(static_cast<std::size_t>(size));
-    return readDirect(node.dataPosition(), data.data(), size) == size;
+    return size == 0 || readPreferringBlocks(node.dataPosition(), data.data(), size) == size;
 }
 
 std::uint8_t* ChunkReader::pieceRoom(std::size_t size) {
     m_piece.growTo(size);
     return m_piece.data();
+}
+
+bool ChunkReader::isInFault(std::uint64_t position) const {
+    return position >= m_faultPosition && position - m_faultPosition < m_faultLength;
 }
 
 const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
@@ -116,13 +124,33 @@ std::uint64_t ChunkReader::costOf(std::uint64_t position, std::uint64_t count) c
     return count == 0 || isLoaded(position, count) ? count : std::max(count, avi::kLeastReadCost);
 }
 
+/// Whether this is no place in a row of small chunks.
+bool ChunkReader::liesFar(std::uint64_t position) const {
+    return m_blocks[0].length != 0 && std::none_of(m_blocks.begin(), m_blocks.end(), [position](const Block& block) {
+               const std::uint64_t end = block.position + block.length;
+               return block.length != 0 && position >= end && position - end < kBlockSize;
+           });
+}
+
+/// Null where nothing could be read.
 const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
+    const std::uint64_t size = liesFar(position) ? kFarBlockSize : kBlockSize;
     Block& block = m_blocks[0].length == 0 ? m_blocks[0] : m_blocks[1];
     block.bytes.resize(kBlockSize);
     block.position = position;
-    block.length = readFile(position, block.bytes.data(), kBlockSize);
-    m_blockBudget -= block.length;
-    return block.length == 0 ? nullptr : &block;
+    block.length = readFile(position, block.bytes.data(), size);
+    m_blockBudget -= block.length == size ? kBlockSize : block.length;
+    if (block.length == 0) {
+        m_faultPosition = position;
+        m_faultLength = size;
+        return nullptr;
+    }
+    return &block;
+}
+
+/// In one read, unless a block has all of it.
+std::uint64_t ChunkReader::readPreferringBlocks(std::uint64_t position, void* destination, std::uint64_t count) {
+    return isLoaded(position, count) ? read(position, destination, count) : readFile(position, destination, count);
 }
 
 std::uint64_t ChunkReader::readFile(std::uint64_t position, void* destination, std::uint64_t count) {

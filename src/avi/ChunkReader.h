@@ -32,7 +32,7 @@ public:
     /// mayReadDirect says no.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// Whether readDirect would read so much yet: formats and indexes that lie over each other end somewhere.
+    /// Whether readDirect would read so much yet: indexes that lie over each other end somewhere.
     bool mayReadDirect(std::uint64_t position, std::uint64_t count) const;
 
     /// Keeps back what it takes to read these bytes once with readDirect, until giveBackWhatIsSetAside(): what a file
@@ -44,8 +44,11 @@ public:
     /// was read is in `destination` all the same.
     bool readChunkData(const ChunkNode& node, void* destination, std::uint64_t count);
 
-    /// Reads all data of a chunk into `data`. True only when all of it was read. No more memory is taken than the
-    /// file has bytes.
+    /// Whether all data of a chunk lies inside the file.
+    bool hasWholeChunk(const ChunkNode& node) const;
+
+    /// Reads all data of a chunk, of which the file must have all, into `data`. True only when all of it was read. How
+    /// much is read this way is for the caller to bound.
     bool readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data);
 
     /// Room for a piece of so many bytes, aligned for any type; the same for every piece, so that thousands of indexes
@@ -64,7 +67,10 @@ private:
     const Block* findBlock(std::uint64_t position) const;
     bool isLoaded(std::uint64_t position, std::uint64_t count) const;
     std::uint64_t costOf(std::uint64_t position, std::uint64_t count) const;
+    bool isInFault(std::uint64_t position) const;
+    bool liesFar(std::uint64_t position) const;
     const Block* loadBlock(std::uint64_t position);
+    std::uint64_t readPreferringBlocks(std::uint64_t position, void* destination, std::uint64_t count);
     std::uint64_t readFile(std::uint64_t position, void* destination, std::uint64_t count);
 
     fileio::File& m_file;
@@ -72,8 +78,12 @@ private:
     std::uint64_t m_fileSize;
     std::uint64_t m_directBudget;   // bytes that readDirect may still read
     std::uint64_t m_setAside = 0;   // bytes of it that are kept back, no longer counted there
-    std::uint64_t m_blockBudget;    // bytes that may still be read into blocks
+    std::uint64_t m_blockBudget;    // bytes that may still be read into blocks; a short block counts as a long one
     // The first block holds the headers, which are wanted again when the walk is at the end of the file.
     std::array<Block, 2> m_blocks;
+    // Where a block could not be read. Each try can take a failing disk half a minute, and there may be dozens of
+    // headers around the place: they are then read by themselves.
+    std::uint64_t m_faultPosition = 0;
+    std::uint64_t m_faultLength = 0;
     ByteBuffer m_piece;
 };

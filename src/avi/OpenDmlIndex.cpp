@@ -8,6 +8,10 @@
 
 namespace {
 
+/// Once an index of the stream was found wanting, what its super index leads to is likely to be media, and the first
+/// piece of each all that is read.
+constexpr std::uint64_t kDoubtfulPiece = 64 * 1024;
+
 /// Room for entries as the size field gives it, in the 32-bit signed arithmetic that files are judged by: a size
 /// from 2 GiB and 24 bytes on has none.
 std::uint32_t superIndexCapacity(std::uint32_t dataSize) {
@@ -72,17 +76,26 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     // Entries beyond the end of the file would be all zero, and such entries are passed over anyway.
     const std::uint64_t backed = std::min<std::uint64_t>(count, backedEntries(records, sizeof(avi::SuperIndexEntry)));
     // Nor are there any behind a place that cannot be read: the file's size is only a claim until then.
-    for (std::uint64_t i = 0; i < backed && records.remaining() > 0; ++i) {
-        m_superIndexEntries.push_back(records.next<avi::SuperIndexEntry>());
+    while (m_superIndexEntries.size() < backed && records.remaining() > 0) {
+        m_superIndexEntries.appendAll(
+            records.nextRun<avi::SuperIndexEntry>(backed - m_superIndexEntries.size()));
     }
     if (records.wasRefused() && m_useOpenDmlIndex) {
         failTooShort();
     }
-    m_stdIndexes.resize(m_superIndexEntries.size());
+    readStdIndexes(context);
+}
+
+void AviStream::readStdIndexes(ParseContext& context) {
     std::uint64_t unbackedLeft = avi::kMaxUnbackedEntriesPerStream;
-    for (std::size_t i = 0; i < m_superIndexEntries.size(); ++i) {
-        if (m_superIndexEntries[i].dwSize >= avi::kChunkHeaderSize) {
-            readStdIndex(context, m_superIndexEntries[i], m_stdIndexes[i], unbackedLeft);
+    const std::size_t count = m_superIndexEntries.size();
+    for (std::size_t i = 0; i < count;) {
+        for (avi::StdIndexHeader& header : m_stdIndexes.extend(count - i)) {
+            const avi::SuperIndexEntry& entry = m_superIndexEntries[i++];
+            header = {};
+            if (entry.dwSize >= avi::kChunkHeaderSize) {
+                readStdIndex(context, entry, header, unbackedLeft);
+            }
         }
     }
 }
@@ -99,7 +112,8 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         fail("could not read standard index at: ", {{position, ", size: "}, {size}});
     };
 
-    RecordReader records(context.reader, position, size);
+    RecordReader records(context.reader, position, size,
+                         m_useOpenDmlIndex ? RecordReader::kLargestPiece : kDoubtfulPiece);
     if (records.remaining() == 0) {
         return failUnreadable();
     }

@@ -1,7 +1,7 @@
 // Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder
 // or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB. Index bytes that
-// the file has are no mere claims: each 8 of a standard index take 16.5 bytes, and so do the zeros of a hole, which
-// cost nothing on disk. An index of zeros looks like one of dropped frames, and is taken for it.
+// the file has are no mere claims: each 8 of a standard index take 16.5 bytes. The zeros of a hole, which cost nothing
+// on disk, take next to none: an index of zeros looks like one of dropped frames, and is taken for it.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ constexpr std::uint32_t kMaxStreams = 10'000;
 /// holes has gigabytes that cost nothing on disk, and a damaged size makes them one format.
 constexpr std::uint64_t kMaxFormatBytes = std::uint64_t{1} << 20;
 
-/// The same for all streams together.
+/// The same for all streams together, and as much is read at most.
 constexpr std::uint64_t kMaxFormatBytesPerFile = std::uint64_t{8} << 20;
 
 /// Index entries of one stream that lie beyond the end of the file or cannot be read, 17 bytes of memory each. Only the
@@ -36,21 +36,25 @@ constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 250'000;
 /// that all claim one are a trap for memory.
 constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 
-/// Formats and indexes may read as many bytes as the file has, and this much more. In an honest file every byte
+/// Indexes may read as many bytes as the file has, and this much more. In an honest file every byte
 /// belongs to one chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes
 /// twice its bytes of memory. The bytes of "idx1", and kLeastReadCost, are set aside before all else: whatever a broken
 /// OpenDML index uses up, a file that has the other can fall back to it.
 constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
-/// A read of formats or indexes that goes to the file counts as at least so many of those bytes. A recorder writes an
+/// A read of an index that goes to the file counts as at least so many of those bytes. A recorder writes an
 /// index chunk behind megabytes of media; a damaged super index can lead to millions of indexes of a byte each, and on
 /// a network drive each of them takes a journey there and back.
 constexpr std::uint64_t kLeastReadCost = 4096;
 
-/// Reads for chunk headers may take in twice as many bytes as the file has, and kOverlapAllowance more. The walk over
-/// an honest file reads no byte twice, and the headers once more at most; lists that run past their parents' ends lead
-/// it over the same gigabytes again and again.
+/// Reads for chunk headers, each of which counts as 64 KiB, may take in twice as many bytes as the file has, and
+/// kOverlapAllowance more. The walk over an honest file reads no byte twice, and the headers once more at most; lists
+/// that run past their parents' ends lead it over the same gigabytes again and again.
 constexpr std::uint64_t kHeaderPasses = 2;
+
+/// And never more than this, which is 65,536 reads. A recording of a terabyte takes some two thousand, one or two for
+/// each of its segments; a forged file can have headers by the half million in terabytes that cost nothing on disk.
+constexpr std::uint64_t kMaxHeaderBytes = std::uint64_t{4} << 30;
 
 /// Collected messages in bytes: more than any reader of a log would look at.
 constexpr std::size_t kMaxErrorText = std::size_t{1} << 20;

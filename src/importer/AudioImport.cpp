@@ -21,11 +21,23 @@ std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + b);
 }
 
+bool hasBuffers(const imImportAudioRec7& record, std::uint32_t channels) {
+    for (std::uint32_t channel = 0; channel < channels; ++channel) {
+        if (record.buffer == nullptr || record.buffer[channel] == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 csSDK_int32 AudioInfo::importAudio(const imImportAudioRec7& record) {
     if (!m_valid) {
         return imNoErr;
+    }
+    if (!hasBuffers(record, m_format.nChannels)) {
+        return imOtherErr;   // nowhere to put samples
     }
     AudioRange range;
     range.startPos = record.position < 0 ? m_audioPosition : record.position;

@@ -38,8 +38,8 @@ public:
     std::string summary() const;
 
     // Delivers a run of sample frames to the host's buffers, one a channel. What lies past the end, or cannot be read,
-    // is filled. Gives 0, or imDecompressionError for samples that cannot be converted; an invalid description leaves
-    // the buffers alone. Throws std::runtime_error when integer samples need an Audio Suite that the host refuses.
+    // is filled. Gives 0, imDecompressionError for samples that cannot be converted, or imOtherErr where the host has no
+    // buffer for each channel; an invalid description leaves the buffers alone. Throws std::runtime_error when integer samples need an Audio Suite that the host refuses.
     // One call at a time.
     csSDK_int32 importAudio(const imImportAudioRec7& record);
 

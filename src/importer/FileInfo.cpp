@@ -45,6 +45,15 @@ csSDK_int32 iterationResult(std::uint64_t streamIndex, std::uint64_t audioStream
 csSDK_int32 QuorvaneImporter::OnGetInfo8(imFileInfoRec8* record) {
     logPrologue();
     Log("fileInfoRec8P->streamIdx: %d", record->streamIdx);
+    try {
+        return selectAndDescribe(record);
+    } catch (...) {
+        deselectStreams();   // the host was not told of them: it has no buffers for their channels
+        throw;
+    }
+}
+
+csSDK_int32 QuorvaneImporter::selectAndDescribe(imFileInfoRec8* record) {
     const csSDK_int32 result = selectStream(record->streamIdx);
     if (!isSelected(result)) {
         return result;
@@ -69,10 +78,14 @@ bool QuorvaneImporter::isSelected(csSDK_int32 result) {
     return result == imNoErr || result == imIterateStreams || result == imBadStreamIndex;
 }
 
-csSDK_int32 QuorvaneImporter::selectStream(csSDK_int32 streamIndex) {
+void QuorvaneImporter::deselectStreams() {
     m_videoInfo.reset();
     m_audioInfo.reset();
     m_audioStreamCount = 0;
+}
+
+csSDK_int32 QuorvaneImporter::selectStream(csSDK_int32 streamIndex) {
+    deselectStreams();
 
     m_file.seek(0);
     if (!m_avi.parse(m_file)) {

@@ -35,7 +35,8 @@ public:
     csSDK_int32 OnCloseFile(imFileRef* fileRef);
 
     // Parses the file, selects a stream and describes it: 0, imIterateStreams when more streams follow,
-    // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise.
+    // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise. Where it throws,
+    // no stream is selected.
     csSDK_int32 OnGetInfo8(imFileInfoRec8* record);
 
     // These throw std::logic_error when no video stream (for the last two: audio stream) is selected.
@@ -74,6 +75,8 @@ protected:
     csSDK_int32 m_accessMode = 0;
 
 private:
+    csSDK_int32 selectAndDescribe(imFileInfoRec8* record);
+    void deselectStreams();
     csSDK_int32 selectVideo();
     void selectAudio(csSDK_int32 streamIndex, const std::vector<std::size_t>& audioStreams);
     std::string analysisText();

@@ -45,6 +45,20 @@ TEST_F(NoSound, BeforeTheFileIsDescribedIsAnError) {
     EXPECT_EQ(lines.back(), kNoAudio);
 }
 
+TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
+    SoundClip clip(session(), soundFile({}, noise({}, 100), 100));
+    const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(0, 20, 0).result, imOtherErr); });
+    EXPECT_EQ(lines.back(), "    [imOtherErr] (5)");
+    float left[20] = {};
+    float* oneOfTwo[] = {left, nullptr};
+    hostkit::HostRecord<imImportAudioRec7> record;
+    record->privateData = clip.session().privateData();
+    record->size = 20;
+    record->buffer = oneOfTwo;
+    EXPECT_EQ(session().exchange(imImportAudio7, std::move(record), nullptr).result, imOtherErr);
+    EXPECT_EQ(left[0], 0.0F) << "nothing was written";
+}
+
 TEST_F(NoSound, OfAnInvalidStreamIsNoErrorAndLeavesTheBuffers) {
     SoundClip clip(session(), soundFile(invalidSound(), {Bytes(400, 1)}, 100));
     EXPECT_TRUE(holds(clip.audio(0, 20, 2), constantSound(hostkit::undeliveredSample(), 2, 20)));

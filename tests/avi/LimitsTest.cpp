@@ -36,10 +36,14 @@ TEST(Limits, EightMebibytesOfFormatsAreKept) {
     EXPECT_EQ(parsed.parser.streams().size(), 8u);
 }
 
-TEST(Limits, AFormatBehindEightMebibytesOfThemCannotBeRead) {
-    Parsed parsed(fileWithFormats(9, kMiB));
+TEST(Limits, AByteBehindEightMebibytesOfFormatsCannotBeRead) {
+    const Bytes mebibyte = list("strl", {strh({}), strf(filled(kMiB))});
+    std::vector<Bytes> strls(8, mebibyte);
+    strls.push_back(list("strl", {strh({}), strf(filled(1))}));
+    strls.push_back(list("strl", {strh({}), strf({})}));
+    Parsed parsed(riff("AVI ", {samples::hdrl(strls)}));
     EXPECT_EQ(parsed.errors(), "stream[8]: strf data read error\n");
-    EXPECT_EQ(parsed.parser.streams().size(), 8u);
+    EXPECT_EQ(parsed.parser.streams().size(), 9u) << "an empty one is nothing to read";
 }
 
 TEST(Limits, TenThousandStreamsAreTaken) {
@@ -54,6 +58,22 @@ TEST(Limits, FurtherStreamsAreLeftOut) {
     EXPECT_EQ(parsed.parser.streams().size(), 10'000u);
 }
 
+TEST(Limits, AMessageIsKeptAsLongAsTheOthersAreOneByteShortOfAMebibyte) {
+    ErrorText errors;
+    errors.add(std::string(kMiB - 1, 'x'));
+    EXPECT_TRUE(errors.hasRoom());
+    errors.add("one more\n");
+    EXPECT_EQ(errors.text().size(), kMiB - 1 + 9);
+}
+
+TEST(Limits, AMessageIsDroppedWhenTheOthersAreAMebibyte) {
+    ErrorText errors;
+    errors.add(std::string(kMiB, 'x'));
+    EXPECT_FALSE(errors.hasRoom());
+    errors.add("one more\n");
+    EXPECT_EQ(errors.text().size(), kMiB);
+}
+
 TEST(Limits, MessagesEndBehindAMebibyte) {
     // 100 super indexes of 200 entries each that lead nowhere: a message of some 70 characters for each of them.
     const Bytes strl = samples::videoStrl({indx({.entries = std::vector<SuperIndexEntry>(200, {0xFFFFFFFFFF, 100})})});
@@ -64,16 +84,21 @@ TEST(Limits, MessagesEndBehindAMebibyte) {
     EXPECT_EQ(parsed.parser.streams().size(), 100u);
 }
 
+/// What a parse of the file takes at most.
+std::size_t peakOf(AviParser& parser, fileio::File& file) {
+    const std::size_t before = heap::inUse();
+    heap::startCounting();
+    EXPECT_TRUE(parser.parse(file));
+    return heap::peak() - before;
+}
+
 TEST(Limits, AFormatOfGigabytesThatCostNothingOnDiskTakesNoMemory) {
     // A capture that died leaves a hole; a damaged size makes all of it one format.
     const Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), chunkClaiming("strf", 0xF0000000, {})})})});
     fileio::SparseFile file(std::int64_t{4} << 30);
     file.put(0, head);
     AviParser parser;
-    const std::size_t before = heap::inUse();
-    heap::startCounting();
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_LT(heap::peak() - before, 20 * kMiB);
+    EXPECT_LT(peakOf(parser, file), 20 * kMiB);
     EXPECT_NE(parser.errorText().find("stream[0]: strf data read error\n"), std::string::npos);
 }
 
@@ -89,16 +114,44 @@ fileio::SparseFile fileOfEndlessIndex(std::uint64_t& indexAt) {
     return file;
 }
 
+TEST(Limits, AnIndexInAHoleTakesNoMemoryForTheHole) {
+    // 320 MiB of zeros that cost nothing on disk: an index of dropped frames, as far as anyone can tell.
+    constexpr std::uint32_t kCount = 40 << 20;
+    constexpr std::uint32_t kSize = 8 + 24 + 8 * kCount;
+    Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, kSize}}})})})});
+    overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
+    fileio::SparseFile file(std::int64_t{kSize} + 1000);
+    file.put(0, head + ix("ix00", {.entriesInUse = kCount, .baseOffset = 4711}));
+    AviParser parser;
+    EXPECT_LT(peakOf(parser, file), 64 * kMiB);
+    const AviStream& stream = *parser.streams().at(0);
+    EXPECT_TRUE(stream.useOpenDmlIndex());
+    ASSERT_EQ(stream.chunkCount(), std::size_t{kCount});
+    EXPECT_EQ(stream.chunk(kCount / 2).offset, 4711u);
+    EXPECT_EQ(stream.chunk(kCount - 1).size, 0u);
+    EXPECT_EQ(stream.totalBytes(), 0u);
+}
+
+TEST(Limits, ASuperIndexInAHoleTakesNoMemoryForTheHole) {
+    constexpr std::uint32_t kCount = 20 << 20;
+    fileio::SparseFile file(std::int64_t{16} * kCount + 4096);
+    file.put(0, riff("AVI ", {samples::hdrl({list("strl", {strh({}), strf({}), chunkClaiming("indx", 24 + 16 * kCount,
+                              bytesOf(SuperIndex{.entriesInUse = kCount}))})})}));
+    AviParser parser;
+    EXPECT_LT(peakOf(parser, file), 64 * kMiB);
+    const AviStream& stream = *parser.streams().at(0);
+    EXPECT_TRUE(stream.useOpenDmlIndex());
+    EXPECT_EQ(stream.superIndexEntries().size(), std::size_t{kCount});
+    EXPECT_EQ(stream.stdIndexes()[kCount - 1].nEntriesInUse, 0u);
+}
+
 TEST(Limits, AnIndexThatCannotBeReadToItsEndTakesNoMemoryForTheRest) {
     std::uint64_t indexAt = 0;
     fileio::SparseFile sparse = fileOfEndlessIndex(indexAt);
     fileio::FaultFile file(sparse);
     file.breakByte(indexAt + (16u << 20));
     AviParser parser;
-    const std::size_t before = heap::inUse();
-    heap::startCounting();
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_LT(heap::peak() - before, 64 * kMiB + 3 * 16 * kMiB);
+    EXPECT_LT(peakOf(parser, file), 64 * kMiB + 3 * 16 * kMiB);
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
     EXPECT_NE(parser.errorText().find("stream[0]: could not read standard index at: " + std::to_string(indexAt + 8)),
               std::string::npos);
@@ -128,10 +181,7 @@ TEST(Limits, ASuperIndexThatCannotBeReadTakesNoMemoryForItsClaims) {
     fileio::FaultFile file(sparse);
     file.breakByte(5u << 20);
     AviParser parser;
-    const std::size_t before = heap::inUse();
-    heap::startCounting();
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_LT(heap::peak() - before, 64 * kMiB);
+    EXPECT_LT(peakOf(parser, file), 64 * kMiB);
 }
 
 }  // namespace

@@ -24,7 +24,13 @@ Cost costOf(const Bytes& bytes, AviParser& parser) {
     return {heap::inUse() - before, heap::peak() - before};
 }
 
-/// The streams' entries in turn.
+void put32(Bytes& bytes, std::size_t at, std::size_t value) {
+    for (std::size_t i = 0; i < 4; ++i) {
+        bytes[at + i] = static_cast<std::uint8_t>(value >> 8 * i);
+    }
+}
+
+/// The streams' entries in turn, each for another place, as in a recording.
 Bytes idx1FileOf(std::size_t entries, std::size_t streams = 1) {
     Bytes table = filled(entries * 16);
     const Bytes each[] = {bytesOf(Idx1Entry{.chunkId = "00dc", .offset = 4, .length = 1}),
@@ -32,6 +38,7 @@ Bytes idx1FileOf(std::size_t entries, std::size_t streams = 1) {
     for (std::size_t i = 0; i < entries; ++i) {
         const Bytes& entry = each[i % streams];
         std::copy(entry.begin(), entry.end(), table.begin() + static_cast<std::ptrdiff_t>(i * 16));
+        put32(table, i * 16 + 8, 4 + i);
     }
     const std::vector<Bytes> strls(streams, samples::videoStrl());
     return riff("AVI ", {samples::hdrl(strls), list("movi", {}), chunk("idx1", table)});
@@ -74,7 +81,8 @@ TEST(Memory, ReadingAShortIdx1TakesHalfAMebibyteMoreThanIsKeptAtMost) {
 Bytes openDmlFileOf(std::size_t indexes, std::size_t entriesEach) {
     Bytes entries = filled(entriesEach * 8);
     for (std::size_t i = 0; i < entriesEach; ++i) {
-        entries[i * 8 + 4] = 1;  // the size
+        put32(entries, i * 8, i);      // the place
+        put32(entries, i * 8 + 4, 1);  // the size
     }
     const Bytes index =
         chunk("ix00", bytesOf(StandardIndex{.entriesInUse = static_cast<std::uint32_t>(entriesEach)}) + entries);

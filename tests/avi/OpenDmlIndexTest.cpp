@@ -320,20 +320,54 @@ TEST(OpenDmlIndex, AThousandStreamsCannotClaimAQuarterOfAMillionEntriesEach) {
     EXPECT_FALSE(parsed.stream(2).useOpenDmlIndex());
 }
 
+/// Three streams, whose standard indexes lack so many entries; their heads are the last bytes of the file.
+Bytes fileOfThreeClaims(std::uint32_t first, std::uint32_t second, std::uint32_t third) {
+    // What stands behind an index's head is the heads of the others, of four entries each.
+    const std::uint32_t counts[] = {first + 8, second + 4, third};
+    std::vector<Bytes> strls;
+    Bytes heads;
+    for (const std::uint32_t count : counts) {
+        strls.push_back(samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})}));
+        heads = heads + ix("ix00", {.entriesInUse = count});
+    }
+    const Bytes head = riff("AVI ", {samples::hdrl(strls)});
+    Bytes file = head + heads;
+    for (std::size_t i = 0; i < 3; ++i) {
+        overwrite(file, positionOf(file, "indx", i) + 8 + 24, u64(head.size() + i * 32));
+    }
+    return file;
+}
+
+TEST(OpenDmlIndex, HalfAMillionEntriesOfAllStreamsBehindTheEndOfTheFileAreTaken) {
+    Parsed parsed(fileOfThreeClaims(250'000, 249'999, 1));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_TRUE(parsed.stream(2).useOpenDmlIndex());
+    EXPECT_EQ(parsed.stream(2).chunkCount(), 1u);
+}
+
+TEST(OpenDmlIndex, OneMoreOfAllStreamsCannotBeRead) {
+    const Bytes file = fileOfThreeClaims(250'000, 249'999, 2);
+    Parsed parsed(file);
+    EXPECT_EQ(parsed.errors(), "stream[2]: could not read standard index at: " + std::to_string(file.size() - 24) +
+                                   ", size: 40\n");
+    EXPECT_FALSE(parsed.stream(2).useOpenDmlIndex());
+}
+
 TEST(OpenDmlIndex, IndexesThatAllReadTheSameBytesAreNotReadForEver) {
     // 1000 entries, each for the same index of half a megabyte, would make half a gigabyte of entries.
-    constexpr std::uint32_t indexSize = 8 + 24 + 8 * 65'536;
+    constexpr std::uint32_t indexSize = 8 + 24 + 8 * 60'000;
     SuperIndex super;
     super.entries.assign(1000, {0, indexSize});
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx(super)})})});
-    Bytes file = head + ix("ix00", {.entriesInUse = 65'536}) + filled(8 * 65'536);
+    Bytes file = head + ix("ix00", {.entriesInUse = 60'000}) + filled(8 * 60'000);
     for (std::size_t i = 0; i < 1000; ++i) {
         overwrite(file, superIndexEntryAt(file, i), u64(head.size()));
     }
     Parsed parsed(file);
     EXPECT_FALSE(parsed.stream(0).useOpenDmlIndex());
-    // The file's own size and 4 MiB more may be read: eight times the index.
-    EXPECT_EQ(parsed.stream(0).openDmlChunks().size(), 8 * 65'536u);
+    // The file's own size and 4 MiB more may be read: nine times the index and a part of it.
+    EXPECT_GT(parsed.stream(0).openDmlChunks().size(), 9 * 60'000u);
+    EXPECT_LE(parsed.stream(0).openDmlChunks().size(), (file.size() + (4u << 20)) / 8);
 }
 
 }  // namespace

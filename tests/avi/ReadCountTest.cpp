@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 using namespace aviwriter;
@@ -116,6 +119,38 @@ TEST(ReadCount, AFaultBehindTheHeadersDoesNotTakeThemAway) {
     EXPECT_TRUE(parser.parse(file));
     EXPECT_EQ(parser.errorText(), "");
     EXPECT_EQ(parser.streams()[0]->totalBytes(), 1000u);
+}
+
+std::size_t failedReads(const fileio::FaultFile& file) {
+    return static_cast<std::size_t>(std::count_if(file.reads().begin(), file.reads().end(),
+                                                  [](const auto& read) { return read.wanted > 0 && read.got == 0; }));
+}
+
+// Each time can take a failing disk half a minute.
+TEST(ReadCount, AFaultBehindTheHeadersIsRunIntoOnce) {
+    const Bytes strls[] = {samples::videoStrl(), samples::audioStrl(), samples::audioStrl()};
+    const Bytes bytes = riff("AVI ", {samples::hdrl({std::begin(strls), std::end(strls)}),
+                                      list("movi", {chunk("00dc", filled(1000))})});
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(positionOf(bytes, "00dc") + 500);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "");
+    EXPECT_EQ(parser.streams().size(), 3u);
+    EXPECT_EQ(failedReads(file), 1u);
+}
+
+TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {
+    const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl()}), list("movi", {})});
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(positionOf(bytes, "strf") + 20);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "stream[0]: strf data read error\n");
+    EXPECT_EQ(parser.streams().size(), 1u);
+    EXPECT_EQ(failedReads(file), 2u);
 }
 
 TEST(ReadCount, AFileThatGivesFewBytesAtATimeIsStillRead) {

@@ -32,6 +32,7 @@ Bytes diedWithoutMediaSize() { return died(u32Of(withoutIndex().size() - 8), 0);
 Bytes diedWithoutRiffSize() { return died(0, u32Of(withoutIndex().size() - moviAt(honestClip()) - 8)); }
 Bytes diedWithTheHeadersSize() { return died(u32Of(moviAt(honestClip()) - 8), 4); }
 Bytes diedWithTheLargestSizes() { return died(0xFFFFFFFF, 0xFFFFFFFF); }
+Bytes diedWithAGuessedSize() { return died(1 << 30, 0); }
 Bytes diedWithoutIndex() {
     const std::size_t end = withoutIndex().size();
     return died(u32Of(end - 8), u32Of(end - moviAt(honestClip()) - 8));
@@ -98,6 +99,9 @@ const DamagedFile kFiles[] = {
     {"died-without-index", "the same, both sizes are right", diedWithoutIndex,
      "no pictures; 19200 samples of sound, silent"},
     {"died-before-zeros", "a capture died in a file made 8 GiB long beforehand", diedWithoutIndex,
+     "no pictures; 19200 samples of sound, silent", {}, 8 * kGibibyte},
+    {"died-before-zeros-without-sizes", "the same; the RIFF claims 1 GiB and the media list has size 0",
+     diedWithAGuessedSize,
      "no pictures; 19200 samples of sound, silent", {}, 8 * kGibibyte},
     {"whole-before-zeros", "a whole clip in a file made 8 GiB long beforehand", honestClip,
      "10 pictures, all right; 19200 samples of sound, all right", {}, 8 * kGibibyte},

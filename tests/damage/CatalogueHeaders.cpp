@@ -26,11 +26,8 @@ Bytes claiming(Bytes file, const char* listType, std::uint32_t size) {
     overwrite(file, positionOf(file, listType) - 4, u32(size));
     return file;
 }
-Bytes headersClaiming4GiB() { return claiming(honestClip(), "hdrl", 0xFFFFFFFF); }
 Bytes headersClaimingTooLittle() { return claiming(honestClip(), "hdrl", 4 + 8 + 56); }
 Bytes streamClaimingTheNext() { return claiming(honestClip(), "strl", 1000); }
-Bytes mediaClaiming4GiB() { return claiming(honestClip(), "movi", 0xFFFFFFFF); }
-Bytes mediaClaiming2GiB() { return claiming(honestClip(), "movi", 0x7FFFFFFF); }
 
 // A name of odd length, without the pad byte that belongs behind it.
 Bytes paddingMissing() {
@@ -68,7 +65,7 @@ Bytes emptyMainHeader() { return clipWith(list("hdrl", {chunk("avih", filled(56)
 
 // --- Stream headers and formats -------------------------------------------------------------------------------------
 
-Bytes clipOf(const StreamHeader& video) {
+Bytes clipOfVideo(const StreamHeader& video) {
     return clipWith(headers({streamList(video, videoFormat()), soundList()}));
 }
 
@@ -79,20 +76,33 @@ StreamHeader withRate(std::uint32_t rate, std::uint32_t scale) {
     return header;
 }
 
-Bytes rateOfZero() { return clipOf(withRate(0, 1)); }
-Bytes scaleOfZero() { return clipOf(withRate(25, 0)); }
-Bytes rateAndScaleOfZero() { return clipOf(withRate(0, 0)); }
-Bytes highestRate() { return clipOf(withRate(0x7FFFFFFF, 1)); }
-Bytes negativeRate() { return clipOf(withRate(0xFFFFFFFF, 1)); }
-Bytes highestScale() { return clipOf(withRate(1, 0x7FFFFFFF)); }
-Bytes longestVideo() { return clipOf(videoHeader(0xFFFFFFFF)); }
-Bytes videoOfNoLength() { return clipOf(videoHeader(0)); }
+Bytes rateOfZero() { return clipOfVideo(withRate(0, 1)); }
+Bytes scaleOfZero() { return clipOfVideo(withRate(25, 0)); }
+Bytes rateAndScaleOfZero() { return clipOfVideo(withRate(0, 0)); }
+Bytes highestRate() { return clipOfVideo(withRate(0x7FFFFFFF, 1)); }
+Bytes negativeRate() { return clipOfVideo(withRate(0xFFFFFFFF, 1)); }
+Bytes negativeScale() { return clipOfVideo(withRate(25, 0xFFFFFFFF)); }
+Bytes negativeRateAndScale() { return clipOfVideo(withRate(0xFFFFFFE7, 0xFFFFFFFF)); }
+Bytes rateInHugeNumbers() { return clipOfVideo(withRate(1'000'000'000, 40'000'000)); }
+Bytes highestScale() { return clipOfVideo(withRate(1, 0x7FFFFFFF)); }
+
+// The clip, then dropped pictures: as many as are too long for a host to count, by one.
+Bytes tooLongInHugeNumbers() {
+    std::vector<Idx1Entry> entries = mediaEntries();
+    entries.insert(entries.end(), 54 - kPictures, {.length = 0});
+    const StreamHeader header = withRate(1'000'000'000, 40'000'000);
+    return riff("AVI ", {headers({streamList(header, videoFormat()), soundList()}), list("movi", mediaChunks()),
+                         idx1(entries)});
+}
+
+Bytes longestVideo() { return clipOfVideo(videoHeader(0xFFFFFFFF)); }
+Bytes videoOfNoLength() { return clipOfVideo(videoHeader(0)); }
 
 Bytes lateStart() {
     StreamHeader header = videoHeader();
     header.start = 0xFFFFFFFF;
     header.initialFrames = 0xFFFFFFFF;
-    return clipOf(header);
+    return clipOfVideo(header);
 }
 
 Bytes soundOfLength(std::uint32_t frames) { return clipWith(headers({videoList(), soundList(frames)})); }
@@ -110,13 +120,6 @@ Bytes formatOfOtherSize() {
     Bytes format = videoFormat();
     overwrite(format, 4, u32(0) + u32(0x80000000));
     return videoFormatOf(format);
-}
-
-// "strf" of a size that the file does not have.
-Bytes formatClaiming4GiB() {
-    Bytes file = honestClip();
-    overwrite(file, positionOf(file, "strf") + 4, u32(0xFFFFFFFF));
-    return file;
 }
 
 Bytes shortStreamHeader() {
@@ -139,21 +142,21 @@ Bytes picturesOfAnotherSize() {
     return file;
 }
 
+Bytes hugePictures() {
+    Bytes file = honestClip();
+    overwrite(file, positionOf(file, "QSX1") + 12, u32(0x7FFFFFFF) + u32(0x7FFFFFFF));
+    return file;
+}
+
 const DamagedFile kFiles[] = {
     {"lists-inside-each-other", "100,000 lists inside each other before the headers", listsInsideEachOther,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"headers-claiming-4-gib", "the header list claims 4 GiB", headersClaiming4GiB,
-     "no pictures; 19200 samples of sound, silent"},
     {"headers-claiming-too-little", "the header list ends before the streams", headersClaimingTooLittle,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
     {"stream-claiming-the-next", "the first stream's list reaches over the second", streamClaimingTheNext,
      "10 pictures, all right; no sound",
      {"Avi has no audio stream"}},
-    {"media-claiming-2-gib", "the media list claims 2 GiB", mediaClaiming2GiB,
-     "no pictures; 19200 samples of sound, silent"},
-    {"media-claiming-4-gib", "the media list claims 4 GiB", mediaClaiming4GiB,
-     "no pictures; 19200 samples of sound, silent"},
     {"header-padding-missing", "a pad byte is missing among the headers", paddingMissing,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
@@ -175,21 +178,38 @@ const DamagedFile kFiles[] = {
     {"empty-main-header", "the main header is all zero", emptyMainHeader,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"rate-of-zero", "the frame rate is 0/1", rateOfZero,
-     "10 pictures, all right; 19200 samples of sound, all right",
+     "10 pictures at 30/1 a second, all right; 19200 samples of sound, all right",
      {"Invalid FPS: 0/1"}},
     {"scale-of-zero", "the frame rate is 25/0", scaleOfZero,
-     "10 pictures, all right; 19200 samples of sound, all right",
+     "10 pictures at 30/1 a second, all right; 19200 samples of sound, all right",
      {"Invalid FPS: 25/0"}},
     {"rate-and-scale-of-zero", "the frame rate is 0/0", rateAndScaleOfZero,
-     "10 pictures, all right; 19200 samples of sound, all right",
+     "10 pictures at 30/1 a second, all right; 19200 samples of sound, all right",
      {"Invalid FPS: 0/0"}},
     {"highest-rate", "2,147,483,647 frames a second", highestRate,
-     "10 pictures, all right; 19200 samples of sound, all right"},
+     "10 pictures at 2147483647/1 a second, all right; 19200 samples of sound, all right"},
     {"negative-rate", "a frame rate that is -1 as a signed number", negativeRate,
-     "a rate of -1/1 and a length of 10, at its start picture 0 right; 19200 samples of sound, all right"},
+     "a rate of -1/1 and a length of 10, ahead 0 right, 1-9 imFrameNotFound (28), back 0-9 right; "
+     "19200 samples of sound, all right",
+     {"frameIndex out of bounds"}},
+    {"negative-scale", "the frame rate is 25/-1 as signed numbers", negativeScale,
+     "a rate of 25/-1 and a length of -10, ahead 0 right, 1-9 imFrameNotFound (28), back 0-9 right; "
+     "19200 samples of sound, all right",
+     {"frameIndex out of bounds"}},
+    {"negative-rate-and-scale", "the frame rate is -25/-1 as signed numbers", negativeRateAndScale,
+     "a rate of -25/-1 and a length of -10, ahead 0-9 right, back 0 right, 1-9 imFrameNotFound (28); "
+     "19200 samples of sound, all right",
+     {"frameIndex out of bounds"}},
     {"highest-scale", "a frame in 68 years", highestScale,
-     "a rate of 1/2147483647 and a length of -10, at its start picture 0 imFrameNotFound (28); 19200 samples of sound, "
-     "all right",
+     "a rate of 1/2147483647 and a length of -10, ahead 0-1 imFrameNotFound (28), back 0-1 imFrameNotFound (28); "
+     "19200 samples of sound, all right",
+     {"frameIndex out of bounds"}},
+    {"rate-in-huge-numbers", "25 frames a second are written as 1,000,000,000/40,000,000", rateInHugeNumbers,
+     "10 pictures, all right; 19200 samples of sound, all right"},
+    {"too-long-in-huge-numbers", "the same, and 54 pictures, of which only the first ten were not dropped",
+     tooLongInHugeNumbers,
+     "a rate of 1000000000/40000000 and a length of -2134967296, ahead 0-9 right, "
+     "back 0 right, 1-9 imFrameNotFound (28); 19200 samples of sound, all right",
      {"frameIndex out of bounds"}},
     {"longest-video", "the video's header claims 4,294,967,295 pictures", longestVideo,
      "10 pictures, all right; 19200 samples of sound, all right"},
@@ -214,9 +234,6 @@ const DamagedFile kFiles[] = {
      {"Decompress query failed: Quorvane error (-2147467006): the compressed format is not one of this codec"}},
     {"format-of-another-size", "the video format says 0 x -2147483648; the codec's part is right", formatOfOtherSize,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"format-claiming-4-gib", "the video format claims 4 GiB", formatClaiming4GiB,
-     "refused: imBadFile (2)",
-     {"Avi has no video stream"}},
     {"short-stream-header", "the video's stream header is cut short", shortStreamHeader,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
@@ -232,6 +249,10 @@ const DamagedFile kFiles[] = {
     {"pictures-of-another-size", "the format says 16 x 4, the pictures are 8 x 4", picturesOfAnotherSize,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466492): the frame has other dimensions than the stream"}},
+    {"pictures-of-the-largest-size", "the codec's part of the video format says 2147483647 x 2147483647", hugePictures,
+     "refused: imBadFile (2)",
+     {"Decompress query failed: Quorvane error (-2147467003): the compressed format's width or height is out of "
+      "bounds"}},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
-// Too many streams, streams in another order, and sound formats at their limits.
+// Too many streams, and streams in another order.
 #include "damage/Catalogue.h"
+
+#include <string>
 
 namespace damage {
 
@@ -27,37 +29,55 @@ Bytes otherStreams() {
                              soundList()}));
 }
 
-Bytes manyStreams(std::size_t sounds) {
-    std::vector<Bytes> streams(sounds, soundList());
+// The first character of a chunk's id counts tens without end: stream 100 follows "99" as ":0".
+std::string pairOf(std::uint32_t streamNumber) {
+    return {static_cast<char>('0' + streamNumber / 10), static_cast<char>('0' + streamNumber % 10)};
+}
+
+// The clip, and further sound streams of 100 samples each, in a chunk of their own.
+Bytes manyStreams(std::uint32_t sounds) {
+    constexpr std::uint32_t kFrames = 100;
+    std::vector<Bytes> streams(sounds, soundList(kFrames));
+    streams.front() = soundList();
     streams.insert(streams.begin(), videoList());
-    return clipWith(headers(streams));
+    std::vector<Bytes> chunks = mediaChunks();
+    for (std::uint32_t sound = 1; sound < sounds; ++sound) {
+        chunks.push_back(chunk(pairOf(1 + sound) + "wb", soundData({.stream = sound}, 0, kFrames)));
+    }
+    return clipOfChunks(headers(streams), chunks);
 }
 Bytes streams120() { return manyStreams(120); }
 Bytes streams200() { return manyStreams(200); }
+
+// Sound, video, sound, as streams 0 to 2; stream 2 stands first in the media and in the index, stream 0 last.
+Bytes numbersOutOfOrder() {
+    std::vector<Bytes> chunks;
+    for (std::uint32_t number = 0; number < kPictures; ++number) {
+        chunks.push_back(chunk("02wb", soundChunk(number, {.stream = 1})));
+    }
+    for (std::uint32_t number = 0; number < kPictures; ++number) {
+        chunks.push_back(chunk("01dc", pictureFrame(number)));
+    }
+    for (std::uint32_t number = 0; number < kPictures; ++number) {
+        chunks.push_back(chunk("00wb", soundChunk(number)));
+    }
+    return clipOfChunks(headers({soundList(), videoList(), soundList()}), chunks);
+}
+
+// The stream in between has no format; those behind it keep their numbers.
+Bytes damagedInBetween() {
+    std::vector<Bytes> chunks = mediaChunks();
+    for (Bytes& chunk : chunks) {
+        chunk[1] = chunk[1] == '1' ? '2' : chunk[1];
+    }
+    return clipOfChunks(headers({videoList(), list("strl", {strh(soundHeader())}), soundList()}), chunks);
+}
 
 Bytes otherHandler() {
     StreamHeader header = videoHeader();
     header.handler = "XXXX";
     return clipWith(headers({streamList(header, videoFormat()), soundList()}));
 }
-
-Bytes soundIn(const Bytes& format) {
-    return clipWith(headers({videoList(), streamList(soundHeader(), format)}));
-}
-Bytes compressedSound() { return soundIn(waveFormatEx({.formatTag = 0x55})); }
-Bytes noChannels() { return soundIn(waveFormatEx({.channels = 0})); }
-Bytes channels32() { return soundIn(waveFormatEx({.channels = 32})); }
-Bytes channels33() { return soundIn(waveFormatEx({.channels = 33})); }
-Bytes channels65535() { return soundIn(waveFormatEx({.channels = 65535, .blockAlign = 4})); }
-Bytes bits12() { return soundIn(waveFormatEx({.blockAlign = 4, .bitsPerSample = 12})); }
-Bytes wrongBlock() { return soundIn(waveFormatEx({.blockAlign = 3})); }
-Bytes highestRateOfSound() { return soundIn(waveFormatEx({.samplesPerSec = 0xFFFFFFFF})); }
-Bytes soundRateOfZero() { return soundIn(waveFormatEx({.samplesPerSec = 0})); }
-Bytes format15Bytes() { return soundIn(cutTo(waveFormatEx({}), 15)); }
-Bytes format16Bytes() { return soundIn(pcmWaveFormat({})); }
-Bytes extrasClaimingMore() { return soundIn(waveFormatEx({.cbSize = 65535})); }
-Bytes extensibleCutShort() { return soundIn(cutTo(waveFormatExtensible({}), 30)); }
-Bytes floatCalled16Bits() { return soundIn(waveFormatEx({.formatTag = kWaveFormatFloat, .bitsPerSample = 16})); }
 
 const DamagedFile kFiles[] = {
     {"sound-first", "the sound's header stands before the video's, the chunks are named the other way", soundFirst,
@@ -76,47 +96,19 @@ const DamagedFile kFiles[] = {
      {"Avi has no audio stream"}},
     {"other-streams", "text and music streams stand between video and sound", otherStreams,
      "10 pictures, all right; 19200 samples of sound, silent"},
-    {"streams-120", "a video and 120 sound streams", streams120,
-     "10 pictures, all right; 19200 samples of sound, all right; 120 streams"},
-    {"streams-200", "a video and 200 sound streams", streams200,
-     "10 pictures, all right; 19200 samples of sound, all right; 200 streams"},
+    {"streams-120", "a video and 120 sound streams, each with sound of its own", streams120,
+     "10 pictures, all right; 19200 samples of sound, all right; "
+     "streams 1-119 with 100 samples of sound, all right"},
+    {"streams-200", "a video and 200 sound streams, each with sound of its own", streams200,
+     "10 pictures, all right; 19200 samples of sound, all right; "
+     "streams 1-199 with 100 samples of sound, all right"},
+    {"numbers-out-of-order", "sound, video and sound, which the index has from the last stream to the first",
+     numbersOutOfOrder,
+     "10 pictures, all right; 19200 samples of sound, all right; stream 1 with 19200 samples of sound, all right"},
+    {"damaged-in-between", "a sound stream without a format stands between video and sound", damagedInBetween,
+     "10 pictures, all right; 19200 samples of sound, all right"},
     {"other-handler", "the video's header names another codec", otherHandler,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"compressed-sound", "the sound is compressed", compressedSound,
-     "10 pictures, all right; no sound",
-     {"Avi unsupported audio stream format: 00000055-0000-0010-8000-00aa00389b71"}},
-    {"no-channels", "the sound has no channels", noChannels,
-     "10 pictures, all right; 19200 samples of sound in 0 channels, delivered"},
-    {"channels-32", "the sound has 32 channels", channels32,
-     "10 pictures, all right; 19200 samples of sound in 32 channels, delivered"},
-    {"channels-33", "the sound has 33 channels", channels33,
-     "10 pictures, all right; no sound",
-     {"Avi too many audio channels: 33"}},
-    {"channels-65535", "the sound has 65,535 channels", channels65535,
-     "10 pictures, all right; no sound",
-     {"Avi too many audio channels: 65535"}},
-    {"bits-12", "the sound has 12 bits", bits12,
-     "10 pictures, all right; no sound",
-     {"Avi unsupported audio bits per sample: 12"}},
-    {"wrong-block", "the sound's block is 3 bytes instead of 4", wrongBlock,
-     "10 pictures, all right; no sound",
-     {"Avi audio stream format error: nBlockAlign != nChannels * (wBitsPerSample / 8)"}},
-    {"highest-sound-rate", "4,294,967,295 samples a second", highestRateOfSound,
-     "10 pictures, all right; 19200 samples of sound at 4294967296 Hz, all right"},
-    {"sound-rate-of-zero", "no samples a second", soundRateOfZero,
-     "10 pictures, all right; 19200 samples of sound at 0 Hz, all right"},
-    {"sound-format-of-15-bytes", "the sound format is one byte short", format15Bytes,
-     "10 pictures, all right; no sound",
-     {"Avi audio stream format size is too small: 15"}},
-    {"sound-format-of-16-bytes", "the sound format is as short as can be", format16Bytes,
-     "10 pictures, all right; 19200 samples of sound, all right"},
-    {"sound-format-claiming-more", "the sound format claims 65,535 further bytes", extrasClaimingMore,
-     "10 pictures, all right; 19200 samples of sound, all right"},
-    {"extensible-cut-short", "an extensible sound format is cut short", extensibleCutShort,
-     "10 pictures, all right; no sound",
-     {"Avi unsupported audio stream format: 00000001-0000-0000-0000-000000000000"}},
-    {"float-called-16-bits", "float sound that says it has 16 bits", floatCalled16Bits,
-     "10 pictures, all right; 19200 samples of sound, other sound from 0 on"},
 };
 
 }  // namespace

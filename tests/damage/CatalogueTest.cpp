@@ -31,6 +31,9 @@ protected:
 
 TEST_P(Catalogue, IsSeenAndLoggedAsWritten) {
     const DamagedFile& file = GetParam();
+    if (!canHold(m_folder.folder(), file.zerosBehind)) {
+        GTEST_SKIP() << "no file of " << file.zerosBehind << " bytes of zeros can be made in the temporary folder";
+    }
     const auto path = writeDamaged(m_folder.folder(), file);
     const auto good = writeBytes(m_folder.folder() / "good.avi", honestClip());
     m_plugin.session().start();

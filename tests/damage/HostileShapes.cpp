@@ -131,6 +131,7 @@ Bytes superIndexOf(const SuperIndexEntry& entry, std::size_t bytes) {
 }
 
 Bytes superIndexOfEmptyIndexes(std::size_t bytes) { return superIndexOf({0, 8}, bytes); }
+Bytes superIndexOfOneByteIndexes(std::size_t bytes) { return superIndexOf({0, 9}, bytes); }
 Bytes superIndexOfSkippedEntries(std::size_t bytes) { return superIndexOf({0, 0}, bytes); }
 Bytes superIndexPastTheEnd(std::size_t bytes) { return superIndexOf({std::uint64_t{1} << 40, 1000}, bytes); }
 Bytes superIndexOfItself(std::size_t bytes) { return superIndexOf({0, u32Of(bytes)}, bytes); }
@@ -209,6 +210,8 @@ constexpr HostileShape kShapes[] = {
     {"lists-over-chunks-far-apart", "the same over chunks 128 KiB apart", listsOverChunksFarApart},
     {"super-index-of-skipped-entries", "a super index of entries without a size", superIndexOfSkippedEntries},
     {"super-index-of-empty-indexes", "a super index of empty indexes", superIndexOfEmptyIndexes},
+    {"super-index-of-one-byte-indexes", "a super index of one-byte indexes in the file's head",
+     superIndexOfOneByteIndexes},
     {"super-index-past-the-end", "a super index that leads past the end", superIndexPastTheEnd},
     {"super-index-of-itself", "a super index whose entries are the whole file", superIndexOfItself},
     {"super-index-of-scattered-bytes", "a super index of one-byte indexes all over the file",

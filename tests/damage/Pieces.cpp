@@ -4,6 +4,7 @@
 #include "standin/Encoder.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace damage {
 
@@ -13,6 +14,15 @@ namespace {
 
 // 4:4:4: a sample comes out of the decoder as it went in.
 const standin::StreamInfo kStream = {103, 8, 4, 1, 1};
+
+// What the chunk's header says.
+std::uint32_t sizeIn(const Bytes& chunk) {
+    std::uint32_t size = 0;
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        size |= std::uint32_t{chunk[4 + i]} << (8 * i);
+    }
+    return size;
+}
 
 }  // namespace
 
@@ -24,21 +34,8 @@ Bytes pictureFrame(std::uint32_t number) {
     return standin::encodeFrame(kStream, picture);
 }
 
-std::int16_t soundSample(std::uint32_t sampleFrame, std::uint32_t channel) {
-    const auto value = static_cast<std::int16_t>(1 + sampleFrame % 30'000);
-    return static_cast<std::int16_t>(channel == 0 ? value : -value);
-}
-
-Bytes soundChunk(std::uint32_t number) {
-    Bytes data;
-    for (std::uint32_t i = 0; i < kSoundPerPicture; ++i) {
-        for (std::uint32_t channel = 0; channel < 2; ++channel) {
-            const auto sample = static_cast<std::uint16_t>(soundSample(number * kSoundPerPicture + i, channel));
-            data.push_back(static_cast<std::uint8_t>(sample));
-            data.push_back(static_cast<std::uint8_t>(sample >> 8));
-        }
-    }
-    return data;
+Bytes soundChunk(std::uint32_t number, const SoundShape& shape) {
+    return soundData(shape, number * kSoundPerPicture, kSoundPerPicture);
 }
 
 Bytes videoFormat(const Bytes& extraData) { return bytesOf(BitmapInfo{.width = 8, .height = 4}) + extraData; }
@@ -71,24 +68,33 @@ Bytes headers(const std::vector<Bytes>& streams) {
     return list("hdrl", children);
 }
 
-std::vector<Bytes> mediaChunks() {
+std::vector<Bytes> mediaChunks(const SoundShape& shape) {
     std::vector<Bytes> chunks;
     for (std::uint32_t number = 0; number < kPictures; ++number) {
         chunks.push_back(chunk("00dc", pictureFrame(number)));
-        chunks.push_back(chunk("01wb", soundChunk(number)));
+        chunks.push_back(chunk("01wb", soundChunk(number, shape)));
     }
     return chunks;
 }
 
-std::vector<Idx1Entry> mediaEntries() {
+std::vector<Idx1Entry> entriesOf(const std::vector<Bytes>& chunks) {
     std::vector<Idx1Entry> entries;
     std::uint32_t offset = 4;
-    for (const Bytes& chunk : mediaChunks()) {
-        const std::uint32_t size = chunk[4] | chunk[5] << 8;
-        entries.push_back({.chunkId = chunk[1] == '0' ? "00dc" : "01wb", .offset = offset, .length = size});
+    for (const Bytes& chunk : chunks) {
+        const std::string_view id(reinterpret_cast<const char*>(chunk.data()), 4);
+        entries.push_back({.chunkId = id, .offset = offset, .length = sizeIn(chunk)});
         offset += static_cast<std::uint32_t>(chunk.size());
     }
     return entries;
+}
+
+std::vector<Idx1Entry> mediaEntries() {
+    static const std::vector<Bytes> chunks = mediaChunks();
+    return entriesOf(chunks);
+}
+
+Bytes clipOfChunks(const Bytes& hdrl, const std::vector<Bytes>& chunks) {
+    return riff("AVI ", {hdrl, list("movi", chunks), idx1(entriesOf(chunks))});
 }
 
 Bytes clipWith(const Bytes& hdrl, const std::vector<Bytes>& between) {
@@ -103,9 +109,9 @@ Bytes clipIndexedBy(const std::vector<Idx1Entry>& entries) {
     return riff("AVI ", {headers({videoList(), soundList()}), list("movi", mediaChunks()), idx1(entries)});
 }
 
-Bytes openDmlClip(std::uint32_t segments) {
+Bytes openDmlClip(std::uint32_t segments, std::uint32_t moreRoom) {
     MemorySink sink;
-    AviFileWriter writer(sink, {.index = IndexKind::openDml, .superIndexRoom = segments},
+    AviFileWriter writer(sink, {.index = IndexKind::openDml, .superIndexRoom = segments + moreRoom},
                          VideoTrack{.width = 8, .height = 4, .extraData = standin::encodeExtraData(kStream)},
                          {AudioTrack{}});
     for (std::uint32_t number = 0; number < kPictures; ++number) {

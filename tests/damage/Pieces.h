@@ -2,6 +2,7 @@
 #pragma once
 
 #include "aviwriter/Blocks.h"
+#include "damage/Sounds.h"
 
 #include <cstdint>
 #include <vector>
@@ -20,9 +21,8 @@ constexpr std::uint32_t kSoundFrames = kPictures * kSoundPerPicture;
 Bytes pictureFrame(std::uint32_t number);
 constexpr int kFirstPictureValue = 40;
 
-// The sound that goes with a picture. A sample tells its place and its channel, and is never silence.
-Bytes soundChunk(std::uint32_t number);
-std::int16_t soundSample(std::uint32_t sampleFrame, std::uint32_t channel);
+// The sound that goes with a picture.
+Bytes soundChunk(std::uint32_t number, const SoundShape& shape = {});
 
 // --- Headers --------------------------------------------------------------------------------------------------------
 
@@ -45,10 +45,15 @@ Bytes headers(const std::vector<Bytes>& streams);
 // --- Media and indexes ----------------------------------------------------------------------------------------------
 
 // The chunks in the order in which a recorder writes them: picture, sound, picture, sound.
-std::vector<Bytes> mediaChunks();
+std::vector<Bytes> mediaChunks(const SoundShape& shape = {});
 
-// "idx1" entries of those chunks.
+// "idx1" entries of these chunks, which stand in the media list one behind the other and must outlive them; and of the
+// clip's own.
+std::vector<aviwriter::Idx1Entry> entriesOf(const std::vector<Bytes>& chunks);
 std::vector<aviwriter::Idx1Entry> mediaEntries();
+
+// A file of these headers and chunks, indexed as they lie.
+Bytes clipOfChunks(const Bytes& hdrl, const std::vector<Bytes>& chunks);
 
 // A file of these headers, the clip's media and its "idx1"; `between` stands between headers and media.
 Bytes clipWith(const Bytes& hdrl, const std::vector<Bytes>& between = {});
@@ -56,8 +61,9 @@ Bytes clipWith(const Bytes& hdrl, const std::vector<Bytes>& between = {});
 // A file of the clip's headers and media with another "idx1".
 Bytes clipIndexedBy(const std::vector<aviwriter::Idx1Entry>& entries);
 
-// The clip with OpenDML indexes alone, in so many segments of as many pictures.
-Bytes openDmlClip(std::uint32_t segments);
+// The clip with OpenDML indexes alone, in so many segments of as many pictures. The super indexes have room for so many
+// more.
+Bytes openDmlClip(std::uint32_t segments, std::uint32_t moreRoom = 0);
 
 // Where the n-th entry of "idx1", or of the n-th stream's super index, begins in a file.
 std::size_t idx1EntryAt(const Bytes& file, std::size_t entry);

@@ -1,4 +1,4 @@
-// The two bounds on what a parse reads, just below and just above them.
+// The bounds on what a parse reads, just below and just above them.
 #include "avi/AviParser.h"
 #include "avi/ChunkWalk.h"
 #include "damage/Pieces.h"
@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace damage {
@@ -17,10 +18,11 @@ namespace {
 
 using namespace aviwriter;
 
+constexpr std::uint32_t kApart = 128 * 1024;
+
 // Three lists, each of which shows what follows it twice: eight passes over so many chunks, which are 128 KiB apart, so
-// that each visit is a read of 64 KiB. Only the first chunk shares one with the lists.
+// that each visit is a read, which counts as 64 KiB. Only the first chunk shares one with the lists.
 bool eightPassesHold(std::uint32_t chunks) {
-    constexpr std::uint32_t kApart = 128 * 1024;
     const std::uint32_t size = 3 * 24 + chunks * kApart;
     fileio::SparseFile file(size);
     for (std::uint32_t i = 0; i < 3; ++i) {
@@ -42,6 +44,75 @@ TEST(ReadBudget, LetsHeadersBeReadTwiceAndFourMebibytesMore) {
 
 TEST(ReadBudget, EndsTheWalkBehindThat) {
     EXPECT_FALSE(eightPassesHold(18));   // 1 and 8 times 17; 136 are allowed
+}
+
+// So many chunks, 128 KiB apart: a file of gigabytes that no disk need hold.
+class ChunksFarApart : public fileio::File {
+public:
+    explicit ChunksFarApart(std::uint32_t chunks) : m_size(std::int64_t{chunks} * kApart) {}
+
+    bool open(const char*, std::uint32_t) override { return false; }
+    void close() override {}
+    std::int64_t size() override { return m_size; }
+    std::int64_t tell() override { return m_position; }
+    bool seek(std::int64_t position) override {
+        m_position = position;
+        return true;
+    }
+    // Every read that a walk makes here begins with a chunk's header.
+    std::uint64_t read(void* buffer, std::uint64_t count) override {
+        EXPECT_EQ(m_position % kApart, 0);
+        const std::uint64_t given = std::min(count, static_cast<std::uint64_t>(m_size - m_position));
+        Bytes bytes = text("JUNK") + u32(kApart - 8);
+        bytes.resize(given);
+        std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(buffer));
+        bytesRead += given;
+        return given;
+    }
+    std::uint64_t write(const void*, std::uint64_t) override { return 0; }
+
+    std::uint64_t bytesRead = 0;
+
+private:
+    std::int64_t m_size;
+    std::int64_t m_position = 0;
+};
+
+TEST(ReadBudget, LetsSixtyFiveThousandPlacesBeReadForHeaders) {
+    ChunksFarApart file(65'536);
+    ChunkReader reader(file);
+    ChunkTree tree;
+    EXPECT_TRUE(walkChunks(reader, {}, tree));
+    EXPECT_EQ(tree.size(), 65'536u);
+    EXPECT_EQ(file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
+}
+
+TEST(ReadBudget, EndsTheWalkBehindThoseHoweverLargeTheFileIs) {
+    ChunksFarApart file(65'537);
+    ChunkReader reader(file);
+    ChunkTree tree;
+    EXPECT_FALSE(walkChunks(reader, {}, tree));
+    EXPECT_EQ(tree.size(), 65'536u);
+}
+
+// A super index whose entries lead into the media of a large file, and claim so many bytes each.
+TEST(ReadBudget, ReadsFourMebibytesAtTheFirstPlaceThatIsNoIndexAndLittleAtTheOthers) {
+    constexpr std::uint32_t kPlaces = 200;
+    constexpr std::uint32_t kClaimed = 8 + (8u << 20);
+    std::vector<SuperIndexEntry> entries;
+    for (std::uint64_t i = 1; i <= kPlaces; ++i) {
+        entries.push_back({i * (kClaimed + 1000), kClaimed});
+    }
+    const Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = entries})})})});
+    const std::uint64_t size = (kPlaces + 2) * std::uint64_t{kClaimed + 1000};
+    fileio::SparseFile sparse(static_cast<std::int64_t>(size));
+    sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(size - head.size() - 8)));
+    fileio::FaultFile file(sparse);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+    EXPECT_EQ(file.reads().size(), 1 + kPlaces);
+    EXPECT_EQ(file.bytesRead(), 65'536 + (4u << 20) + (kPlaces - 1) * 65'536);
 }
 
 // A super index that leads so often to one byte behind the headers: an index without entries.
@@ -75,6 +146,21 @@ TEST(ReadBudget, RefusesTheIndexBehindThat) {
     EXPECT_FALSE(parsed.parser.streams().at(0)->useOpenDmlIndex());
     EXPECT_TRUE(parsed.parser.errorText().ends_with("stream[0]: could not read standard index at: 131071, size: 1\n"))
         << parsed.parser.errorText();
+}
+
+TEST(ReadBudget, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
+    constexpr std::int64_t kFileBytes = 2 * 1024 * 1024;
+    const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(5000, {kFileBytes - 9, 9})};
+    const Bytes other = list("strl", {strh({.type = "auds"}), strf(filled(70'000, 7))});
+    const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)}), other})});
+    fileio::SparseFile file(kFileBytes);
+    file.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(kFileBytes - head.size() - 8)));
+    file.put(kFileBytes - 1, u8(2));
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex()) << "the aim was missed";
+    ASSERT_EQ(parser.streams().size(), 2u);
+    EXPECT_EQ(parser.streams()[1]->format(), filled(70'000, 7));
 }
 
 // A megabyte of media with an "idx1" of 10,000 entries behind it, which is more than is read with the headers, and a

@@ -15,10 +15,9 @@ namespace {
 using aviwriter::Bytes;
 
 // Those whose plain parse takes too long or too much of the call stack.
-bool isCostly(const std::string& name) {
-    static const std::set<std::string> names = {"died-before-zeros", "whole-before-zeros", "zeros",
-                                                "lists-inside-each-other", "long-run-of-dropped-pictures"};
-    return names.contains(name);
+bool isCostly(const DamagedFile& file) {
+    static const std::set<std::string> names = {"zeros", "lists-inside-each-other", "long-run-of-dropped-pictures"};
+    return file.zerosBehind > 0 || names.contains(file.name);
 }
 
 std::vector<ReadSample> allSamples() {
@@ -27,7 +26,7 @@ std::vector<ReadSample> allSamples() {
         samples.push_back({file.name, file.make});
     }
     for (const DamagedFile& file : damagedFiles()) {
-        samples.push_back({file.name, file.make, file.zerosBehind, isCostly(file.name)});
+        samples.push_back({file.name, file.make, file.zerosBehind, isCostly(file)});
     }
     return samples;
 }
@@ -52,7 +51,7 @@ constexpr std::uint64_t kBlock = 64 * 1024;
 constexpr std::size_t kElsewhere = 10;
 
 // A whole parse of a costly file takes a thousand times as long as that of an ordinary one.
-constexpr std::size_t kEndsOfCostlyFile = 50;
+constexpr std::size_t kEndsOfCostlyFile = 20;
 
 class Ends {
 public:
@@ -92,8 +91,9 @@ void addChunks(Ends& ends, const ChunkTree& tree) {
 
 void addStandardIndexes(Ends& ends, const AviParser& parser) {
     for (const auto& stream : parser.streams()) {
-        for (const auto& entry : stream->superIndexEntries()) {
-            ends.addIndex(entry.qwOffset, std::max(entry.dwSize, 8u) - 8);
+        for (std::size_t i = 0; i < stream->superIndexEntries().size(); ++i) {
+            const avi::SuperIndexEntry entry = stream->superIndexEntries()[i];
+            ends.addIndex(entry.qwOffset, std::max<std::uint32_t>(entry.dwSize, 8) - 8);
         }
     }
 }

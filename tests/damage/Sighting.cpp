@@ -1,11 +1,13 @@
 #include "damage/Sighting.h"
 
 #include "damage/Pieces.h"
+#include "damage/SoundSighting.h"
 
 #include "hostkit/Host.h"
 #include "hostkit/Names.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace damage {
 
@@ -15,7 +17,6 @@ using hostkit::ClipSession;
 
 constexpr PrTime kTicksPerSecond = 254016000000;
 constexpr std::int64_t kMostAsked = 20;
-constexpr std::int64_t kMostSound = 19200;
 
 std::vector<std::int64_t> picturesToAsk(std::int64_t count) {
     if (count > kMostAsked) {
@@ -74,18 +75,41 @@ private:
     std::vector<Group> m_groups;
 };
 
-std::string counted(std::int64_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+std::string quotientOf(const imFileInfoRec8& info) {
+    return std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize);
+}
+
+// "at 30/1 a second" for all but the rate that the clip has.
+std::string rateOf(const imFileInfoRec8& info) {
+    const bool isUsual = std::int64_t{info.vidScale} == 25 * std::int64_t{info.vidSampleSize};
+    return isUsual ? "" : " at " + quotientOf(info) + " a second";
+}
+
+// A rate or a length that cannot be counted with: whoever tries without regard to the sign asks for the clip's pictures
+// at these times, ahead or back from the start, as far as there is time.
+std::string picturesAtTimes(ClipSession& clip, const imFileInfoRec8& info, int sign) {
+    imFileInfoRec8 positive = info;
+    positive.vidScale = std::abs(info.vidScale);
+    positive.vidSampleSize = std::abs(info.vidSampleSize);
+    States states;
+    PrTime last = -1;
+    for (std::int64_t number = 0; number < kPictures; ++number) {
+        const PrTime time = hostkit::timeOfFrame(positive, number, kTicksPerSecond);
+        if (time != last) {
+            states.add(number, stateOf(clip, sign * time, number));
+        }
+        last = time;
+    }
+    return states.text();
 }
 
 std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
     if (!info.hasVideo) {
         return "no video";
     }
-    if (info.vidScale <= 0 || info.vidDuration < 0) {
-        return "a rate of " + std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize) +
-               " and a length of " + std::to_string(info.vidDuration) + ", at its start picture 0 " +
-               stateOf(clip, 0, 0);
+    if (info.vidScale <= 0 || info.vidSampleSize <= 0 || info.vidDuration < 0) {
+        return "a rate of " + quotientOf(info) + " and a length of " + std::to_string(info.vidDuration) + ", ahead " +
+               picturesAtTimes(clip, info, 1) + ", back " + picturesAtTimes(clip, info, -1);
     }
     const std::int64_t count = hostkit::frameCount(info);
     if (count == 0) {
@@ -95,76 +119,24 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
     for (const std::int64_t number : picturesToAsk(count)) {
         states.add(number, stateOf(clip, hostkit::timeOfFrame(info, number, kTicksPerSecond), number));
     }
-    if (states.areAllRight()) {
-        return counted(count, "picture") + ", all right";
-    }
-    return counted(count, "picture") + ": " + states.text();
+    const std::string pictures = counted(count, "picture") + rateOf(info);
+    return states.areAllRight() ? pictures + ", all right" : pictures + ": " + states.text();
 }
 
-// How many samples from `position` on are the clip's; the rest must be silence, or the text says otherwise.
-std::string soundFrom(const hostkit::AudioAnswer& answer, std::int64_t position) {
-    const auto isRight = [&](std::size_t i) {
-        for (std::uint32_t channel = 0; channel < 2; ++channel) {
-            const std::int64_t place = position + static_cast<std::int64_t>(i);
-            const bool exists = place < kSoundFrames;
-            const float wanted = static_cast<float>(soundSample(static_cast<std::uint32_t>(place), channel)) / 32768.0f;
-            if (!exists || answer.channels[channel][i] != wanted) {
-                return false;
-            }
-        }
-        return true;
-    };
-    const std::size_t count = answer.channels[0].size();
-    std::size_t right = 0;
-    while (right < count && isRight(right)) {
-        ++right;
+// The file's further sound streams, each described and heard by itself; those with the same to say together.
+std::string furtherStreams(ClipSession& clip) {
+    States states;
+    csSDK_int32 result = clip.info(0).result;
+    std::uint32_t stream = 1;
+    for (; result == imIterateStreams; ++stream) {
+        const auto info = clip.info(static_cast<csSDK_int32>(stream));
+        states.add(stream, "with " + soundOf(clip, *info.record.get(), stream));
+        result = info.result;
     }
-    if (right == count) {
-        return "all right";
+    if (stream == 1) {
+        return "";
     }
-    for (std::size_t i = right; i < count; ++i) {
-        if (answer.channels[0][i] != 0.0f || answer.channels[1][i] != 0.0f) {
-            return "other sound from " + std::to_string(position + static_cast<std::int64_t>(i)) + " on";
-        }
-    }
-    return right == 0 ? "silent" : "silent from " + std::to_string(position + static_cast<std::int64_t>(right)) + " on";
-}
-
-std::string soundPart(ClipSession& clip, std::int64_t position, std::int64_t frames, csSDK_int32 channels) {
-    const auto answer = clip.audio(position, static_cast<csSDK_uint32>(frames), channels);
-    if (answer.result != imNoErr) {
-        return hostkit::resultText(answer.result);
-    }
-    return channels == 2 ? soundFrom(answer, position) : "delivered";
-}
-
-std::string rateText(float rate) { return std::to_string(static_cast<std::int64_t>(rate)) + " Hz"; }
-
-std::string soundOf(ClipSession& clip, const imFileInfoRec8& info) {
-    if (!info.hasAudio) {
-        return "no sound";
-    }
-    if (info.audInfo.sampleType == kPrAudioSampleType_Other) {
-        return "unusable sound";
-    }
-    const std::int64_t count = info.audDuration;
-    const csSDK_int32 channels = info.audInfo.numChannels;
-    if (count <= 0) {
-        return "sound of no length";
-    }
-    std::string text = counted(count, "sample") + " of sound";
-    text += info.audInfo.sampleRate == 48000.0f ? "" : " at " + rateText(info.audInfo.sampleRate);
-    text += channels == 2 ? ", " : " in " + counted(channels, "channel") + ", ";
-    text += soundPart(clip, 0, std::min(count, kMostSound), channels);
-    if (count > kMostSound) {
-        text += ", " + soundPart(clip, count - 100, 100, channels) + " at the end";
-    }
-    return text;
-}
-
-std::string describedStreams(ClipSession& clip) {
-    const std::size_t streams = clip.infos().size();
-    return streams > 1 ? "; " + std::to_string(streams) + " streams" : "";
+    return std::string(stream > 2 ? "; streams " : "; stream ") + states.text();
 }
 
 // Without the call and its addresses, which a codec's message ends with.
@@ -177,12 +149,12 @@ std::string sightOf(hostkit::ImporterSession& session, const std::filesystem::pa
     if (const csSDK_int32 opened = clip.open().result; opened != imNoErr) {
         return "not opened: " + hostkit::resultText(opened);
     }
-    const std::string streams = describedStreams(clip);
+    const std::string further = furtherStreams(clip);
     const auto info = clip.info(0);   // once more: the last stream asked for is the one that stays
     if (info.result != imNoErr && info.result != imIterateStreams) {
         return "refused: " + hostkit::resultText(info.result);
     }
-    return picturesOf(clip, *info.record.get()) + "; " + soundOf(clip, *info.record.get()) + streams;
+    return picturesOf(clip, *info.record.get()) + "; " + soundOf(clip, *info.record.get(), 0) + further;
 }
 
 std::vector<std::string> tellingLines(const std::vector<std::string>& messages) {

@@ -162,7 +162,7 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
     tellOf("before", before);
     ASSERT_GE(rounds(), 1) << "QUORVANE_SOAK_ROUNDS is no number of rounds";
 
-    // Each round opens each of some 130 files twice.
+    // Each round opens each of some 190 files twice.
     for (int round = 0; round < rounds() && !HasFatalFailure(); ++round) {
         goRound(random);
     }

@@ -1,4 +1,4 @@
-// Hosts that throw when they are given something back. What they threw is lost to them; all else goes on.
+// Hosts that throw. What they threw when they were given something back is lost to them; all else goes on.
 #include "ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -73,6 +73,17 @@ TEST_F(ThrowingHost, AtTheReleaseOfEverySuiteOfAFileGetsTheFileFree) {
                     "The suite 'Premiere PPix Cache Suite' version 6 was acquired 1 time and released 0 times.",
                     "The suite 'Premiere PPix Creator Suite' " + one, "The suite 'Premiere PPix Suite' " + one,
                     "The suite 'Premiere Time Suite' " + one});
+}
+
+// The host has heard of no channel, and would ask for the sound with no buffer at all.
+TEST_F(ThrowingHost, AtTheDescriptionIsNotGivenTheStreamsThatItWasNotToldOf) {
+    ClipSession clip(session(), write("sound.avi", aviFile({shortVideo(), audioStream({}), audioStream({})})));
+    clip.open();
+    host().faults().throwFrom(HostCall::AcquireSuite, "no suite today");
+    EXPECT_EQ(clip.info(1).result, 99);
+    const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(0, 20, 0).result, 99); });
+    EXPECT_EQ(lines.back(), "FATAL: Unhandled exception during [imImportAudio7] (25): m_audioInfo is NULL");
+    EXPECT_EQ(clip.info(1).result, imBadStreamIndex) << "the next time it is told";
 }
 
 TEST_F(ThrowingHost, AtTheReleaseOfTheErrorSuiteMakesTheShutdownFail) {
