@@ -16,12 +16,13 @@ fail() {
 
 . scripts/packages.sh
 
-# build_preset PRESET [TARGET...]: configures (once) and builds; the build tool itself skips what is up to date.
+# build_preset PRESET [TARGET...]: configures (once, and when presets have changed) and builds; the build tool itself
+# skips what is up to date.
 build_preset() {
     local preset=$1 log=$log_dir/build-$1.log
     shift
     say "building the $preset preset (progress in $log)"
-    { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+    { [ "build/$preset/build.ninja" -nt CMakePresets.json ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
         cmake --build --preset "$preset" ${*:+--target "$@"} >>"$log" 2>&1 || {
         grep -m 20 -E 'error|FAILED|CMake Error' "$log" >&2 || tail -n 20 "$log" >&2
         fail "the $preset build failed; see $log"

@@ -13,8 +13,8 @@ namespace {
 // The longest message, with the largest numbers in it.
 constexpr std::size_t kLongestLine = 256;
 
-// What a file may take whatever it claims, and what each of its bytes may take on top: an entry of 8 bytes in a
-// standard index is 24 in memory, and lists grow by doubling.
+// What a file may take whatever it claims, and what each of its bytes may take on top: 8 bytes are a node of 32 where
+// they are a chunk header, and 16.5 where they are an entry of a standard index; the same bytes can be both.
 constexpr std::size_t kMemoryForAnyFile = std::size_t{64} << 20;
 constexpr std::size_t kMemoryPerByte = 8;
 

@@ -11,8 +11,10 @@
 namespace {
 
 constexpr std::size_t kMostNodes = 10'000;
-constexpr std::uint64_t kMostBytes = 1 << 16;
+constexpr std::size_t kMostLevels = 2000;         // of the call stack
+constexpr std::uint64_t kMostBytes = 1 << 17;     // of a format or an index
 constexpr std::size_t kMostIndexes = 200;
+constexpr std::uint32_t kMostEntries = 8000;      // of one of them
 constexpr std::size_t kMostChunks = 100'000;
 
 using Buffer = std::vector<std::uint8_t>;
@@ -37,9 +39,12 @@ struct Stream {
     std::vector<AviChunk> openDml;
 };
 
+// Zeros behind the end: a buffer is no longer than the file.
 std::uint32_t u32At(const Buffer& bytes, std::size_t position) {
     std::uint32_t value = 0;
-    std::memcpy(&value, bytes.data() + position, sizeof value);
+    if (position < bytes.size()) {
+        std::memcpy(&value, bytes.data() + position, std::min(sizeof value, bytes.size() - position));
+    }
     return value;
 }
 
@@ -48,7 +53,7 @@ std::uint64_t u64At(const Buffer& bytes, std::size_t position) {
 }
 
 std::uint16_t u16At(const Buffer& bytes, std::size_t position) {
-    return static_cast<std::uint16_t>(bytes[position] | bytes[position + 1] << 8);
+    return static_cast<std::uint16_t>(u32At(bytes, position));
 }
 
 void dumpChunks(std::ostream& out, const char* name, const auto& chunks) {
@@ -70,7 +75,8 @@ void dumpBytes(std::ostream& out, const char* name, const void* bytes, std::size
 
 class LiteralParser {
 public:
-    explicit LiteralParser(fileio::File& file) : m_file(file) {}
+    LiteralParser(fileio::File& file, ShortHeaders shortHeaders)
+        : m_file(file), m_readsOn(shortHeaders == ShortHeaders::readOn) {}
 
     std::string run() {
         const bool usable = parse();
@@ -92,7 +98,7 @@ public:
 private:
     bool parse() {
         std::vector<Node> top;
-        if (!walk(top, m_file.size())) {
+        if (!walk(top, m_file.size(), 0)) {
             m_errors += "riff structure is corrupt or invalid\n";
         }
         if (top.empty()) {
@@ -109,7 +115,7 @@ private:
         if (!avih) {
             return fail("avih missing\n");
         }
-        if (!readChunkData(*avih, m_mainHeader, 56)) {
+        if (!readRecord(*avih, m_mainHeader, 56)) {
             return fail("avih data read error\n");
         }
         std::uint32_t number = 0;
@@ -123,7 +129,7 @@ private:
             }
             const Node* dmlh = node.listType == fourCC("odml") ? child(node, fourCC("dmlh")) : nullptr;
             if (dmlh) {
-                readChunkData(*dmlh, m_extendedHeader, std::min(dmlh->size, 248u));
+                readRecord(*dmlh, m_extendedHeader, std::min(dmlh->size, 248u));
             }
         }
         readIdx1(child(top[0], fourCC("idx1")), list(top[0], fourCC("movi")));
@@ -139,25 +145,27 @@ private:
         m_errors += "stream[" + std::to_string(stream.number) + "]: " + message + "\n";
     }
 
-    bool walk(std::vector<Node>& nodes, std::int64_t length) {
+    bool walk(std::vector<Node>& nodes, std::int64_t length, std::size_t level) {
         bool failed = false;
         try {
             for (std::int64_t position = 0; position < length;) {
                 Node node;
                 node.position = m_file.tell();
                 std::uint32_t idAndSize[2];
-                fileio::readExact(m_file, idAndSize, 8);
+                if (!readHeader(idAndSize, 8)) {
+                    return false;
+                }
                 node.id = idAndSize[0];
                 node.size = idAndSize[1];
-                if (node.isList()) {
-                    fileio::readExact(m_file, &node.listType, 4);
+                if (node.isList() && !readHeader(&node.listType, 4)) {
+                    return false;
                 }
-                if (++m_nodeCount > kMostNodes) {
+                if (++m_nodeCount > kMostNodes || level > kMostLevels) {
                     throw TooCostly();
                 }
                 nodes.push_back(node);
                 const bool open = node.isList() && node.listType != fourCC("movi") && node.size >= 4;
-                if (open && !failed && !walk(nodes.back().children, std::int64_t{node.size} - 4)) {
+                if (open && !failed && !walk(nodes.back().children, std::int64_t{node.size} - 4, level + 1)) {
                     failed = true;
                 }
                 const std::int64_t step = (std::int64_t{node.size} + 9) & ~std::int64_t{1};
@@ -190,11 +198,44 @@ private:
         return nullptr;
     }
 
-    bool readChunkData(const Node& node, Buffer& destination, std::uint32_t count) {
-        if (std::int64_t{node.size} - (node.isList() ? 4 : 0) < std::int64_t{count}) {
-            return false;
+    /// Chunk headers and the records in "avih", "strh" and "dmlh".
+    bool readHeader(void* destination, std::uint64_t count) {
+        auto* bytes = static_cast<std::uint8_t*>(destination);
+        std::uint64_t done = m_file.read(bytes, count);
+        for (std::uint64_t got = done; m_readsOn && got > 0 && done < count; done += got) {
+            got = m_file.read(bytes + done, count - done);
         }
-        return m_file.seek(node.position + (node.isList() ? 12 : 8)) && m_file.read(destination.data(), count) == count;
+        return done == count;
+    }
+
+    bool seekToData(const Node& node, std::uint32_t count) {
+        return std::int64_t{node.size} - (node.isList() ? 4 : 0) >= std::int64_t{count} &&
+               m_file.seek(dataPosition(node));
+    }
+
+    bool readRecord(const Node& node, Buffer& destination, std::uint32_t count) {
+        return seekToData(node, count) && readHeader(destination.data(), count);
+    }
+
+    static std::int64_t dataPosition(const Node& node) { return node.position + (node.isList() ? 12 : 8); }
+
+    /// Room for what the file has of so many bytes; the others would be zero.
+    Buffer roomFor(std::int64_t position, std::uint32_t size) {
+        const std::int64_t behind = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
+        const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(behind));
+        if (present > kMostBytes) {
+            throw TooCostly();
+        }
+        return Buffer(static_cast<std::size_t>(present));
+    }
+
+    /// All data of a chunk in one read, whatever that gives.
+    Buffer readData(const Node& node) {
+        Buffer data = roomFor(dataPosition(node), node.size);
+        if (m_file.seek(dataPosition(node))) {
+            m_file.read(data.data(), data.size());
+        }
+        return data;
     }
 
     bool parseStream(const Node& strl, Stream& stream) {
@@ -208,13 +249,13 @@ private:
             report(stream, strh ? "strf missing in strl" : "strh missing in strl");
             return false;
         }
-        if (!readChunkData(*strh, stream.header, 56)) {
+        if (!readRecord(*strh, stream.header, 56)) {
             report(stream, "strh data read error");
             return false;
         }
-        const bool beyondFile = strf->size > kMostBytes;
-        stream.format.resize(beyondFile ? 0 : strf->size);
-        if (beyondFile || !readChunkData(*strf, stream.format, strf->size)) {
+        stream.format = roomFor(dataPosition(*strf), strf->size);
+        if (stream.format.size() != strf->size || !seekToData(*strf, strf->size) ||
+            m_file.read(stream.format.data(), strf->size) != strf->size) {
             report(stream, "strf data read error");
             return false;
         }
@@ -226,11 +267,10 @@ private:
 
     void readSuperIndex(const Node& indx, Stream& stream) {
         stream.useOpenDml = true;
-        // Entries behind the end of the file are zero and are skipped, so the rest of a huge buffer is left out.
-        const auto present = static_cast<std::uint32_t>(std::min<std::uint64_t>(indx.size, kMostBytes));
-        Buffer data(kMostBytes + 64);
-        readChunkData(indx, data, present);
-        std::copy_n(data.begin(), std::min(present, 24u), stream.superHeader.begin());
+        const Buffer data = readData(indx);
+        for (std::size_t i = 0; i < std::min(indx.size, 24u); ++i) {
+            stream.superHeader[i] = i < data.size() ? data[i] : 0;
+        }
         if (u16At(stream.superHeader, 0) != 4) {
             report(stream, "super index (indx) unexpected super index entry size (wLongsPerEntry): " +
                                std::to_string(u16At(stream.superHeader, 0)));
@@ -245,7 +285,8 @@ private:
                    "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(inUse) + " ");
             stream.useOpenDml = false;
         }
-        for (std::size_t at = 24, i = 0; i < count && at + 16 <= kMostBytes; at += 16, ++i) {
+        // Entries behind the end of the file are zero and are skipped.
+        for (std::size_t at = 24, i = 0; i < count && at < data.size(); at += 16, ++i) {
             readStdIndex(u64At(data, at), u32At(data, at + 8), stream);
         }
     }
@@ -259,9 +300,9 @@ private:
         }
         const std::uint32_t size = dwSize - 8;
         const std::uint64_t position = offset + 8;
-        Buffer data(std::min<std::uint64_t>(size, kMostBytes) + 64);
-        const bool read = m_file.seek(static_cast<std::int64_t>(position)) &&
-                          m_file.read(data.data(), std::min<std::uint64_t>(size, kMostBytes)) != 0;
+        Buffer data = roomFor(static_cast<std::int64_t>(position), size);
+        const bool read =
+            m_file.seek(static_cast<std::int64_t>(position)) && m_file.read(data.data(), data.size()) != 0;
         if (!read) {
             report(stream, "could not read standard index at: " + std::to_string(position) +
                                ", size: " + std::to_string(size));
@@ -269,7 +310,7 @@ private:
             return;
         }
         Buffer header(24);
-        std::copy_n(data.begin(), std::min(size, 24u), header.begin());
+        std::copy_n(data.begin(), std::min<std::size_t>(data.size(), 24), header.begin());
         if (u16At(header, 0) != 2) {
             report(stream, "std index (ix..) unexpected std index entry size (wLongsPerEntry): " +
                                std::to_string(u16At(header, 0)));
@@ -283,7 +324,7 @@ private:
             report(stream, "std index (ix..) chunk data is smaller than nEntriesInUse: " + std::to_string(inUse));
             stream.useOpenDml = false;
         }
-        if (count > kMostBytes / 8 - 8) {
+        if (count > kMostEntries) {
             throw TooCostly();
         }
         for (std::uint32_t i = 0; i < count; ++i) {
@@ -299,12 +340,12 @@ private:
         if (idx1->size % 16 != 0) {
             m_errors += "idx1 size is not a multiple of index entry size\n";
         }
-        Buffer data(kMostBytes + 64);
-        readChunkData(*idx1, data, static_cast<std::uint32_t>(std::min<std::uint64_t>(idx1->size, kMostBytes)));
+        const Buffer data = readData(*idx1);
         for (Stream& stream : m_streams) {
-            for (std::size_t at = 0; movi && at < std::min<std::uint64_t>(idx1->size, kMostBytes); at += 16) {
-                if (data[at] == static_cast<std::uint8_t>('0' + stream.number / 10) &&
-                    data[at + 1] == static_cast<std::uint8_t>('0' + stream.number % 10)) {
+            const std::uint16_t digits = static_cast<std::uint8_t>('0' + stream.number / 10) |
+                                         static_cast<std::uint8_t>('0' + stream.number % 10) << 8;
+            for (std::size_t at = 0; movi && at < data.size(); at += 16) {
+                if (u16At(data, at) == digits) {
                     add(stream.idx1, static_cast<std::uint64_t>(movi->position) + 16 + u32At(data, at + 8),
                         u32At(data, at + 12), (u32At(data, at + 4) & 0x10) != 0);
                 }
@@ -321,6 +362,7 @@ private:
     }
 
     fileio::File& m_file;
+    bool m_readsOn;
     std::string m_errors;
     std::size_t m_nodeCount = 0;
     std::size_t m_indexCount = 0;
@@ -332,8 +374,8 @@ private:
 
 }  // namespace
 
-std::string parseLiterally(fileio::File& file) {
-    return LiteralParser(file).run();
+std::string parseLiterally(fileio::File& file, ShortHeaders shortHeaders) {
+    return LiteralParser(file, shortHeaders).run();
 }
 
 std::string describe(const AviParser& parser, bool usable) {

@@ -14,8 +14,13 @@ public:
     TooCostly() : std::runtime_error("too costly") {}
 };
 
+/// What becomes of a chunk header, or of the record in "avih", "strh" or "dmlh", when a read gives only a part of it:
+/// it counts as missing, or it is read on until the file gives no more. Formats and indexes are one read each, and end
+/// where that ends.
+enum class ShortHeaders { missing, readOn };
+
 /// Everything that a parse gives, as text.
-std::string parseLiterally(fileio::File& file);
+std::string parseLiterally(fileio::File& file, ShortHeaders shortHeaders = ShortHeaders::missing);
 
 /// The same text for the real parser, which has just parsed with this result.
 std::string describe(const AviParser& parser, bool usable);

@@ -3,6 +3,7 @@
 // compared, never time.
 #include "damage/Catalogue.h"
 #include "damage/FilesOnDisk.h"
+#include "damage/HeldMemory.h"
 #include "damage/Sighting.h"
 
 #include "hostkit/AsyncSession.h"
@@ -15,6 +16,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <random>
 
 namespace damage {
@@ -23,12 +26,27 @@ namespace {
 
 using hostkit::AsyncSession;
 using hostkit::ClipSession;
-using hostkit::processSize;
-using hostkit::ProcessSize;
 
 constexpr unsigned kSeed = 20261120;
 constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
 constexpr PrTime kMiddle = 4 * kTicksPerPicture;
+
+// A longer day by hand: what is set takes the place of the rounds that fit between other tests.
+int rounds() {
+    const char* wanted = std::getenv("QUORVANE_SOAK_ROUNDS");
+    return wanted ? std::atoi(wanted) : SOAK_ROUNDS;
+}
+
+struct Held {
+    std::uint64_t bytes = heldMemory();
+    std::uint64_t handles = hostkit::processSize().handles;
+};
+
+// For those who run a longer day.
+void tellOf(const char* when, const Held& held) {
+    std::cout << when << ": " << (SOAK_COMPARES_MEMORY ? std::to_string(held.bytes) : "uncounted")
+              << " bytes of memory, " << held.handles << " handles\n";
+}
 
 const std::vector<imFrameFormat>& anyFormat() {
     static const std::vector<imFrameFormat> format = {{0, 0, PrPixelFormat_VUYX_4444_8u}};
@@ -140,19 +158,22 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
     std::mt19937 random(kSeed);
     goRound(random);                    // what is made once and kept is made by now
     expectNothingHeld();
-    const ProcessSize before = processSize();
+    const Held before;
+    tellOf("before", before);
+    ASSERT_GE(rounds(), 1) << "QUORVANE_SOAK_ROUNDS is no number of rounds";
 
     // Each round opens each of some 190 files twice.
-    for (int round = 0; round < SOAK_ROUNDS && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < rounds() && !HasFatalFailure(); ++round) {
         goRound(random);
     }
 
     expectNothingHeld();
-    const ProcessSize after = processSize();
+    const Held after;
+    tellOf("after", after);
     EXPECT_LE(after.handles, before.handles);
     if (SOAK_COMPARES_MEMORY) {
-        // A kilobyte left by each opening would be more than twice as much.
-        EXPECT_LE(after.bytes, before.bytes + (std::uint64_t{512} << 10));
+        // A kilobyte left by each opening would be more than twice as much on any system, and 60 times on Linux.
+        EXPECT_LE(after.bytes, before.bytes + kHeldMemoryWanders);
     }
     m_plugin.session().shutdown();
     EXPECT_EQ(m_plugin.host().problems(), std::vector<std::string>{});
@@ -169,7 +190,7 @@ TEST_F(Soak, ClipsOpenSideBySideDoNotSeeEachOther) {
     ASSERT_EQ(good.info(0).result, imNoErr);
     std::mt19937 random(kSeed);
     std::vector<std::unique_ptr<ClipSession>> open;
-    for (int i = 0; i < 10 * SOAK_ROUNDS; ++i) {
+    for (int i = 0; i < 10 * rounds(); ++i) {
         const Visited& file = m_files[random() % m_files.size()];
         ASSERT_EQ(visit(file.path), file.seen) << file.path.filename().string() << ", seed " << kSeed;
         const int number = i % 10;

@@ -1,0 +1,43 @@
+// A file in memory that gives less than it could: nothing behind some byte, as on a share that lost the rest, or few
+// bytes a read.
+#pragma once
+
+#include "aviwriter/Blocks.h"
+#include "fileio/File.h"
+
+#include <cstdint>
+
+namespace damage {
+
+class ShortFile : public fileio::File {
+public:
+    // `bytes`, which must outlive this object, and zeros behind them. All is given until something else is ordered.
+    explicit ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosBehind = 0);
+
+    // The file has only so many bytes.
+    void cutAt(std::uint64_t end) { m_size = m_end = end; }
+
+    // Reads stop at `end`, while the size stays.
+    void endAt(std::uint64_t end) { m_end = end; }
+    void endAsItSays() { m_end = m_size; }
+
+    // No read gives more.
+    void limitReads(std::uint64_t bytes) { m_mostOfARead = bytes; }
+
+    bool open(const char*, std::uint32_t) override { return false; }
+    void close() override {}
+    std::int64_t size() override { return static_cast<std::int64_t>(m_size); }
+    std::int64_t tell() override { return m_position; }
+    bool seek(std::int64_t pos) override;
+    std::uint64_t read(void* buffer, std::uint64_t count) override;
+    std::uint64_t write(const void*, std::uint64_t) override { return 0; }
+
+private:
+    const aviwriter::Bytes& m_bytes;
+    std::uint64_t m_size;
+    std::uint64_t m_end;
+    std::uint64_t m_mostOfARead = UINT64_MAX;
+    std::int64_t m_position = 0;
+};
+
+}  // namespace damage
