@@ -62,16 +62,18 @@ Bytes soundFile(const SoundFormat& format, const Bytes& sound, std::size_t chunk
 
 Bytes indexedSoundFile(const std::vector<IndexedChunk>& index, const Bytes& data) {
     using namespace aviwriter;
-    constexpr std::uint32_t kIndexChunkBytes = 40;
     const StreamSketch empty = audioStream(emptySound());
     const StreamSketch sound = audioStream({.length = 0});
-    std::uint64_t position = indexedDataPosition(index.size()) - 8 - kIndexChunkBytes * index.size();
+    std::uint64_t position = indexedDataPosition(index.size(), 0) - 8 - 32 * index.size();
     SuperIndex superIndex = {.chunkId = "01wb"};
     std::vector<Bytes> movi;
     for (const IndexedChunk& entry : index) {
-        superIndex.entries.push_back({.offset = position, .size = kIndexChunkBytes, .duration = 0});
-        position += kIndexChunkBytes;
-        movi.push_back(ix("ix01", {.chunkId = "01wb", .baseOffset = entry.offset, .entries = {{0, entry.size}}}));
+        const Bytes chunks = ix("ix01", {.chunkId = "01wb", .baseOffset = entry.offset,
+                                         .entries = std::vector<StandardIndexEntry>(entry.times, {0, entry.size})});
+        const auto size = static_cast<std::uint32_t>(chunks.size());
+        superIndex.entries.push_back({.offset = position, .size = size, .duration = 0});
+        position += size;
+        movi.push_back(chunks);
     }
     movi.push_back(chunk("01wb", data));
     return riff("AVI ", {list("hdrl", {avih({.streams = 2}),

@@ -41,18 +41,22 @@ constexpr std::int64_t kFirstChunk = 312;
 Bytes soundFile(const Bytes& format, const std::vector<Bytes>& chunks, std::uint32_t length);
 Bytes soundFile(const SoundFormat& format, const Bytes& sound, std::size_t chunkBytes);
 
-// A chunk as an OpenDML index lists it, whether or not the file has such a place.
+// A chunk as an OpenDML index lists it, whether or not the file has such a place, and how often in a row.
 struct IndexedChunk {
     std::uint64_t offset = 0;
     std::uint32_t size = 0;
+    std::uint32_t times = 1;
 };
 
 // 16-bit stereo that ends with its one real chunk, `data`. The index lists whatever it is told; one index chunk for
-// each entry, so that no two offsets need be near each other.
+// each of `index`, so that no two offsets need be near each other.
 Bytes indexedSoundFile(const std::vector<IndexedChunk>& index, const Bytes& data);
 
-// Where the data of indexedSoundFile lies, for so many entries.
-constexpr std::uint64_t indexedDataPosition(std::size_t entries) { return 344 + 56 * entries; }
+// Where the data of indexedSoundFile lies, for an index of so many, which list so many chunks.
+constexpr std::uint64_t indexedDataPosition(std::size_t entries, std::size_t chunks) {
+    return 344 + 48 * entries + 8 * chunks;
+}
+constexpr std::uint64_t indexedDataPosition(std::size_t entries) { return indexedDataPosition(entries, entries); }
 
 // A file on disk, open in the plug-in with its sound chosen; the folder goes with it.
 class SoundClip {

@@ -342,8 +342,8 @@ private:
         }
         const Buffer data = readData(*idx1);
         for (Stream& stream : m_streams) {
-            const std::uint16_t digits = static_cast<std::uint8_t>('0' + stream.number / 10) |
-                                         static_cast<std::uint8_t>('0' + stream.number % 10) << 8;
+            const int digits = static_cast<std::uint8_t>('0' + stream.number / 10) |
+                               static_cast<std::uint8_t>('0' + stream.number % 10) << 8;
             for (std::size_t at = 0; movi && at < data.size(); at += 16) {
                 if (u16At(data, at) == digits) {
                     add(stream.idx1, static_cast<std::uint64_t>(movi->position) + 16 + u32At(data, at + 8),
