@@ -2,6 +2,7 @@
 #include "avi/AviParser.h"
 #include "avi/ChunkWalk.h"
 #include "damage/Pieces.h"
+#include "damage/ShortFile.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
 #include "support/SparseFile.h"
@@ -235,6 +236,38 @@ TEST(ReadBudget, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
     EXPECT_EQ(parser.errorText(), "stream[0]: could not read standard index at: " + std::to_string(indexAt + 8) +
                                       ", size: " + std::to_string(size - 8) + "\n");
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+}
+
+// A standard index of five MiB at the end of the file, and what is known of it where the file's last bytes are lost.
+struct LostEnd {
+    explicit LostEnd(std::uint64_t lost) {
+        constexpr std::uint32_t kSize = 8 + 24 + 8 * kEntries;
+        Bytes bytes = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, kSize}}})})})});
+        overwrite(bytes, superEntryAt(bytes, 0, 0), u64(bytes.size()));
+        bytes = bytes + ix("ix00", {.entriesInUse = kEntries});
+        bytes.resize(bytes.size() + 8 * kEntries, 1);
+        ShortFile file(bytes);
+        file.endAt(bytes.size() - lost);
+        EXPECT_TRUE(parser.parse(file));
+    }
+
+    static constexpr std::uint32_t kEntries = 5 * 131'072;
+    AviParser parser;
+    const AviStream& stream() const { return *parser.streams().at(0); }
+};
+
+TEST(ReadBudget, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
+    const LostEnd parsed(8 * 100);
+    EXPECT_TRUE(parsed.stream().useOpenDmlIndex());
+    ASSERT_EQ(parsed.stream().chunkCount(), LostEnd::kEntries);
+    EXPECT_EQ(parsed.stream().chunk(LostEnd::kEntries - 101).size, 0x01010101u);
+    EXPECT_EQ(parsed.stream().chunk(LostEnd::kEntries - 100).size, 0u);
+}
+
+TEST(ReadBudget, AnIndexOfWhichTheSecondPieceIsNotThereIsNotInUse) {
+    const LostEnd parsed(24 + (1u << 20));
+    EXPECT_FALSE(parsed.stream().useOpenDmlIndex());
+    EXPECT_NE(parsed.parser.errorText().find("could not read standard index"), std::string::npos);
 }
 
 // The super index of the second stream takes five MiB in two pieces. That of the first leads to four and a half MiB
