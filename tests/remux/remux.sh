@@ -34,7 +34,10 @@ make_sample() {
 }
 
 import() {
-    $emulator "$checksums" "$1" > "$2"
+    local code=0
+    $emulator "$checksums" "$1" > "$2" || code=$?
+    [ "$code" = 0 ] || echo "clip_checksums $1 ended with $code after $(wc -l < "$2") lines"
+    return "$code"
 }
 
 copy() {
