@@ -116,6 +116,26 @@ TEST(ReadBudget, ReadsFourMebibytesAtTheFirstPlaceThatIsNoIndexAndLittleAtTheOth
     EXPECT_EQ(file.bytesRead(), 65'536 + (4u << 20) + (kPlaces - 1) * 65'536);
 }
 
+// A super index that leads to the headers first, which are no index, and then to one of so many entries.
+TEST(ReadBudget, ReadsALaterIndexOfAStreamThatHasShownAFaultWholeInPiecesOf64KiB) {
+    constexpr std::uint32_t kEntries = 20'000;
+    constexpr std::uint32_t kSize = 8 + 24 + 8 * kEntries;
+    Bytes bytes = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, 100}, {0, kSize}}})})})});
+    overwrite(bytes, superEntryAt(bytes, 0, 1), u64(bytes.size()));
+    bytes = bytes + ix("ix00", {.entriesInUse = kEntries});
+    bytes.resize(bytes.size() + 8 * kEntries, 1);
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    const AviStream& stream = *parser.streams().at(0);
+    EXPECT_FALSE(stream.useOpenDmlIndex());
+    ASSERT_EQ(stream.openDmlChunks().size(), std::size_t{kEntries});
+    EXPECT_EQ(stream.openDmlChunks()[kEntries - 1].size, 0x01010101u);
+    EXPECT_TRUE(std::all_of(file.reads().begin(), file.reads().end(),
+                            [](const auto& read) { return read.wanted <= 65'536; }));
+}
+
 // A super index that leads so often to one byte behind the headers: an index without entries.
 struct OneByteIndexes {
     explicit OneByteIndexes(std::uint32_t entries) {

@@ -63,6 +63,12 @@ TEST_F(Analysis, DescribesEachSoundByItsPlaceInTheFile) {
                                          "\n");
 }
 
+TEST_F(Analysis, NamesFloatBySubFormat) {
+    const Bytes format = aviwriter::waveFormatExtensible({.formatTag = 3, .bitsPerSample = 32});
+    auto clip = clipOf({videoStream(sizedVideo()), audioStream({.format = format})});
+    EXPECT_NE(clip->analysis().text.find("Type: 32 bit float\n"), std::string::npos);
+}
+
 TEST_F(Analysis, CountsThePlacesOverAllStreams) {
     auto clip = clipOf({audioStream({}), videoStream(sizedVideo()), audioStream({})});
     const std::string text = clip->analysis().text;
