@@ -1,12 +1,10 @@
-// The bounds on what a parse reads, just below and just above them.
+// The bounds on what a parse reads of indexes, just below and just above them.
 #include "avi/AviParser.h"
-#include "avi/ChunkWalk.h"
 #include "damage/Pieces.h"
 #include "damage/ShortFile.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
 #include "support/SparseFile.h"
-#include "text/FourCC.h"
 
 #include <gtest/gtest.h>
 
@@ -19,85 +17,8 @@ namespace {
 
 using namespace aviwriter;
 
-constexpr std::uint32_t kApart = 128 * 1024;
-
-// Three lists, each of which shows what follows it twice: eight passes over so many chunks, which are 128 KiB apart, so
-// that each visit is a read, which counts as 64 KiB. Only the first chunk shares one with the lists.
-bool eightPassesHold(std::uint32_t chunks) {
-    const std::uint32_t size = 3 * 24 + chunks * kApart;
-    fileio::SparseFile file(size);
-    for (std::uint32_t i = 0; i < 3; ++i) {
-        file.put(i * 24, listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", size - i * 24 - 20, {})}));
-    }
-    for (std::uint32_t i = 0; i < chunks; ++i) {
-        file.put(3 * 24 + i * kApart, text("JUNK") + u32(kApart - 8));
-    }
-    ChunkReader reader(file);
-    ChunkTree tree;
-    const bool holds = walkChunks(reader, {fourCC("movi")}, tree);
-    EXPECT_EQ(tree.size() == 14 + 8 * chunks, holds) << tree.size() << " nodes";
-    return holds;
-}
-
-TEST(ReadBudget, LetsHeadersBeReadTwiceAndFourMebibytesMore) {
-    EXPECT_TRUE(eightPassesHold(17));   // 1 and 8 times 16 reads of 64 KiB; 132 are allowed
-}
-
-TEST(ReadBudget, EndsTheWalkBehindThat) {
-    EXPECT_FALSE(eightPassesHold(18));   // 1 and 8 times 17; 136 are allowed
-}
-
-// So many chunks, 128 KiB apart: a file of gigabytes that no disk need hold.
-class ChunksFarApart : public fileio::File {
-public:
-    explicit ChunksFarApart(std::uint32_t chunks) : m_size(std::int64_t{chunks} * kApart) {}
-
-    bool open(const char*, std::uint32_t) override { return false; }
-    void close() override {}
-    std::int64_t size() override { return m_size; }
-    std::int64_t tell() override { return m_position; }
-    bool seek(std::int64_t position) override {
-        m_position = position;
-        return true;
-    }
-    // Every read that a walk makes here begins with a chunk's header.
-    std::uint64_t read(void* buffer, std::uint64_t count) override {
-        EXPECT_EQ(m_position % kApart, 0);
-        const std::uint64_t given = std::min(count, static_cast<std::uint64_t>(m_size - m_position));
-        Bytes bytes = text("JUNK") + u32(kApart - 8);
-        bytes.resize(given);
-        std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(buffer));
-        bytesRead += given;
-        return given;
-    }
-    std::uint64_t write(const void*, std::uint64_t) override { return 0; }
-
-    std::uint64_t bytesRead = 0;
-
-private:
-    std::int64_t m_size;
-    std::int64_t m_position = 0;
-};
-
-TEST(ReadBudget, LetsSixtyFiveThousandPlacesBeReadForHeaders) {
-    ChunksFarApart file(65'536);
-    ChunkReader reader(file);
-    ChunkTree tree;
-    EXPECT_TRUE(walkChunks(reader, {}, tree));
-    EXPECT_EQ(tree.size(), 65'536u);
-    EXPECT_EQ(file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
-}
-
-TEST(ReadBudget, EndsTheWalkBehindThoseHoweverLargeTheFileIs) {
-    ChunksFarApart file(65'537);
-    ChunkReader reader(file);
-    ChunkTree tree;
-    EXPECT_FALSE(walkChunks(reader, {}, tree));
-    EXPECT_EQ(tree.size(), 65'536u);
-}
-
 // A super index whose entries lead into the media of a large file, and claim so many bytes each.
-TEST(ReadBudget, ReadsFourMebibytesAtTheFirstPlaceThatIsNoIndexAndLittleAtTheOthers) {
+TEST(IndexReads, ReadsFourMebibytesAtTheFirstPlaceThatIsNoIndexAndLittleAtTheOthers) {
     constexpr std::uint32_t kPlaces = 200;
     constexpr std::uint32_t kClaimed = 8 + (8u << 20);
     std::vector<SuperIndexEntry> entries;
@@ -117,7 +38,7 @@ TEST(ReadBudget, ReadsFourMebibytesAtTheFirstPlaceThatIsNoIndexAndLittleAtTheOth
 }
 
 // A super index that leads to the headers first, which are no index, and then to one of so many entries.
-TEST(ReadBudget, ReadsALaterIndexOfAStreamThatHasShownAFaultWholeInPiecesOf64KiB) {
+TEST(IndexReads, ReadsALaterIndexOfAStreamThatHasShownAFaultWholeInPiecesOf64KiB) {
     constexpr std::uint32_t kEntries = 20'000;
     constexpr std::uint32_t kSize = 8 + 24 + 8 * kEntries;
     Bytes bytes = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, 100}, {0, kSize}}})})})});
@@ -154,7 +75,7 @@ struct OneByteIndexes {
     std::size_t reads = 0;
 };
 
-TEST(ReadBudget, CountsTheSmallestReadAsFourKibibytes) {
+TEST(IndexReads, CountsTheSmallestReadAsFourKibibytes) {
     // 128 KiB and 4 MiB are 1056 reads of 4 KiB. The super index, 16 KiB and more, is among the headers; it counts as
     // long as it is, and takes the place of five.
     OneByteIndexes parsed(1051);
@@ -162,14 +83,14 @@ TEST(ReadBudget, CountsTheSmallestReadAsFourKibibytes) {
     EXPECT_EQ(parsed.reads, 1 + 1051u);
 }
 
-TEST(ReadBudget, RefusesTheIndexBehindThat) {
+TEST(IndexReads, RefusesTheIndexBehindThat) {
     OneByteIndexes parsed(1052);
     EXPECT_FALSE(parsed.parser.streams().at(0)->useOpenDmlIndex());
     EXPECT_TRUE(parsed.parser.errorText().ends_with("stream[0]: could not read standard index at: 131071, size: 1\n"))
         << parsed.parser.errorText();
 }
 
-TEST(ReadBudget, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
+TEST(IndexReads, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
     constexpr std::int64_t kFileBytes = 2 * 1024 * 1024;
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(5000, {kFileBytes - 9, 9})};
     const Bytes other = list("strl", {strh({.type = "auds"}), strf(filled(70'000, 7))});
@@ -200,9 +121,9 @@ bool holdsInALargeFile(std::uint32_t entries) {
 
 // 4 GiB hold a super index of 24 bytes and so many entries of 16, with 4 KiB for each of them: 1,044,495 times 4112 are
 // 3,200 bytes less.
-TEST(ReadBudget, LetsFourGibibytesOfIndexesBeRead) { EXPECT_TRUE(holdsInALargeFile(1'044'495)); }
+TEST(IndexReads, LetsFourGibibytesOfIndexesBeRead) { EXPECT_TRUE(holdsInALargeFile(1'044'495)); }
 
-TEST(ReadBudget, RefusesTheIndexBehindThoseHoweverLargeTheFileIs) { EXPECT_FALSE(holdsInALargeFile(1'044'496)); }
+TEST(IndexReads, RefusesTheIndexBehindThoseHoweverLargeTheFileIs) { EXPECT_FALSE(holdsInALargeFile(1'044'496)); }
 
 // A megabyte of media with an "idx1" of 10,000 entries behind it, which is more than is read with the headers, and a
 // super index that leads so often to one byte of the media.
@@ -224,14 +145,14 @@ std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t oneByteIndexes) {
     return parser;
 }
 
-TEST(ReadBudget, KeepsIdx1ForAFileWhoseIndexesHaveUsedItUp) {
+TEST(IndexReads, KeepsIdx1ForAFileWhoseIndexesHaveUsedItUp) {
     const auto parser = parsedWithIdx1(5000);
     EXPECT_TRUE(parser->errorText().ends_with("could not read standard index at: 524288, size: 1\n"));
     EXPECT_FALSE(parser->streams().at(0)->useOpenDmlIndex());
     EXPECT_EQ(parser->streams().at(0)->chunkCount(), 10'000u);
 }
 
-TEST(ReadBudget, ReadsIdx1BesideAnIndexThatIsWhole) {
+TEST(IndexReads, ReadsIdx1BesideAnIndexThatIsWhole) {
     const auto parser = parsedWithIdx1(1000);
     EXPECT_EQ(parser->errorText(), "");
     EXPECT_TRUE(parser->streams().at(0)->useOpenDmlIndex());
@@ -240,7 +161,7 @@ TEST(ReadBudget, ReadsIdx1BesideAnIndexThatIsWhole) {
 
 // A standard index of five MiB, so that it is read in two pieces, and a super index that leads to it twice: nine MiB
 // and the headers may be read, so that the second time ends behind the first piece.
-TEST(ReadBudget, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
+TEST(IndexReads, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
     constexpr std::uint32_t kEntries = 5 * 131'072;
     const std::uint32_t size = 8 + 24 + 8 * kEntries;
     Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, size}, {0, size}}})})})});
@@ -276,7 +197,7 @@ struct LostEnd {
     const AviStream& stream() const { return *parser.streams().at(0); }
 };
 
-TEST(ReadBudget, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
+TEST(IndexReads, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
     const LostEnd parsed(8 * 100);
     EXPECT_TRUE(parsed.stream().useOpenDmlIndex());
     ASSERT_EQ(parsed.stream().chunkCount(), LostEnd::kEntries);
@@ -284,7 +205,7 @@ TEST(ReadBudget, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
     EXPECT_EQ(parsed.stream().chunk(LostEnd::kEntries - 100).size, 0u);
 }
 
-TEST(ReadBudget, AnIndexOfWhichTheSecondPieceIsNotThereIsNotInUse) {
+TEST(IndexReads, AnIndexOfWhichTheSecondPieceIsNotThereIsNotInUse) {
     const LostEnd parsed(24 + (1u << 20));
     EXPECT_FALSE(parsed.stream().useOpenDmlIndex());
     EXPECT_NE(parsed.parser.errorText().find("could not read standard index"), std::string::npos);
@@ -292,7 +213,7 @@ TEST(ReadBudget, AnIndexOfWhichTheSecondPieceIsNotThereIsNotInUse) {
 
 // The super index of the second stream takes five MiB in two pieces. That of the first leads to four and a half MiB
 // that are no indexes, and leaves four and a half and the headers.
-TEST(ReadBudget, ASuperIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
+TEST(IndexReads, ASuperIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
     constexpr std::uint32_t kEntries = 5 * 65'536;
     const Bytes first = videoList(1, {indx({.entries = {{0, 8 + (4u << 20)}, {0, 8 + (1u << 19)}}})});
     const Bytes second = videoList(1, {indx({.entries = std::vector<SuperIndexEntry>(kEntries)})});
