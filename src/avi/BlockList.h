@@ -9,7 +9,6 @@
 #include <new>
 #include <span>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 /// What becomes of a full block that is the same as the one before it, byte for byte. Elements of shared blocks cannot

@@ -72,7 +72,7 @@ std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination,
 }
 
 void ChunkReader::setAside(std::uint64_t position, std::uint64_t count) {
-    // With the cost of a last piece.
+    // A last piece shorter than kLeastReadCost costs that much.
     if (const std::uint64_t bytes = existing(position, count)) {
         m_setAside = std::min(bytes + avi::kLeastReadCost, m_directBudget);
         m_directBudget -= m_setAside;

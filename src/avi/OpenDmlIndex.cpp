@@ -144,4 +144,7 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         });
         done += static_cast<std::uint32_t>(entries.size());
     }
+    if (records.wasDenied()) {
+        failUnreadable();   // the last entry alone lay behind the fault
+    }
 }

@@ -1,7 +1,8 @@
 // Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder
 // or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB. Index bytes that
-// the file has are no mere claims: each 8 of a standard index take 16.5 bytes. The zeros of a hole, which cost nothing
-// on disk, take next to none: an index of zeros looks like one of dropped frames, and is taken for it.
+// the file has are no mere claims: each 8 of a standard index take 16.5 bytes, each 16 of a super index 40. The zeros of
+// a hole, which cost nothing on disk, take next to none: an index of zeros looks like one of dropped frames, and is
+// taken for it.
 #pragma once
 
 #include <cstddef>
@@ -36,14 +37,15 @@ constexpr std::uint64_t kMaxUnbackedEntriesPerStream = 250'000;
 /// that all claim one are a trap for memory.
 constexpr std::uint64_t kMaxUnbackedEntriesPerFile = 500'000;
 
-/// Indexes may read as many bytes as the file has, and this much more. In an honest file every byte
-/// belongs to one chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes
-/// twice its bytes of memory. The bytes of "idx1", and kLeastReadCost, are set aside before all else: whatever a broken
-/// OpenDML index uses up, a file that has the other can fall back to it.
+/// Indexes may read as many bytes as the file has, and this much more. In an honest file every byte belongs to one
+/// chunk; past the sum, chunks overlap each other again and again, and each pass over an index takes twice its bytes of
+/// memory. The bytes of "idx1", and kLeastReadCost, are set aside before all else: whatever a broken OpenDML index uses
+/// up, a file that has the other can fall back to it.
 constexpr std::uint64_t kOverlapAllowance = std::uint64_t{4} << 20;
 
-/// And never more than this. A day of 60 pictures a second, and as many chunks of each of 31 sound streams, has 1.3 GB
-/// of indexes; a forged file can have terabytes of them that cost nothing on disk.
+/// And never more than this, which is a million index chunks at most. A day of 60 pictures a second, and as many chunks
+/// of each of 31 sound streams, has 1.3 GB of indexes; in a million chunks if each held no more than three seconds, and
+/// recorders give them minutes. A forged file can have terabytes of indexes that cost nothing on disk.
 constexpr std::uint64_t kMaxIndexBytes = std::uint64_t{4} << 30;
 
 /// A read of an index that goes to the file, and is not among the headers, counts as at least so many of those bytes.
@@ -57,7 +59,7 @@ constexpr std::uint64_t kLeastReadCost = 4096;
 /// it over the same gigabytes again and again.
 constexpr std::uint64_t kHeaderPasses = 2;
 
-/// And never more than this, which is 65,536 reads. A recording of a terabyte takes some two thousand, one or two for
+/// And never more than this, which is 65,536 blocks. A recording of a terabyte takes some two thousand, one or two for
 /// each of its segments; a forged file can have headers by the half million in terabytes that cost nothing on disk.
 constexpr std::uint64_t kMaxHeaderBytes = std::uint64_t{4} << 30;
 

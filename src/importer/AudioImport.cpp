@@ -120,6 +120,9 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
 csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange& range) {
     const std::uint32_t channels = m_format.nChannels;
     const std::uint32_t size = record.size;
+    if (m_sampleType == kPrAudioSampleType_Other) {
+        return imDecompressionError;
+    }
     if (size > 0 && !hasBuffers(record, channels)) {
         Log("importAudio: the host has no buffer for each channel");
         return imOtherErr;
@@ -127,9 +130,6 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
     if (m_sampleType == kPrAudioSampleType_32BitFloat) {
         deinterleave32(m_bytes.data(), range.sizeBytes, record.buffer, channels, size);
         return imNoErr;
-    }
-    if (m_sampleType == kPrAudioSampleType_Other) {
-        return imDecompressionError;
     }
 
     // Where the byte count wrapped, the suite would read past our bytes: the frames beyond them are silence.

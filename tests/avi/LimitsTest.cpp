@@ -193,6 +193,18 @@ TEST(Limits, AnIndexWithAFaultBehindItsFirstPieceCannotBeRead) {
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }
 
+TEST(Limits, AnIndexOfWhichTheLastEntryAloneCannotBeReadCannotBeRead) {
+    // 24 bytes and all entries but one are the first piece of four MiB.
+    const Bytes bytes = fileOfOneIndex(524'286);
+    fileio::MemoryFile memory(bytes);
+    fileio::FaultFile file(memory);
+    file.breakByte(bytes.size() - 1);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_NE(parser.errorText().find("could not read standard index"), std::string::npos);
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
+}
+
 TEST(Limits, AShortRestOfAnIndexThatTheFileLacksIsZeroAndCounts) {
     // The file gives three MiB of the first piece, as if it ended there: a little less than a quarter of a million
     // entries are missing.
