@@ -1,7 +1,7 @@
-// Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder
-// or a muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB. Index bytes that
-// the file has are no mere claims: each 8 of a standard index take 16.5 bytes, each 16 of a super index 40. The zeros of
-// a hole, which cost nothing on disk, take next to none: an index of zeros looks like one of dropped frames, and is
+// Bounds on what a hostile or damaged file can make the parser do. None of them is met by a file that a recorder or a
+// muxer wrote. Together they keep the memory that a file takes by mere claims below 64 MiB. Index bytes that the file
+// has are no mere claims: each 8 of a standard index take 16.5 bytes, each 16 of a super index 40. The zeros of a
+// hole, which cost nothing on disk, take next to none: an index of zeros looks like one of dropped frames, and is
 // taken for it.
 #pragma once
 

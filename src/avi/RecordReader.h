@@ -26,8 +26,8 @@ public:
     /// Bytes not yet taken that the file has.
     std::uint64_t remaining() const { return m_filled - m_taken + m_left; }
 
-    /// Whether nothing came of a piece that lies in the file: the chunk reader refuses it, or the disk fails there. What
-    /// is in the file is then not known, and remaining() is 0.
+    /// Whether nothing came of a piece that lies in the file: the chunk reader refuses it, or the disk fails there.
+    /// What is in the file is then not known, and remaining() is 0.
     bool wasDenied() const { return m_denied; }
 
     /// The next record; its bytes past the end are zero.
