@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -119,35 +118,47 @@ TEST(ReadCount, ListsThatEndBehindTheFileAreNotLookedForThere) {
     EXPECT_LE(file.reads().size(), 600'000u / 65'536 + 2);
 }
 
+/// A parse of a file of which one byte cannot be read.
+struct ParsedWithFault {
+    ParsedWithFault(const Bytes& bytes, std::uint64_t brokenByte) : memory(bytes), file(memory) {
+        file.breakByte(brokenByte);
+        EXPECT_TRUE(parser.parse(file));
+    }
+
+    /// Each can take a failing disk half a minute.
+    std::size_t failedReads() const {
+        return static_cast<std::size_t>(
+            std::count_if(file.reads().begin(), file.reads().end(),
+                          [](const auto& read) { return read.wanted > 0 && read.got == 0; }));
+    }
+
+    fileio::MemoryFile memory;
+    fileio::FaultFile file;
+    AviParser parser;
+};
+
 TEST(ReadCount, AFaultBehindTheHeadersDoesNotTakeThemAway) {
     const Bytes bytes = samples::idx1File({chunk("00dc", filled(1000))}, {{.offset = 4, .length = 1000}});
-    fileio::MemoryFile memory(bytes);
-    fileio::FaultFile file(memory);
-    file.breakByte(positionOf(bytes, "00dc") + 500);
-    AviParser parser;
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_EQ(parser.errorText(), "");
-    EXPECT_EQ(parser.streams()[0]->totalBytes(), 1000u);
+    const ParsedWithFault parsed(bytes, positionOf(bytes, "00dc") + 500);
+    EXPECT_EQ(parsed.parser.errorText(), "");
+    EXPECT_EQ(parsed.parser.streams()[0]->totalBytes(), 1000u);
 }
 
-std::size_t failedReads(const fileio::FaultFile& file) {
-    return static_cast<std::size_t>(std::count_if(file.reads().begin(), file.reads().end(),
-                                                  [](const auto& read) { return read.wanted > 0 && read.got == 0; }));
-}
-
-// Each time can take a failing disk half a minute.
 TEST(ReadCount, AFaultBehindTheHeadersIsRunIntoOnce) {
-    const Bytes strls[] = {samples::videoStrl(), samples::audioStrl(), samples::audioStrl()};
-    const Bytes bytes = riff("AVI ", {samples::hdrl({std::begin(strls), std::end(strls)}),
+    const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl(), samples::audioStrl()}),
                                       list("movi", {chunk("00dc", filled(1000))})});
-    fileio::MemoryFile memory(bytes);
-    fileio::FaultFile file(memory);
-    file.breakByte(positionOf(bytes, "00dc") + 500);
-    AviParser parser;
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_EQ(parser.errorText(), "");
-    EXPECT_EQ(parser.streams().size(), 3u);
-    EXPECT_EQ(failedReads(file), 1u);
+    const ParsedWithFault parsed(bytes, positionOf(bytes, "00dc") + 500);
+    EXPECT_EQ(parsed.parser.errorText(), "");
+    EXPECT_EQ(parsed.parser.streams().size(), 3u);
+    EXPECT_EQ(parsed.failedReads(), 1u);
+}
+
+TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {
+    const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl()}), list("movi", {})});
+    const ParsedWithFault parsed(bytes, positionOf(bytes, "strf") + 20);
+    EXPECT_EQ(parsed.parser.errorText(), "stream[0]: strf data read error\n");
+    EXPECT_EQ(parsed.parser.streams().size(), 1u);
+    EXPECT_EQ(parsed.failedReads(), 2u);
 }
 
 // Around a fault each header is read by itself: eight thousand of them, and no more than a small file may have.
@@ -163,18 +174,6 @@ TEST(ReadCount, ZerosAroundAFaultAreNotReadEightBytesAtATimeForEver) {
     EXPECT_TRUE(parser.parse(file));
     EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
     EXPECT_LT(file.reads().size(), ((16u << 20) + (4u << 20)) / 512);
-}
-
-TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {
-    const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl()}), list("movi", {})});
-    fileio::MemoryFile memory(bytes);
-    fileio::FaultFile file(memory);
-    file.breakByte(positionOf(bytes, "strf") + 20);
-    AviParser parser;
-    EXPECT_TRUE(parser.parse(file));
-    EXPECT_EQ(parser.errorText(), "stream[0]: strf data read error\n");
-    EXPECT_EQ(parser.streams().size(), 1u);
-    EXPECT_EQ(failedReads(file), 2u);
 }
 
 TEST(ReadCount, AFileThatGivesFewBytesAtATimeIsStillRead) {

@@ -95,21 +95,30 @@ private:
     std::int64_t m_position = 0;
 };
 
+struct WalkOverFarChunks {
+    explicit WalkOverFarChunks(std::uint32_t chunks) : file(chunks) {
+        ChunkReader reader(file);
+        ChunkTree tree;
+        holds = walkChunks(reader, {}, tree);
+        found = tree.size();
+    }
+
+    ChunksFarApart file;
+    bool holds = false;
+    std::size_t found = 0;
+};
+
 TEST(HeaderReads, LetsSixtyFiveThousandPlacesBeReadForHeaders) {
-    ChunksFarApart file(65'536);
-    ChunkReader reader(file);
-    ChunkTree tree;
-    EXPECT_TRUE(walkChunks(reader, {}, tree));
-    EXPECT_EQ(tree.size(), 65'536u);
-    EXPECT_EQ(file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
+    const WalkOverFarChunks walk(65'536);
+    EXPECT_TRUE(walk.holds);
+    EXPECT_EQ(walk.found, 65'536u);
+    EXPECT_EQ(walk.file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
 }
 
 TEST(HeaderReads, EndsTheWalkBehindThoseHoweverLargeTheFileIs) {
-    ChunksFarApart file(65'537);
-    ChunkReader reader(file);
-    ChunkTree tree;
-    EXPECT_FALSE(walkChunks(reader, {}, tree));
-    EXPECT_EQ(tree.size(), 65'536u);
+    const WalkOverFarChunks walk(65'537);
+    EXPECT_FALSE(walk.holds);
+    EXPECT_EQ(walk.found, 65'536u);
 }
 
 }  // namespace
