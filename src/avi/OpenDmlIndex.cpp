@@ -132,19 +132,19 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
 
     for (std::uint32_t done = 0; done < count;) {
         if (done < backed && records.remaining() == 0) {
-            // The file is shorter than it said; but what was denied it may well have.
-            if (records.wasDenied() || !takeUnbacked(context, unbackedLeft, backed - done)) {
+            // The file is shorter than it said.
+            if (!takeUnbacked(context, unbackedLeft, backed - done)) {
                 return failUnreadable();
             }
             backed = done;
         }
         const auto entries = records.nextRun<avi::StdIndexEntry>(count - done);
+        if (records.wasDenied()) {
+            return failUnreadable();   // the file may well have them
+        }
         m_openDmlChunks.appendAll(entries, [base = header.qwBaseOffset](const avi::StdIndexEntry& indexed) {
             return rowOf(base, indexed);
         });
         done += static_cast<std::uint32_t>(entries.size());
-    }
-    if (records.wasDenied()) {
-        failUnreadable();   // the last entry alone lay behind the fault
     }
 }
