@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
 constexpr char kDuringGetFrame[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiGetFrame (3): ";
 constexpr char kDuringAnnouncing[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiInitiateAsyncRead (0): ";
 constexpr char kDuringFlush[] = "xAsyncImportEntry: FATAL: Unhandled exception during aiFlush (2): ";
@@ -28,7 +27,7 @@ protected:
     void expectAtTheCollection(const std::vector<imFrameFormat>& formats, const std::string& reason) {
         EXPECT_EQ(async().announce(timeOf(2), formats), aiNoError);
         const LoggedLines lines = linesOf([&] {
-            EXPECT_EQ(async().collect(timeOf(2), formats).result, kException);
+            EXPECT_EQ(async().collect(timeOf(2), formats).result, kExceptionResult);
         });
         EXPECT_EQ(lines.caller, (Lines{"----------------------", "[OnGetFrame]",
                                        "REQUEST: Requesting: 2, frameTime: 20321280000", kDuringGetFrame + reason}));
@@ -60,7 +59,7 @@ TEST_F(Exception, OfAPixelFormatThatIsNotInTheTableComesAtTheCollection) {
 }
 
 TEST_F(Exception, OfAnUnannouncedFrameComesAtTheCollectionToo) {
-    EXPECT_EQ(async().collect(timeOf(2), only(PrPixelFormat{0x21212121})).result, kException);
+    EXPECT_EQ(async().collect(timeOf(2), only(PrPixelFormat{0x21212121})).result, kExceptionResult);
     EXPECT_EQ(logged(std::string(kDuringGetFrame) +
                      "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]"),
               1);
@@ -111,7 +110,7 @@ TEST_F(Exception, LeavesOtherPendingFramesAlone) {
     async().announce(timeOf(1), yuy3());
     async().announce(timeOf(2), only(PrPixelFormat{0x21212121}));
     async().announce(timeOf(3), yuy3());
-    EXPECT_EQ(async().collect(timeOf(2), yuy3()).result, kException);
+    EXPECT_EQ(async().collect(timeOf(2), yuy3()).result, kExceptionResult);
     EXPECT_EQ(async().collect(timeOf(3), yuy3()).result, aiNoError);
     EXPECT_EQ(async().collect(timeOf(1), yuy3()).result, aiNoError);
     EXPECT_EQ(logged("REQUEST: ERROR: Frame not found: 1, frameTime: 10160640000"), 0);
@@ -171,23 +170,23 @@ TEST_F(WithoutVideo, AnAnnouncementIsALogicError) {
     AsyncClip& async = openSound();
     const Lines expected = {"----------------------", "[OnInitiateAsyncRead]",
                             std::string(kDuringAnnouncing) + "m_videoInfo is NULL"};
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kException); }), expected);
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kException); }), expected) << "the lock is free";
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected) << "the lock is free";
 }
 
 TEST_F(WithoutVideo, ACollectionIsALogicError) {
     AsyncClip& async = openSound();
     const Lines expected = {"----------------------", "[OnGetFrame]",
                             std::string(kDuringGetFrame) + "m_videoInfo is NULL"};
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kException); }), expected);
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kException); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kExceptionResult); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.collect(0, yuy3()).result, kExceptionResult); }), expected);
 }
 
 TEST_F(WithoutVideo, AFlushIsALogicError) {
     AsyncClip& async = openSound();
     const Lines expected = {"----------------------", "[OnFlush]", std::string(kDuringFlush) + "m_videoInfo is NULL"};
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kException); }), expected);
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kException); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kExceptionResult); }), expected);
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kExceptionResult); }), expected);
 }
 
 TEST_F(WithoutVideo, TheCloseIsNone) {

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
-
 // New threads are refused while it lives.
 class NoThreads {
 public:
@@ -42,8 +40,8 @@ TEST_F(NoThread, ForAnAnnouncedFrameFailsTheAnnouncementAndLeavesNothingPending)
     AsyncClip& async = openAsync(clip);
     {
         const NoThreads none;
-        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kException);
-        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kException) << "the lock is free";
+        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult);
+        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult) << "the lock is free";
     }
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiInitiateAsyncRead (0): Resource "
                      "temporarily unavailable"),
@@ -58,7 +56,7 @@ TEST_F(NoThread, ForAnUnannouncedFrameFailsTheCollection) {
     AsyncClip& async = openAsync(clip);
     {
         const NoThreads none;
-        EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kException);
+        EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kExceptionResult);
     }
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiGetFrame (3): Resource temporarily "
                      "unavailable"),
@@ -72,7 +70,7 @@ TEST_F(NoThread, LeavesRunningDecodesAlone) {
     async.announce(timeOf(1), yuy3());
     {
         const NoThreads none;
-        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kException);
+        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult);
         EXPECT_EQ(async.collect(timeOf(1), yuy3()).result, aiNoError);
     }
     expectFrame(async, clip, 2);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kFrames = 8;
+constexpr int kScriptFrames = 8;
 constexpr int kCalls = 150;
 
 struct Announcement {
@@ -22,10 +22,10 @@ class Script : public AsyncTest, public ::testing::WithParamInterface<unsigned> 
 protected:
     void SetUp() override {
         AsyncTest::SetUp();
-        aviwriter::SampleOptions options = smallVideo(kFrames);
+        aviwriter::SampleOptions options = smallVideo(kScriptFrames);
         options.dropped = {3};
         hostkit::ClipSession& clip = openClip(options);
-        for (int frame = 0; frame < kFrames; ++frame) {
+        for (int frame = 0; frame < kScriptFrames; ++frame) {
             for (const PrPixelFormat format : kFormats) {
                 m_expected[{frame, format}] = bytesOf(clip.frame(timeOf(frame), only(format)).frame);
             }
@@ -37,7 +37,7 @@ protected:
     // The frame numbers reach two beyond the clip.
     void step() {
         const unsigned lot = draw(100);
-        const Announcement drawn = {static_cast<int>(draw(kFrames + 2)), kFormats[draw(3) == 0 ? 1 : 0]};
+        const Announcement drawn = {static_cast<int>(draw(kScriptFrames + 2)), kFormats[draw(3) == 0 ? 1 : 0]};
         if (lot < 50) {
             announce(drawn);
         } else if (lot < 94) {
@@ -86,7 +86,7 @@ private:
             ++m_notFound;
         }
         const auto answer = m_async->collect(timeOf(wanted.frame), only(wanted.format));
-        if (due.frame >= kFrames) {
+        if (due.frame >= kScriptFrames) {
             EXPECT_EQ(answer.result, aiUnknownError);
         } else {
             EXPECT_EQ(answer.result, aiNoError);

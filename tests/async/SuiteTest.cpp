@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
 constexpr csSDK_int32 kRefused = 1400;
 
 // The order in which an importer asks.
@@ -79,7 +78,7 @@ TEST_F(Suites, RefusedOnAWorkersThreadFailTheCollectionAndNoLaterOne) {
     AsyncClip& async = openRefusing(kPPixCreator);
     refuse(1, 1);
     EXPECT_EQ(async.announce(timeOf(2), yuy3()), aiNoError);
-    EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kException);
+    EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kExceptionResult);
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiGetFrame (3): Could not acquire suite: "
                      "'Premiere PPix Creator Suite', ver: 1"),
               1);
@@ -93,7 +92,7 @@ TEST_F(Suites, RefusedForGoodOnWorkersThreadsFailEachCollection) {
         EXPECT_EQ(async.announce(timeOf(frame), yuy3()), aiNoError);
     }
     for (int frame = 0; frame < 6; ++frame) {
-        EXPECT_EQ(async.collect(timeOf(frame), yuy3()).result, kException);
+        EXPECT_EQ(async.collect(timeOf(frame), yuy3()).result, kExceptionResult);
     }
     host().faults().clear();
     expectFrame(async, clip(), 2);
@@ -102,7 +101,7 @@ TEST_F(Suites, RefusedForGoodOnWorkersThreadsFailEachCollection) {
 TEST_F(Suites, ThatDisposeFramesFailTheAnnouncementWhenRefused) {
     AsyncClip& async = openRefusing(kPPix);
     refuse(1, 1);
-    EXPECT_EQ(async.announce(timeOf(2), yuy3()), kException);
+    EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult);
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiInitiateAsyncRead (0): Could not acquire "
                      "suite: 'Premiere PPix Suite', ver: 1"),
               1);
@@ -112,7 +111,7 @@ TEST_F(Suites, ThatDisposeFramesFailTheAnnouncementWhenRefused) {
 TEST_F(Suites, ThatDisposeFramesFailAnUnannouncedCollectionWhenRefused) {
     AsyncClip& async = openRefusing(kPPix);
     refuse(1, 1);
-    EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kException);
+    EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kExceptionResult);
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiGetFrame (3): Could not acquire suite: "
                      "'Premiere PPix Suite', ver: 1"),
               1);
@@ -125,7 +124,7 @@ TEST_F(Suites, OfTimeRefusedForGoodLeaveNoImporter) {
     refuse(1, hostkit::FaultPlan::kForEver);
     const auto created = create(clip().privateData());
     host().faults().clear();
-    EXPECT_EQ(created.result, kException);
+    EXPECT_EQ(created.result, kExceptionResult);
     EXPECT_EQ(created.written, std::vector<hostkit::ByteRange>{});
     EXPECT_EQ(logged("FATAL: Unhandled exception during [imCreateAsyncImporter] (46): Could not acquire suite: "
                      "'Premiere Time Suite', ver: 1"),

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr unsigned kThreads = 4;
-constexpr int kFrames = 12;
+constexpr int kThreadFrames = 12;
 constexpr int kRounds = 60;
 
 class Threads : public AsyncTest {
@@ -16,7 +16,7 @@ protected:
 
     std::vector<std::vector<std::uint8_t>> referencesOf(hostkit::ClipSession& clip) {
         std::vector<std::vector<std::uint8_t>> references;
-        for (int frame = 0; frame < kFrames; ++frame) {
+        for (int frame = 0; frame < kThreadFrames; ++frame) {
             references.push_back(bytesOf(clip.frame(timeOf(frame), yuy3()).frame));
         }
         return references;
@@ -29,8 +29,8 @@ protected:
         std::mt19937 random(seed);
         int wrong = 0;
         for (int round = 0; round < kRounds; ++round) {
-            const std::size_t first = random() % kFrames;
-            const std::size_t second = random() % kFrames;
+            const std::size_t first = random() % kThreadFrames;
+            const std::size_t second = random() % kThreadFrames;
             wrong += async.announce(timeOf(static_cast<int>(first)), yuy3()) != aiNoError;
             wrong += async.announce(timeOf(static_cast<int>(second)), yuy3()) != aiNoError;
             for (const std::size_t frame : {second, first}) {
@@ -43,7 +43,7 @@ protected:
 };
 
 TEST_F(Threads, AnnounceAndCollectOnOneImporter) {
-    hostkit::ClipSession& clip = openClip(smallVideo(kFrames));
+    hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
     std::vector<std::future<int>> threads;
@@ -54,12 +54,12 @@ TEST_F(Threads, AnnounceAndCollectOnOneImporter) {
     for (auto& thread : threads) {
         EXPECT_EQ(thread.get(), 0);
     }
-    EXPECT_EQ(host().frames().created(), kFrames + static_cast<int>(kThreads) * kRounds * 2);
+    EXPECT_EQ(host().frames().created(), kThreadFrames + static_cast<int>(kThreads) * kRounds * 2);
     EXPECT_EQ(host().frames().alive(), 0);
 }
 
 TEST_F(Threads, GetTheirFramesWhateverAnotherOneFlushes) {
-    hostkit::ClipSession& clip = openClip(smallVideo(kFrames));
+    hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
     std::vector<std::future<int>> threads;
@@ -69,7 +69,7 @@ TEST_F(Threads, GetTheirFramesWhateverAnotherOneFlushes) {
     }
     for (int i = 0; i < kRounds; ++i) {
         EXPECT_EQ(async.flush(), aiNoError);
-        EXPECT_EQ(async.announce(timeOf(i % kFrames), yuy3()), aiNoError);
+        EXPECT_EQ(async.announce(timeOf(i % kThreadFrames), yuy3()), aiNoError);
     }
     for (auto& thread : threads) {
         EXPECT_EQ(thread.get(), 0);
@@ -79,9 +79,9 @@ TEST_F(Threads, GetTheirFramesWhateverAnotherOneFlushes) {
 }
 
 TEST_F(Threads, WorkOnTwoFilesAtOnce) {
-    aviwriter::SampleOptions deeper = smallVideo(kFrames);
+    aviwriter::SampleOptions deeper = smallVideo(kThreadFrames);
     deeper.type = 108;
-    hostkit::ClipSession& clip = openClip(smallVideo(kFrames));
+    hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     hostkit::ClipSession& other = openClip(deeper);
     const auto references = referencesOf(clip);
     const auto otherReferences = referencesOf(other);
@@ -94,12 +94,12 @@ TEST_F(Threads, WorkOnTwoFilesAtOnce) {
 
 // The editor may draw a frame at once while others are fetched ahead.
 TEST_F(Threads, ServeTheImporterAndItsAsynchronousOneAtOnce) {
-    hostkit::ClipSession& clip = openClip(smallVideo(kFrames));
+    hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
     auto thread = std::async(std::launch::async, [&] { return announceAndCollect(async, references, 31); });
     for (int i = 0; i < 2 * kRounds; ++i) {
-        const int frame = i * 5 % kFrames;
+        const int frame = i * 5 % kThreadFrames;
         const auto answer = clip.frame(timeOf(frame), yuy3());
         EXPECT_EQ(bytesOf(answer.frame), references[static_cast<std::size_t>(frame)]);
         if (i % 10 == 9) {
@@ -112,9 +112,9 @@ TEST_F(Threads, ServeTheImporterAndItsAsynchronousOneAtOnce) {
 
 // The editor quiets files that it does not show and opens them again, whatever is being fetched from them.
 TEST_F(Threads, WorkOnTwoFilesWhileTheirImportersAreQuietAndOpenedAgain) {
-    aviwriter::SampleOptions deeper = smallVideo(kFrames);
+    aviwriter::SampleOptions deeper = smallVideo(kThreadFrames);
     deeper.type = 108;
-    std::vector<hostkit::ClipSession*> clips = {&openClip(smallVideo(kFrames)), &openClip(deeper)};
+    std::vector<hostkit::ClipSession*> clips = {&openClip(smallVideo(kThreadFrames)), &openClip(deeper)};
     std::vector<std::vector<std::vector<std::uint8_t>>> references;
     std::vector<AsyncClip*> asyncs;
     for (hostkit::ClipSession* clip : clips) {
@@ -132,7 +132,7 @@ TEST_F(Threads, WorkOnTwoFilesWhileTheirImportersAreQuietAndOpenedAgain) {
         const std::size_t file = static_cast<std::size_t>(i) % 2;
         EXPECT_EQ(clips[file]->quiet(), imNoErr);
         EXPECT_EQ(clips[file]->open().result, imNoErr);
-        const int frame = i * 5 % kFrames;
+        const int frame = i * 5 % kThreadFrames;
         EXPECT_EQ(bytesOf(clips[file]->frame(timeOf(frame), yuy3()).frame),
                   references[file][static_cast<std::size_t>(frame)]);
     }
@@ -146,7 +146,7 @@ TEST_F(Threads, OpenUseAndCloseImportersAtOnce) {
     std::vector<hostkit::ClipSession*> clips;
     std::vector<std::vector<std::uint8_t>> expected;
     for (unsigned i = 0; i < kThreads; ++i) {
-        clips.push_back(&openClip(smallVideo(kFrames)));
+        clips.push_back(&openClip(smallVideo(kThreadFrames)));
         expected.push_back(bytesOf(clips.back()->frame(timeOf(2), yuy3()).frame));
     }
     std::vector<std::future<int>> threads;
@@ -175,7 +175,7 @@ protected:
 };
 
 TEST_F(ThreadsWithoutALog, ReadOneFrameAtATime) {
-    aviwriter::SampleOptions options = smallVideo(kFrames);
+    aviwriter::SampleOptions options = smallVideo(kThreadFrames);
     options.width = 16;
     options.height = 8;
     hostkit::ClipSession& clip = openClip(options);
@@ -183,10 +183,10 @@ TEST_F(ThreadsWithoutALog, ReadOneFrameAtATime) {
     AsyncClip& async = openAsync(clip);
     int wrong = 0;
     for (int round = 0; round < 500; ++round) {
-        for (int frame = 0; frame < kFrames; ++frame) {
+        for (int frame = 0; frame < kThreadFrames; ++frame) {
             async.announce(timeOf(frame), yuy3());
         }
-        for (int frame = 0; frame < kFrames; ++frame) {
+        for (int frame = 0; frame < kThreadFrames; ++frame) {
             wrong += bytesOf(async.collect(timeOf(frame), yuy3()).frame) != references[static_cast<std::size_t>(frame)];
         }
     }

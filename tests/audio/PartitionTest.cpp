@@ -8,13 +8,13 @@ using aviwriter::SampleFormat;
 
 namespace {
 
-constexpr std::uint32_t kFrames = 600;
+constexpr std::uint32_t kPartitionFrames = 600;
 constexpr std::size_t kChunkBytes = 37;
 
 class Partition : public SoundTest, public ::testing::WithParamInterface<SampleFormat> {
 protected:
     SoundFormat m_format = {GetParam(), 3};
-    Bytes m_sound = noise(m_format, kFrames);
+    Bytes m_sound = noise(m_format, kPartitionFrames);
     SoundClip m_clip = SoundClip(session(), soundFile(m_format, m_sound, kChunkBytes));
 
     SampleBits expected(std::uint64_t position, std::uint32_t frames) const {
@@ -25,7 +25,7 @@ protected:
 // Sizes from 0 on that add up to all frames.
 std::vector<std::uint32_t> randomSizes(std::mt19937& random) {
     std::vector<std::uint32_t> sizes;
-    std::uint32_t left = kFrames;
+    std::uint32_t left = kPartitionFrames;
     while (left != 0) {
         sizes.push_back(std::min(static_cast<std::uint32_t>(random() % 41), left));
         left -= sizes.back();
@@ -50,7 +50,7 @@ TEST_P(Partition, ReadsTheSameAsAtOnce) {
 TEST_P(Partition, ReadsTheSameInAnyOrder) {
     std::mt19937 random(7);
     for (int i = 0; i < 150; ++i) {
-        const auto position = static_cast<std::uint32_t>(random() % kFrames);
+        const auto position = static_cast<std::uint32_t>(random() % kPartitionFrames);
         const auto size = static_cast<std::uint32_t>(random() % 80);
         ASSERT_TRUE(holds(m_clip.audio(position, size, 3), expected(position, size)))
             << "request " << i << ", position " << position << ", size " << size;
@@ -63,7 +63,7 @@ TEST_P(Partition, GoesOnWhereTheLastRequestEnded) {
     for (int i = 0; i < 150; ++i) {
         const bool jumps = random() % 4 == 0;
         const auto size = static_cast<std::uint32_t>(random() % 30);
-        next = jumps ? static_cast<std::uint32_t>(random() % kFrames) : next;
+        next = jumps ? static_cast<std::uint32_t>(random() % kPartitionFrames) : next;
         const PrAudioSample asked = jumps ? PrAudioSample{next} : -1 - static_cast<PrAudioSample>(random() % 1000);
         ASSERT_TRUE(holds(m_clip.audio(asked, size, 3), expected(next, size)))
             << "request " << i << ", asked for " << asked << ", size " << size;

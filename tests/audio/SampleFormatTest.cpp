@@ -10,7 +10,7 @@ namespace {
 
 enum class Chunking { Whole, FrameByFrame, WithinSamples, WithEmptyChunks };
 
-constexpr std::size_t kFrames = 20;
+constexpr std::size_t kFormatFrames = 20;
 constexpr std::size_t kOddChunk = 7;    // bytes: no sample and no frame of any size ends with each chunk
 
 std::vector<Bytes> chunksOf(const Bytes& sound, const SoundFormat& format, Chunking chunking) {
@@ -45,9 +45,9 @@ std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
 TEST_P(EverySampleFormat, ReachesTheHostUnchanged) {
     const auto [samples, record, channels, chunking] = GetParam();
     const SoundFormat format = {samples, channels, record};
-    const Bytes sound = noise(format, kFrames);
-    SoundClip clip(session(), soundFile(formatRecord(format), chunksOf(sound, format, chunking), kFrames));
-    EXPECT_TRUE(holds(clip.audio(0, kFrames, channels), referenceSound(format, sound, 0, kFrames)));
+    const Bytes sound = noise(format, kFormatFrames);
+    SoundClip clip(session(), soundFile(formatRecord(format), chunksOf(sound, format, chunking), kFormatFrames));
+    EXPECT_TRUE(holds(clip.audio(0, kFormatFrames, channels), referenceSound(format, sound, 0, kFormatFrames)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sound, EverySampleFormat,

@@ -10,19 +10,19 @@ using aviwriter::SampleFormat;
 namespace {
 
 constexpr std::uint16_t kChannels = 32;
-constexpr std::uint32_t kFrames = (1u << 25) + 1;
+constexpr std::uint32_t kWrappedFrames = (1u << 25) + 1;
 constexpr std::size_t kGuards = 64;     // floats before and behind each buffer
 constexpr float kGuard = 12345.0f;
 
 // A buffer as long as the request, with guards. Each costs 128 MiB, so there are two: channels may share one.
 class LongBuffer {
 public:
-    LongBuffer() : m_floats(kFrames + 2 * kGuards, kGuard) {}
+    LongBuffer() : m_floats(kWrappedFrames + 2 * kGuards, kGuard) {}
 
     float* samples() { return m_floats.data() + kGuards; }
 
     bool isSilentFrom(std::size_t frame) {
-        return std::all_of(samples() + frame, samples() + kFrames, [](float sample) { return sample == 0.0f; });
+        return std::all_of(samples() + frame, samples() + kWrappedFrames, [](float sample) { return sample == 0.0f; });
     }
     bool guardsAreIntact() const {
         const auto isGuard = [](float value) { return value == kGuard; };
@@ -44,7 +44,7 @@ protected:
         pointers[kOwnChannel] = m_own.samples();
         hostkit::HostRecord<imImportAudioRec7> record;
         record->position = 0;
-        record->size = kFrames;
+        record->size = kWrappedFrames;
         record->buffer = pointers.data();
         record->privateData = clip.session().privateData();
         return logOf([&] { EXPECT_EQ(session().call(imImportAudio7, nullptr, record.data()), imNoErr); });

@@ -17,10 +17,6 @@ std::uint64_t numberAt(const Bytes& file, std::size_t position, std::size_t size
     return value;
 }
 
-std::uint32_t u32At(const Bytes& file, std::size_t position) {
-    return static_cast<std::uint32_t>(numberAt(file, position, 4));
-}
-
 Bytes bytesAt(const Bytes& file, std::size_t position, std::size_t size) {
     const auto begin = file.begin() + static_cast<std::ptrdiff_t>(position);
     return {begin, begin + static_cast<std::ptrdiff_t>(size)};

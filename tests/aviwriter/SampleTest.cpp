@@ -16,11 +16,6 @@ std::uint32_t crcOf(const Bytes& bytes) {
     return static_cast<std::uint32_t>(crc32(0, bytes.data(), static_cast<uInt>(bytes.size())));
 }
 
-std::uint32_t u32At(const Bytes& file, std::size_t position) {
-    return static_cast<std::uint32_t>(file.at(position) | file.at(position + 1) << 8 | file.at(position + 2) << 16) |
-           std::uint32_t{file.at(position + 3)} << 24;
-}
-
 // dwLength of the n-th stream.
 std::uint32_t lengthOf(const Bytes& file, std::size_t n) {
     return u32At(file, positionOf(file, "strh", n) + 8 + 32);

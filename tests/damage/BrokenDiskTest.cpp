@@ -20,8 +20,6 @@ using hostkit::DiskCall;
 using hostkit::DiskFaults;
 using Lines = std::vector<std::string>;
 
-constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
-
 class BrokenDisk : public testing::Test {
 protected:
     BrokenDisk()

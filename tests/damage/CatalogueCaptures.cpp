@@ -25,7 +25,6 @@ Bytes died(std::uint32_t riffSize, std::uint32_t moviSize) {
     return file;
 }
 
-std::uint32_t u32Of(std::size_t value) { return static_cast<std::uint32_t>(value); }
 
 Bytes diedWithoutSizes() { return died(0, 0); }
 Bytes diedWithoutMediaSize() { return died(u32Of(withoutIndex().size() - 8), 0); }
@@ -82,7 +81,7 @@ Bytes soundFile() {
 }
 Bytes laterSegmentAlone() { return riff("AVIX", {list("movi", mediaChunks())}); }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenCaptures[] = {
     {"died-without-sizes", "a capture died: RIFF and media list have size 0, and there is no index", diedWithoutSizes,
      "refused: imBadFile (2)",
      {"Failed to parse avi: hdrl missing"}},
@@ -164,6 +163,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenCaptures() { return kFiles; }
+std::span<const DamagedFile> brokenCaptures() { return kBrokenCaptures; }
 
 }  // namespace damage

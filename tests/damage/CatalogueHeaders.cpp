@@ -148,7 +148,7 @@ Bytes hugePictures() {
     return file;
 }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenHeaders[] = {
     {"lists-inside-each-other", "100,000 lists inside each other before the headers", listsInsideEachOther,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"headers-claiming-too-little", "the header list ends before the streams", headersClaimingTooLittle,
@@ -257,6 +257,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenHeaders() { return kFiles; }
+std::span<const DamagedFile> brokenHeaders() { return kBrokenHeaders; }
 
 }  // namespace damage

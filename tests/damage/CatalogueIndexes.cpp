@@ -136,7 +136,7 @@ Bytes indexWithExchangedStreams() {
     });
 }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenIndexes[] = {
     {"idx1-from-the-file", "`idx1` counts from the start of the file, as one muxer writes it", absoluteOffsets,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"importAudio: read error: 7680, read: 7658",
@@ -212,6 +212,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenIndexes() { return kFiles; }
+std::span<const DamagedFile> brokenIndexes() { return kBrokenIndexes; }
 
 }  // namespace damage

@@ -162,7 +162,7 @@ Bytes superIndexOfManyWithoutASize() {
 
 constexpr std::uint64_t kMebibyte = std::uint64_t{1} << 20;
 
-Bytes indexInAHole() {
+Bytes thirdIndexInAHole() {
     Bytes file = openDmlClip(5);
     overwrite(file, superEntryAt(file, 0, 2), u64(file.size() + 2 * kMebibyte));
     return file;
@@ -170,7 +170,7 @@ Bytes indexInAHole() {
 
 // The video's last index stands at the end, and claims a million pictures more than it has entries for.
 constexpr std::uint32_t kInHole = 1'000'000;
-Bytes indexRunsIntoAHole() {
+Bytes thirdIndexRunsIntoAHole() {
     Bytes file = openDmlClip(5);
     Bytes index = bytesAt(file, videoIndexAt(file, 4), kEntries + 16);
     overwrite(index, 4, u32(24 + 8 * (2 + kInHole)));
@@ -186,7 +186,7 @@ Bytes damagedOpenDmlBesideIdx1() {
     return file;
 }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenOpenDml[] = {
     {"opendml-other-names", "the OpenDML index chunks are named `##ix` instead of `ix##`", otherIndexNames,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"opendml-in-disorder", "second and fourth segment are exchanged in the index", superIndexInDisorder,
@@ -244,10 +244,10 @@ const DamagedFile kFiles[] = {
     {"opendml-entry-at-itself", "picture 4 is the entry that lists it and the next one", entryAtItself,
      "10 pictures: 0-3 right, 4 imBadCompression (8), 5-9 right; 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466495): the frame is truncated"}},
-    {"opendml-in-a-hole", "the video's third index lies in a hole of the file, which reads as zeros", indexInAHole,
+    {"opendml-in-a-hole", "the video's third index lies in a hole of the file, which reads as zeros", thirdIndexInAHole,
      "no pictures; 19200 samples of sound, all right", {}, 8 * kMebibyte},
     {"opendml-runs-into-a-hole", "the video's last index goes on for a million entries in a hole of the file",
-     indexRunsIntoAHole,
+     thirdIndexRunsIntoAHole,
      "1000010 pictures: 0-1 right, 500005 shows 9, 1000008-1000009 shows 9; 19200 samples of sound, all right",
      {"Empty frame: 500005, frame read: 9",
       "Empty frame: 1000008, frame read: 9",
@@ -261,6 +261,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenOpenDml() { return kFiles; }
+std::span<const DamagedFile> brokenOpenDml() { return kBrokenOpenDml; }
 
 }  // namespace damage

@@ -89,7 +89,7 @@ Bytes openDmlPictureClaiming() {
     return file;
 }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kExtremeSizes[] = {
     {"riff-claiming-2-gib-less-1", "the RIFF claims 2 GiB less one byte", riffClaiming<k2GiBLess1>,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"riff-claiming-2-gib", "the RIFF claims 2 GiB", riffClaiming<k2GiB>,
@@ -213,6 +213,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> extremeSizes() { return kFiles; }
+std::span<const DamagedFile> extremeSizes() { return kExtremeSizes; }
 
 }  // namespace damage

@@ -43,7 +43,7 @@ Bytes extrasClaimingMore() { return soundIn(waveFormatEx({.cbSize = 65535})); }
 Bytes extensibleCutShort() { return soundIn(cutTo(waveFormatExtensible({}), 30)); }
 Bytes floatCalled16Bits() { return soundIn(waveFormatEx({.formatTag = kWaveFormatFloat, .bitsPerSample = 16})); }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenSounds[] = {
     {"compressed-sound", "the sound is compressed", compressedSound,
      "10 pictures, all right; no sound",
      {"Avi unsupported audio stream format: 00000055-0000-0010-8000-00aa00389b71"}},
@@ -108,6 +108,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenSounds() { return kFiles; }
+std::span<const DamagedFile> brokenSounds() { return kBrokenSounds; }
 
 }  // namespace damage

@@ -79,7 +79,7 @@ Bytes otherHandler() {
     return clipWith(headers({streamList(header, videoFormat()), soundList()}));
 }
 
-const DamagedFile kFiles[] = {
+const DamagedFile kBrokenStreams[] = {
     {"sound-first", "the sound's header stands before the video's, the chunks are named the other way", soundFirst,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
@@ -113,6 +113,6 @@ const DamagedFile kFiles[] = {
 
 }  // namespace
 
-std::span<const DamagedFile> brokenStreams() { return kFiles; }
+std::span<const DamagedFile> brokenStreams() { return kBrokenStreams; }
 
 }  // namespace damage

@@ -20,7 +20,7 @@ static void PrintTo(const HostileShape& shape, std::ostream* out) { *out << shap
 namespace {
 
 constexpr std::size_t kMiB = std::size_t{1} << 20;
-constexpr std::size_t kFileBytes = HOSTILE_MEBIBYTES * kMiB;
+constexpr std::size_t kHostileBytes = HOSTILE_MEBIBYTES * kMiB;
 
 class HostileCost : public testing::TestWithParam<HostileShape> {
 protected:
@@ -59,9 +59,9 @@ protected:
 };
 
 TEST_P(HostileCost, IsBoundedByTheSizeOfTheFile) {
-    const Cost cost = costOf(GetParam(), kFileBytes);
-    EXPECT_GE(cost.fileBytes, kFileBytes - 4 * 1024);
-    EXPECT_LE(cost.fileBytes, kFileBytes + 4 * 1024);
+    const Cost cost = costOf(GetParam(), kHostileBytes);
+    EXPECT_GE(cost.fileBytes, kHostileBytes - 4 * 1024);
+    EXPECT_LE(cost.fileBytes, kHostileBytes + 4 * 1024);
     EXPECT_TRUE(cost.usable) << "the shape misses its aim: the file is refused";
     // Headers twice, indexes once, 4 MiB beside each, and 8 MiB of formats.
     EXPECT_LE(cost.bytesRead, 3 * cost.fileBytes + 16 * kMiB);
@@ -83,14 +83,14 @@ TEST_P(HostileCost, IsBoundedForASmallFileToo) {
     EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 500'000);
 }
 
-std::string testNameOf(const testing::TestParamInfo<HostileShape>& info) {
+std::string shapeNameOf(const testing::TestParamInfo<HostileShape>& info) {
     std::string name = info.param.name;
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, HostileCost, testing::ValuesIn(hostileShapes().begin(), hostileShapes().end()),
-                         testNameOf);
+                         shapeNameOf);
 
 }  // namespace
 

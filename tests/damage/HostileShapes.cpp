@@ -12,16 +12,10 @@ namespace {
 
 using namespace aviwriter;
 
-std::uint32_t u32Of(std::size_t value) { return static_cast<std::uint32_t>(value); }
-
 void put32(Bytes& file, std::size_t at, std::uint32_t value) {
     for (std::size_t i = 0; i < 4; ++i) {
         file[at + i] = static_cast<std::uint8_t>(value >> 8 * i);
     }
-}
-
-std::uint32_t get32(const Bytes& file, std::size_t at) {
-    return file[at] | file[at + 1] << 8 | file[at + 2] << 16 | std::uint32_t{file[at + 3]} << 24;
 }
 
 // One piece again and again from `begin` on, as often as it fits before `end`.
@@ -44,13 +38,13 @@ Bytes filledUp(Bytes head, std::size_t bytes, const Bytes& piece) {
 void growChunk(Bytes& file, std::size_t chunkAt, std::size_t bytes, const Bytes& piece,
                const std::vector<std::size_t>& around) {
     const std::size_t more = (bytes - file.size()) / piece.size() * piece.size();
-    const std::size_t end = chunkAt + 8 + get32(file, chunkAt + 4);
+    const std::size_t end = chunkAt + 8 + u32At(file, chunkAt + 4);
     file.insert(file.begin() + static_cast<std::ptrdiff_t>(end), more, 0);
     fillWith(file, end, end + more, piece);
     for (const std::size_t grown : around) {
-        put32(file, grown + 4, get32(file, grown + 4) + u32Of(more));
+        put32(file, grown + 4, u32At(file, grown + 4) + u32Of(more));
     }
-    put32(file, chunkAt + 4, get32(file, chunkAt + 4) + u32Of(more));
+    put32(file, chunkAt + 4, u32At(file, chunkAt + 4) + u32Of(more));
 }
 
 Bytes headOf(const std::vector<Bytes>& moreOfStream = {}) {
@@ -126,7 +120,7 @@ Bytes superIndexOf(const SuperIndexEntry& entry, std::size_t bytes) {
     Bytes file = headOf({indx({.entriesInUse = 0xFFFFFFFF})});
     const std::size_t index = positionOf(file, "indx");
     growChunk(file, index, bytes, u64(entry.offset) + u32(entry.size) + u32(0), {0, 12, positionOf(file, "strl") - 8});
-    put32(file, index + 8 + 4, (get32(file, index + 4) - 24) / 16);
+    put32(file, index + 8 + 4, (u32At(file, index + 4) - 24) / 16);
     return file;
 }
 

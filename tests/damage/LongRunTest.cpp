@@ -1,6 +1,7 @@
 // Long runs of empty chunks: what a picture within one and the sound across one ask of the disk.
 #include "damage/Catalogue.h"
 #include "damage/FilesOnDisk.h"
+#include "damage/Sighting.h"
 
 #include "hostkit/ClipSession.h"
 #include "hostkit/DiskFaults.h"
@@ -18,8 +19,6 @@ namespace {
 using hostkit::ClipSession;
 using hostkit::DiskCall;
 using hostkit::DiskFaults;
-
-constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
 
 struct DiskCalls {
     int seeks = 0;

@@ -11,6 +11,8 @@ namespace damage {
 
 using aviwriter::Bytes;
 
+inline std::uint32_t u32Of(std::size_t value) { return static_cast<std::uint32_t>(value); }
+
 // --- The clip's pictures, 8 x 4 pixels at 25 a second, and its 16-bit stereo sound at 48000 Hz ----------------------
 
 constexpr std::uint32_t kPictures = 10;

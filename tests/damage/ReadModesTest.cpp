@@ -220,13 +220,13 @@ TEST_P(ReadModes, AnEndThatComesTooEarlyGivesWhatThePlainestParserGivesAndThenTh
     }
 }
 
-std::string testNameOf(const testing::TestParamInfo<ReadSample>& info) {
+std::string sampleNameOf(const testing::TestParamInfo<ReadSample>& info) {
     std::string name = info.param.name;
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, ReadModes, testing::ValuesIn(readSamples()), testNameOf);
+INSTANTIATE_TEST_SUITE_P(Of, ReadModes, testing::ValuesIn(readSamples()), sampleNameOf);
 
 }  // namespace
 

@@ -10,6 +10,8 @@
 
 namespace damage {
 
+inline constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
+
 // A text such as
 //   refused: imBadFile (2)
 //   10 pictures, all right; 19200 samples of sound, all right

@@ -99,7 +99,7 @@ Bytes listsInsideLists() {
 
 Bytes noClip() { return riff("WAVE", {chunk("fmt ", pcmWaveFormat({})), chunk("data", filled(40, 7))}); }
 
-constexpr SmallFile kFiles[] = {
+constexpr SmallFile kSmallFiles[] = {
     {"plain", plain},
     {"opendml-alone", openDmlAlone},
     {"opendml-beside-idx1", openDmlBesideIdx1},
@@ -118,6 +118,6 @@ constexpr SmallFile kFiles[] = {
 
 }  // namespace
 
-std::span<const SmallFile> smallFiles() { return kFiles; }
+std::span<const SmallFile> smallFiles() { return kSmallFiles; }
 
 }  // namespace damage

@@ -28,7 +28,6 @@ using hostkit::AsyncSession;
 using hostkit::ClipSession;
 
 constexpr unsigned kSeed = 20261120;
-constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
 constexpr PrTime kMiddle = 4 * kTicksPerPicture;
 
 // A longer day by hand: what is set takes the place of the rounds that fit between other tests.

@@ -14,7 +14,7 @@ namespace {
 
 using CloseHandleFunction = BOOL(WINAPI*)(HANDLE);
 
-constexpr std::uint32_t kWriteAlone = 2;
+constexpr std::uint32_t kWriteUnshared = 2;
 
 int closeCount = 0;
 CloseHandleFunction systemCloseHandle = nullptr;
@@ -83,7 +83,7 @@ TEST_F(WinFileClosing, OfAFileThatDidNotOpenDoesNotHappen) {
 TEST_F(WinFileClosing, OfAnOpenFileHappensOnceAtItsDestruction) {
     {
         fileio::WinFile file;
-        ASSERT_TRUE(file.open(path().c_str(), kWriteAlone));
+        ASSERT_TRUE(file.open(path().c_str(), kWriteUnshared));
         EXPECT_EQ(closeCount, 0);
     }
     EXPECT_EQ(closeCount, 1);
@@ -92,7 +92,7 @@ TEST_F(WinFileClosing, OfAnOpenFileHappensOnceAtItsDestruction) {
 TEST_F(WinFileClosing, OfAClosedFileDoesNotHappenAgain) {
     {
         fileio::WinFile file;
-        ASSERT_TRUE(file.open(path().c_str(), kWriteAlone));
+        ASSERT_TRUE(file.open(path().c_str(), kWriteUnshared));
         file.close();
         EXPECT_EQ(closeCount, 1);
     }

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kFileType = 0x41564956;
-
 const std::set<csSDK_int32> kHandled = {0, 1, 8, 9, 12, 13, 14, 25, 27, 36, 37, 39, 46, 47, 54, 64};
 
 std::string nameOf(csSDK_int32 selector) {

@@ -9,7 +9,6 @@ using hostkit::HostCall;
 
 namespace {
 
-constexpr csSDK_int32 kFileType = 0x41564956;
 constexpr char kTitle[] = "QuorvaneImporter: Internal error";
 constexpr char kFatal[] = "FATAL: Unhandled exception during [imGetSubTypeNames] (54): ";
 

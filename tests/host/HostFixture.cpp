@@ -14,6 +14,14 @@ aviwriter::SampleOptions smallClip() {
     return options;
 }
 
+csSDK_uint32 codeOf(const char* characters) {
+    csSDK_uint32 code = 0;
+    for (int i = 3; i >= 0; --i) {
+        code = code << 8 | static_cast<unsigned char>(characters[i]);
+    }
+    return code;
+}
+
 ClipFile::ClipFile(const aviwriter::SampleOptions& options) : m_path(m_folder.folder() / "clip.avi") {
     aviwriter::FileSink sink(m_path);
     aviwriter::writeSample(options, sink);

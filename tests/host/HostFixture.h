@@ -15,6 +15,7 @@
 
 using Lines = std::vector<std::string>;
 
+inline constexpr csSDK_int32 kFileType = 0x41564956;
 inline constexpr char kRule[] = "----------------------";
 
 // 32 x 16 pixels, YUV 4:2:2, three frames at 25 per second, 16-bit stereo sound at 8000 Hz.
@@ -31,6 +32,9 @@ private:
     TempFolder m_folder;
     std::filesystem::path m_path;
 };
+
+// "YUY2" as the host's number.
+csSDK_uint32 codeOf(const char* characters);
 
 // The format in which the tests ask for frames of the small clip.
 std::vector<imFrameFormat> smallFrame();

@@ -7,14 +7,6 @@
 
 namespace {
 
-csSDK_uint32 codeOf(const char* characters) {
-    csSDK_uint32 code = 0;
-    for (int i = 3; i >= 0; --i) {
-        code = code << 8 | static_cast<unsigned char>(characters[i]);
-    }
-    return code;
-}
-
 template <class Call>
 std::string runtimeErrorOf(Call call) {
     try {

@@ -1,4 +1,5 @@
 // Every name table of the log, row by row and beside its rows.
+#include "HostFixture.h"
 #include "VocabularyTables.h"
 
 #include "host/Vocabulary.h"
@@ -104,14 +105,6 @@ TEST(Vocabulary, UnknownChannelLabelsHaveATextOfTheirOwn) {
 }
 
 // ---- pixel formats -------------------------------------------------------------------------------------------
-
-csSDK_uint32 codeOf(const char (&characters)[5]) {
-    csSDK_uint32 code = 0;
-    for (int i = 3; i >= 0; --i) {
-        code = code << 8 | static_cast<unsigned char>(characters[i]);
-    }
-    return code;
-}
 
 std::set<csSDK_uint32> listedFormats() {
     std::set<csSDK_uint32> listed;

@@ -2,7 +2,7 @@
 #include "importhost/RunLog.h"
 #include "importhost/Sample.h"
 
-using programs::importhost;
+using programs::runImporthost;
 using programs::logOf;
 using programs::ProgramRun;
 using programs::Sample;
@@ -20,7 +20,7 @@ int occurrences(const std::string& text, const std::string& part) {
 ProgramRun checksums(const Sample& sample, std::vector<std::string> options) {
     std::vector<std::string> arguments = {"frames", sample.text(), "--as", "checksum"};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    return importhost(arguments);
+    return runImporthost(arguments);
 }
 
 TEST(AsyncFrames, AreTheSynchronousOnes) {

@@ -61,7 +61,7 @@ Written write(const Sample& sample, std::vector<std::string> options) {
     const auto path = sample.beside("sound.wav");
     std::vector<std::string> arguments = {"audio", sample.text(), "-o", hostkit::toUtf8(path)};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    const ProgramRun run = programs::importhost(arguments);
+    const ProgramRun run = programs::runImporthost(arguments);
     return {run, bytesOf(path)};
 }
 

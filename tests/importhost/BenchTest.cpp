@@ -13,7 +13,7 @@
 #include <utility>
 
 using programs::contains;
-using programs::importhost;
+using programs::runImporthost;
 using programs::ProgramRun;
 using programs::Sample;
 using programs::withFake;
@@ -42,7 +42,7 @@ protected:
             options.insert(options.begin(), {"--busy", "0"});
         }
         options.insert(options.begin(), {"bench", m_sample.text()});
-        return importhost(options);
+        return runImporthost(options);
     }
     Json benchJson(std::vector<std::string> options) const {
         const auto path = m_sample.beside("bench.json");
@@ -206,7 +206,7 @@ TEST_F(Bench, TheBusyHostsWorkIsPartOfTheRowsTime) {
 
 TEST_F(Bench, AFileThatCannotBeOpenedFailsAndTheOthersAreMeasured) {
     const auto path = m_sample.beside("bench.json");
-    const ProgramRun run = importhost({"bench", "missing.avi", m_sample.text(), "--busy", "0", "--json",
+    const ProgramRun run = runImporthost({"bench", "missing.avi", m_sample.text(), "--busy", "0", "--json",
                                        hostkit::toUtf8(path)});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "  failed: 'missing.avi' cannot be opened: imBadFile (2).\n")) << run.output;
@@ -233,34 +233,34 @@ TEST_F(Bench, OptionsOutOfRangeAreUsageErrors) {
     EXPECT_EQ(bench({"--wrong"}).exitCode, 2);
 }
 
-TEST(BenchRefusals, NoFileIsAUsageError) { EXPECT_EQ(importhost({"bench"}).exitCode, 2); }
+TEST(BenchRefusals, NoFileIsAUsageError) { EXPECT_EQ(runImporthost({"bench"}).exitCode, 2); }
 
 TEST(BenchRefusals, APluginThatIsMissingCannotBeLoadedAndNoReportIsLeft) {
     const fakes::FakeClip clip;
     const auto path = clip.path().parent_path() / "bench.json";
     const ProgramRun run =
-        importhost({"bench", "x.avi", "--plugin", "missing.prm", "--json", hostkit::toUtf8(path)});
+        runImporthost({"bench", "x.avi", "--plugin", "missing.prm", "--json", hostkit::toUtf8(path)});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(BenchRefusals, AClipWithoutSoundIsMeasuredWithoutIt) {
     const Sample sample({"--size", "32x16", "--frames", "3"});
-    const ProgramRun run = importhost({"bench", sample.text(), "--busy", "0"});
+    const ProgramRun run = runImporthost({"bench", sample.text(), "--busy", "0"});
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_TRUE(contains(run.output, "\n  no sound was measured\n")) << run.output;
 }
 
 TEST(BenchRefusals, AFileOfSoundAloneFailsAsInTheEditor) {
     const Sample sample({"--no-video", "--audio", "pcm16:2:48000"});
-    const ProgramRun run = importhost({"bench", sample.text()});
+    const ProgramRun run = runImporthost({"bench", sample.text()});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "' cannot be described: imBadFile (2).\n")) << run.output;
 }
 
 TEST(BenchRefusals, AFileThatIsNoAviFails) {
     const fakes::TemporaryFile file(u8"text.avi", "no pictures in here");
-    const ProgramRun run = importhost({"bench", hostkit::toUtf8(file.path())});
+    const ProgramRun run = runImporthost({"bench", hostkit::toUtf8(file.path())});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "' cannot be described: imBadFile (2).\n")) << run.output;
 }

@@ -17,7 +17,7 @@ std::string beside(const std::string& fileName) {
 std::string pluginBeside() { return beside(hostkit::PluginLibrary::usualFileName()); }
 
 TEST(Doctor, FindsNothingToMendInThePluginBesideIt) {
-    const programs::ProgramRun run = programs::importhost({"doctor", "--plugin", pluginBeside()});
+    const programs::ProgramRun run = programs::runImporthost({"doctor", "--plugin", pluginBeside()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");
     EXPECT_TRUE(contains(run.output, "    can be loaded   yes\n    codec library   " + beside("quorvane_common64")))
@@ -29,13 +29,14 @@ TEST(Doctor, WritesNoLogAndNoFolderForIt) {
     const bool before = std::filesystem::exists(hostkit::pluginLogFolder());
     const hostkit::PluginLog log;
     const hostkit::LogSwitch on;
-    programs::importhost({"doctor", "--plugin", pluginBeside()});
+    programs::runImporthost({"doctor", "--plugin", pluginBeside()});
     EXPECT_TRUE(log.newFiles().empty());
     EXPECT_EQ(std::filesystem::exists(hostkit::pluginLogFolder()), before);
 }
 
 TEST(Doctor, SurvivesAPluginThatEndsItsProgram) {
-    const programs::ProgramRun run = programs::importhost({"doctor", "--plugin", beside(CRASHING_IMPORTER_FILE_NAME)});
+    const programs::ProgramRun run =
+        programs::runImporthost({"doctor", "--plugin", beside(CRASHING_IMPORTER_FILE_NAME)});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "A program that loads it ends with exit code 7.")) << run.output;
 }
@@ -43,14 +44,14 @@ TEST(Doctor, SurvivesAPluginThatEndsItsProgram) {
 TEST(Doctor, TellsOfAFileThatIsNoLibrary) {
     const TempFolder place;
     std::ofstream(place.folder() / "text.prm") << "text";
-    const programs::ProgramRun run = programs::importhost({"doctor", "--plugin", place.path("text.prm")});
+    const programs::ProgramRun run = programs::runImporthost({"doctor", "--plugin", place.path("text.prm")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(contains(run.output, "  1. The plug-in cannot be used: ")) << run.output;
 }
 
 TEST(Doctor, PlaysNoHostAndSwitchesNoLog) {
-    EXPECT_EQ(programs::importhost({"doctor", "--log"}).exitCode, 2);
-    EXPECT_EQ(programs::importhost({"doctor", "--profile", "editor-11"}).exitCode, 2);
+    EXPECT_EQ(programs::runImporthost({"doctor", "--log"}).exitCode, 2);
+    EXPECT_EQ(programs::runImporthost({"doctor", "--profile", "editor-11"}).exitCode, 2);
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ TEST(Levels, ShowTheClicksOfTheTestSound) {
         return text;
     };
     const std::string row = "|\u2587" + tones(31) + "\u2587" + tones(15) + "| -1.2 dB\n";
-    const ProgramRun run = programs::importhost({"info", sample.text()});
+    const ProgramRun run = programs::runImporthost({"info", sample.text()});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_NE(run.output.find("    levels        FrontLeft  " + row + "                  FrontRight " + row),
               std::string::npos)
@@ -58,7 +58,7 @@ TEST(Levels, ShowTheClicksOfTheTestSound) {
 TEST(Levels, AreNumbersInJson) {
     const Sample sample({"--size", "32x16", "--frames", "3", "--rate", "2", "--audio", "pcm16:1:48000", "--audio",
                          "pcm16:2:48000"});
-    const auto json = nlohmann::json::parse(programs::importhost({"info", "--json", sample.text()}).output);
+    const auto json = nlohmann::json::parse(programs::runImporthost({"info", "--json", sample.text()}).output);
     const auto& sound = json["files"][0]["streams"][0]["sound"];
     EXPECT_EQ(sound["peaksResult"]["name"], "imNoErr");
     ASSERT_EQ(sound["peaks"].size(), 1u);

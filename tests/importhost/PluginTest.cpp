@@ -6,7 +6,7 @@
 
 #include <sstream>
 
-using programs::importhost;
+using programs::runImporthost;
 using programs::ProgramRun;
 using programs::Sample;
 
@@ -16,7 +16,7 @@ std::ptrdiff_t lineCount(const std::string& text) { return std::count(text.begin
 
 TEST(Plugin, DescribesASample) {
     const Sample sample({"--type", "2Y8Q", "--size", "64x48", "--frames", "6", "--audio", "pcm16:2:48000"});
-    const ProgramRun run = importhost({"info", "--json", sample.text()});
+    const ProgramRun run = runImporthost({"info", "--json", sample.text()});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     const auto json = nlohmann::json::parse(run.output);
     EXPECT_EQ(json["formats"][0]["name"], "Quorvane AVI");
@@ -32,7 +32,7 @@ TEST(Plugin, DescribesASample) {
 TEST(Plugin, GivesTheSameFramesToEveryHost) {
     const Sample sample({"--type", "AR8Q", "--size", "34x22", "--frames", "4"});
     const auto with = [&](const std::string& profile) {
-        const ProgramRun run = importhost({"frames", sample.text(), "--as", "checksum", "--profile", profile});
+        const ProgramRun run = runImporthost({"frames", sample.text(), "--as", "checksum", "--profile", profile});
         EXPECT_EQ(run.exitCode, 0) << profile << "\n" << run.errors;
         return run.output;
     };
@@ -46,14 +46,14 @@ TEST(Plugin, GivesTheSameFramesToEveryHost) {
 
 TEST(Plugin, WritesAPictureOfEveryOfferedFormat) {
     const Sample sample({"--type", "AR8Q", "--size", "34x22", "--frames", "1"});
-    const auto info = nlohmann::json::parse(importhost({"info", "--json", sample.text()}).output);
+    const auto info = nlohmann::json::parse(runImporthost({"info", "--json", sample.text()}).output);
     const auto& formats = info["files"][0]["pixelFormats"];
     EXPECT_GT(formats.size(), 10u);
     for (const auto& format : formats) {
         const std::string code = format["code"];
         const auto folder = sample.beside(code.c_str());
         const ProgramRun run =
-            importhost({"frames", sample.text(), "--format", code, "--out", hostkit::toUtf8(folder)});
+            runImporthost({"frames", sample.text(), "--format", code, "--out", hostkit::toUtf8(folder)});
         EXPECT_EQ(run.exitCode, 0) << code << "\n" << run.errors;
         EXPECT_TRUE(std::filesystem::exists(folder / "sample_000000.png")) << code;
     }
@@ -62,7 +62,7 @@ TEST(Plugin, WritesAPictureOfEveryOfferedFormat) {
 TEST(Plugin, MakesASheet) {
     const Sample sample({"--type", "2Y0Q", "--size", "160x90", "--frames", "12"});
     const auto path = sample.beside("sheet.png");
-    const ProgramRun run = importhost({"sheet", sample.text(), "-o", hostkit::toUtf8(path)});
+    const ProgramRun run = runImporthost({"sheet", sample.text(), "-o", hostkit::toUtf8(path)});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_GT(std::filesystem::file_size(path), 10000u);
 }
@@ -70,7 +70,7 @@ TEST(Plugin, MakesASheet) {
 TEST(Plugin, WritesItsLogWhenAsked) {
     useTestHome();
     const Sample sample({"--type", "GR8Q", "--size", "16x16", "--frames", "1"});
-    const ProgramRun run = importhost({"info", "--log", sample.text()});
+    const ProgramRun run = runImporthost({"info", "--log", sample.text()});
     ASSERT_EQ(run.errors.substr(0, 5), "log: ") << run.errors;
     const auto file = hostkit::pathFromUtf8(run.errors.substr(5, run.errors.find('\n') - 5));
     std::ifstream in(file, std::ios::binary);
@@ -82,7 +82,7 @@ TEST(Plugin, WritesItsLogWhenAsked) {
 
 TEST(Plugin, RefusesAFileThatIsNoAvi) {
     const fakes::TemporaryFile file(u8"text.avi", "no pictures in here");
-    const ProgramRun run = importhost({"info", hostkit::toUtf8(file.path())});
+    const ProgramRun run = runImporthost({"info", hostkit::toUtf8(file.path())});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("stream 0        imBadFile (2)"), std::string::npos) << run.output;
     EXPECT_EQ(run.errors, "");
@@ -90,7 +90,7 @@ TEST(Plugin, RefusesAFileThatIsNoAvi) {
 
 TEST(Plugin, FailsEveryFrameForAHostWithoutThePpixSuite) {
     const Sample sample({"--type", "GR8Q", "--size", "16x16", "--frames", "1"});
-    const ProgramRun run = importhost({"frames", sample.text(), "--as", "checksum", "--profile", "no-ppix-suite"});
+    const ProgramRun run = runImporthost({"frames", sample.text(), "--as", "checksum", "--profile", "no-ppix-suite"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.errors, "importhost: Frame 0 failed: malUnknownError (99)\n");
 }

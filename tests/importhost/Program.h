@@ -11,7 +11,7 @@ namespace programs {
 inline ProgramRun withFake(std::vector<std::string> arguments) {
     arguments.push_back("--plugin");
     arguments.push_back(hostkit::toUtf8(fakes::importerPath()));
-    return importhost(arguments);
+    return runImporthost(arguments);
 }
 
 inline ProgramRun makeavi(const std::vector<std::string>& arguments) { return run(MAKEAVI_FILE_NAME, arguments); }

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 using programs::contains;
-using programs::importhost;
+using programs::runImporthost;
 using programs::ProgramRun;
 using programs::withFake;
 
@@ -15,31 +15,31 @@ std::string clipPath(const fakes::FakeClip& clip) { return hostkit::toUtf8(clip.
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 TEST(Program, HelpIsGood) {
-    const ProgramRun run = importhost({"--help"});
+    const ProgramRun run = runImporthost({"--help"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(contains(run.output, "importhost sheet clip.avi -o sheet.png")) << run.output;
     EXPECT_EQ(run.errors, "");
 }
 
 TEST(Program, HelpOfACommandIsAboutThatCommand) {
-    const ProgramRun run = importhost({"frames", "--help"});
+    const ProgramRun run = runImporthost({"frames", "--help"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(contains(run.output, "--range A-B")) << run.output;
     EXPECT_FALSE(contains(run.output, "First steps")) << run.output;
 }
 
-TEST(Program, NoCommandIsAUsageError) { EXPECT_EQ(importhost({}).exitCode, 2); }
+TEST(Program, NoCommandIsAUsageError) { EXPECT_EQ(runImporthost({}).exitCode, 2); }
 
-TEST(Program, AnUnknownOptionIsAUsageError) { EXPECT_EQ(importhost({"info", "x", "--wrong"}).exitCode, 2); }
+TEST(Program, AnUnknownOptionIsAUsageError) { EXPECT_EQ(runImporthost({"info", "x", "--wrong"}).exitCode, 2); }
 
 TEST(Program, AnUnknownProfileIsAUsageErrorThatNamesTheKnownOnes) {
-    const ProgramRun run = importhost({"info", "x", "--profile", "editor-1"});
+    const ProgramRun run = runImporthost({"info", "x", "--profile", "editor-1"});
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_TRUE(contains(run.errors, "editor-14")) << run.errors;
 }
 
 TEST(Program, APluginThatIsMissingCannotBeLoaded) {
-    const ProgramRun run = importhost({"info", "x", "--plugin", "missing.prm"});
+    const ProgramRun run = runImporthost({"info", "x", "--plugin", "missing.prm"});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_TRUE(contains(run.errors, "missing.prm' cannot be loaded")) << run.errors;
 }

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kSelectorWithoutHandler = 65;
-
 std::vector<std::filesystem::path> filesIn(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
     std::error_code missing;

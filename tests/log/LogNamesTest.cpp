@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kSelectorWithoutHandler = 65;
 constexpr std::size_t kStampBegin = 21;   // behind "quorvane_pr_importer_"
 constexpr std::size_t kStampLength = 15;
 

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kSelectorWithoutHandler = 65;
 constexpr char kSwitch[] = "QUORVANE_ENABLE_ADOBE_LOG";
 
 // Whether a load and a call write a log with the switch as it is now.

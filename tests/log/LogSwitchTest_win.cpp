@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr csSDK_int32 kSelectorWithoutHandler = 65;
 constexpr char kKey[] = "Software\\Quorvane";
 constexpr char kValue[] = "EnableAdobeLog";
 

@@ -12,6 +12,8 @@
 // The plug-in's file, beside the running program.
 std::filesystem::path pluginPath();
 
+inline constexpr csSDK_int32 kSelectorWithoutHandler = 65;
+
 // The line with the addresses in it made comparable: "ptr: <pointer>", or "ptr: <null>".
 std::string withoutPointers(const std::string& line);
 

@@ -4,7 +4,7 @@
 set -uo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/../artifacts/expect.sh"
 packages=$1 bin=$2 version=$3
-export WINEPREFIX=$4 WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+export WINEPREFIX=$4 WINEARCH=win64 WINEDEBUG=-all,err+virtual WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 setup=$packages/ImporterQuorvane-$version-setup.exe
 
 [ -f "$setup" ] || { echo "no installer: run cmake --build --preset package first"; exit 1; }

@@ -9,14 +9,12 @@
 
 using hostkit::toUtf8;
 using programs::contains;
-using programs::importhost;
+using programs::runImporthost;
 using programs::ProgramRun;
 using programs::Sample;
+using recording::kSample;
 
 namespace {
-
-const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
-                                          "pcm16:2:48000"};
 
 class ReplayCommand : public testing::Test {
 protected:
@@ -25,14 +23,14 @@ protected:
     static std::string logOf(const std::vector<std::string>& arguments) {
         std::vector<std::string> logged = arguments;
         logged.emplace_back("--log");
-        return programs::logOf(importhost(logged));
+        return programs::logOf(runImporthost(logged));
     }
 
     // Replays a log, and takes the new one away.
     ProgramRun replayOf(const std::string& log, std::vector<std::string> options) const {
         std::ofstream(logPath(), std::ios::binary) << log;
         options.insert(options.begin(), {"replay", toUtf8(logPath())});
-        const ProgramRun run = importhost(options);
+        const ProgramRun run = runImporthost(options);
         if (run.errors.find("log: ") != std::string::npos) {
             programs::logOf(run);
         }
@@ -198,12 +196,12 @@ TEST_F(ReplayCommand, WithoutAnyFileOfTheLogItIsAUsageErrorThatNamesOne) {
 }
 
 TEST_F(ReplayCommand, MissingFilesAreUsageErrors) {
-    EXPECT_EQ(importhost({"replay", "missing.log"}).errors,
+    EXPECT_EQ(runImporthost({"replay", "missing.log"}).errors,
               "importhost: The log 'missing.log' cannot be read.\n");
-    EXPECT_EQ(importhost({"replay", "missing.log", "missing.avi"}).errors,
+    EXPECT_EQ(runImporthost({"replay", "missing.log", "missing.avi"}).errors,
               "importhost: There is no file 'missing.avi'.\n");
-    EXPECT_EQ(importhost({"replay", "missing.log"}).exitCode, 2);
-    EXPECT_EQ(importhost({"replay"}).exitCode, 2);
+    EXPECT_EQ(runImporthost({"replay", "missing.log"}).exitCode, 2);
+    EXPECT_EQ(runImporthost({"replay"}).exitCode, 2);
 }
 
 TEST_F(ReplayCommand, APluginThatIsMissingCannotBeLoaded) {

@@ -2,13 +2,11 @@
 #include "LoadedPlugin.h"
 
 using programs::Sample;
+using recording::kSample;
 using recording::Made;
 using Texts = std::vector<std::string>;
 
 namespace {
-
-const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
-                                          "pcm16:2:48000"};
 
 // The start's dump of tables is left out of the cuts: its lines are alike to a replay.
 std::size_t firstCut(const Texts& lines) {

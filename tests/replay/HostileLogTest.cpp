@@ -6,13 +6,11 @@
 #include <random>
 
 using programs::Sample;
+using recording::kSample;
 using recording::Made;
 using Texts = std::vector<std::string>;
 
 namespace {
-
-const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
-                                          "pcm16:2:48000"};
 
 std::string recordedClip(const Sample& sample) {
     return recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); });

@@ -11,6 +11,10 @@ namespace recording {
 // Host ticks of one frame at 25 frames per second, the rate of samples.
 inline constexpr PrTime kTicksPerFrame = 10160640000;
 
+// Arguments of makeavi for a small clip with sound.
+inline const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
+                                                 "pcm16:2:48000"};
+
 // The log of a run in which the plug-in was started, `play` was done with it, and it was shut down and unloaded.
 std::string record(const std::function<void(hostkit::ImporterSession&)>& play);
 

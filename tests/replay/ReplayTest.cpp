@@ -12,15 +12,15 @@ using Texts = std::vector<std::string>;
 
 namespace {
 
-const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
-                                          "pcm16:2:48000", "--audio", "float32:1:48000"};
+const std::vector<std::string> kTwoSounds = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
+                                             "pcm16:2:48000", "--audio", "float32:1:48000"};
 
 Texts from(const Texts& texts, const std::string& first) {
     return {std::find(texts.begin(), texts.end(), first), texts.end()};
 }
 
 TEST(Replay, MakesEveryCallOfAClip) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         recording::playClip(session, sample.path());
     });
@@ -52,7 +52,7 @@ TEST(Replay, MakesEveryCallOfAClip) {
 }
 
 TEST(Replay, AChangedResultIsTheOnlyDifference) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         recording::playClip(session, sample.path());
     });
@@ -63,7 +63,7 @@ TEST(Replay, AChangedResultIsTheOnlyDifference) {
 }
 
 TEST(Replay, AClipThatIsOtherNowGivesOtherResults) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
         clip.open();
@@ -77,7 +77,7 @@ TEST(Replay, AClipThatIsOtherNowGivesOtherResults) {
 }
 
 TEST(Replay, FilesAreToldApart) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::filesystem::path other = sample.beside("other.avi");
     std::filesystem::copy_file(sample.path(), other);
     const std::string log = recording::record([&](ImporterSession& session) {
@@ -105,7 +105,7 @@ TEST(Replay, FilesAreToldApart) {
 }
 
 TEST(Replay, AFileThatIsOpenTwiceIsAnAssumption) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession first(session, sample.path());
         ClipSession second(session, sample.path());
@@ -123,7 +123,7 @@ TEST(Replay, AFileThatIsOpenTwiceIsAnAssumption) {
 }
 
 TEST(Replay, WhatTheLogLeftOpenIsClosed) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     std::string log = recording::record([&](ImporterSession& session) {
         recording::playClip(session, sample.path());
     });
@@ -166,7 +166,7 @@ TEST(Replay, CallsOnNoFileAreMadeOnNoFile) {
 }
 
 TEST(Replay, ExceptionsOfThePluginComeAgain) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
         clip.open();
@@ -183,7 +183,7 @@ TEST(Replay, ExceptionsOfThePluginComeAgain) {
 }
 
 TEST(Replay, AFrameWithoutAPlaceStaysWithout) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
         clip.open();
@@ -199,7 +199,7 @@ TEST(Replay, AFrameWithoutAPlaceStaysWithout) {
 }
 
 TEST(Replay, FramesAreAskedOfTheAsynchronousImporterThatTheyWereAnnouncedTo) {
-    const Sample sample(kSample);
+    const Sample sample(kTwoSounds);
     const std::filesystem::path other = sample.beside("other.avi");
     std::filesystem::copy_file(sample.path(), other);
     const std::string log = recording::record([&](ImporterSession& session) {

@@ -32,7 +32,9 @@ inline ProgramRun run(const std::string& fileName, const std::vector<std::string
 }
 
 // The test program's build says what the file is called.
-inline ProgramRun importhost(const std::vector<std::string>& arguments) { return run(IMPORTHOST_FILE_NAME, arguments); }
+inline ProgramRun runImporthost(const std::vector<std::string>& arguments) {
+    return run(IMPORTHOST_FILE_NAME, arguments);
+}
 
 inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 

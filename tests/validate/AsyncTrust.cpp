@@ -4,7 +4,7 @@ namespace {
 
 constexpr char kAnotherPicture[] = "is another picture than the one that is drawn at once";
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kAsyncTrust[] = {
     {"async-equals-sync", "async-spoils-pictures", kAnotherPicture},
     {"async-equals-sync", "async-is-promised-in-vain",
      "plain.avi: the asynchronous importer that it promises: imUnsupported (3)"},
@@ -46,4 +46,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> asyncTrust() { return kRows; }
+std::span<const TrustRow> asyncTrust() { return kAsyncTrust; }

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kAudioTrust[] = {
     {"audio-delivered", "leaves-out-the-last-sample",
      "plain.avi, stream 0: 2000 samples at 0: channel 1, sample 1999 was not delivered"},
     {"audio-delivered", "refuses-the-last-sample",
@@ -41,4 +41,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> audioTrust() { return kRows; }
+std::span<const TrustRow> audioTrust() { return kAudioTrust; }

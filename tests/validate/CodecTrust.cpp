@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kCodecTrust[] = {
     {"codec-given-back", "keeps-a-codec-instance", "what the codec holds after the clip was closed: found 2 instances"},
     {"codec-fails-for-good", "says-other-error-for-bad-frame",
      "quorvane_decompress_begin fails at every call: frame 0 in PrPixelFormat_YUYV_422_8u_601: found imOtherErr (5), "
@@ -35,4 +35,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> codecTrust() { return kRows; }
+std::span<const TrustRow> codecTrust() { return kCodecTrust; }

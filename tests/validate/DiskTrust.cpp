@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kDiskTrust[] = {
     {"disk-gone-for-good", "says-bad-file-for-unreadable-frame", "found imBadFile (2), wanted imFileReadFailed (33)"},
     {"disk-gone-for-good", "gives-up-after-unreadable-frame",
      "with the disk back: the answer is not what it was before"},
@@ -31,4 +31,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> diskTrust() { return kRows; }
+std::span<const TrustRow> diskTrust() { return kDiskTrust; }

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kExceptionTrust[] = {
     {"undescribed-clips", "answers-exceptions-otherwise",
      "plain.avi, imAnalysis: the answer to the call: found imOtherErr (5), wanted malUnknownError (99)"},
     {"undescribed-clips", "tells-nothing", "plain.avi, imAnalysis: error events sent to the host: found 0, wanted 1"},
@@ -39,4 +39,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> exceptionTrust() { return kRows; }
+std::span<const TrustRow> exceptionTrust() { return kExceptionTrust; }

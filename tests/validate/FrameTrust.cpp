@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kFrameTrust[] = {
     {"frame-first-and-last", "refuses-last-frame",
      "plain.avi: frame 24 in yuy2 of 25 is not delivered: imFrameNotFound (28)"},
     {"frame-true-picture", "flips-pictures", "plain.avi: frame 0 in yuy3, pixel 0 from the left, "},
@@ -45,4 +45,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> frameTrust() { return kRows; }
+std::span<const TrustRow> frameTrust() { return kFrameTrust; }

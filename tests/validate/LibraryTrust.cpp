@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kLibraryTrust[] = {
     {"library-exports", "ExportsMore", "it exports 'oneMoreExport' beside its entry"},
     {"library-resource", "NotALibrary", "is no 64-bit library of this system."},
     {"library-loads", "leaks-suites", "The suite 'Premiere Error Suite' version 3 was acquired 1 time and released 0"},
@@ -30,7 +30,7 @@ constexpr TrustRow kRows[] = {
 
 std::span<const TrustRow> libraryTrust() {
     static const std::vector<TrustRow> rows = [] {
-        std::vector<TrustRow> all(std::begin(kRows), std::end(kRows));
+        std::vector<TrustRow> all(std::begin(kLibraryTrust), std::end(kLibraryTrust));
         const auto more = systemLibraryTrust();
         all.insert(all.end(), more.begin(), more.end());
         return all;

@@ -2,10 +2,10 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kSystemLibraryTrust[] = {
     {"library-imports", "ImportsMore", "it is loaded with 'libz.so.1', neither the codec's library nor one"},
 };
 
 }  // namespace
 
-std::span<const TrustRow> systemLibraryTrust() { return kRows; }
+std::span<const TrustRow> systemLibraryTrust() { return kSystemLibraryTrust; }

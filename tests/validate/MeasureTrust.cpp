@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kMeasureTrust[] = {
     {"opens-quickly", "sleeps-when-opening", "plain.avi: opening and describing it took ", "warn"},
     {"first-frame-comes-quickly", "sleeps-before-a-frame", "plain.avi: the first frame took ", "warn"},
     {"does-not-grow", "forgets-memory", "memory grew by", "warn"},
@@ -11,4 +11,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> measureTrust() { return kRows; }
+std::span<const TrustRow> measureTrust() { return kMeasureTrust; }

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kProtocolTrust[] = {
     // --- Before any file ---
     {"formats-end", "offers-formats-for-ever", "the answer that ends the list of import formats: found imNoErr (0)"},
     {"formats-end", "counts-formats-from-below", "the answer to import format -1: found imNoErr (0)"},
@@ -100,4 +100,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> protocolTrust() { return kRows; }
+std::span<const TrustRow> protocolTrust() { return kProtocolTrust; }

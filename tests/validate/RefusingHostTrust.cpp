@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kRefusingHostTrust[] = {
     {"refused-suites", "needs-the-cache-suite",
      "without the 'Premiere PPix Cache Suite', the description of stream 0: answered with imOtherErr (5), although it "
      "can do without that suite"},
@@ -48,4 +48,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> refusingHostTrust() { return kRows; }
+std::span<const TrustRow> refusingHostTrust() { return kRefusingHostTrust; }

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr TrustRow kRows[] = {
+constexpr TrustRow kStateTrust[] = {
     {"random-calls", "mixes-up-clips", "found imNoErr (0), wanted imFrameNotFound (28)"},
     {"random-calls", "forgets-the-stream", "sound without sound: found imNoErr (0), wanted malUnknownError (99)"},
     {"random-calls", "starts-sound-anew", "is not what it was before"},
@@ -19,4 +19,4 @@ constexpr TrustRow kRows[] = {
 
 }  // namespace
 
-std::span<const TrustRow> stateTrust() { return kRows; }
+std::span<const TrustRow> stateTrust() { return kStateTrust; }

@@ -9,7 +9,7 @@ namespace programs {
 
 inline ProgramRun validate(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "validate");
-    return importhost(arguments);
+    return runImporthost(arguments);
 }
 
 // The fault is in force for this run alone.

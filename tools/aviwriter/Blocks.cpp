@@ -72,6 +72,14 @@ Bytes u64(std::uint64_t value) {
     return littleEndian(value, 8);
 }
 
+std::uint32_t u32At(const Bytes& bytes, std::size_t position) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 4; i-- > 0;) {
+        value = value << 8 | bytes.at(position + i);
+    }
+    return value;
+}
+
 Bytes text(std::string_view characters) {
     return Bytes(characters.begin(), characters.end());
 }

@@ -29,6 +29,7 @@ Bytes u8(std::uint8_t value);
 Bytes u16(std::uint16_t value);
 Bytes u32(std::uint32_t value);
 Bytes u64(std::uint64_t value);
+std::uint32_t u32At(const Bytes& bytes, std::size_t position);     // throws std::out_of_range beyond the end
 Bytes text(std::string_view characters);                          // no terminator
 Bytes filled(std::size_t count, std::uint8_t value = 0);
 Bytes join(const std::vector<Bytes>& parts);                      // join({a, b, c})

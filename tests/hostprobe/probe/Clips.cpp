@@ -12,11 +12,11 @@ namespace hostprobe {
 
 namespace {
 
-std::mutex mutex;
+std::mutex clipsMutex;
 std::vector<std::unique_ptr<Clip>> clips;
 
 Clip* find(void* privateData) {
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(clipsMutex);
     const auto found = std::find_if(clips.begin(), clips.end(), [=](const auto& clip) {
         return clip.get() == privateData;
     });
@@ -26,19 +26,19 @@ Clip* find(void* privateData) {
 }  // namespace
 
 Clip* addClip() {
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(clipsMutex);
     return clips.emplace_back(std::make_unique<Clip>()).get();
 }
 
 bool isAnyClipOpen() {
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(clipsMutex);
     return std::any_of(clips.begin(), clips.end(), [](const auto& clip) {
         return clip->state != Clip::State::Closed;
     });
 }
 
 void dropClips() {
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(clipsMutex);
     for (const auto& clip : clips) {
         clip->frames.reset();
     }

@@ -10,7 +10,7 @@ namespace hostprobe {
 namespace {
 
 constexpr csSDK_int32 kHighestQuality = 4;
-constexpr std::uintptr_t kAlignment = 16;
+constexpr std::uintptr_t kRowAlignment = 16;
 
 }  // namespace
 
@@ -115,7 +115,7 @@ void FrameMaker::paintFrame(PPixHand frame, PrPixelFormat format, csSDK_int64 nu
         return;
     }
     const bool isWide = format != PrPixelFormat_BGRA_4444_8u || rowBytes >= 4 * kWidth;
-    if (isWide && reinterpret_cast<std::uintptr_t>(pixels) % kAlignment == 0) {
+    if (isWide && reinterpret_cast<std::uintptr_t>(pixels) % kRowAlignment == 0) {
         paint(pixels, rowBytes, kHeight, format, number);
     }
 }

@@ -22,7 +22,7 @@ struct FirstParms {
     bool isUsable = false;
 };
 
-std::mutex mutex;
+std::mutex tablesMutex;
 std::optional<FirstParms> first;
 
 bool isThere(const void* table, const char* name) {
@@ -98,7 +98,7 @@ bool checkStdParms(const std::string& call, imStdParms* stdParms) {
         complain(Sentence::ParameterMissing, {call, "the pointer to the standard parameters"});
         return false;
     }
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(tablesMutex);
     if (!first) {
         first = FirstParms{*stdParms, checkAll(stdParms)};
     } else if (std::memcmp(&first->parms, stdParms, sizeof(imStdParms)) != 0) {
@@ -114,7 +114,7 @@ SPBasicSuite* basicSuiteOf(imStdParms* stdParms) {
 }
 
 csSDK_int32 hostVersion() {
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(tablesMutex);
     return first ? int32At(&first->parms, kParmsVersion) : 0;
 }
 

@@ -126,7 +126,7 @@ void checkHandle(const PlugMemoryFuncs& memory, csSDK_uint32 size) {
 
 // --- Basic suite ----------------------------------------------------------------------------------------------
 
-bool isGood(const char* function, SPErr error) {
+bool isGoodCall(const char* function, SPErr error) {
     if (error != kSPNoError) {
         complain(Sentence::CallFailed, {function, std::to_string(error)});
     }
@@ -136,12 +136,12 @@ bool isGood(const char* function, SPErr error) {
 void checkBasicBlocks(const SPBasicSuite& basic) {
     constexpr csSDK_size_t size = 77;
     void* block = nullptr;
-    if (!isGood("AllocateBlock", basic.AllocateBlock(size, &block)) || !isGiven(block, "AllocateBlock")) {
+    if (!isGoodCall("AllocateBlock", basic.AllocateBlock(size, &block)) || !isGiven(block, "AllocateBlock")) {
         return;
     }
     mark(static_cast<char*>(block), size);
     void* grown = nullptr;
-    if (isGood("ReallocateBlock", basic.ReallocateBlock(block, size + kGrowth, &grown))) {
+    if (isGoodCall("ReallocateBlock", basic.ReallocateBlock(block, size + kGrowth, &grown))) {
         block = grown;
         if (!isGiven(block, "ReallocateBlock")) {
             return;
@@ -149,7 +149,7 @@ void checkBasicBlocks(const SPBasicSuite& basic) {
         expectKept("ReallocateBlock", static_cast<char*>(block), size);
         mark(static_cast<char*>(block), size + kGrowth);
     }
-    isGood("FreeBlock", basic.FreeBlock(block));
+    isGoodCall("FreeBlock", basic.FreeBlock(block));
 }
 
 void checkIsEqual(const SPBasicSuite& basic) {

@@ -14,8 +14,6 @@ namespace wrong {
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
-
 PrTime announcedTime(void* parameter) { return static_cast<aiAsyncRequest*>(parameter)->inSourceRec.inFrameTime; }
 
 csSDK_int32 collectAt(void* parameter, PrTime time) {
@@ -47,7 +45,7 @@ csSDK_int32 deliversTheFirstForAny(csSDK_int32 selector, void* parameter) {
 
 csSDK_int32 letsExceptionsOut(csSDK_int32 selector, void* parameter) {
     const csSDK_int32 result = rightAsync(selector, parameter);
-    if (result == kException) {
+    if (result == kExceptionResult) {
         throw std::runtime_error("nobody caught this");
     }
     return result;
@@ -236,7 +234,7 @@ csSDK_int32 promisesInVain(csSDK_int32 selector, imStdParms* stdParms, void* par
     return selector == imCreateAsyncImporter ? csSDK_int32{imUnsupported} : right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kAsyncFaults[] = {
     {"async-answers-every-selector", withAsyncEntry<answersEverySelector>},
     {"async-cancels", withAsyncEntry<cancels>},
     {"async-refuses-times-outside", withAsyncEntry<refusesTimesOutside>},
@@ -263,6 +261,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> asyncFaults() { return kFaults; }
+std::span<const Fault> asyncFaults() { return kAsyncFaults; }
 
 }  // namespace wrong

@@ -231,7 +231,7 @@ csSDK_int32 sharesThePosition(imImportAudioRec7& record, Stream& stream, const P
     return stream.channels > 0 ? pass() : csSDK_int32{imNoErr};
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kAudioFaults[] = {
     {"leaves-out-the-last-sample", withSound<leavesOutTheLastSample>},
     {"refuses-the-last-sample", withSound<refusesTheLastSample>},
     {"is-one-sample-late", withSound<isOneSampleLate>},
@@ -257,6 +257,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> audioFaults() { return kFaults; }
+std::span<const Fault> audioFaults() { return kAudioFaults; }
 
 }  // namespace wrong

@@ -58,7 +58,7 @@ csSDK_int32 neverFlushingEntry(csSDK_int32 selector, void* parameter) {
     return selector == aiFlush ? csSDK_int32{aiNoError} : rightAsync(selector, parameter);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kCodecFaults[] = {
     {"keeps-a-codec-instance", keepsACodecInstance},
     {"leaks-codec-on-bad-frame", leaksAfter<imGetSourceVideo, imBadCompression>},
     {"leaks-codec-on-bad-description", leaksAfter<imGetInfo8, imBadFile>},
@@ -77,6 +77,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> codecFaults() { return kFaults; }
+std::span<const Fault> codecFaults() { return kCodecFaults; }
 
 }  // namespace wrong

@@ -29,7 +29,7 @@ csSDK_int32 refusesSoundAfterReadError(csSDK_int32 selector, imStdParms* stdParm
     return selector == imImportAudio7 && hasSeenError ? csSDK_int32{imFileReadFailed} : result;
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kDiskFaults[] = {
     {"says-bad-file-for-unreadable-frame", saysOther<imGetSourceVideo, imFileReadFailed, imBadFile>},
     {"gives-up-after-unreadable-frame", sticksTo<imGetSourceVideo, imFileReadFailed>},
     {"delivers-unreadable-frames", deliversInsteadOf<imFileReadFailed>},
@@ -42,6 +42,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> diskFaults() { return kFaults; }
+std::span<const Fault> diskFaults() { return kDiskFaults; }
 
 }  // namespace wrong

@@ -9,13 +9,11 @@ namespace wrong {
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
-
 // --- Answers ----------------------------------------------------------------------------------------------------
 
 csSDK_int32 letsExceptionsOut(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (result == kException) {
+    if (result == kExceptionResult) {
         throw std::runtime_error("nobody caught this");
     }
     return result;
@@ -23,14 +21,14 @@ csSDK_int32 letsExceptionsOut(csSDK_int32 selector, imStdParms* stdParms, void* 
 
 csSDK_int32 swallowsExceptions(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    return result == kException ? csSDK_int32{imNoErr} : result;
+    return result == kExceptionResult ? csSDK_int32{imNoErr} : result;
 }
 
 csSDK_int32 catchesEverything(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     try {
         return right(selector, stdParms, param1, param2);
     } catch (...) {
-        return kException;
+        return kExceptionResult;
     }
 }
 
@@ -90,7 +88,7 @@ prSuiteError withoutTheReason(csSDK_uint32 type, prUTF16Char* title, prUTF16Char
 // Tells the host also when it was not started, with a suite that it takes for that.
 csSDK_int32 tellsAtAnyTime(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (result == kException && selector == imGetSubTypeNames) {
+    if (result == kExceptionResult && selector == imGetSubTypeNames) {
         SPBasicSuite* basic = stdParms->piSuites->utilFuncs->getSPBasicSuite();
         const void* suite = nullptr;
         if (basic->AcquireSuite(kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3, &suite) == kSPNoError) {
@@ -116,7 +114,7 @@ csSDK_int32 keepsFailedFrames(csSDK_int32 selector, imStdParms* stdParms, void* 
     return rightWithHost({.acquireSuite = acquireWithoutDisposal}, selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kExceptionFaults[] = {
     {"lets-exceptions-out", letsExceptionsOut},
     {"swallows-exceptions", swallowsExceptions},
     {"catches-everything", catchesEverything},
@@ -133,6 +131,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> exceptionFaults() { return kFaults; }
+std::span<const Fault> exceptionFaults() { return kExceptionFaults; }
 
 }  // namespace wrong

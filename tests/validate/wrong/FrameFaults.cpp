@@ -265,7 +265,7 @@ csSDK_int32 forgetsPicturesWhenQuieted(csSDK_int32 selector, imStdParms* stdParm
     return request.isFrame() && wasQuieted ? csSDK_int32{imFileReadFailed} : request.pass();
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kFrameFaults[] = {
     {"refuses-last-frame", refusesLastFrame},
     {"delivers-the-frame-behind", deliversTheFrameBehind},
     {"repeats-last-frame-past-end", repeatsLastFramePastEnd},
@@ -296,6 +296,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> frameFaults() { return kFaults; }
+std::span<const Fault> frameFaults() { return kFrameFaults; }
 
 }  // namespace wrong

@@ -24,13 +24,13 @@ csSDK_int32 hangsAtHighestSelector(csSDK_int32 selector, imStdParms* stdParms, v
     return right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kFrameworkFaults[] = {
     {"crashes-at-open", crashesAtOpen},
     {"hangs-at-highest-selector", hangsAtHighestSelector},
 };
 
 }  // namespace
 
-std::span<const Fault> frameworkFaults() { return kFaults; }
+std::span<const Fault> frameworkFaults() { return kFrameworkFaults; }
 
 }  // namespace wrong

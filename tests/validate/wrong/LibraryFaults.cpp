@@ -45,7 +45,7 @@ csSDK_int32 endsItsLogAtShutdown(csSDK_int32 selector, imStdParms* stdParms, voi
     return result;
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kLibraryFaults[] = {
     {"leaks-suites", leaksSuites},
     {"answers-every-selector", answersEverySelector},
     {"answers-a-preferences-dialog", answersPreferences},
@@ -56,6 +56,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> libraryFaults() { return kFaults; }
+std::span<const Fault> libraryFaults() { return kLibraryFaults; }
 
 }  // namespace wrong

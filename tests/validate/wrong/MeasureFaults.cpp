@@ -39,7 +39,7 @@ csSDK_int32 forgetsFiles(csSDK_int32 selector, imStdParms* stdParms, void* param
     return right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kMeasureFaults[] = {
     {"sleeps-when-opening", sleepsOnce<imOpenFile8>},
     {"sleeps-before-a-frame", sleepsOnce<imGetSourceVideo>},
     {"forgets-memory", forgetsMemory},
@@ -48,6 +48,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> measureFaults() { return kFaults; }
+std::span<const Fault> measureFaults() { return kMeasureFaults; }
 
 }  // namespace wrong

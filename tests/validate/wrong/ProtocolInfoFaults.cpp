@@ -108,7 +108,7 @@ csSDK_int32 fillsOnlyWhatIsEmpty(csSDK_int32 selector, imStdParms* stdParms, voi
     }, selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kInfoFaults[] = {
     {"tells-one-frame-more", tellsOneFrameMore},
     {"swaps-rate-and-scale", swapsRateAndScale},
     {"sees-alpha-everywhere", seesAlphaEverywhere},
@@ -126,6 +126,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> infoFaults() { return kFaults; }
+std::span<const Fault> infoFaults() { return kInfoFaults; }
 
 }  // namespace wrong

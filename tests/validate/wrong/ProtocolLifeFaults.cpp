@@ -32,14 +32,14 @@ csSDK_int32 losesItsSoundWhenQuiet(csSDK_int32 selector, imStdParms* stdParms, v
     return result;
 }
 
-bool isQuiet = false;
+bool wasQuieted = false;
 
 SPErr releaseUnlessQuiet(const char* name, csSDK_int32 version) {
-    return isQuiet ? SPErr{0} : trueBasicSuite()->ReleaseSuite(name, version);
+    return wasQuieted ? SPErr{0} : trueBasicSuite()->ReleaseSuite(name, version);
 }
 
 csSDK_int32 keepsWhatAQuietClipHas(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    isQuiet = selector == imQuietFile || (isQuiet && selector == imCloseFile);
+    wasQuieted = selector == imQuietFile || (wasQuieted && selector == imCloseFile);
     return rightWithHost({.releaseSuite = releaseUnlessQuiet}, selector, stdParms, param1, param2);
 }
 
@@ -98,7 +98,7 @@ csSDK_int32 sharesClipsOfAFile(csSDK_int32 selector, imStdParms* stdParms, void*
     return right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kLifeFaults[] = {
     {"is-another-clip-when-reopened", isAnotherClipWhenReopened},
     {"loses-its-sound-when-quiet", losesItsSoundWhenQuiet},
     {"keeps-what-a-quiet-clip-has", keepsWhatAQuietClipHas},
@@ -109,6 +109,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> lifeFaults() { return kFaults; }
+std::span<const Fault> lifeFaults() { return kLifeFaults; }
 
 }  // namespace wrong

@@ -162,7 +162,7 @@ csSDK_int32 fillsMoreThanTheBuffer(csSDK_int32 selector, imStdParms* stdParms, v
     return result;
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kListFaults[] = {
     {"offers-a-format-twice", offersAFormatTwice},
     {"offers-other-formats-later", offersOtherFormatsLater},
     {"has-a-format-below-the-first", hasAFormatBelowTheFirst},
@@ -183,6 +183,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> listFaults() { return kFaults; }
+std::span<const Fault> listFaults() { return kListFaults; }
 
 }  // namespace wrong

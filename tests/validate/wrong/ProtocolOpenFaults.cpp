@@ -140,7 +140,7 @@ csSDK_int32 forgetsLostFiles(csSDK_int32 selector, imStdParms* stdParms, void* p
     return result;
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kOpenFaults[] = {
     {"refuses-every-file", refusesEveryFile},
     {"keeps-the-handle", keepsTheHandle},
     {"takes-every-file", takesEveryFile},
@@ -160,6 +160,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> openFaults() { return kFaults; }
+std::span<const Fault> openFaults() { return kOpenFaults; }
 
 }  // namespace wrong

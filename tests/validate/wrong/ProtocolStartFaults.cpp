@@ -79,7 +79,7 @@ csSDK_int32 keepsTheSuiteOfEachInit(csSDK_int32 selector, imStdParms* stdParms, 
     return rightWithHost({.releaseSuite = releaseAllButErrors}, selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kStartFaults[] = {
     {"offers-formats-for-ever", offersFormatsForEver},
     {"counts-formats-from-below", countsFormatsFromBelow},
     {"changes-its-name", changesItsName},
@@ -93,6 +93,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> startFaults() { return kFaults; }
+std::span<const Fault> startFaults() { return kStartFaults; }
 
 }  // namespace wrong

@@ -8,7 +8,6 @@ namespace wrong {
 
 namespace {
 
-constexpr csSDK_int32 kException = 99;
 constexpr csSDK_int32 kSelectors = 67;
 
 bool isFrame(csSDK_int32 selector) { return selector == imGetSourceVideo; }
@@ -22,7 +21,7 @@ csSDK_int32 failsWithBadFile(csSDK_int32 selector, imStdParms* stdParms, void* p
 
 csSDK_int32 answersExceptionsOtherwise(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    return result == kException ? csSDK_int32{imOtherErr} : result;
+    return result == kExceptionResult ? csSDK_int32{imOtherErr} : result;
 }
 
 csSDK_int32 neverRecovers(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
@@ -32,7 +31,7 @@ csSDK_int32 neverRecovers(csSDK_int32 selector, imStdParms* stdParms, void* para
         return failure;
     }
     const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (result == imOtherErr || result == imMemErr || result == kException) {
+    if (result == imOtherErr || result == imMemErr || result == kExceptionResult) {
         failure = result;
     }
     return result;
@@ -177,7 +176,7 @@ csSDK_int32 dividesByTheTicks(csSDK_int32 selector, imStdParms* stdParms, void* 
     return right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kRefusingHostFaults[] = {
     {"fails-with-bad-file", failsWithBadFile},
     {"answers-exceptions-otherwise", answersExceptionsOtherwise},
     {"never-recovers", neverRecovers},
@@ -195,6 +194,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> refusingHostFaults() { return kFaults; }
+std::span<const Fault> refusingHostFaults() { return kRefusingHostFaults; }
 
 }  // namespace wrong

@@ -73,7 +73,7 @@ csSDK_int32 keepsASuiteAtTheSecondStart(csSDK_int32 selector, imStdParms* stdPar
     return right(selector, stdParms, param1, param2);
 }
 
-constexpr Fault kFaults[] = {
+constexpr Fault kStateFaults[] = {
     {"mixes-up-clips", mixesUpClips},
     {"forgets-the-stream", forgetsTheStream},
     {"starts-sound-anew", startsSoundAnew},
@@ -84,6 +84,6 @@ constexpr Fault kFaults[] = {
 
 }  // namespace
 
-std::span<const Fault> stateFaults() { return kFaults; }
+std::span<const Fault> stateFaults() { return kStateFaults; }
 
 }  // namespace wrong

@@ -10,7 +10,7 @@ namespace {
 // Every format of every file.
 constexpr std::chrono::seconds kLongTimeLimit{180};
 
-constexpr Check kChecks[] = {
+constexpr Check kAsyncChecks[] = {
     {"async-equals-sync", 1,
      "A frame that was announced and then collected is the picture that the importer draws at once, byte for byte, in "
      "every format that it offers; one that cannot be drawn at once is not delivered (aiUnknownError). Else playback "
@@ -82,6 +82,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> asyncChecks() { return kChecks; }
+std::span<const Check> asyncChecks() { return kAsyncChecks; }
 
 }  // namespace importhost::validate

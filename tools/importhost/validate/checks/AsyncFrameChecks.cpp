@@ -10,27 +10,27 @@ namespace importhost::validate {
 
 namespace {
 
-using Frames = std::vector<FrameKey>;
+using FrameKeys = std::vector<FrameKey>;
 
-Frames reversed(Frames frames) {
+FrameKeys reversed(FrameKeys frames) {
     std::ranges::reverse(frames);
     return frames;
 }
 
-Frames shuffled(CheckRun& run, Frames frames) {
+FrameKeys shuffled(CheckRun& run, FrameKeys frames) {
     for (std::size_t i = frames.size(); i > 1; --i) {
         std::swap(frames[i - 1], frames[run.below(i)]);
     }
     return frames;
 }
 
-void announceAll(AsyncClip& async, const Frames& frames) {
+void announceAll(AsyncClip& async, const FrameKeys& frames) {
     for (const FrameKey& frame : frames) {
         async.announce(frame);
     }
 }
 
-void collectAll(AsyncClip& async, const Frames& frames) {
+void collectAll(AsyncClip& async, const FrameKeys& frames) {
     for (const FrameKey& frame : frames) {
         async.collect(frame);
     }
@@ -50,7 +50,7 @@ void asyncEqualsSync(CheckRun& run) {
                 run.note("time is short: " + std::to_string(i) + " of its formats compared");
                 break;
             }
-            const Frames frames = async.drawSome(i == 0 ? run.effort(4, 16) : 2, formats[i]);
+            const FrameKeys frames = async.drawSome(i == 0 ? run.effort(4, 16) : 2, formats[i]);
             announceAll(async, frames);
             collectAll(async, frames);
         }
@@ -62,8 +62,8 @@ void asyncEqualsSync(CheckRun& run) {
 void asyncOrders(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(run.effort(4, 16));
-        const std::pair<Frames, Frames> orders[] = {
+        const FrameKeys frames = async.drawSome(run.effort(4, 16));
+        const std::pair<FrameKeys, FrameKeys> orders[] = {
             {frames, reversed(frames)},
             {reversed(frames), frames},
             {shuffled(run, frames), frames},
@@ -82,7 +82,7 @@ void asyncOrders(CheckRun& run) {
 void asyncDuplicates(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(run.effort(2, 8));
+        const FrameKeys frames = async.drawSome(run.effort(2, 8));
         announceAll(async, frames);
         announceAll(async, frames);
         collectAll(async, frames);
@@ -100,7 +100,7 @@ void asyncDuplicates(CheckRun& run) {
 void asyncUnannounced(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(run.effort(3, 12));
+        const FrameKeys frames = async.drawSome(run.effort(3, 12));
         collectAll(async, frames);
         announceAll(async, {frames.front()});
         collectAll(async, reversed(frames));
@@ -132,7 +132,7 @@ void asyncDroppedFrames(CheckRun& run) {
     PlayedPlugin plugin(run);
     hostkit::Host& host = plugin.host();
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(run.effort(3, 12));
+        const FrameKeys frames = async.drawSome(run.effort(3, 12));
         async.flush();
         const int before = host.frames().created();
         announceAll(async, frames);
@@ -154,7 +154,7 @@ void asyncDroppedFrames(CheckRun& run) {
 void asyncCancel(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(2);
+        const FrameKeys frames = async.drawSome(2);
         announceAll(async, frames);
         for (const FrameKey& frame : frames) {
             const csSDK_int32 result = async.session().cancel(async.timeOf(frame), async.formatOf(frame)).result;
@@ -169,7 +169,7 @@ void asyncCancel(CheckRun& run) {
 void asyncUnknownSelectors(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(1);
+        const FrameKeys frames = async.drawSome(1);
         announceAll(async, frames);
         for (const csSDK_int32 selector :
              {-1, 7, 8, 99, std::numeric_limits<csSDK_int32>::max(), std::numeric_limits<csSDK_int32>::min()}) {
@@ -192,7 +192,7 @@ void asyncUnknownSelectors(CheckRun& run) {
 void asyncOutOfRange(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(2);
+        const FrameKeys frames = async.drawSome(2);
         const std::int64_t count = async.clip().frameCount();
         const PrTime duration = async.clip().timeOf(1);
         for (const PrTime time : {async.clip().timeOf(count + 1), async.clip().timeOf(2 * count + 1), -2 * duration}) {
@@ -212,7 +212,7 @@ void asyncOutOfRange(CheckRun& run) {
 void asyncCrowds(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(12);
+        const FrameKeys frames = async.drawSome(12);
         const auto crowd = static_cast<std::size_t>(async.atOnce(run.effort(100, 250)));
         for (const bool isCollected : {true, false}) {
             for (std::size_t i = 0; i < crowd; ++i) {

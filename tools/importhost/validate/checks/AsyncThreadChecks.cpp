@@ -14,7 +14,7 @@ namespace importhost::validate {
 
 namespace {
 
-using Frames = std::vector<FrameKey>;
+using FrameKeys = std::vector<FrameKey>;
 using hostkit::HostCall;
 
 // Time for a call that should wait, and does not, to show it; enough for a machine with more to do.
@@ -40,7 +40,7 @@ private:
 };
 
 // A thread's work: announces two frames drawn by lot and collects them in the other order, again and again.
-void announceAndCollect(const CheckRun& run, AsyncClip& async, const Frames& frames, std::uint64_t seed, int rounds) {
+void announceAndCollect(const CheckRun& run, AsyncClip& async, const FrameKeys& frames, std::uint64_t seed, int rounds) {
     std::mt19937_64 random(seed);
     for (int round = 0; round < rounds && (round == 0 || run.hasTime()); ++round) {
         const FrameKey& first = frames[random() % frames.size()];
@@ -57,7 +57,7 @@ void announceAndCollect(const CheckRun& run, AsyncClip& async, const Frames& fra
 struct BusyClip {
     std::unique_ptr<OpenClip> open;
     std::vector<std::unique_ptr<AsyncClip>> importers;
-    std::vector<Frames> frames;                     // of each importer
+    std::vector<FrameKeys> frames;                     // of each importer
 };
 
 // So many importers, and so many frames for each, that all their frames may wait at once.
@@ -270,7 +270,7 @@ private:
 };
 
 // Frame 0 announced, its decode held; false, and a failure, when the plug-in makes no frame buffer for it.
-bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const Frames& frames) {
+bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const FrameKeys& frames) {
     async.announce(frames.front());
     return run.expect(held.waitForArrival(), "an announced frame is not decoded before it is collected");
 }
@@ -280,7 +280,7 @@ bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const Frame
 void asyncAnnouncingDoesNotWait(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(6);
+        const FrameKeys frames = async.drawSome(6);
         HeldCall held(plugin.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
             for (const FrameKey& frame : frames) {
@@ -298,7 +298,7 @@ void asyncAnnouncingDoesNotWait(CheckRun& run) {
 void asyncFlushWaits(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const Frames frames = async.drawSome(2);
+        const FrameKeys frames = async.drawSome(2);
         HeldCall held(plugin.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
             CallAside flushing([&] { async.flush(); });
@@ -316,7 +316,7 @@ void asyncCloseWaits(CheckRun& run) {
     PlayedPlugin plugin(run);
     withAsyncClip(run, plugin, [&](AsyncClip& async) {
         const std::string clip = async.clip().clip().name;
-        const Frames frames = async.drawSome(3);
+        const FrameKeys frames = async.drawSome(3);
         for (const FrameKey& frame : frames) {
             async.announce(frame);
         }
@@ -342,7 +342,7 @@ void asyncOutlivesItsClip(CheckRun& run) {
     PlayedPlugin plugin(run);
     forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
         const std::string clip = async.clip().clip().name;
-        const Frames frames = async.drawSome(run.effort(3, 8));
+        const FrameKeys frames = async.drawSome(run.effort(3, 8));
         async.announce(frames.front());
         run.step(clip + ", the clip quieted");
         run.expectEqual("quieting", hostkit::resultText(async.clip().session().quiet()), hostkit::resultText(imNoErr));
@@ -372,7 +372,7 @@ void asyncUnloads(CheckRun& run) {
         {
             PlayedPlugin plugin(run);
             withAsyncClip(run, plugin, [&](AsyncClip& async) {
-                const Frames frames = async.drawSome(kFrames);
+                const FrameKeys frames = async.drawSome(kFrames);
                 for (const FrameKey& frame : frames) {
                     async.announce(frame);
                 }

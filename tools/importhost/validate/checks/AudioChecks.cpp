@@ -6,7 +6,7 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr Check kChecks[] = {
+constexpr Check kAudioChecks[] = {
     {"audio-delivered", 1,
      "The start, the middle and the end of every stream of sound are imported, and every sample of every channel is "
      "written. A user hears a loud crack where samples are left out, or nothing.",
@@ -70,6 +70,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> audioChecks() { return kChecks; }
+std::span<const Check> audioChecks() { return kAudioChecks; }
 
 }  // namespace importhost::validate

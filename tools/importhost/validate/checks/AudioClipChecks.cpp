@@ -12,13 +12,13 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr std::size_t kFrames = 400;
+constexpr std::size_t kWindowFrames = 400;
 
 std::vector<Window> firstWindows(const std::vector<SoundStream>& streams) {
     std::vector<Window> windows;
     for (const SoundStream& stream : streams) {
         stream.select();
-        windows.push_back(windowsOf(stream, kFrames).back());
+        windows.push_back(windowsOf(stream, kWindowFrames).back());
     }
     return windows;
 }

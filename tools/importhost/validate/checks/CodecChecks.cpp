@@ -9,7 +9,7 @@ namespace {
 // A playthrough of a clip with big pictures takes seconds, and the time is looked at between them only.
 constexpr std::chrono::seconds kLongTimeLimit{180};
 
-constexpr Check kChecks[] = {
+constexpr Check kCodecChecks[] = {
     {"codec-given-back", 1,
      "After a clip was opened, described, asked for frames at once and ahead of time, and closed, every codec instance "
      "is closed and every initialisation of the codec library is paired with a close; no two calls on one instance "
@@ -53,6 +53,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> codecChecks() { return kChecks; }
+std::span<const Check> codecChecks() { return kCodecChecks; }
 
 }  // namespace importhost::validate

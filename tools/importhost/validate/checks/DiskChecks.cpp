@@ -6,7 +6,7 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr Check kChecks[] = {
+constexpr Check kDiskChecks[] = {
     {"disk-gone-for-good", 2,
      "From some moment on the disk delivers nothing, as when a network drive goes away: frames are answered with "
      "imFileReadFailed (33), asynchronous ones with aiUnknownError (2), sound with imNoErr (0) and silence, the "
@@ -54,6 +54,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> diskChecks() { return kChecks; }
+std::span<const Check> diskChecks() { return kDiskChecks; }
 
 }  // namespace importhost::validate

@@ -15,7 +15,7 @@ void throwingHost(CheckRun& run) {
     playInTrouble(run, {.trouble = Trouble::Throws, .moreOfEachCall = run.effort(0, 5)});
 }
 
-constexpr Check kChecks[] = {
+constexpr Check kExceptionChecks[] = {
     {"undescribed-clips", 2,
      "A clip that is open but was not described yet has no pictures and no sound: whatever is asked about them is "
      "answered with 99 and an error event (\"m_videoInfo is NULL\", \"m_audioInfo is NULL\"), and the clip works once "
@@ -49,6 +49,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> exceptionChecks() { return kChecks; }
+std::span<const Check> exceptionChecks() { return kExceptionChecks; }
 
 }  // namespace importhost::validate

@@ -6,7 +6,7 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr Check kChecks[] = {
+constexpr Check kFrameChecks[] = {
     {"frame-first-and-last", 1,
      "The first and the last frame of every clip, and frames between, are delivered in the format and the size that "
      "was asked for. A frame that is not delivered is black in the editor, or it stops playing there. For a frame of a "
@@ -78,6 +78,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> frameChecks() { return kChecks; }
+std::span<const Check> frameChecks() { return kFrameChecks; }
 
 }  // namespace importhost::validate

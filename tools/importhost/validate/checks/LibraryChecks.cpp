@@ -6,7 +6,7 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr Check kChecks[] = {
+constexpr Check kLibraryChecks[] = {
     {"library-exports", 1,
      "The library exports one function, xImportEntry, and nothing else. The editor looks for that name; others would "
      "be taken for its own by libraries that are loaded later.",
@@ -55,6 +55,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> libraryChecks() { return kChecks; }
+std::span<const Check> libraryChecks() { return kLibraryChecks; }
 
 }  // namespace importhost::validate

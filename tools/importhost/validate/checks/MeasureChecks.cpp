@@ -126,7 +126,7 @@ void doesNotGrow(CheckRun& run) {
     }
 }
 
-constexpr Check kChecks[] = {
+constexpr Check kMeasureChecks[] = {
     {"opens-quickly", 1,
      "A warning for each file that takes more than a second to be opened and described. An editor opens all clips of a "
      "project one after another while its user waits.",
@@ -144,6 +144,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> measureChecks() { return kChecks; }
+std::span<const Check> measureChecks() { return kMeasureChecks; }
 
 }  // namespace importhost::validate

@@ -6,7 +6,7 @@ namespace importhost::validate {
 
 namespace {
 
-constexpr Check kChecks[] = {
+constexpr Check kProtocolChecks[] = {
     // --- Before any file ---
     {"formats-end", 1,
      "The list of import formats has at least one entry and ends with imBadFormatIndex, which numbers far outside the "
@@ -154,6 +154,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> protocolChecks() { return kChecks; }
+std::span<const Check> protocolChecks() { return kProtocolChecks; }
 
 }  // namespace importhost::validate

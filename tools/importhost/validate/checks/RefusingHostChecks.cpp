@@ -46,7 +46,7 @@ void suitesRunOut(CheckRun& run) {
                         .moreOfEachCall = run.effort(0, 40)});
 }
 
-constexpr Check kChecks[] = {
+constexpr Check kRefusingHostChecks[] = {
     {"refused-suites", 2,
      "Each of the suites that importers use is refused at every call of an editor's work with a clip, in every version "
      "or just in the one that this importer uses: it takes no other instead. Calls that can do without it (all of "
@@ -82,6 +82,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> refusingHostChecks() { return kChecks; }
+std::span<const Check> refusingHostChecks() { return kRefusingHostChecks; }
 
 }  // namespace importhost::validate

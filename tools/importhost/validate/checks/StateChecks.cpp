@@ -107,7 +107,7 @@ void randomCallsWithRefusals(CheckRun& run) {
     run.expectEqual("what the codec holds after all clips were closed", refusals.heldByCodec(), before);
 }
 
-constexpr Check kChecks[] = {
+constexpr Check kStateChecks[] = {
     {"random-calls", 2,
      "Several clips at once, damaged ones among them, are opened, described, played, played ahead, quieted and closed "
      "in random order; now and then all are closed and the plug-in is shut down and started anew. Every answer must "
@@ -123,6 +123,6 @@ constexpr Check kChecks[] = {
 
 }  // namespace
 
-std::span<const Check> stateChecks() { return kChecks; }
+std::span<const Check> stateChecks() { return kStateChecks; }
 
 }  // namespace importhost::validate
