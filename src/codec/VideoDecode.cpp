@@ -50,9 +50,9 @@ void VideoInfo::endSession(FrameRequest& request) {
 }
 
 csSDK_int32 VideoInfo::beginSession(const FormatInfo& info) {
-    Log("Starting decompression: %s [%s]%s -> %s [%s] (pr: %s [%s])%s%s", codecTypeName(m_streamFormat.type).c_str(),
-        codecColorSpaceName(m_streamFormat.colorSpace).c_str(),
-        m_streamFormat.range == kQuorvaneFullRange ? " [FULL]" : " [LIMITED]", codecTypeName(info.quoType).c_str(),
+    Log("Starting decompression: %s [%s]%s -> %s [%s] (pr: %s [%s])%s%s", codecTypeName(m_format.type).c_str(),
+        codecColorSpaceName(m_format.colorSpace).c_str(),
+        m_format.range == kQuorvaneFullRange ? " [FULL]" : " [LIMITED]", codecTypeName(info.quoType).c_str(),
         codecColorSpaceName(info.colorSpace).c_str(), PixelFormatName(info.pixelFormat),
         FourCCToString(info.pixelFormat, false).c_str(), info.isTopLeft() ? "" : " [flipped]",
         info.isAdobe16u() ? " [0-32768]" : "");

@@ -52,19 +52,21 @@ std::uint64_t bytesThatExist(fileio::File& file, const AviChunk& chunk) {
     return chunk.offset < fileSize ? std::min<std::uint64_t>(chunk.size, fileSize - chunk.offset) : 0;
 }
 
-// Whether a picture of so many pixels can be the reason for a compressed frame of so many bytes.
-bool fitsPicture(std::uint32_t bytes, std::uint64_t pixels) {
+// Whether a picture of that size can be the reason for a compressed frame of so many bytes.
+bool fitsPicture(std::uint32_t bytes, VideoInfo::FrameSize size) {
+    const std::uint64_t pixels =
+        std::uint64_t{static_cast<std::uint32_t>(size.width)} * static_cast<std::uint32_t>(size.height);
     return bytes <= kTrustedFrameBytes || (bytes - kTrustedFrameBytes - 1) / kMostBytesPerPixel < pixels;
 }
 
-void readChunk(fileio::File& file, const AviChunk& chunk, const QuorvaneFormat& picture, ByteBuffer& buffer) {
+void readChunk(fileio::File& file, const AviChunk& chunk, VideoInfo::FrameSize picture, ByteBuffer& buffer) {
     fileio::seekOrThrow(file, static_cast<std::int64_t>(chunk.offset));
     if (chunk.size > kTrustedFrameBytes) {
         const std::uint64_t existing = bytesThatExist(file, chunk);
         if (existing < chunk.size) {
             fileio::throwReadError(chunk.size, existing);
         }
-        if (!fitsPicture(chunk.size, std::uint64_t{picture.width} * picture.height)) {
+        if (!fitsPicture(chunk.size, picture)) {
             throw std::runtime_error("Frame too large: size: " + std::to_string(chunk.size));
         }
     }
@@ -162,7 +164,7 @@ csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
     }
     const AviChunk chunk = m_stream->chunk(frame);
     try {
-        readChunk(m_file, chunk, m_streamFormat, request.frameBuffer);
+        readChunk(m_file, chunk, frameSize(), request.frameBuffer);
     } catch (const std::runtime_error& error) {
         Log("Failed to read frame from AVI: %s", error.what());
         return imFileReadFailed;

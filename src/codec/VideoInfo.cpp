@@ -51,12 +51,11 @@ csSDK_int32 VideoInfo::open(const AviStream& stream) {
 
 csSDK_int32 VideoInfo::queryStream() {
     try {
-        m_streamFormat = m_codec.decompressQuery(m_formatData, nullptr);
+        setFormat(m_codec.decompressQuery(m_formatData, nullptr));
     } catch (const QuorvaneError& error) {
         Log("Decompress query failed: %s", error.what());
         return imBadFile;
     }
-    setFormat(m_streamFormat);
     Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
         static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
         codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),

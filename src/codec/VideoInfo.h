@@ -82,8 +82,7 @@ private:
     PrTime m_ticksPerSecond = 0;
     CodecInstance m_codec;
     std::vector<std::uint8_t> m_formatData;   // the stream's compressed format, as the codec wants it
-    QuorvaneFormat m_streamFormat;            // as the codec describes the stream
-    QuorvaneFormat m_format;                  // the same until a session begins, then what the session delivers
+    QuorvaneFormat m_format;                  // the stream's until a session begins, then what the session delivers
     std::atomic<std::uint64_t> m_frameSize{0};   // of m_format, width above height: LocateFrame reads it at any time
     QuorvaneFormat m_sessionRequest;
     bool m_sessionActive = false;
