@@ -21,8 +21,12 @@ csSDK_int32 VideoInfo::DecodeFrame(FrameRequest& request) {
         }
     }
 
-    if (!hasSize(wanted, frameSize())) {
-        return imOtherErr;   // the codec would write past the frame buffer
+    const auto width = static_cast<std::uint32_t>(wanted.inFrameWidth);
+    const auto height = static_cast<std::uint32_t>(wanted.inFrameHeight);
+    if (m_format.width > width || m_format.height > height) {   // the codec would write past the frame buffer
+        Log("ERROR: the codec delivers %u x %u, more than the frame of %u x %u", m_format.width, m_format.height,
+            width, height);
+        return imOtherErr;
     }
 
     std::array<QuorvanePlane, 4> planes;

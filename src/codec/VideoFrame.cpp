@@ -129,16 +129,12 @@ csSDK_int32 VideoInfo::LocateFrame(FrameRequest& request) const {
     if (format.inFrameHeight == 0) {
         format.inFrameHeight = video.height;
     }
-    return hasSize(format, video) ? imNoErr : imOtherErr;
-}
-
-bool VideoInfo::hasSize(const imFrameFormat& format, FrameSize video) {
-    if (format.inFrameWidth == video.width && format.inFrameHeight == video.height) {
-        return true;
+    if (format.inFrameWidth != video.width || format.inFrameHeight != video.height) {
+        Log("ERROR: frame size mismatch (%d, %d) != (%d, %d)", format.inFrameWidth, format.inFrameHeight, video.width,
+            video.height);
+        return imOtherErr;
     }
-    Log("ERROR: frame size mismatch (%d, %d) != (%d, %d)", format.inFrameWidth, format.inFrameHeight, video.width,
-        video.height);
-    return false;
+    return imNoErr;
 }
 
 // The frame itself, else the nearest earlier one with data, else the nearest later one, else the frame count. Found by

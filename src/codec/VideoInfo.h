@@ -75,7 +75,6 @@ private:
     void setFormat(const QuorvaneFormat& format);
     PrTime findTicksPerFrame() const;   // 0 where 64 bits cannot tell
     std::uint64_t findFrameWithData(std::uint64_t frame) const;
-    static bool hasSize(const imFrameFormat& format, FrameSize video);
 
     fileio::File& m_file;
     LazyImporterSuites& m_suites;

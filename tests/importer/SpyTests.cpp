@@ -252,11 +252,27 @@ TEST_F(Spy, HasItsOwnSizeReportedWhateverTheFileSays) {
     EXPECT_EQ(info->vidInfo.imageHeight, 360);
 }
 
-TEST_F(Spy, GetsNoFrameBufferForASessionOfAnotherSize) {
+TEST_F(Spy, GetsNoFrameBufferForASessionThatIsLargerThanTheFrame) {
     // It would write 64 rows into a buffer of four.
-    deliver({8, 64, 254, 1, 2, 1, 2, 2, 0});
+    for (const QuorvaneFormat& larger : {QuorvaneFormat{8, 64, 254, 1, 2, 1, 2, 2, 0}, {9, 4, 254, 1, 2, 1, 2, 2, 0}}) {
+        deliver(larger);
+        auto opened = clip();
+        const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(*opened, PrPixelFormat_BGRA_4444_8u).result, 5); });
+        EXPECT_EQ(lines.back(), "ERROR: the codec delivers " + std::to_string(larger.width) + " x " +
+                                    std::to_string(larger.height) + ", more than the frame of 8 x 4");
+        EXPECT_EQ(host().frames().created(), 0);
+    }
+}
+
+TEST_F(Spy, FillsASmallerSessionsRowsOfTheWholeFrame) {
+    deliver({6, 3, 254, 1, 2, 1, 2, 2, 0});
     auto opened = clip();
-    const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(*opened, PrPixelFormat_BGRA_4444_8u).result, 5); });
-    EXPECT_EQ(lines.back(), "ERROR: frame size mismatch (8, 4) != (8, 64)");
-    EXPECT_EQ(host().frames().created(), 0);
+    const auto answer = frame(*opened, PrPixelFormat_BGRA_4444_8u);
+    ASSERT_EQ(answer.result, 0);
+    EXPECT_EQ(answer.frame.view()->height(), 4);
+    EXPECT_NE(calls().at(1).find(" {address 128 384} "), std::string::npos) << "three of its four rows";
+    const Lines lines = handlerLogOf([&] {
+        EXPECT_EQ(opened->frame(0, {frameFormat(PrPixelFormat_BGRA_4444_8u, 8, 4)}).result, 5);
+    });
+    EXPECT_EQ(lines.back(), "ERROR: frame size mismatch (8, 4) != (6, 3)") << "from now on the video has that size";
 }
