@@ -2,12 +2,12 @@
 #include "codec/VideoInfo.h"
 
 #include "codec/DecodeFormats.h"
-#include "codec/QuorvaneError.h"
 #include "host/Vocabulary.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
 
 #include <array>
+#include <exception>
 
 csSDK_int32 VideoInfo::DecodeFrame(FrameRequest& request) {
     const imFrameFormat& wanted = request.frameFormats.front();
@@ -35,7 +35,7 @@ csSDK_int32 VideoInfo::DecodeFrame(FrameRequest& request) {
     }
     try {
         m_codec.decompress(request.frameBuffer.data(), request.compressedSize, planes);
-    } catch (const QuorvaneError& error) {
+    } catch (const std::exception& error) {
         Log("Decompress failed: %s", error.what());
         return imBadCompression;
     }
@@ -46,7 +46,7 @@ void VideoInfo::endSession(FrameRequest& request) {
     Log("Pixel format changed, ending decompression");
     try {
         m_codec.decompressEnd();
-    } catch (const QuorvaneError& error) {
+    } catch (const std::exception& error) {
         Log("Internal error: decompressEnd() failed: %s", error.what());
     }
     m_sessionActive = false;
@@ -63,7 +63,7 @@ csSDK_int32 VideoInfo::beginSession(const FormatInfo& info) {
     m_sessionRequest = decodeRequest(info);
     try {
         setFormat(m_codec.decompressBegin(m_formatData, m_sessionRequest));
-    } catch (const QuorvaneError& error) {
+    } catch (const std::exception& error) {
         Log("Decompress begin failed: %s", error.what());
         return imBadCompression;
     }

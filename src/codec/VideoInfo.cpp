@@ -1,7 +1,6 @@
 #include "codec/VideoInfo.h"
 
 #include "codec/DecodeFormats.h"
-#include "codec/QuorvaneError.h"
 #include "host/Vocabulary.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
@@ -9,6 +8,7 @@
 #include "text/Utf.h"
 
 #include <algorithm>
+#include <exception>
 #include <stdexcept>
 
 namespace {
@@ -36,9 +36,15 @@ csSDK_int32 VideoInfo::open(const AviStream& stream) {
         return imBadFile;
     }
 
-    csSDK_int32 result = queryStream();
+    QuorvaneFormat format;
+    csSDK_int32 result = queryStream(m_codec, format);
     if (result == imNoErr) {
-        result = findSubType();
+        setFormat(format);
+        Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(format.width),
+            static_cast<int>(format.height), codecTypeName(format.type).c_str(), static_cast<int>(format.type),
+            codecColorSpaceName(format.colorSpace).c_str(), static_cast<int>(format.colorSpace),
+            static_cast<int>(format.range));
+        result = findSubType(format.type, m_subType);
     }
     if (result == imNoErr) {
         result = findFormats();
@@ -49,38 +55,38 @@ csSDK_int32 VideoInfo::open(const AviStream& stream) {
     return result;
 }
 
-csSDK_int32 VideoInfo::queryStream() {
+csSDK_int32 VideoInfo::queryStream(CodecInstance& codec, QuorvaneFormat& format) const {
     try {
-        setFormat(m_codec.decompressQuery(m_formatData, nullptr));
-    } catch (const QuorvaneError& error) {
+        format = codec.decompressQuery(m_formatData);
+        return imNoErr;
+    } catch (const std::exception& error) {
         Log("Decompress query failed: %s", error.what());
         return imBadFile;
     }
-    Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
-        static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
-        codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),
-        static_cast<int>(m_format.range));
-    return imNoErr;
 }
 
-csSDK_int32 VideoInfo::findSubType() {
+csSDK_int32 VideoInfo::findSubType(std::uint32_t type, SubTypeInfo& found) {
     try {
-        m_subType = GetSubTypeInfo_by_quoTypeComp(m_format.type);
+        found = GetSubTypeInfo_by_quoTypeComp(type);
         return imNoErr;
     } catch (const std::runtime_error&) {
-        Log("Unknown compressed type: %s (%s)", codecTypeName(m_format.type).c_str(),
-            std::to_string(m_format.type).c_str());
+        Log("Unknown compressed type: %s (%s)", codecTypeName(type).c_str(), std::to_string(type).c_str());
         return imOtherErr;
     }
 }
 
 csSDK_int32 VideoInfo::findFormats() {
-    try {
-        m_decodeFormats = findDecodeFormats(m_formatData);
-    } catch (const QuorvaneError& error) {
-        Log("Decompress query failed: %s", error.what());
-        return imBadFile;
+    CodecInstance codec;   // the stream's own instance stays free of probes
+    const std::vector<FormatInfo> candidates = findDecodeFormats(codec, m_formatData);
+    QuorvaneFormat format;
+    if (const csSDK_int32 result = queryStream(codec, format); result != imNoErr) {
+        return result;
     }
+    SubTypeInfo subType;
+    if (const csSDK_int32 result = findSubType(format.type, subType); result != imNoErr) {
+        return result;
+    }
+    m_decodeFormats = preferredFormats(subType, candidates);
     Log("Decode formats:");
     for (const FormatInfo& info : m_decodeFormats) {
         Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());

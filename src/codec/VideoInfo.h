@@ -65,8 +65,8 @@ public:
     csSDK_int32 DecodeFrame(FrameRequest& request);
 
 private:
-    csSDK_int32 queryStream();
-    csSDK_int32 findSubType();
+    csSDK_int32 queryStream(CodecInstance& codec, QuorvaneFormat& format) const;
+    static csSDK_int32 findSubType(std::uint32_t type, SubTypeInfo& found);
     csSDK_int32 findFormats();
     void readFrameRate();
     csSDK_int32 beginSession(const FormatInfo& info);

@@ -55,7 +55,7 @@ protected:
 
 TEST_F(CodecBinding, DescribesAStreamWithoutARequest) {
     CodecInstance codec;
-    const QuorvaneFormat format = codec.decompressQuery(m_stream, nullptr);
+    const QuorvaneFormat format = codec.decompressQuery(m_stream);
     EXPECT_EQ(format.type, 104u);
     EXPECT_EQ(format.width, 8u);
     EXPECT_EQ(format.height, 4u);
@@ -71,14 +71,29 @@ TEST_F(CodecBinding, PreparesARequestWithTheTwoFixedWords) {
                   format.word8, 0u);
 }
 
-TEST_F(CodecBinding, NamesTheRequestOfAFailingQuery) {
+TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
     CodecInstance codec;
     QuorvaneFormat request = preparedFormat();
     request.type = 3;
     request.range = 2;
-    EXPECT_EQ(errorOf([&] { codec.decompressQuery(m_stream, &request); }),
+    EXPECT_FALSE(codec.canDecompress(m_stream, request));
+    StandinCounters counters;
+    standin_counters(&counters);
+    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "nobody wants to know why";
+    request.type = 2;
+    request.colorSpace = 2;
+    request.flags = 1;
+    EXPECT_TRUE(codec.canDecompress(m_stream, request));
+}
+
+TEST_F(CodecBinding, NamesTheRequestOfAFailingBegin) {
+    CodecInstance codec;
+    QuorvaneFormat request = preparedFormat();
+    request.type = 3;
+    request.range = 2;
+    EXPECT_EQ(errorOf([&] { codec.decompressBegin(m_stream, request); }),
               "2147500548 Quorvane error (-2147466748): the requested type cannot be decoded into: "
-              "decompressQuery({28 bytes}, {0,0,254,1,3,0,0,2,0})");
+              "decompressBegin({28 bytes}, {0,0,254,1,3,0,0,2,0})");
 }
 
 TEST_F(CodecBinding, NamesNothingOfAFailingEnd) {

@@ -36,6 +36,9 @@ protected:
 
     static void forgetCalls() { function<decltype(spy_forget_calls)>("spy_forget_calls")(); }
     static void describe(const QuorvaneFormat& stream) { function<decltype(spy_describe)>("spy_describe")(&stream); }
+    static void describeLater(const QuorvaneFormat& stream) {
+        function<decltype(spy_describe_later)>("spy_describe_later")(&stream);
+    }
     static void deliver(const QuorvaneFormat& format) { function<decltype(spy_deliver)>("spy_deliver")(&format); }
     static void acceptOnly(std::uint32_t type) { function<decltype(spy_accept_only)>("spy_accept_only")(type); }
 
@@ -219,6 +222,16 @@ TEST_F(Spy, IsAskedForNoFormatsOfATypeThatTheImporterDoesNotKnow) {
     const Lines seen = calls();
     ASSERT_EQ(seen.size(), 5u);
     EXPECT_EQ(Lines(seen.begin() + 3, seen.end()), (Lines{"close " + handleOf(seen[2]), "library_close"}));
+}
+
+TEST_F(Spy, IsBelievedWhenItsSecondInstanceNamesAnUnknownType) {
+    describeLater({8, 4, 254, 1, 117, 0, 1, 1, 0});
+    ClipSession opened(session(), write("clip.avi", file()));
+    opened.open();
+    const Lines lines = handlerLogOf([&] { EXPECT_EQ(opened.info(0).result, 5); });
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[lines.size() - 2], "Unknown compressed type: name 1:117 (117)");
+    EXPECT_EQ(lines.back(), "VideoInfo::~VideoInfo()");
 }
 
 TEST_F(Spy, HasOnlyWhatItAcceptsOfferedInTableOrder) {
