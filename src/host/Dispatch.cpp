@@ -15,21 +15,27 @@ csSDK_uint32 integerOf(void* parameter) {
     return static_cast<csSDK_uint32>(reinterpret_cast<std::uintptr_t>(parameter));
 }
 
-// Calls a handler of the file that the host names. A host that names none gets an error and nothing is touched.
+// A host that names no importer gets an error, and nothing is touched.
+csSDK_int32 withoutImporter(csSDK_int32 result) {
+    Log("ERROR: the host gave no importer");
+    return result;
+}
+
 template <class Handler, class... Arguments>
 csSDK_int32 callImporter(void* privateData, Handler handler, Arguments... arguments) {
     if (privateData == nullptr) {
-        return imOtherErr;
+        return withoutImporter(imOtherErr);
     }
     return (static_cast<QuorvaneImporter*>(privateData)->*handler)(arguments...);
 }
 
 csSDK_int32 quietFile(imFileRef* fileRef, void* privateData) {
-    return privateData != nullptr ? static_cast<QuorvaneImporter*>(privateData)->OnQuietFile(fileRef) : imNoErr;
+    return privateData != nullptr ? static_cast<QuorvaneImporter*>(privateData)->OnQuietFile(fileRef) : withoutImporter(imNoErr);
 }
 
 csSDK_int32 closeFile(imFileRef* fileRef, void* privateData) {
-    return privateData != nullptr ? OnCloseFile(fileRef, static_cast<QuorvaneImporter*>(privateData)) : imNoErr;
+    return privateData != nullptr ? OnCloseFile(fileRef, static_cast<QuorvaneImporter*>(privateData))
+                                  : withoutImporter(imNoErr);
 }
 
 csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
@@ -74,8 +80,10 @@ csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1
         auto* record = static_cast<imImportAudioRec7*>(param2);
         return callImporter(record->privateData, &QuorvaneImporter::OnImportAudio7, record);
     }
-    case imCreateAsyncImporter:
-        return OnCreateAsyncImporter(stdParms, static_cast<imAsyncImporterCreationRec*>(param1));
+    case imCreateAsyncImporter: {
+        auto* record = static_cast<imAsyncImporterCreationRec*>(param1);
+        return record->inPrivateData != nullptr ? OnCreateAsyncImporter(stdParms, record) : withoutImporter(imOtherErr);
+    }
     default: return imUnsupported;
     }
 }

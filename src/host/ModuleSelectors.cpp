@@ -56,9 +56,6 @@ csSDK_int32 OnCloseFile(imFileRef* fileRef, QuorvaneImporter* importer) {
 }
 
 csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, imAsyncImporterCreationRec* record) {
-    if (record->inPrivateData == nullptr) {
-        return imOtherErr;
-    }
     auto asyncImporter = std::make_unique<QuorvaneAsyncImporter>(stdParms);
     const auto& source = *static_cast<const QuorvaneImporter*>(record->inPrivateData);
     const csSDK_int32 result =
