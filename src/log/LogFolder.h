@@ -12,8 +12,9 @@ public:
     // Whether the system named a profile folder.
     bool found() const { return !m_path.empty(); }
 
-    // Opens "<folder>/<baseName>_<counter>.log", the counter at least two digits; null when it does not open.
-    std::FILE* open(const char* baseName, int counter, const char* mode) const;
+    // Creates "<folder>/<baseName>_<counter>.log", the counter at least two digits, for text to be written into; null
+    // when there is a file of that name, or none can be created.
+    std::FILE* openNew(const char* baseName, int counter) const;
 
 private:
     std::filesystem::path m_path;

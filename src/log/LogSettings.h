@@ -10,7 +10,6 @@ struct LogSettings {
     std::atomic<bool> enabled{false};
     std::atomic<LogWriter*> logger{nullptr};   // owned; null until the first line
     const char* name = "quorvane_pr";          // the prefix of file names
-    std::atomic<bool> unloading{false};        // the module is going: nothing may wait any more
     bool console = false;                      // mirror lines to a console window
 };
 
