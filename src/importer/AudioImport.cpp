@@ -115,9 +115,6 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
 csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange& range) {
     const std::uint32_t channels = m_format.nChannels;
     const std::uint32_t size = record.size;
-    if (m_sampleType == kPrAudioSampleType_Other) {
-        return imDecompressionError;
-    }
     if (size > 0 && !hasBuffers(record, channels)) {
         Log("importAudio: the host has no buffer for each channel");
         return imOtherErr;
@@ -150,10 +147,11 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
     case kPrAudioSampleType_24BitInt:
         suite->UninterleaveAndConvertFrom24BitInteger(bytes, record.buffer, channels, frames);
         break;
-    default:
+    case kPrAudioSampleType_32BitInt:
         suite->UninterleaveAndConvertFrom32BitInteger(reinterpret_cast<const csSDK_int32*>(bytes), record.buffer,
                                                       channels, frames);
         break;
+    default: return imDecompressionError;
     }
     return imNoErr;
 }
