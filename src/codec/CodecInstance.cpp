@@ -82,19 +82,21 @@ CodecInstance::~CodecInstance() {
 
 QuorvaneFormat CodecInstance::decompressQuery(const std::vector<std::uint8_t>& compressedFormat) {
     QuorvaneFormat output = preparedFormat();
-    check(quorvane_decompress_query(m_handle, compressedFormat.data(),
-                                    static_cast<std::uint32_t>(compressedFormat.size()), nullptr, &output),
-          [&] {
-              return describeCall("decompressQuery", {describeBytes(compressedFormat.data(), compressedFormat.size()),
-                                                      "null"});
-          });
+    check(query(compressedFormat, nullptr, output), [&] {
+        return describeCall("decompressQuery", {describeBytes(compressedFormat.data(), compressedFormat.size()), "null"});
+    });
     return output;
 }
 
 bool CodecInstance::canDecompress(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request) {
     QuorvaneFormat output = preparedFormat();
+    return query(compressedFormat, &request, output) == 0;
+}
+
+std::uint32_t CodecInstance::query(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request,
+                                   QuorvaneFormat& output) {
     return quorvane_decompress_query(m_handle, compressedFormat.data(),
-                                     static_cast<std::uint32_t>(compressedFormat.size()), &request, &output) == 0;
+                                     static_cast<std::uint32_t>(compressedFormat.size()), request, &output);
 }
 
 QuorvaneFormat CodecInstance::decompressBegin(const std::vector<std::uint8_t>& compressedFormat,

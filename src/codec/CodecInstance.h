@@ -48,5 +48,8 @@ public:
     QuorvaneFormat compressQuery(const QuorvaneFormat& input, std::uint64_t& further);
 
 private:
+    std::uint32_t query(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request,
+                        QuorvaneFormat& output);
+
     std::uint32_t m_handle = 0;
 };

@@ -1,7 +1,15 @@
 #include "codec/DecodeFormats.h"
 
+#include "host/Vocabulary.h"
+#include "log/Log.h"
+#include "text/FourCC.h"
+
 #include <algorithm>
+#include <exception>
+#include <functional>
 #include <iterator>
+#include <stdexcept>
+#include <string>
 
 QuorvaneFormat decodeRequest(const FormatInfo& info) {
     QuorvaneFormat request = preparedFormat();
@@ -12,18 +20,56 @@ QuorvaneFormat decodeRequest(const FormatInfo& info) {
     return request;
 }
 
-std::vector<FormatInfo> findDecodeFormats(CodecInstance& codec, const std::vector<std::uint8_t>& compressedFormat) {
-    std::vector<FormatInfo> found;
-    std::ranges::copy_if(FormatInfos(), std::back_inserter(found), [&](const FormatInfo& info) {
-        return codec.canDecompress(compressedFormat, decodeRequest(info));
-    });
-    return found;
+csSDK_int32 queryStream(CodecInstance& codec, const std::vector<std::uint8_t>& compressedFormat,
+                        QuorvaneFormat& format) {
+    try {
+        format = codec.decompressQuery(compressedFormat);
+        return imNoErr;
+    } catch (const std::exception& error) {
+        Log("Decompress query failed: %s", error.what());
+        return imBadFile;
+    }
 }
 
-std::vector<FormatInfo> preferredFormats(const SubTypeInfo& subType, const std::vector<FormatInfo>& formats) {
-    std::vector<FormatInfo> preferred;
-    std::ranges::copy_if(formats, std::back_inserter(preferred), [&](const FormatInfo& info) {
-        return std::ranges::find(subType.preferredFormats, info.pixelFormat) != subType.preferredFormats.end();
+csSDK_int32 findSubType(std::uint32_t type, SubTypeInfo& subType) {
+    try {
+        subType = GetSubTypeInfo_by_quoTypeComp(type);
+        return imNoErr;
+    } catch (const std::runtime_error&) {
+        Log("Unknown compressed type: %s (%s)", codecTypeName(type).c_str(), std::to_string(type).c_str());
+        return imOtherErr;
+    }
+}
+
+csSDK_int32 findDecodeFormats(const std::vector<std::uint8_t>& compressedFormat, std::vector<FormatInfo>& formats) {
+    CodecInstance codec;   // the stream's own instance stays free of probes
+    formats.clear();
+    std::ranges::copy_if(FormatInfos(), std::back_inserter(formats), [&](const FormatInfo& info) {
+        return codec.canDecompress(compressedFormat, decodeRequest(info));
     });
-    return preferred.empty() ? formats : preferred;
+
+    QuorvaneFormat stream;
+    if (const csSDK_int32 result = queryStream(codec, compressedFormat, stream); result != imNoErr) {
+        return result;
+    }
+    SubTypeInfo subType;
+    if (const csSDK_int32 result = findSubType(stream.type, subType); result != imNoErr) {
+        return result;
+    }
+    const auto isPreferred = [&](const FormatInfo& info) {
+        return std::ranges::find(subType.preferredFormats, info.pixelFormat) != subType.preferredFormats.end();
+    };
+    if (std::ranges::any_of(formats, isPreferred)) {
+        std::erase_if(formats, std::not_fn(isPreferred));
+    }
+
+    Log("Decode formats:");
+    for (const FormatInfo& info : formats) {
+        Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());
+    }
+    if (formats.empty()) {
+        Log("No formats to decode into: decodeFormats is empty");
+        return imBadFile;
+    }
+    return imNoErr;
 }

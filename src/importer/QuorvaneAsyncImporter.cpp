@@ -71,7 +71,7 @@ csSDK_int32 QuorvaneAsyncImporter::OnGetFrame(const imSourceVideoRec& record) {
     } else if (decoded == imNoErr) {
         *record.outFrame = request->frame.takePPix();
         Log("Decoded %d: %s", static_cast<int>(frameIndex),
-            PixelFormatName(request->frame.frameFormats.at(0).inPixelFormat));
+            PixelFormatName(request->frame.frameFormats().at(0).inPixelFormat));
         result = aiNoError;
     }
     Log("    %s: [%s] (%d), [%s] (%d)", "OnGetFrame", AsyncErrorName(result), result, ErrorName(decoded), decoded);

@@ -1,6 +1,6 @@
 // The codec binding by itself: the calls that no selector makes, and the errors that no log shows whole.
 #include "codec/CodecInstance.h"
-#include "codec/EncoderProbe.h"
+#include "codec/PixelFormatDump.h"
 #include "codec/PixelFormatTables.h"
 #include "codec/QuorvaneError.h"
 #include "hostkit/Host.h"
