@@ -151,6 +151,15 @@ TEST_F(CodecBinding, ProbesWhatTheEncoderWouldMake) {
     EXPECT_EQ(ProbeEncoder(input).type, 102u);
 }
 
+TEST_F(CodecBinding, HasTheEncodersFurtherValueWrittenWhereItIsReadAgain) {
+    CodecInstance codec;
+    QuorvaneFormat input = preparedFormat();
+    input.type = 2;
+    std::uint64_t further = 7;
+    codec.compressQuery(input, further);
+    EXPECT_EQ(further, 0u);
+}
+
 TEST_F(CodecBinding, ErrorKeepsMessageAndCodeWhenCopied) {
     const QuorvaneError error("call(1, 2)", 0x80004005);
     const QuorvaneError copy(error);
