@@ -12,9 +12,9 @@ public:
     // Whether the system named a profile folder.
     bool found() const { return !m_path.empty(); }
 
-    // Creates "<folder>/<baseName>_<counter>.log", the counter at least two digits, for text to be written into; null
-    // when there is a file of that name, or none can be created.
-    std::FILE* openNew(const char* baseName, int counter) const;
+    // Opens "<folder>/<baseName>_<counter>.log", the counter at least two digits, to be read, or to be emptied or created
+    // and written; null when it does not open.
+    std::FILE* open(const char* baseName, int counter, bool toWrite) const;
 
 private:
     std::filesystem::path m_path;

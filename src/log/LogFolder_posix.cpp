@@ -24,13 +24,8 @@ LogFolder::LogFolder() {
     m_path = path;
 }
 
-std::FILE* LogFolder::openNew(const char* baseName, int counter) const {
+std::FILE* LogFolder::open(const char* baseName, int counter, bool toWrite) const {
     char number[16];
     std::snprintf(number, sizeof number, "_%02d.log", counter);
-    const std::filesystem::path path = m_path / (std::string(baseName) + number);
-    if (std::FILE* taken = std::fopen(path.c_str(), "r")) {
-        std::fclose(taken);
-        return nullptr;
-    }
-    return std::fopen(path.c_str(), "w");
+    return std::fopen((m_path / (std::string(baseName) + number)).c_str(), toWrite ? "w" : "r");
 }

@@ -27,12 +27,8 @@ LogFolder::LogFolder() {
     m_path = path;
 }
 
-std::FILE* LogFolder::openNew(const char* baseName, int counter) const {
+std::FILE* LogFolder::open(const char* baseName, int counter, bool toWrite) const {
     wchar_t path[kMaxFormattedPath] = {};
     wsprintfW(path, L"%s\\%S_%02d.log", m_path.c_str(), baseName, counter);
-    if (std::FILE* taken = _wfopen(path, L"r")) {
-        std::fclose(taken);
-        return nullptr;
-    }
-    return _wfopen(path, L"w");
+    return _wfopen(path, toWrite ? L"w" : L"r");
 }

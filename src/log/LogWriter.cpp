@@ -38,7 +38,9 @@ private:
 
 std::FILE* openNewFile(const LogFolder& folder, const std::string& baseName) {
     for (int counter = 0; counter < kMaxLogFiles; ++counter) {
-        if (std::FILE* file = folder.openNew(baseName.c_str(), counter)) {
+        if (std::FILE* taken = folder.open(baseName.c_str(), counter, false)) {
+            std::fclose(taken);
+        } else if (std::FILE* file = folder.open(baseName.c_str(), counter, true)) {
             return file;
         }
     }

@@ -2,7 +2,7 @@
 // thread. A writer whose file could not be opened drops its lines.
 #pragma once
 
-#include "log/PrintfFormat.h"
+#include "log/LogAttributes.h"
 
 #include <atomic>
 #include <cstdarg>
