@@ -108,7 +108,7 @@ TEST_F(ReadFailure, OfAnEmptyChunkIsOneOfASeekToAPlaceThatNoFileHas) {
                                                 "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
 }
 
-TEST_F(ReadFailure, OfASeekBehindAnEmptyChunkIsLoggedWithTheEmptyChunksPlace) {
+TEST_F(ReadFailure, OfASeekAfterAnEmptyChunkIsLoggedWithItsPlace) {
     const std::uint64_t at = indexedDataPosition(4);
     SoundClip clip(session(), indexedSoundFile({{at, 400}, {1000, 0}, {kPlaceThatNoFileHas, 400}, {at, 400}},
                                                noise(kStereo, 100)));

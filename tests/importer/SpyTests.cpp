@@ -277,7 +277,7 @@ TEST_F(Spy, GetsNoFrameBufferForASessionThatIsLargerThanTheFrame) {
     }
 }
 
-TEST_F(Spy, FillsASmallerSessionsRowsOfTheWholeFrame) {
+TEST_F(Spy, FillsPartOfTheFrameInASmallerSession) {
     deliver({6, 3, 254, 1, 2, 1, 2, 2, 0});
     auto opened = clip();
     const auto answer = frame(*opened, PrPixelFormat_BGRA_4444_8u);
