@@ -6,13 +6,10 @@
 
 namespace {
 
-std::string describeFormat(const QuorvaneFormat* format) {
-    if (format == nullptr) {
-        return "null";
-    }
+std::string describeFormat(const QuorvaneFormat& format) {
     std::string text = "{";
-    for (const std::uint32_t field : {format->width, format->height, format->word2, format->word3, format->type,
-                                      format->flags, format->colorSpace, format->range, format->word8}) {
+    for (const std::uint32_t field : {format.width, format.height, format.word2, format.word3, format.type,
+                                      format.flags, format.colorSpace, format.range, format.word8}) {
         text += (text.size() > 1 ? "," : "") + std::to_string(field);
     }
     return text + "}";
@@ -83,16 +80,23 @@ CodecInstance::~CodecInstance() {
     quorvane_library_close();
 }
 
-QuorvaneFormat CodecInstance::decompressQuery(const std::vector<std::uint8_t>& compressedFormat,
-                                              const QuorvaneFormat* request) {
+QuorvaneFormat CodecInstance::decompressQuery(const std::vector<std::uint8_t>& compressedFormat) {
     QuorvaneFormat output = preparedFormat();
-    check(quorvane_decompress_query(m_handle, compressedFormat.data(),
-                                    static_cast<std::uint32_t>(compressedFormat.size()), request, &output),
-          [&] {
-              return describeCall("decompressQuery", {describeBytes(compressedFormat.data(), compressedFormat.size()),
-                                                      describeFormat(request)});
-          });
+    check(query(compressedFormat, nullptr, output), [&] {
+        return describeCall("decompressQuery", {describeBytes(compressedFormat.data(), compressedFormat.size()), "null"});
+    });
     return output;
+}
+
+bool CodecInstance::canDecompress(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request) {
+    QuorvaneFormat output = preparedFormat();
+    return query(compressedFormat, &request, output) == 0;
+}
+
+std::uint32_t CodecInstance::query(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request,
+                                   QuorvaneFormat& output) {
+    return quorvane_decompress_query(m_handle, compressedFormat.data(),
+                                     static_cast<std::uint32_t>(compressedFormat.size()), request, &output);
 }
 
 QuorvaneFormat CodecInstance::decompressBegin(const std::vector<std::uint8_t>& compressedFormat,
@@ -102,7 +106,7 @@ QuorvaneFormat CodecInstance::decompressBegin(const std::vector<std::uint8_t>& c
                                     static_cast<std::uint32_t>(compressedFormat.size()), &request, &output),
           [&] {
               return describeCall("decompressBegin", {describeBytes(compressedFormat.data(), compressedFormat.size()),
-                                                      describeFormat(&request)});
+                                                      describeFormat(request)});
           });
     return output;
 }
@@ -128,7 +132,7 @@ QuorvaneFormat CodecInstance::compressQuery(const QuorvaneFormat& input, std::ui
     QuorvaneFormat output = preparedFormat();
     check(quorvane_compress_query(m_handle, &input, &output, &further, nullptr), [&] {
         return describeCall("compressQuery",
-                            {describeFormat(&input), describeFormat(&output), std::to_string(further)});
+                            {describeFormat(input), describeFormat(output), std::to_string(further)});
     });
     return output;
 }

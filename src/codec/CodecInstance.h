@@ -26,8 +26,11 @@ public:
     CodecInstance(const CodecInstance&) = delete;
     CodecInstance& operator=(const CodecInstance&) = delete;
 
-    // Describes the stream (`request` null), or says by returning that it can be decoded into `request`.
-    QuorvaneFormat decompressQuery(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request);
+    // Describes the stream.
+    QuorvaneFormat decompressQuery(const std::vector<std::uint8_t>& compressedFormat);
+
+    // Whether the stream can be decoded into `request`. A refusal is an answer like any other and throws nothing.
+    bool canDecompress(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request);
 
     // Opens the decode session; gives what will be delivered.
     QuorvaneFormat decompressBegin(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request);
@@ -45,5 +48,8 @@ public:
     QuorvaneFormat compressQuery(const QuorvaneFormat& input, std::uint64_t& further);
 
 private:
+    std::uint32_t query(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat* request,
+                        QuorvaneFormat& output);
+
     std::uint32_t m_handle = 0;
 };

@@ -1,28 +1,15 @@
 #include "codec/DecodeFormats.h"
 
-#include "codec/CodecInstance.h"
-#include "codec/QuorvaneError.h"
+#include "host/Vocabulary.h"
+#include "log/Log.h"
+#include "text/FourCC.h"
 
 #include <algorithm>
+#include <exception>
+#include <functional>
 #include <iterator>
-
-namespace {
-
-bool canDecodeInto(CodecInstance& codec, const std::vector<std::uint8_t>& compressedFormat, const FormatInfo& info) {
-    const QuorvaneFormat request = decodeRequest(info);
-    try {
-        codec.decompressQuery(compressedFormat, &request);
-        return true;
-    } catch (const QuorvaneError&) {
-        return false;
-    }
-}
-
-bool prefers(const SubTypeInfo& subType, const FormatInfo& info) {
-    return std::ranges::find(subType.preferredFormats, info.pixelFormat) != subType.preferredFormats.end();
-}
-
-}  // namespace
+#include <stdexcept>
+#include <string>
 
 QuorvaneFormat decodeRequest(const FormatInfo& info) {
     QuorvaneFormat request = preparedFormat();
@@ -33,19 +20,56 @@ QuorvaneFormat decodeRequest(const FormatInfo& info) {
     return request;
 }
 
-std::vector<FormatInfo> findDecodeFormats(const std::vector<std::uint8_t>& compressedFormat) {
+csSDK_int32 queryStream(CodecInstance& codec, const std::vector<std::uint8_t>& compressedFormat,
+                        QuorvaneFormat& format) {
+    try {
+        format = codec.decompressQuery(compressedFormat);
+        return imNoErr;
+    } catch (const std::exception& error) {
+        Log("Decompress query failed: %s", error.what());
+        return imBadFile;
+    }
+}
+
+csSDK_int32 findSubType(std::uint32_t type, SubTypeInfo& subType) {
+    try {
+        subType = GetSubTypeInfo_by_quoTypeComp(type);
+        return imNoErr;
+    } catch (const std::runtime_error&) {
+        Log("Unknown compressed type: %s (%s)", codecTypeName(type).c_str(), std::to_string(type).c_str());
+        return imOtherErr;
+    }
+}
+
+csSDK_int32 findDecodeFormats(const std::vector<std::uint8_t>& compressedFormat, std::vector<FormatInfo>& formats) {
     CodecInstance codec;   // the stream's own instance stays free of probes
-    std::vector<FormatInfo> candidates;
-    for (const FormatInfo& info : FormatInfos()) {
-        if (canDecodeInto(codec, compressedFormat, info)) {
-            candidates.push_back(info);
-        }
+    formats.clear();
+    std::ranges::copy_if(FormatInfos(), std::back_inserter(formats), [&](const FormatInfo& info) {
+        return codec.canDecompress(compressedFormat, decodeRequest(info));
+    });
+
+    QuorvaneFormat stream;
+    if (const csSDK_int32 result = queryStream(codec, compressedFormat, stream); result != imNoErr) {
+        return result;
+    }
+    SubTypeInfo subType;
+    if (const csSDK_int32 result = findSubType(stream.type, subType); result != imNoErr) {
+        return result;
+    }
+    const auto isPreferred = [&](const FormatInfo& info) {
+        return std::ranges::find(subType.preferredFormats, info.pixelFormat) != subType.preferredFormats.end();
+    };
+    if (std::ranges::any_of(formats, isPreferred)) {
+        std::erase_if(formats, std::not_fn(isPreferred));
     }
 
-    const QuorvaneFormat stream = codec.decompressQuery(compressedFormat, nullptr);
-    const SubTypeInfo& subType = GetSubTypeInfo_by_quoTypeComp(stream.type);
-    std::vector<FormatInfo> preferred;
-    std::ranges::copy_if(candidates, std::back_inserter(preferred),
-                         [&](const FormatInfo& info) { return prefers(subType, info); });
-    return preferred.empty() ? candidates : preferred;
+    Log("Decode formats:");
+    for (const FormatInfo& info : formats) {
+        Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());
+    }
+    if (formats.empty()) {
+        Log("No formats to decode into: decodeFormats is empty");
+        return imBadFile;
+    }
+    return imNoErr;
 }

@@ -15,7 +15,7 @@ public:
             // Looked at before it is written: a write would take the place away from every other thread's cache.
             if (place.load(std::memory_order_relaxed) != nullptr) {
                 if (Block* block = place.exchange(nullptr, std::memory_order_acquire)) {
-                    m_bytes.fetch_sub(block->frameBuffer.size(), std::memory_order_relaxed);
+                    m_bytes.fetch_sub(bytesOf(*block), std::memory_order_relaxed);
                     return std::unique_ptr<Block>(block);
                 }
             }
@@ -25,7 +25,7 @@ public:
 
     void leave(std::unique_ptr<Block> block) noexcept {
         // Counted before it can be seen, so that whoever takes it out again has something to take away.
-        const std::size_t bytes = block->frameBuffer.size();
+        const std::size_t bytes = bytesOf(*block);
         const std::size_t before = m_bytes.fetch_add(bytes, std::memory_order_relaxed);
         if (bytes > kLargestFrame || before + bytes > kMostBytes || !findPlaceFor(block.get())) {
             m_bytes.fetch_sub(bytes, std::memory_order_relaxed);
@@ -40,6 +40,10 @@ public:
     }
 
 private:
+    static std::size_t bytesOf(const Block& block) {
+        return block.frameBuffer.size() + block.frameFormats.capacity() * sizeof(imFrameFormat);
+    }
+
     // Whether there was a place left: the block is in it then.
     bool findPlaceFor(Block* block) noexcept {
         for (std::atomic<Block*>& place : m_blocks) {
@@ -54,14 +58,14 @@ private:
     // More than a host announces ahead of one clip. What a burst of announcements leaves beyond them is freed.
     static constexpr std::size_t kMostBlocks = 16;
 
-    // Bytes of a compressed frame whose memory is kept. Beside the decode of a larger one, new memory costs nothing.
+    // Bytes of a frame whose memory is kept. Beside the decode of a larger one, new memory costs nothing.
     static constexpr std::size_t kLargestFrame = std::size_t{16} << 20;
 
     // Bytes that may lie idle in the host's process until it stops playing: some frames of the largest kind.
     static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
     std::array<std::atomic<Block*>, kMostBlocks> m_blocks{};   // owned; null where there is none
-    std::atomic<std::size_t> m_bytes{0};                       // of compressed frames in them
+    std::atomic<std::size_t> m_bytes{0};                       // of what they hold
 };
 
 constinit FrameMemory::Pool FrameMemory::pool;

@@ -5,23 +5,20 @@
 #include <exception>
 #include <utility>
 
-FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* suite)
-    : frameTime(record.inFrameTime),
-      frameFormats(memory.frameFormats()),
-      frameBuffer(memory.frameBuffer()),
-      ppixSuite(suite) {
-    frameFormats.clear();
+FrameRequest::FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite)
+    : frameTime(record.inFrameTime), m_ppixSuite(ppixSuite) {
+    frameFormats().clear();
     if (record.inFrameFormats != nullptr && record.inNumFrameFormats > 0) {
-        frameFormats.assign(record.inFrameFormats, record.inFrameFormats + record.inNumFrameFormats);
+        frameFormats().assign(record.inFrameFormats, record.inFrameFormats + record.inNumFrameFormats);
     }
 }
 
 FrameRequest::~FrameRequest() {
-    if (ppix == nullptr) {
+    if (m_ppix == nullptr) {
         return;
     }
     try {
-        ppixSuite->Dispose(ppix);
+        m_ppixSuite->Dispose(m_ppix);
     } catch (const std::exception& error) {
         Log("ERROR: Dispose() failed: %s", error.what());
     } catch (...) {
@@ -29,6 +26,32 @@ FrameRequest::~FrameRequest() {
     }
 }
 
+csSDK_int32 FrameRequest::createPPix(const PrSDKPPixCreatorSuite& creator) {
+    const imFrameFormat& wanted = frameFormats().front();
+    const prRect bounds = {0, 0, wanted.inFrameWidth, wanted.inFrameHeight};
+    const prSuiteError created = creator.CreatePPix(&m_ppix, PrPPixBufferAccess_WriteOnly,
+                                                    static_cast<PrPixelFormat>(wanted.inPixelFormat), &bounds);
+    if (created < 0) {
+        m_ppix = nullptr;   // whatever a failing host left there is no frame
+    }
+    if (m_ppix == nullptr) {
+        Log("ERROR: CreatePPix() failed: %d", created);
+        return imOtherErr;
+    }
+
+    char* address = nullptr;
+    csSDK_int32 bytes = 0;
+    const prSuiteError pixelsError = m_ppixSuite->GetPixels(m_ppix, PrPPixBufferAccess_WriteOnly, &address);
+    m_ppixSuite->GetRowBytes(m_ppix, &bytes);
+    if (address == nullptr) {
+        Log("ERROR: GetPixels() failed: %d", pixelsError);   // the codec would write to nowhere
+        return imOtherErr;
+    }
+    pixels = reinterpret_cast<std::uintptr_t>(address);
+    rowBytes = static_cast<std::uint32_t>(bytes);
+    return imNoErr;
+}
+
 PPixHand FrameRequest::takePPix() {
-    return std::exchange(ppix, nullptr);
+    return std::exchange(m_ppix, nullptr);
 }

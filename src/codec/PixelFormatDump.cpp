@@ -145,3 +145,8 @@ void DumpPixelFormats(SPBasicSuite* basicSuite) {
     }
     imageProcessing.release();
 }
+
+QuorvaneFormat ProbeEncoder(const QuorvaneFormat& input) {
+    std::uint64_t further = 0;
+    return CodecInstance().compressQuery(input, further);
+}

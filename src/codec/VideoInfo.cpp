@@ -1,7 +1,7 @@
 #include "codec/VideoInfo.h"
 
 #include "codec/DecodeFormats.h"
-#include "codec/QuorvaneError.h"
+#include "codec/FrameRead.h"
 #include "host/Vocabulary.h"
 #include "log/Log.h"
 #include "text/FourCC.h"
@@ -9,7 +9,6 @@
 #include "text/Utf.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace {
 
@@ -30,67 +29,18 @@ VideoInfo::~VideoInfo() {
 
 csSDK_int32 VideoInfo::open(const AviStream& stream) {
     m_stream = &stream;
-    m_formatData = stream.formatExtraData();
-    if (m_formatData.empty()) {
-        Log("Compressed format size is invalid");
-        return imBadFile;
-    }
-
-    csSDK_int32 result = queryStream();
+    const std::vector<std::uint8_t> compressedFormat = stream.formatExtraData();
+    csSDK_int32 result = m_session.open(compressedFormat);
     if (result == imNoErr) {
-        result = findSubType();
+        result = findSubType(m_session.format().type, m_subType);
     }
     if (result == imNoErr) {
-        result = findFormats();
+        result = findDecodeFormats(compressedFormat, m_decodeFormats);
     }
     if (result == imNoErr) {
         readFrameRate();
     }
     return result;
-}
-
-csSDK_int32 VideoInfo::queryStream() {
-    try {
-        m_streamFormat = m_codec.decompressQuery(m_formatData, nullptr);
-    } catch (const QuorvaneError& error) {
-        Log("Decompress query failed: %s", error.what());
-        return imBadFile;
-    }
-    setFormat(m_streamFormat);
-    Log("Compressed format info: %d x %d, %s (%d), %s (%d), range: %d", static_cast<int>(m_format.width),
-        static_cast<int>(m_format.height), codecTypeName(m_format.type).c_str(), static_cast<int>(m_format.type),
-        codecColorSpaceName(m_format.colorSpace).c_str(), static_cast<int>(m_format.colorSpace),
-        static_cast<int>(m_format.range));
-    return imNoErr;
-}
-
-csSDK_int32 VideoInfo::findSubType() {
-    try {
-        m_subType = GetSubTypeInfo_by_quoTypeComp(m_format.type);
-        return imNoErr;
-    } catch (const std::runtime_error&) {
-        Log("Unknown compressed type: %s (%s)", codecTypeName(m_format.type).c_str(),
-            std::to_string(m_format.type).c_str());
-        return imOtherErr;
-    }
-}
-
-csSDK_int32 VideoInfo::findFormats() {
-    try {
-        m_decodeFormats = findDecodeFormats(m_formatData);
-    } catch (const QuorvaneError& error) {
-        Log("Decompress query failed: %s", error.what());
-        return imBadFile;
-    }
-    Log("Decode formats:");
-    for (const FormatInfo& info : m_decodeFormats) {
-        Log("    %s [%s]", PixelFormatName(info.pixelFormat), FourCCToString(info.pixelFormat, false).c_str());
-    }
-    if (m_decodeFormats.empty()) {
-        Log("No formats to decode into: decodeFormats is empty");
-        return imBadFile;
-    }
-    return imNoErr;
 }
 
 void VideoInfo::readFrameRate() {
@@ -102,17 +52,7 @@ void VideoInfo::readFrameRate() {
         m_rate = kDefaultRate;
         m_scale = kDefaultScale;
     }
-    m_ticksPerFrame = findTicksPerFrame();
-}
-
-VideoInfo::FrameSize VideoInfo::frameSize() const {
-    const std::uint64_t size = m_frameSize.load(std::memory_order_relaxed);
-    return {static_cast<csSDK_int32>(size >> 32), static_cast<csSDK_int32>(size & 0xFFFFFFFFu)};
-}
-
-void VideoInfo::setFormat(const QuorvaneFormat& format) {
-    m_format = format;
-    m_frameSize.store(static_cast<std::uint64_t>(format.width) << 32 | format.height, std::memory_order_relaxed);
+    m_ticksPerFrame = ticksPerFrame(m_rate, m_scale, m_ticksPerSecond);
 }
 
 csSDK_int32 VideoInfo::getIndPixelFormat(std::uint32_t index, imIndPixelFormatRec* record) const {
@@ -147,4 +87,58 @@ void VideoInfo::dataRateAnalysis(imDataRateAnalysisRec* record) const {
         record->buffer[i] = {static_cast<csSDK_uint32>(m_scale) | kDataSampleKeyFrame, m_stream->chunk(i).size};
     }
     record->baserate = 0;
+}
+
+csSDK_int32 VideoInfo::LocateFrame(FrameRequest& request) const {
+    const std::uint32_t frameIndex = frameIndexAt(request.frameTime);
+    Log("inFrameTime: %lld", static_cast<long long>(request.frameTime));
+    Log("frameIndex:  %u (total: %u)", frameIndex, static_cast<unsigned>(m_frameCount));
+    if (frameIndex >= m_frameCount) {
+        Log("frameIndex out of bounds");
+        return imFrameNotFound;
+    }
+    request.frameIndex = frameIndex;
+
+    const std::vector<imFrameFormat>& formats = request.frameFormats();
+    Log("inNumFrameFormats: %d", static_cast<int>(formats.size()));
+    for (std::size_t i = 0; LogEnabled() && i < formats.size(); ++i) {
+        Log("inFrameFormats[%d]: %d %d %s [%s]", static_cast<int>(i), formats[i].inFrameWidth,
+            formats[i].inFrameHeight, PixelFormatName(formats[i].inPixelFormat),
+            FourCCToString(formats[i].inPixelFormat, false).c_str());
+    }
+    if (formats.empty()) {
+        Log("ERROR: frameFormats is empty");
+        return imOtherErr;
+    }
+
+    // The first format decides: the host was offered only what can be decoded.
+    imFrameFormat& format = request.frameFormats().front();
+    const FrameSize video = frameSize();
+    if (format.inFrameWidth == 0) {
+        format.inFrameWidth = video.width;
+    }
+    if (format.inFrameHeight == 0) {
+        format.inFrameHeight = video.height;
+    }
+    if (format.inFrameWidth != video.width || format.inFrameHeight != video.height) {
+        Log("ERROR: frame size mismatch (%d, %d) != (%d, %d)", format.inFrameWidth, format.inFrameHeight, video.width,
+            video.height);
+        return imOtherErr;
+    }
+    return imNoErr;
+}
+
+csSDK_int32 VideoInfo::ReadFrame(FrameRequest& request) {
+    return readFrame(m_file, *m_stream, frameSize(), request);
+}
+
+csSDK_int32 VideoInfo::DecodeFrame(FrameRequest& request) {
+    csSDK_int32 result = m_session.begin(request);
+    if (result == imNoErr) {
+        result = request.createPPix(*m_suites.get().ppixCreator.get());
+    }
+    if (result == imNoErr) {
+        result = m_session.decode(request);
+    }
+    return result;
 }

@@ -1,18 +1,18 @@
-// The video stream of an opened file: what the host is told of it, and the decoder of its frames.
+// The video stream of an opened file: what the host is told of it, and the three steps of a frame.
 //
-// No lock of its own. LocateFrame may run beside anything; ReadFrame calls must not overlap one another (they share
-// the file), nor DecodeFrame calls (they share the codec instance); a ReadFrame may run beside a DecodeFrame.
+// No lock of its own. Once it is open, const functions may run beside anything; ReadFrame calls must not overlap one
+// another, nor DecodeFrame calls. Each of the two works on a part of its own.
 #pragma once
 
 #include "avi/AviStream.h"
-#include "codec/CodecInstance.h"
+#include "codec/DecodeSession.h"
+#include "codec/FrameClock.h"
 #include "codec/FrameRequest.h"
 #include "codec/PixelFormatTables.h"
 #include "fileio/File.h"
 #include "host/ImporterSuites.h"
 #include "sdk/SdkImporter.h"
 
-#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -31,11 +31,8 @@ public:
     // result the object is of no use.
     csSDK_int32 open(const AviStream& stream);
 
-    struct FrameSize {
-        csSDK_int32 width;    // pixels
-        csSDK_int32 height;
-    };
-    FrameSize frameSize() const;
+    // The size of the frames that are decoded, which a session changes. Any thread.
+    FrameSize frameSize() const { return m_session.frameSize(); }
     const SubTypeInfo& subType() const { return m_subType; }
     csSDK_int8 fieldType() const { return prFieldsNone; }
     std::int32_t rate() const { return m_rate; }        // frames per second: rate / scale
@@ -52,8 +49,8 @@ public:
     // buffer's stated size holds.
     void dataRateAnalysis(imDataRateAnalysisRec* record) const;
 
-    // The frame that is shown at a time in host ticks. An index no stream has, when there is no telling.
-    std::uint32_t frameIndexAt(PrTime frameTime) const;
+    // The frame that is shown at a time in host ticks; kNoSuchFrame where 64 bits cannot tell.
+    std::uint32_t frameIndexAt(PrTime frameTime) const { return frameAt(frameTime, m_ticksPerFrame); }
 
     // The three steps of a frame, each giving a host result, 0 on success.
     // Sets the request's frameIndex and checks it and the requested size: imFrameNotFound, imOtherErr.
@@ -65,34 +62,17 @@ public:
     csSDK_int32 DecodeFrame(FrameRequest& request);
 
 private:
-    csSDK_int32 queryStream();
-    csSDK_int32 findSubType();
-    csSDK_int32 findFormats();
     void readFrameRate();
-    csSDK_int32 beginSession(const FormatInfo& info);
-    void endSession(FrameRequest& request);
-    csSDK_int32 createPPix(FrameRequest& request, QuorvanePlane& plane);
-    void setFormat(const QuorvaneFormat& format);
-    PrTime findTicksPerFrame() const;   // 0 where 64 bits cannot tell
-    std::uint64_t findFrameWithData(std::uint64_t frame) const;
-    static bool hasSize(const imFrameFormat& format, FrameSize video);
 
-    fileio::File& m_file;
+    fileio::File& m_file;          // moved by ReadFrame alone
+    DecodeSession m_session;       // changed by DecodeFrame alone; all else is fixed by open
     LazyImporterSuites& m_suites;
     PrTime m_ticksPerSecond = 0;
-    CodecInstance m_codec;
-    std::vector<std::uint8_t> m_formatData;   // the stream's compressed format, as the codec wants it
-    QuorvaneFormat m_streamFormat;            // as the codec describes the stream
-    QuorvaneFormat m_format;                  // the same until a session begins, then what the session delivers
-    std::atomic<std::uint64_t> m_frameSize{0};   // of m_format, width above height: LocateFrame reads it at any time
-    QuorvaneFormat m_sessionRequest;
-    bool m_sessionActive = false;
-    std::uint32_t m_sessionPixelFormat = PrPixelFormat_Invalid;
     SubTypeInfo m_subType;
     std::vector<FormatInfo> m_decodeFormats;  // in the order they are offered
     const AviStream* m_stream = nullptr;
     std::uint64_t m_frameCount = 0;
     std::int32_t m_rate = 0;
     std::int32_t m_scale = 0;
-    PrTime m_ticksPerFrame = 0;               // host ticks, cut; 0 where there is no telling
+    PrTime m_ticksPerFrame = 0;
 };

@@ -4,19 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <utility>
 
 class ByteBuffer {
 public:
-    ByteBuffer() = default;
-    ByteBuffer(ByteBuffer&& other) noexcept
-        : m_bytes(std::move(other.m_bytes)), m_size(std::exchange(other.m_size, 0)) {}
-    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
-        m_bytes = std::move(other.m_bytes);
-        m_size = std::exchange(other.m_size, 0);
-        return *this;
-    }
-
     // Makes room for `size` bytes; what the buffer held is lost when it grows. Throws std::bad_alloc.
     void growTo(std::size_t size) {
         if (size > m_size) {

@@ -6,78 +6,99 @@
 #include "importer/FormatDescription.h"
 #include "log/Log.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <type_traits>
 
 namespace {
 
-// An integer that the host passes in place of a pointer.
-csSDK_uint32 integerOf(void* parameter) {
-    return static_cast<csSDK_uint32>(reinterpret_cast<std::uintptr_t>(parameter));
+struct Call {
+    imStdParms* stdParms;
+    void* param1;
+    void* param2;
+    QuorvaneImporter* importer;   // whom the call is for, taken from where the row says
+};
+
+// A handler's argument, by its type: most are records, and the call's second parameter.
+template <class T>
+T argument(const Call& call) {
+    if constexpr (std::is_same_v<T, const imStdParms*>) {
+        return call.stdParms;
+    } else if constexpr (std::is_same_v<T, QuorvaneImporter*>) {
+        return call.importer;
+    } else if constexpr (std::is_integral_v<T>) {   // in place of a pointer
+        return static_cast<T>(reinterpret_cast<std::uintptr_t>(call.param1));
+    } else if constexpr (std::is_same_v<T, imFileRef*> || std::is_same_v<T, imImportInfoRec*> ||
+                         std::is_same_v<T, imAsyncImporterCreationRec*>) {
+        return static_cast<T>(call.param1);
+    } else {
+        return static_cast<T>(call.param2);
+    }
 }
 
-// Calls a handler of the file that the host names. A host that names none gets an error and nothing is touched.
-template <class Handler, class... Arguments>
-csSDK_int32 callImporter(void* privateData, Handler handler, Arguments... arguments) {
-    if (privateData == nullptr) {
-        return imOtherErr;
-    }
-    return (static_cast<QuorvaneImporter*>(privateData)->*handler)(arguments...);
+template <class... Arguments>
+csSDK_int32 run(csSDK_int32 (*handler)(Arguments...), const Call& call) {
+    return handler(argument<Arguments>(call)...);
+}
+template <class... Arguments>
+csSDK_int32 run(csSDK_int32 (QuorvaneImporter::*handler)(Arguments...), const Call& call) {
+    return (call.importer->*handler)(argument<Arguments>(call)...);
+}
+template <auto handler>
+csSDK_int32 on(const Call& call) {
+    return run(handler, call);
 }
 
-csSDK_int32 quietFile(imFileRef* fileRef, void* privateData) {
-    return privateData != nullptr ? static_cast<QuorvaneImporter*>(privateData)->OnQuietFile(fileRef) : imNoErr;
-}
+using Importer = QuorvaneImporter;
 
-csSDK_int32 closeFile(imFileRef* fileRef, void* privateData) {
-    return privateData != nullptr ? OnCloseFile(fileRef, static_cast<QuorvaneImporter*>(privateData)) : imNoErr;
-}
+constexpr void* Call::*kNone = nullptr;   // no importer is needed
+constexpr std::size_t kItself = static_cast<std::size_t>(-1);
 
-csSDK_int32 callHandler(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    switch (selector) {
-    case imInit: return OnInit(stdParms, static_cast<imImportInfoRec*>(param1));
-    case imShutdown: return OnShutdown();
-    case imGetSupports8: return malSupports8;
-    case imGetIndFormat: return OnGetIndFormat(integerOf(param1), static_cast<imIndFormatRec*>(param2));
-    case imGetSubTypeNames:
-        return OnGetSubTypeNames(stdParms, integerOf(param1), static_cast<imSubTypeDescriptionRec**>(param2));
+// A selector, the parameter that names its importer, where in that record, and what it calls.
+constexpr struct Row {
+    csSDK_int32 selector;
+    void* Call::*parameter;
+    std::size_t offset;
+    csSDK_int32 (*handler)(const Call& call);
+} kRows[] = {
+    {imInit, kNone, 0, on<OnInit>},
+    {imShutdown, kNone, 0, on<OnShutdown>},
+    {imQuietFile, &Call::param2, kItself, on<&Importer::OnQuietFile>},
+    {imCloseFile, &Call::param2, kItself, on<OnCloseFile>},
+    {imAnalysis, &Call::param2, offsetof(imAnalysisRec, privatedata), on<&Importer::OnAnalysis>},
+    {imDataRateAnalysis, &Call::param2, offsetof(imDataRateAnalysisRec, privatedata),
+     on<&Importer::OnDataRateAnalysis>},
+    {imGetIndFormat, kNone, 0, on<OnGetIndFormat>},
+    {imImportAudio7, &Call::param2, offsetof(imImportAudioRec7, privateData), on<&Importer::OnImportAudio7>},
+    {imGetIndPixelFormat, &Call::param2, offsetof(imIndPixelFormatRec, privatedata),
+     on<&Importer::OnGetIndPixelFormat>},
+    {imGetSupports8, kNone, 0, [](const Call&) -> csSDK_int32 { return malSupports8; }},
+    {imGetInfo8, &Call::param2, offsetof(imFileInfoRec8, privatedata), on<&Importer::OnGetInfo8>},
+    {imOpenFile8, kNone, 0, on<OnOpenFile8>},   // its record's importer may be null
+    {imCreateAsyncImporter, &Call::param1, offsetof(imAsyncImporterCreationRec, inPrivateData),
+     on<OnCreateAsyncImporter>},
+    {imGetSourceVideo, &Call::param2, offsetof(imSourceVideoRec, inPrivateData), on<&Importer::OnGetSourceVideo>},
+    {imGetSubTypeNames, kNone, 0, on<OnGetSubTypeNames>},
+    {imGetAudioChannelLayout, &Call::param2, offsetof(imGetAudioChannelLayoutRec, inPrivateData),
+     on<&Importer::OnGetAudioChannelLayout>},
+};
 
-    case imOpenFile8:
-        return OnOpenFile8(stdParms, static_cast<imFileRef*>(param1), static_cast<imFileOpenRec8*>(param2));
-    case imQuietFile: return quietFile(static_cast<imFileRef*>(param1), param2);
-    case imCloseFile: return closeFile(static_cast<imFileRef*>(param1), param2);
-
-    case imGetInfo8: {
-        auto* record = static_cast<imFileInfoRec8*>(param2);
-        return callImporter(record->privatedata, &QuorvaneImporter::OnGetInfo8, record);
+csSDK_int32 callHandler(const Row& row, Call call) {
+    if (row.parameter != kNone) {
+        void* importer = call.*row.parameter;
+        if (row.offset != kItself) {
+            std::memcpy(&importer, static_cast<const char*>(importer) + row.offset, sizeof importer);
+        }
+        if (importer == nullptr) {
+            Log("ERROR: the host gave no importer");
+            return row.offset == kItself ? imNoErr : imOtherErr;   // what is not open need not be closed
+        }
+        call.importer = static_cast<QuorvaneImporter*>(importer);
     }
-    case imGetIndPixelFormat: {
-        auto* record = static_cast<imIndPixelFormatRec*>(param2);
-        return callImporter(record->privatedata, &QuorvaneImporter::OnGetIndPixelFormat, integerOf(param1), record);
-    }
-    case imAnalysis: {
-        auto* record = static_cast<imAnalysisRec*>(param2);
-        return callImporter(record->privatedata, &QuorvaneImporter::OnAnalysis, record);
-    }
-    case imDataRateAnalysis: {
-        auto* record = static_cast<imDataRateAnalysisRec*>(param2);
-        return callImporter(record->privatedata, &QuorvaneImporter::OnDataRateAnalysis, record);
-    }
-    case imGetSourceVideo: {
-        auto* record = static_cast<imSourceVideoRec*>(param2);
-        return callImporter(record->inPrivateData, &QuorvaneImporter::OnGetSourceVideo, record);
-    }
-    case imGetAudioChannelLayout: {
-        auto* record = static_cast<imGetAudioChannelLayoutRec*>(param2);
-        return callImporter(record->inPrivateData, &QuorvaneImporter::OnGetAudioChannelLayout, record);
-    }
-    case imImportAudio7: {
-        auto* record = static_cast<imImportAudioRec7*>(param2);
-        return callImporter(record->privateData, &QuorvaneImporter::OnImportAudio7, record);
-    }
-    case imCreateAsyncImporter:
-        return OnCreateAsyncImporter(stdParms, static_cast<imAsyncImporterCreationRec*>(param1));
-    default: return imUnsupported;
-    }
+    return row.handler(call);
 }
 
 }  // namespace
@@ -89,7 +110,9 @@ csSDK_int32 DispatchSelector(csSDK_int32 selector, imStdParms* stdParms, void* p
     }
     Log("----------------------");
     Log("[%s] (%d)", SelectorName(selector), selector);
-    const csSDK_int32 result = callHandler(selector, stdParms, param1, param2);
+    const Row* row = std::ranges::find(kRows, selector, &Row::selector);
+    const csSDK_int32 result =
+        row != std::end(kRows) ? callHandler(*row, {stdParms, param1, param2, nullptr}) : imUnsupported;
     Log("    [%s] (%d)", ErrorName(result), result);
     return result;
 }

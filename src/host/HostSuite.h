@@ -14,9 +14,6 @@ public:
     HostSuiteHolder(const HostSuiteHolder&) = delete;
     HostSuiteHolder& operator=(const HostSuiteHolder&) = delete;
 
-    // Asks the host for the suite and logs the answer. A refusal leaves the holder empty.
-    void acquire();
-
     // Gives the suite back and logs it; an empty holder does nothing. What the host throws leaves; destruction, which
     // cannot let it leave, only logs it.
     void release();
@@ -26,6 +23,9 @@ protected:
     const void* table();
 
 private:
+    // Asks the host for the suite and logs the answer. A refusal leaves the holder empty.
+    void acquire();
+
     SPBasicSuite* m_basicSuite;
     const char* m_name;
     csSDK_int32 m_version;

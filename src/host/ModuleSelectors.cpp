@@ -14,8 +14,8 @@ namespace {
 constexpr csSDK_int32 kPriority = 200;
 
 // The new holder stands before an older one goes: a second init does not lose the suite in between.
-void replaceErrorSuite(HostSuite<PrSDKErrorSuite3>* errorSuite) {
-    const std::unique_ptr<HostSuite<PrSDKErrorSuite3>> older(std::exchange(moduleState.errorSuite, errorSuite));
+void replaceErrorSuite(std::unique_ptr<ErrorSuite> errorSuite) {
+    const std::unique_ptr<ErrorSuite> older(std::exchange(moduleState.errorSuite, errorSuite.release()));
     if (older != nullptr) {
         older->release();
     }
@@ -25,7 +25,7 @@ void replaceErrorSuite(HostSuite<PrSDKErrorSuite3>* errorSuite) {
 
 csSDK_int32 OnInit(const imStdParms* stdParms, imImportInfoRec* record) {
     SPBasicSuite* basicSuite = basicSuiteOf(stdParms);
-    replaceErrorSuite(new HostSuite<PrSDKErrorSuite3>(basicSuite, kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3));
+    replaceErrorSuite(std::make_unique<ErrorSuite>(basicSuite, kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3));
     BuildPixelFormatTables(basicSuite);
     DumpPixelFormats(basicSuite);
     record->priority = kPriority;
@@ -55,14 +55,11 @@ csSDK_int32 OnCloseFile(imFileRef* fileRef, QuorvaneImporter* importer) {
     return importer->OnCloseFile(fileRef);
 }
 
-csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, imAsyncImporterCreationRec* record) {
-    if (record->inPrivateData == nullptr) {
-        return imOtherErr;
-    }
+csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, QuorvaneImporter* source,
+                                  imAsyncImporterCreationRec* record) {
     auto asyncImporter = std::make_unique<QuorvaneAsyncImporter>(stdParms);
-    const auto& source = *static_cast<const QuorvaneImporter*>(record->inPrivateData);
     const csSDK_int32 result =
-        asyncImporter->Initialize(source.filePath(), source.streamIndex(), source.accessMode());
+        asyncImporter->Initialize(source->filePath(), source->streamIndex(), source->accessMode());
     if (result == imNoErr) {
         record->outAsyncEntry = xAsyncImportEntry;
         record->outAsyncPrivateData = asyncImporter.release();

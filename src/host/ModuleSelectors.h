@@ -15,7 +15,8 @@ csSDK_int32 OnShutdown();
 csSDK_int32 OnOpenFile8(const imStdParms* stdParms, imFileRef* fileRef, imFileOpenRec8* record);
 
 // Makes the asynchronous importer of a file's object and gives it to the host; gives 0 or the result of its failure.
-csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, imAsyncImporterCreationRec* record);
+csSDK_int32 OnCreateAsyncImporter(const imStdParms* stdParms, QuorvaneImporter* source,
+                                  imAsyncImporterCreationRec* record);
 
 // Closes the file and destroys its object.
 csSDK_int32 OnCloseFile(imFileRef* fileRef, QuorvaneImporter* importer);

@@ -5,10 +5,12 @@
 
 #include <atomic>
 
+using ErrorSuite = HostSuite<PrSDKErrorSuite3>;
+
 // Without a destructor: when a host unloads the module without a shutdown, its suites may be gone already.
 struct ModuleState {
     std::atomic<bool> logSwitchRead{false};
-    HostSuite<PrSDKErrorSuite3>* errorSuite = nullptr;   // owned, from imInit to imShutdown
+    ErrorSuite* errorSuite = nullptr;   // owned, from imInit to imShutdown
 };
 
 extern constinit ModuleState moduleState;

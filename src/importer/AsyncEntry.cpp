@@ -43,6 +43,7 @@ namespace {
 template <class Handler, class... Arguments>
 csSDK_int32 callImporter(void* privateData, Handler handler, const Arguments&... arguments) {
     if (privateData == nullptr) {
+        Log("ERROR: the host gave no importer");
         return aiUnknownError;
     }
     auto& importer = *static_cast<QuorvaneAsyncImporter*>(privateData);

@@ -18,7 +18,7 @@ struct AudioInfo::AudioRange {
 namespace {
 
 // Empty chunks that one request looks at one by one. A damaged index can list hundreds of millions of them in a row,
-// and each is a line of the log.
+// and each is a seek and a line of the log.
 constexpr std::size_t kMostEmptyChunks = 10'000;
 
 std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
@@ -97,17 +97,12 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
     const auto filePos = static_cast<std::int64_t>(chunk.offset + inChunk);
     Log("reading : %lld, %lld, %lld", static_cast<long long>(chunk.startByte + inChunk),
         static_cast<long long>(filePos), static_cast<long long>(wanted));
-    // A damaged index can list millions of empty chunks in a row: they must not cost a call of the system each. Only a
-    // position that no file has is left to the file to refuse.
-    if (wanted == 0 && filePos >= 0) {
-        return true;
-    }
     if (!m_file.seek(filePos)) {
         Log("importAudio: seek error: %lld, pos: %lld", static_cast<long long>(filePos),
             static_cast<long long>(m_file.tell()));
         return false;
     }
-    const std::uint64_t read = m_file.read(m_bytes.data() + done, wanted);
+    const std::uint64_t read = wanted != 0 ? m_file.read(m_bytes.data() + done, wanted) : 0;
     done += static_cast<std::uint32_t>(read);
     if (read != wanted) {
         Log("importAudio: read error: %lld, read: %lld", static_cast<long long>(wanted),
@@ -120,9 +115,6 @@ bool AudioInfo::readFromChunk(const AviChunk& chunk, const AudioRange& range, st
 csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange& range) {
     const std::uint32_t channels = m_format.nChannels;
     const std::uint32_t size = record.size;
-    if (m_sampleType == kPrAudioSampleType_Other) {
-        return imDecompressionError;
-    }
     if (size > 0 && !hasBuffers(record, channels)) {
         Log("importAudio: the host has no buffer for each channel");
         return imOtherErr;
@@ -155,10 +147,11 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
     case kPrAudioSampleType_24BitInt:
         suite->UninterleaveAndConvertFrom24BitInteger(bytes, record.buffer, channels, frames);
         break;
-    default:
+    case kPrAudioSampleType_32BitInt:
         suite->UninterleaveAndConvertFrom32BitInteger(reinterpret_cast<const csSDK_int32*>(bytes), record.buffer,
                                                       channels, frames);
         break;
+    default: return imDecompressionError;
     }
     return imNoErr;
 }

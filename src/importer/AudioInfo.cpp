@@ -92,8 +92,8 @@ csSDK_int32 AudioInfo::parse(const AviStream& stream) {
 
 void AudioInfo::readFormat(const std::vector<std::uint8_t>& bytes) {
     m_format = {};
-    std::memcpy(&m_format, bytes.data(), std::min(kWaveFormatExBytes, bytes.size()));
-    const std::size_t stated = std::size_t{m_format.cbSize} + kWaveFormatExBytes;
+    std::memcpy(&m_format, bytes.data(), std::min(avi::kWaveFormatExSize, bytes.size()));
+    const std::size_t stated = std::size_t{m_format.cbSize} + avi::kWaveFormatExSize;
     std::memcpy(&m_format, bytes.data(), std::min({stated, sizeof m_format, bytes.size()}));
 }
 

@@ -51,6 +51,7 @@ csSDK_int32 OnGetSubTypeNames(const imStdParms* stdParms, csSDK_uint32 fileType,
         static_cast<csSDK_uint32>(infos.size() * sizeof(imSubTypeDescriptionRec)));
     *subTypes = reinterpret_cast<imSubTypeDescriptionRec*>(memory);
     if (memory == nullptr && !infos.empty()) {
+        Log("ERROR: the host gave no memory");
         return imMemErr;
     }
     for (const SubTypeInfo& info : infos) {

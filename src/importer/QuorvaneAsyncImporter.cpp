@@ -66,10 +66,12 @@ csSDK_int32 QuorvaneAsyncImporter::OnGetFrame(const imSourceVideoRec& record) {
     lock.lock();
 
     csSDK_int32 result = aiUnknownError;
-    if (decoded == imNoErr && record.outFrame != nullptr) {
+    if (record.outFrame == nullptr) {
+        Log("ERROR: the host gave no outFrame");
+    } else if (decoded == imNoErr) {
         *record.outFrame = request->frame.takePPix();
         Log("Decoded %d: %s", static_cast<int>(frameIndex),
-            PixelFormatName(request->frame.frameFormats.at(0).inPixelFormat));
+            PixelFormatName(request->frame.frameFormats().at(0).inPixelFormat));
         result = aiNoError;
     }
     Log("    %s: [%s] (%d), [%s] (%d)", "OnGetFrame", AsyncErrorName(result), result, ErrorName(decoded), decoded);

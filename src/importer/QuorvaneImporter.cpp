@@ -22,9 +22,11 @@ std::uint32_t openModeFor(csSDK_int32 accessMode) {
 }
 
 void setFileRef(imFileRef* fileRef, imFileRef value) {
-    if (fileRef != nullptr) {
-        *fileRef = value;
+    if (fileRef == nullptr) {
+        Log("ERROR: the host gave no file reference");
+        return;
     }
+    *fileRef = value;
 }
 
 }  // namespace
@@ -71,7 +73,11 @@ bool QuorvaneImporter::openFile(const char16_t* path, csSDK_int32 streamIndex, c
 
 csSDK_int32 QuorvaneImporter::OnOpenFile(imFileOpenRec8* record, imFileRef* fileRef) {
     const prUTF16Char* path = record->fileinfo.filepath;
-    if (path == nullptr || !openFile(path, record->inStreamIdx, record->inReadWrite)) {
+    if (path == nullptr) {
+        Log("ERROR: the host gave no path");
+        return imBadFile;
+    }
+    if (!openFile(path, record->inStreamIdx, record->inReadWrite)) {
         return imBadFile;
     }
     setFileRef(fileRef, m_file.nativeHandle());
@@ -103,9 +109,11 @@ csSDK_int32 QuorvaneImporter::OnAnalysis(imAnalysisRec* record) {
     Log("buffersize: %d", record->buffersize);
     requireVideo();
     const std::string text = analysisText();
-    if (record->buffer != nullptr && record->buffersize > 0) {
-        std::snprintf(record->buffer, static_cast<std::size_t>(record->buffersize), "%s", text.c_str());
+    if (record->buffer == nullptr || record->buffersize < 0) {
+        Log("ERROR: the host gave no buffer");
+        return imNoErr;
     }
+    std::snprintf(record->buffer, static_cast<std::size_t>(record->buffersize), "%s", text.c_str());
     return imNoErr;
 }
 
@@ -132,7 +140,8 @@ csSDK_int32 QuorvaneImporter::OnGetSourceVideo(imSourceVideoRec* record) {
     Log("outFrame: %p", static_cast<void*>(record->outFrame));
     requireVideo();
     if (record->outFrame == nullptr) {
-        return imOtherErr;   // nowhere to put a frame
+        Log("ERROR: the host gave no outFrame");
+        return imOtherErr;
     }
     FrameRequest request(*record, m_suites.get().ppix.get());
     csSDK_int32 result = m_videoInfo->LocateFrame(request);

@@ -37,7 +37,6 @@ static_assert(offsetof(WaveFormatExtensible, cbSize) == 16 && offsetof(WaveForma
 #pragma pack(pop)
 
 inline constexpr std::size_t kMinWaveFormatBytes = 16;   // a format without cbSize
-inline constexpr std::size_t kWaveFormatExBytes = 18;
 inline constexpr std::uint16_t kWaveFormatPcm = 1;
 inline constexpr std::uint16_t kWaveFormatIeeeFloat = 3;
 inline constexpr std::uint16_t kWaveFormatExtensibleTag = 0xFFFE;

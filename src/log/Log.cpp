@@ -19,9 +19,19 @@ LogWriter& writer() {
     // Two first lines at once make two writers; the one that comes second goes again.
     auto created = std::make_unique<LogWriter>(logSettings.name, logSettings.console);
     if (logSettings.logger.compare_exchange_strong(existing, created.get(), std::memory_order_acq_rel)) {
-        existing = created.release();
+        return *created.release();
     }
+    created->close();
     return *existing;
+}
+
+// A line that cannot be written (no memory) is dropped: the log never disturbs the work it describes.
+template <class Work>
+void neverFail(Work work) noexcept {
+    try {
+        work();
+    } catch (const std::exception&) {
+    }
 }
 
 }  // namespace
@@ -29,11 +39,7 @@ LogWriter& writer() {
 void WriteLogLine(const char* format, ...) noexcept {
     std::va_list arguments;
     va_start(arguments, format);
-    try {
-        writer().writeLine(format, arguments);
-    } catch (const std::exception&) {
-        // A line that cannot be written (no memory) is dropped: the log never disturbs the work it describes.
-    }
+    neverFail([&] { writer().writeLine(format, arguments); });
     va_end(arguments);
 }
 
@@ -50,9 +56,16 @@ void ReadLogSwitch() {
 }
 
 void StopWaitingForLog() {
-    logSettings.unloading.store(true, std::memory_order_relaxed);
+    if (LogWriter* writer = logSettings.logger.load(std::memory_order_acquire)) {
+        writer->stopWaiting();
+    }
 }
 
 void CloseLog() {
-    delete logSettings.logger.exchange(nullptr, std::memory_order_acq_rel);
+    neverFail([] {
+        LogWriter* writer = logSettings.logger.exchange(nullptr, std::memory_order_acq_rel);
+        if (writer != nullptr && writer->close()) {
+            delete writer;
+        }
+    });
 }

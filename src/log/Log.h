@@ -2,9 +2,21 @@
 // a call costs one flag test and evaluates none of its arguments.
 #pragma once
 
-#include "log/LogSettings.h"
-#include "log/PrintfFormat.h"
-#include "log/RarelyCalled.h"
+#include "log/LogAttributes.h"
+
+#include <atomic>
+
+class LogWriter;
+
+// Constant-initialised and without a destructor, so that lines may be written from the first static constructor to the
+// last static destructor of the module.
+struct LogSettings {
+    std::atomic<bool> enabled{false};
+    std::atomic<LogWriter*> logger{nullptr};   // owned; null until the first line
+    const char* name = "quorvane_pr";          // the prefix of file names
+    bool console = false;                      // mirror lines to a console window
+};
+extern constinit LogSettings logSettings;
 
 // Writes one line: Log(format, arguments...). A macro so that nothing is built for a log that is off; include headers
 // that have a function of this name first. May be called on any thread. Never reports a failure.

@@ -24,8 +24,8 @@ LogFolder::LogFolder() {
     m_path = path;
 }
 
-std::FILE* LogFolder::open(const char* baseName, int counter, const char* mode) const {
+std::FILE* LogFolder::open(const char* baseName, int counter, bool toWrite) const {
     char number[16];
     std::snprintf(number, sizeof number, "_%02d.log", counter);
-    return std::fopen((m_path / (std::string(baseName) + number)).c_str(), mode);
+    return std::fopen((m_path / (std::string(baseName) + number)).c_str(), toWrite ? "w" : "r");
 }

@@ -5,8 +5,6 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 
-#include <string>
-
 namespace {
 
 // What wsprintfW writes at the most, with its terminator.
@@ -29,9 +27,8 @@ LogFolder::LogFolder() {
     m_path = path;
 }
 
-std::FILE* LogFolder::open(const char* baseName, int counter, const char* mode) const {
+std::FILE* LogFolder::open(const char* baseName, int counter, bool toWrite) const {
     wchar_t path[kMaxFormattedPath] = {};
     wsprintfW(path, L"%s\\%S_%02d.log", m_path.c_str(), baseName, counter);
-    const std::wstring wideMode(mode, mode + std::char_traits<char>::length(mode));
-    return _wfopen(path, wideMode.c_str());
+    return _wfopen(path, toWrite ? L"w" : L"r");
 }

@@ -1,12 +1,10 @@
 #include "log/LogWriter.h"
 
 #include "log/LogFolder.h"
-#include "log/LogSettings.h"
 #include "log/LogSystem.h"
 
 #include <cstring>
 #include <ctime>
-#include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -40,9 +38,9 @@ private:
 
 std::FILE* openNewFile(const LogFolder& folder, const std::string& baseName) {
     for (int counter = 0; counter < kMaxLogFiles; ++counter) {
-        if (std::FILE* taken = folder.open(baseName.c_str(), counter, "r")) {
+        if (std::FILE* taken = folder.open(baseName.c_str(), counter, false)) {
             std::fclose(taken);
-        } else if (std::FILE* file = folder.open(baseName.c_str(), counter, "w")) {
+        } else if (std::FILE* file = folder.open(baseName.c_str(), counter, true)) {
             return file;
         }
     }
@@ -51,21 +49,7 @@ std::FILE* openNewFile(const LogFolder& folder, const std::string& baseName) {
 
 }  // namespace
 
-LogWriter::LogWriter(const char* name, bool console) noexcept {
-    try {
-        open(name, console);
-        writeText("Log opened");
-        writeText("Application: %s", logSystem::applicationPath().c_str());
-    } catch (const std::exception&) {
-        // No memory for a name: opening is tried only once.
-    }
-}
-
-LogWriter::~LogWriter() {
-    writeText("Log closed");
-}
-
-void LogWriter::open(const char* name, bool console) {
+LogWriter::LogWriter(const char* name, bool console) {
     const std::string baseName = std::string(name) + "_" + TimeText("%Y%m%d_%H%M%S").text();
     const LogFolder folder;
     if (!folder.found()) {
@@ -79,26 +63,40 @@ void LogWriter::open(const char* name, bool console) {
     if (m_console) {
         logSystem::openConsole();
     }
+    writeText("Log opened");
+    writeText("Application: %s", logSystem::applicationPath().c_str());
 }
 
-void LogWriter::writeText(const char* format, ...) noexcept {
-    std::va_list arguments;
-    va_start(arguments, format);
-    try {
-        writeLine(format, arguments);
-    } catch (const std::exception&) {
-        // A line that cannot be written is dropped.
+bool LogWriter::close() {
+    const auto held = lock();
+    if (!held) {
+        return false;
     }
-    va_end(arguments);
+    writeText("Log closed");
+    m_file.reset();
+    return true;
 }
 
 void LogWriter::writeLine(const char* format, std::va_list arguments) {
-    std::unique_lock lock(m_lock, std::defer_lock);
-    if (!logSettings.unloading.load(std::memory_order_relaxed)) {
-        lock.lock();
-    } else if (!lock.try_lock()) {
-        return;
+    if (const auto held = lock()) {
+        write(format, arguments);
     }
+}
+
+// Not owned when nothing may wait and another thread has it.
+std::unique_lock<std::mutex> LogWriter::lock() {
+    return m_mayWait.load(std::memory_order_relaxed) ? std::unique_lock(m_lock)
+                                                     : std::unique_lock(m_lock, std::try_to_lock);
+}
+
+void LogWriter::writeText(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    write(format, arguments);
+    va_end(arguments);
+}
+
+void LogWriter::write(const char* format, std::va_list arguments) {
     const TimeText time("%Y-%m-%d %H:%M:%S");
 
     std::va_list measured;

@@ -14,6 +14,12 @@ using csSDK_uint32 = std::uint32_t;
 using csSDK_uint64 = std::uint64_t;
 using csSDK_size_t = std::uint64_t;
 
+// A four-character code, first character in the lowest byte: fourCC("AVI ") is 0x20495641.
+constexpr csSDK_uint32 fourCC(const char (&text)[5]) {
+    const auto byte = [&text](int i) { return static_cast<csSDK_uint32>(static_cast<unsigned char>(text[i])); };
+    return byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24;
+}
+
 using prBool = csSDK_int32;
 inline constexpr prBool kPrFalse = 0;
 inline constexpr prBool kPrTrue = 1;

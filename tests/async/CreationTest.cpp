@@ -42,7 +42,8 @@ TEST_F(Creation, WithoutAnImporterIsRefused) {
         EXPECT_EQ(created.result, imOtherErr);
         EXPECT_EQ(created.written, std::vector<hostkit::ByteRange>{});
     });
-    EXPECT_EQ(lines, (Lines{"----------------------", "[imCreateAsyncImporter] (46)", "    [imOtherErr] (5)"}));
+    EXPECT_EQ(lines, (Lines{"----------------------", "[imCreateAsyncImporter] (46)",
+                            "ERROR: the host gave no importer", "    [imOtherErr] (5)"}));
 }
 
 TEST_F(Creation, OpensTheFileForItself) {

@@ -199,7 +199,7 @@ TEST_F(Protocol, AClosedNothingIsNoError) {
     expectCollected(1);
 }
 
-TEST_F(Protocol, CallsForNoImporterAreRefusedAndLogNothing) {
+TEST_F(Protocol, CallsForNoImporterAreRefused) {
     hostkit::HostRecord<aiAsyncRequest> request;
     hostkit::HostRecord<imSourceVideoRec> record;
     PPixHand delivered = nullptr;
@@ -209,7 +209,7 @@ TEST_F(Protocol, CallsForNoImporterAreRefusedAndLogNothing) {
                   EXPECT_EQ(async().call(aiGetFrame, record.data()), aiUnknownError);
                   EXPECT_EQ(async().call(aiFlush, nullptr), aiUnknownError);
               }),
-              Lines{});
+              Lines(3, "ERROR: the host gave no importer"));
     EXPECT_EQ(delivered, nullptr);
 }
 
@@ -219,6 +219,7 @@ TEST_F(Protocol, ACollectionIntoNowhereFailsAndDisposesTheFrame) {
     record->inPrivateData = async().privateData();
     record->inFrameTime = timeOf(1);
     EXPECT_EQ(async().call(aiGetFrame, record.data()), aiUnknownError);
+    EXPECT_EQ(logged("ERROR: the host gave no outFrame"), 1);
     EXPECT_EQ(host().frames().created(), 1);
     EXPECT_EQ(host().frames().alive(), 0);
     expectCollected(1);

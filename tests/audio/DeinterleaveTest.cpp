@@ -6,6 +6,10 @@
 #include <cstring>
 #include <numeric>
 
+// Of PortableDeinterleave.cpp.
+decltype(deinterleave32) portableDeinterleave32;
+decltype(makeSigned8) portableMakeSigned8;
+
 namespace {
 
 // Sample f of channel c is the number f * channels + c, as bits.
@@ -18,7 +22,8 @@ std::vector<std::uint8_t> interleaved(std::uint32_t channels, std::uint32_t fram
 }
 
 // Channels that come out wrong, or whose neighbouring memory was written to.
-std::vector<std::uint32_t> wrongChannels(std::uint32_t channels, std::uint32_t frames) {
+std::vector<std::uint32_t> wrongChannels(decltype(deinterleave32) deinterleave, std::uint32_t channels,
+                                         std::uint32_t frames) {
     constexpr std::uint32_t kGuard = 0xCDCDCDCD;
     const std::vector<std::uint8_t> bytes = interleaved(channels, frames);
     std::vector<std::vector<float>> outs(channels, std::vector<float>(frames + 1));
@@ -27,7 +32,7 @@ std::vector<std::uint32_t> wrongChannels(std::uint32_t channels, std::uint32_t f
         std::memset(out.data(), 0xCD, out.size() * 4);
         buffers.push_back(out.data());
     }
-    deinterleave32(bytes.data() + 1, std::size_t{channels} * frames * 4, buffers.data(), channels, frames);
+    deinterleave(bytes.data() + 1, std::size_t{channels} * frames * 4, buffers.data(), channels, frames);
     std::vector<std::uint32_t> wrong;
     for (std::uint32_t channel = 0; channel < channels; ++channel) {
         std::vector<std::uint32_t> expected;
@@ -47,8 +52,10 @@ std::vector<std::uint32_t> wrongChannels(std::uint32_t channels, std::uint32_t f
 TEST(Deinterleave, PutsEverySampleOfEveryShapeInItsPlaceAndNoneBeside) {
     for (std::uint32_t channels = 1; channels <= 32; ++channels) {
         for (const std::uint32_t frames : {1u, 3u, 4u, 15u, 16u, 17u, 63u, 1023u, 1024u, 1025u, 1041u, 2051u}) {
-            EXPECT_EQ(wrongChannels(channels, frames), std::vector<std::uint32_t>{})
-                << channels << " channels, " << frames << " frames";
+            for (auto* deinterleave : {deinterleave32, portableDeinterleave32}) {
+                EXPECT_EQ(wrongChannels(deinterleave, channels, frames), std::vector<std::uint32_t>{})
+                    << channels << " channels, " << frames << " frames";
+            }
         }
     }
 }
@@ -62,7 +69,10 @@ TEST(Deinterleave, TurnsTheSignOfEveryByteAndOfNoneBeside) {
             expected.push_back(static_cast<std::uint8_t>(i % 256 < 128 ? i % 256 + 128 : i % 256 - 128));
         }
         expected.push_back(static_cast<std::uint8_t>(count));
+        std::vector<std::uint8_t> again = bytes;
         makeSigned8(bytes.data(), count);
         EXPECT_EQ(bytes, expected) << count;
+        portableMakeSigned8(again.data(), count);
+        EXPECT_EQ(again, expected) << count;
     }
 }

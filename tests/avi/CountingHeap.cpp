@@ -15,8 +15,12 @@ std::atomic<std::size_t> s_inUse{0};
 std::atomic<std::size_t> s_peak{0};
 std::atomic<std::size_t> s_allocations{0};
 std::atomic<std::size_t> s_failFrom{SIZE_MAX};
+std::atomic<void (*)()> s_visitor{nullptr};
 
 void* allocate(std::size_t size) {
+    if (auto* visitor = s_visitor.exchange(nullptr)) {
+        visitor();
+    }
     const std::size_t number = s_allocations++;
     if (number >= s_failFrom) {
         return nullptr;
@@ -84,6 +88,10 @@ void failFrom(std::size_t number) {
 
 void failNever() {
     s_failFrom = SIZE_MAX;
+}
+
+void visitNext(void (*visitor)()) {
+    s_visitor = visitor;
 }
 
 }  // namespace heap

@@ -23,4 +23,7 @@ void failFrom(std::size_t number);
 /// No allocation fails.
 void failNever();
 
+/// Has `visitor` called inside the next allocation, on its thread; once only.
+void visitNext(void (*visitor)());
+
 }  // namespace heap

@@ -62,6 +62,15 @@ TEST_F(FrameMemoryLeft, IsNotThatOfALargerFrame) {
     EXPECT_EQ(found(1), 0u);
 }
 
+TEST_F(FrameMemoryLeft, IsNotThatOfAFrameWithTooManyFormats) {
+    {
+        FrameMemory request;
+        request.frameBuffer().growTo(8 * kMiB);
+        request.frameFormats().reserve(8 * kMiB / sizeof(imFrameFormat) + 1);
+    }
+    EXPECT_EQ(found(1), 0u);
+}
+
 TEST_F(FrameMemoryLeft, IsSixtyFourMebibytesForAllFramesTogether) {
     finish(16, 16 * kMiB);
     EXPECT_EQ(found(16), 4u);

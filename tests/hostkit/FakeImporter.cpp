@@ -60,7 +60,7 @@ const Suite* acquire(SPBasicSuite* basic, const char* name, csSDK_int32 version)
 std::vector<csSDK_uint32> formatList(const std::string& text) {
     std::vector<csSDK_uint32> formats;
     for (std::size_t at = 0; at + 4 <= text.size(); at += 5) {
-        formats.push_back(makePixelFormat(text[at], text[at + 1], text[at + 2], text[at + 3]));
+        formats.push_back(fourCC({text[at], text[at + 1], text[at + 2], text[at + 3], 0}));
     }
     return formats;
 }

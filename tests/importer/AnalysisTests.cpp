@@ -147,6 +147,7 @@ TEST_F(Analysis, WritesNothingIntoNoBytes) {
 
 TEST_F(Analysis, WritesNothingIntoANegativeNumberOfBytes) {
     EXPECT_EQ(videoClip()->analysis(-1).result, 0);
+    EXPECT_TRUE(contains(log(), "ERROR: the host gave no buffer"));
     expectNoViolations();
 }
 
@@ -158,6 +159,7 @@ TEST_F(Analysis, WritesNothingWithoutABuffer) {
     const auto answer = session().exchange(imAnalysis, std::move(record), nullptr);
     EXPECT_EQ(answer.result, 0);
     EXPECT_EQ(hostkit::describe(answer.written), "nothing");
+    EXPECT_TRUE(contains(log(), "ERROR: the host gave no buffer"));
 }
 
 TEST_F(Analysis, LeavesTheRecordAlone) {

@@ -1,6 +1,6 @@
 // The codec binding by itself: the calls that no selector makes, and the errors that no log shows whole.
 #include "codec/CodecInstance.h"
-#include "codec/EncoderProbe.h"
+#include "codec/PixelFormatDump.h"
 #include "codec/PixelFormatTables.h"
 #include "codec/QuorvaneError.h"
 #include "hostkit/Host.h"
@@ -55,7 +55,7 @@ protected:
 
 TEST_F(CodecBinding, DescribesAStreamWithoutARequest) {
     CodecInstance codec;
-    const QuorvaneFormat format = codec.decompressQuery(m_stream, nullptr);
+    const QuorvaneFormat format = codec.decompressQuery(m_stream);
     EXPECT_EQ(format.type, 104u);
     EXPECT_EQ(format.width, 8u);
     EXPECT_EQ(format.height, 4u);
@@ -71,14 +71,29 @@ TEST_F(CodecBinding, PreparesARequestWithTheTwoFixedWords) {
                   format.word8, 0u);
 }
 
-TEST_F(CodecBinding, NamesTheRequestOfAFailingQuery) {
+TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
     CodecInstance codec;
     QuorvaneFormat request = preparedFormat();
     request.type = 3;
     request.range = 2;
-    EXPECT_EQ(errorOf([&] { codec.decompressQuery(m_stream, &request); }),
+    EXPECT_FALSE(codec.canDecompress(m_stream, request));
+    StandinCounters counters;
+    standin_counters(&counters);
+    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "nobody wants to know why";
+    request.type = 2;
+    request.colorSpace = 2;
+    request.flags = 1;
+    EXPECT_TRUE(codec.canDecompress(m_stream, request));
+}
+
+TEST_F(CodecBinding, NamesTheRequestOfAFailingBegin) {
+    CodecInstance codec;
+    QuorvaneFormat request = preparedFormat();
+    request.type = 3;
+    request.range = 2;
+    EXPECT_EQ(errorOf([&] { codec.decompressBegin(m_stream, request); }),
               "2147500548 Quorvane error (-2147466748): the requested type cannot be decoded into: "
-              "decompressQuery({28 bytes}, {0,0,254,1,3,0,0,2,0})");
+              "decompressBegin({28 bytes}, {0,0,254,1,3,0,0,2,0})");
 }
 
 TEST_F(CodecBinding, NamesNothingOfAFailingEnd) {
@@ -134,6 +149,15 @@ TEST_F(CodecBinding, ProbesWhatTheEncoderWouldMake) {
     QuorvaneFormat input = preparedFormat();
     input.type = 2;
     EXPECT_EQ(ProbeEncoder(input).type, 102u);
+}
+
+TEST_F(CodecBinding, HasTheEncodersFurtherValueWrittenWhereItIsReadAgain) {
+    CodecInstance codec;
+    QuorvaneFormat input = preparedFormat();
+    input.type = 2;
+    std::uint64_t further = 7;
+    codec.compressQuery(input, further);
+    EXPECT_EQ(further, 0u);
 }
 
 TEST_F(CodecBinding, ErrorKeepsMessageAndCodeWhenCopied) {

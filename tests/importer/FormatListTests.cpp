@@ -126,7 +126,8 @@ TEST_F(FormatList, GivesANullListAndImMemErrWhenTheHostHasNoMemory) {
 TEST_F(FormatList, SaysInTheLogThatTheHostHasNoMemory) {
     host().faults().fail(hostkit::HostCall::NewPtr, 0);
     EXPECT_EQ(logOf([&] { session().subTypeNames(0x41564956); }),
-              (Lines{"----------------------", "[imGetSubTypeNames] (54)", "filetype: AVIV", "    [imMemErr] (4)"}));
+              (Lines{"----------------------", "[imGetSubTypeNames] (54)", "filetype: AVIV",
+                     "ERROR: the host gave no memory", "    [imMemErr] (4)"}));
 }
 
 TEST_F(FormatListBeforeInit, GivesAnEmptyListOfSubtypes) {

@@ -119,3 +119,11 @@ TEST_F(FrameRead, GoesOnWithTheNextFrameAfterAFailure) {
     EXPECT_EQ(frame(*clip, 1).result, 33);
     EXPECT_EQ(firstBytes(frame(*clip, 2)), (std::vector<int>{42, 42, 42, 255}));
 }
+
+TEST_F(FrameRead, GivesNoFrameToAHostWithoutAPlaceForIt) {
+    auto clip = openClip("clip.avi", threeFrames());
+    hostkit::HostRecord<imSourceVideoRec> record;
+    record->inPrivateData = clip->privateData();
+    EXPECT_EQ(handlerLogOf([&] { EXPECT_EQ(session().call(imGetSourceVideo, nullptr, record.data()), 5); }),
+              (Lines{"outFrame: <null>", "ERROR: the host gave no outFrame"}));
+}

@@ -36,6 +36,9 @@ protected:
 
     static void forgetCalls() { function<decltype(spy_forget_calls)>("spy_forget_calls")(); }
     static void describe(const QuorvaneFormat& stream) { function<decltype(spy_describe)>("spy_describe")(&stream); }
+    static void describeLater(const QuorvaneFormat& stream) {
+        function<decltype(spy_describe_later)>("spy_describe_later")(&stream);
+    }
     static void deliver(const QuorvaneFormat& format) { function<decltype(spy_deliver)>("spy_deliver")(&format); }
     static void acceptOnly(std::uint32_t type) { function<decltype(spy_accept_only)>("spy_accept_only")(type); }
 
@@ -221,6 +224,16 @@ TEST_F(Spy, IsAskedForNoFormatsOfATypeThatTheImporterDoesNotKnow) {
     EXPECT_EQ(Lines(seen.begin() + 3, seen.end()), (Lines{"close " + handleOf(seen[2]), "library_close"}));
 }
 
+TEST_F(Spy, IsBelievedWhenItsSecondInstanceNamesAnUnknownType) {
+    describeLater({8, 4, 254, 1, 117, 0, 1, 1, 0});
+    ClipSession opened(session(), write("clip.avi", file()));
+    opened.open();
+    const Lines lines = handlerLogOf([&] { EXPECT_EQ(opened.info(0).result, 5); });
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[lines.size() - 2], "Unknown compressed type: name 1:117 (117)");
+    EXPECT_EQ(lines.back(), "VideoInfo::~VideoInfo()");
+}
+
 TEST_F(Spy, HasOnlyWhatItAcceptsOfferedInTableOrder) {
     describe({8, 4, 254, 1, 101, 0, 2, 2, 0});
     acceptOnly(50);
@@ -252,11 +265,27 @@ TEST_F(Spy, HasItsOwnSizeReportedWhateverTheFileSays) {
     EXPECT_EQ(info->vidInfo.imageHeight, 360);
 }
 
-TEST_F(Spy, GetsNoFrameBufferForASessionOfAnotherSize) {
+TEST_F(Spy, GetsNoFrameBufferForASessionThatIsLargerThanTheFrame) {
     // It would write 64 rows into a buffer of four.
-    deliver({8, 64, 254, 1, 2, 1, 2, 2, 0});
+    for (const QuorvaneFormat& larger : {QuorvaneFormat{8, 64, 254, 1, 2, 1, 2, 2, 0}, {9, 4, 254, 1, 2, 1, 2, 2, 0}}) {
+        deliver(larger);
+        auto opened = clip();
+        const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(*opened, PrPixelFormat_BGRA_4444_8u).result, 5); });
+        EXPECT_EQ(lines.back(), "ERROR: the codec delivers " + std::to_string(larger.width) + " x " +
+                                    std::to_string(larger.height) + ", more than the frame of 8 x 4");
+        EXPECT_EQ(host().frames().created(), 0);
+    }
+}
+
+TEST_F(Spy, FillsPartOfTheFrameInASmallerSession) {
+    deliver({6, 3, 254, 1, 2, 1, 2, 2, 0});
     auto opened = clip();
-    const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(*opened, PrPixelFormat_BGRA_4444_8u).result, 5); });
-    EXPECT_EQ(lines.back(), "ERROR: frame size mismatch (8, 4) != (8, 64)");
-    EXPECT_EQ(host().frames().created(), 0);
+    const auto answer = frame(*opened, PrPixelFormat_BGRA_4444_8u);
+    ASSERT_EQ(answer.result, 0);
+    EXPECT_EQ(answer.frame.view()->height(), 4);
+    EXPECT_NE(calls().at(1).find(" {address 128 384} "), std::string::npos) << "three of its four rows";
+    const Lines lines = handlerLogOf([&] {
+        EXPECT_EQ(opened->frame(0, {frameFormat(PrPixelFormat_BGRA_4444_8u, 8, 4)}).result, 5);
+    });
+    EXPECT_EQ(lines.back(), "ERROR: frame size mismatch (8, 4) != (6, 3)") << "from now on the video has that size";
 }

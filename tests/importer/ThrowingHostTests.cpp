@@ -14,6 +14,16 @@ protected:
         return opened;
     }
 
+    // At its next call; what it throws is not even a standard exception.
+    void throwANumberFrom(HostCall thrower) {
+        host().faults().observe([this, thrower](HostCall call) {
+            if (call == thrower) {
+                host().faults().observe(nullptr);
+                throw 42;
+            }
+        });
+    }
+
     static csSDK_int32 frame(ClipSession& clip) {
         return clip.frame(0, {frameFormat(PrPixelFormat_VUYX_4444_8u)}).result;
     }
@@ -31,6 +41,15 @@ TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameIsLogged) {
     EXPECT_EQ(countOf(lines, "ERROR: Dispose() failed: no disposal today"), 1u);
     EXPECT_EQ(lines.back(), "    [imBadCompression] (8)");
     EXPECT_EQ(host().errorEvents().size(), 0u);
+    expectProblems({kLostFrame});
+}
+
+TEST_F(ThrowingHost, OfNoStandardExceptionAtTheDisposalOfAFailedFrameIsLogged) {
+    auto opened = clip();
+    standin().fail(kStandinDecompress, 1, 1, 12);
+    throwANumberFrom(HostCall::DisposePPix);
+    const Lines lines = logOf([&] { EXPECT_EQ(frame(*opened), 8); });
+    EXPECT_EQ(countOf(lines, "ERROR: Dispose() failed"), 1u);
     expectProblems({kLostFrame});
 }
 
@@ -56,6 +75,14 @@ TEST_F(ThrowingHost, AtTheReleaseOfASuiteIsLoggedByTheClose) {
                      "Releasing suite: r: 0, v: 1, n: 'Premiere PPix Suite'",
                      "Releasing suite: r: 0, v: 6, n: 'Premiere PPix Cache Suite'",
                      "Releasing suite: r: 0, v: 1, n: 'Premiere PPix Creator Suite'", "    [imNoErr] (0)"}));
+    expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
+}
+
+TEST_F(ThrowingHost, OfNoStandardExceptionAtTheReleaseOfASuiteIsLoggedByTheClose) {
+    auto opened = clip();
+    throwANumberFrom(HostCall::ReleaseSuite);
+    const Lines lines = logOf([&] { EXPECT_EQ(opened->close(), 0); });
+    EXPECT_EQ(countOf(lines, "ERROR: ReleaseSuite() failed"), 1u);
     expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
 }
 

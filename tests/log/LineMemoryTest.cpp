@@ -1,11 +1,19 @@
-// What a line of the log takes of the heap.
+// What a line of the log takes of the heap, what becomes of it when there is none, and a thread that stays inside a
+// line for as long as its memory takes to come.
 #include "avi/CountingHeap.h"
+#include "hostkit/PluginLog.h"
 #include "log/Log.h"
+#include "log/LogWriter.h"
 #include "log/ProfileSandbox.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <optional>
+#include <semaphore>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -26,13 +34,97 @@ protected:
         return heap::allocations();
     }
 
+    // The messages of the one file there is.
+    std::vector<std::string> messages() const {
+        std::vector<std::string> all;
+        for (const auto& file : std::filesystem::directory_iterator(m_sandbox.logFolder())) {
+            for (const std::string& line : hostkit::readLogLines(file.path())) {
+                all.emplace_back(hostkit::withoutLogPrefix(line));
+            }
+        }
+        return all;
+    }
+
     ProfileSandbox m_sandbox;
+};
+
+// A thread inside a line until it is let go.
+class LineInProgress {
+public:
+    LineInProgress() {
+        s_inside.emplace(0);
+        s_go.emplace(0);
+        m_thread = std::thread([] {
+            heap::visitNext([] {
+                s_inside->release();
+                s_go->acquire();
+            });
+            Log("the long line");
+        });
+        s_inside->acquire();
+    }
+    void finish() {
+        s_go->release();
+        m_thread.join();
+    }
+
+private:
+    static inline std::optional<std::binary_semaphore> s_inside;
+    static inline std::optional<std::binary_semaphore> s_go;
+    std::thread m_thread;
 };
 
 TEST_F(LogLineMemory, IsOneBufferForAShortLine) { EXPECT_EQ(allocationsOf("short"), 1u); }
 
 TEST_F(LogLineMemory, IsOneBufferForALongLine) {
     EXPECT_EQ(allocationsOf(std::string(100'000, 'x').c_str()), 1u);
+}
+
+TEST_F(LogLineMemory, ThatIsMissingDropsTheLine) {
+    heap::startCounting();
+    heap::failFrom(0);
+    Log("no memory for this");
+    heap::failNever();
+    Log("the second line");
+    EXPECT_EQ(messages().size(), 4u);
+    EXPECT_EQ(messages().back(), "the second line");
+}
+
+TEST_F(LogLineMemory, ThatIsMissingForTheClosingLineDropsItAlone) {
+    heap::startCounting();
+    heap::failFrom(0);
+    CloseLog();
+    heap::failNever();
+    EXPECT_EQ(messages().back(), "the first line opens the file");
+}
+
+TEST_F(LogLineMemory, IsWaitedForByOtherLines) {
+    LineInProgress line;
+    std::thread other([] { Log("after it"); });
+    line.finish();
+    other.join();
+    EXPECT_EQ(messages().size(), 5u);
+}
+
+TEST_F(LogLineMemory, IsNotWaitedForOnceTheModuleGoes) {
+    LineInProgress line;
+    StopWaitingForLog();
+    Log("dropped");
+    LogWriter* const left = logSettings.logger;
+    CloseLog();
+    EXPECT_EQ(logSettings.logger, nullptr);
+    line.finish();   // into a file that is still open
+    EXPECT_EQ(messages().back(), "the long line");
+    EXPECT_EQ(messages().size(), 4u);
+    delete left;
+}
+
+TEST_F(LogLineMemory, IsNoHindranceToACloseOnceItWasHad) {
+    LineInProgress line;
+    StopWaitingForLog();
+    line.finish();
+    CloseLog();
+    EXPECT_EQ(messages().back(), "Log closed");
 }
 
 }  // namespace

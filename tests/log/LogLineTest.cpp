@@ -3,11 +3,13 @@
 #include "log/ProfileSandbox.h"
 
 #include "hostkit/PluginLog.h"
+#include "support/Environment.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 #include <map>
 #include <thread>
 
@@ -134,6 +136,20 @@ TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
         EXPECT_EQ(counts[std::string(kLength, static_cast<char>('a' + i))], kLines);
     }
     EXPECT_EQ(messages().size(), 3u + threads.size() * kLines);
+}
+
+TEST_F(LogLine, HasTheTimeOfTheUsersZone) {
+    const EnvironmentVariable zone("TZ", "QVT-5");   // five hours ahead of Greenwich
+    const auto stamp = [] {
+        const std::time_t there = std::time(nullptr) + 5 * 3600;
+        char text[32];
+        return std::string(text, std::strftime(text, sizeof text, "[%Y-%m-%d %H:%M:%S]", std::gmtime(&there)));
+    };
+    const std::string before = stamp();
+    Log("a line");
+    const std::string line = hostkit::readLogLines(files().front()).back();
+    EXPECT_LE(before, line.substr(0, before.size()));
+    EXPECT_GE(stamp(), line.substr(0, before.size()));
 }
 
 TEST_F(LogLine, ClosingWritesTheLastLine) {

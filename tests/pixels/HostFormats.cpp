@@ -7,11 +7,11 @@ namespace pixels {
 namespace {
 
 constexpr HostFormat yuv8(char a, char b, char c, char d, Packing packing, bool hasAlpha, std::uint32_t colorSpace) {
-    return {PrPixelFormat{makePixelFormat(a, b, c, d)}, packing, false, hasAlpha, 8, 255, colorSpace, kLimited};
+    return {PrPixelFormat{fourCC({a, b, c, d, 0})}, packing, false, hasAlpha, 8, 255, colorSpace, kLimited};
 }
 
 constexpr HostFormat rgb8(char a, char b, char c, char d, Packing packing, bool hasAlpha) {
-    return {PrPixelFormat{makePixelFormat(a, b, c, d)}, packing, true, hasAlpha, 8, 255, kRec709, kFull};
+    return {PrPixelFormat{fourCC({a, b, c, d, 0})}, packing, true, hasAlpha, 8, 255, kRec709, kFull};
 }
 
 constexpr HostFormat kHostFormats[] = {

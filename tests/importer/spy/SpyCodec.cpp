@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string>
 
 namespace {
@@ -12,6 +13,7 @@ constexpr std::uint8_t kDecodedByte = 0x5A;
 struct Spy {
     std::string calls;
     QuorvaneFormat stream = {8, 4, 254, 1, 103, 0, 1, 1, 0};
+    std::optional<QuorvaneFormat> later;
     QuorvaneFormat delivered = {};
     bool deliversOther = false;
     std::uint32_t onlyType = 0;
@@ -67,6 +69,7 @@ std::uint32_t answer(const QuorvaneFormat* request, QuorvaneFormat* output) {
     const QuorvaneFormat& stream = spy().stream;
     if (request == nullptr) {
         *output = stream;
+        spy().stream = spy().later.value_or(stream);
         return 0;
     }
     if (spy().onlyType != 0 && spy().onlyType != request->type) {
@@ -85,6 +88,7 @@ extern "C" {
 const char* spy_calls() { return spy().calls.c_str(); }
 void spy_forget_calls() { spy().calls.clear(); }
 void spy_describe(const QuorvaneFormat* stream) { spy().stream = *stream; }
+void spy_describe_later(const QuorvaneFormat* stream) { spy().later = *stream; }
 void spy_accept_only(std::uint32_t type) { spy().onlyType = type; }
 
 void spy_deliver(const QuorvaneFormat* delivered) {

@@ -14,6 +14,9 @@ void spy_forget_calls();
 // How a stream is described from now on.
 void spy_describe(const QuorvaneFormat* stream);
 
+// The same from the second description on.
+void spy_describe_later(const QuorvaneFormat* stream);
+
 // What a session is said to deliver from now on; null: the requested format at the stream's size.
 void spy_deliver(const QuorvaneFormat* delivered);
 

@@ -1,0 +1,85 @@
+#include "codec/FrameRead.h"
+
+#include "fileio/ReadHelpers.h"
+#include "log/Log.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+// A frame up to this size is read unasked. Beyond it the file is asked first whether the bytes exist, so that a
+// damaged index cannot make us allocate what no file backs, many times over for frames announced ahead. One question
+// costs nothing beside reading as much.
+constexpr std::uint64_t kTrustedFrameBytes = 4u << 20;
+
+// Beyond the above, what a pixel of the picture may add to a compressed frame: twice four channels of 32 bits. A file
+// can have gigabytes that take no room on its disk, and hosts announce many frames ahead.
+constexpr std::uint64_t kMostBytesPerPixel = 32;
+
+// The chunk's bytes that the file holds.
+std::uint64_t bytesThatExist(fileio::File& file, const AviChunk& chunk) {
+    const auto fileSize = static_cast<std::uint64_t>(std::max<std::int64_t>(file.size(), 0));
+    return chunk.offset < fileSize ? std::min<std::uint64_t>(chunk.size, fileSize - chunk.offset) : 0;
+}
+
+// Whether a picture of that size can be the reason for a compressed frame of so many bytes.
+bool fitsPicture(std::uint32_t bytes, FrameSize size) {
+    const std::uint64_t pixels =
+        std::uint64_t{static_cast<std::uint32_t>(size.width)} * static_cast<std::uint32_t>(size.height);
+    return bytes <= kTrustedFrameBytes || (bytes - kTrustedFrameBytes - 1) / kMostBytesPerPixel < pixels;
+}
+
+void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, ByteBuffer& buffer) {
+    fileio::seekOrThrow(file, static_cast<std::int64_t>(chunk.offset));
+    if (chunk.size > kTrustedFrameBytes) {
+        const std::uint64_t existing = bytesThatExist(file, chunk);
+        if (existing < chunk.size) {
+            fileio::throwReadError(chunk.size, existing);
+        }
+        if (!fitsPicture(chunk.size, picture)) {
+            throw std::runtime_error("Frame too large: size: " + std::to_string(chunk.size));
+        }
+    }
+    buffer.growTo(chunk.size);
+    fileio::readExact(file, buffer.data(), chunk.size);
+}
+
+// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames. Found by
+// their bytes, not one by one: a damaged index can list millions of dropped frames.
+std::uint64_t findFrameWithData(const AviStream& stream, std::uint64_t frame) {
+    const AviChunk chunk = stream.chunk(frame);
+    if (chunk.size != 0) {
+        return frame;
+    }
+    // The byte before a dropped frame is the last one of the nearest earlier frame with data. Where there is none, the
+    // stream's first byte is that of the nearest later one.
+    const std::uint64_t byte = chunk.startByte != 0 ? chunk.startByte - 1 : 0;
+    return stream.findChunkByBytePosition(static_cast<std::int64_t>(byte)).value_or(stream.chunkCount());
+}
+
+}  // namespace
+
+csSDK_int32 readFrame(fileio::File& file, const AviStream& stream, FrameSize picture, FrameRequest& request) {
+    const std::uint64_t frame = findFrameWithData(stream, request.frameIndex);
+    if (frame >= stream.chunkCount()) {
+        return imFrameNotFound;
+    }
+    if (frame != request.frameIndex) {
+        Log("Empty frame: %u, frame read: %u", request.frameIndex, static_cast<unsigned>(frame));
+    }
+    const AviChunk chunk = stream.chunk(frame);
+    try {
+        readChunk(file, chunk, picture, request.frameBuffer());
+    } catch (const std::runtime_error& error) {
+        Log("Failed to read frame from AVI: %s", error.what());
+        return imFileReadFailed;
+    } catch (const std::bad_alloc&) {
+        Log("Failed to read frame from AVI: out of memory, size: %u", chunk.size);
+        return imFileReadFailed;
+    }
+    request.compressedSize = chunk.size;
+    return imNoErr;
+}

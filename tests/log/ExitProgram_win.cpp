@@ -1,0 +1,26 @@
+// Loads the plug-in, has four threads call it without end, and ends in the midst of it.
+#include "hostkit/Host.h"
+#include "hostkit/PluginLibrary.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <thread>
+
+int main() {
+    constexpr csSDK_int32 kSelectorWithoutHandler = 65;
+    hostkit::Host host;
+    const hostkit::PluginLibrary plugin(hostkit::PluginLibrary::programFolder() /
+                                        hostkit::PluginLibrary::usualFileName());
+    const auto call = [&] { plugin.entry()(kSelectorWithoutHandler, host.stdParms(), nullptr, nullptr); };
+    call();   // opens the log
+    for (int i = 0; i < 4; ++i) {
+        std::thread([&] {
+            for (;;) {
+                call();
+            }
+        }).detach();
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    ExitProcess(0);
+}
