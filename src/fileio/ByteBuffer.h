@@ -4,18 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <utility>
 
 class ByteBuffer {
 public:
     ByteBuffer() = default;
-    ByteBuffer(ByteBuffer&& other) noexcept
-        : m_bytes(std::move(other.m_bytes)), m_size(std::exchange(other.m_size, 0)) {}
-    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
-        m_bytes = std::move(other.m_bytes);
-        m_size = std::exchange(other.m_size, 0);
-        return *this;
-    }
+    ByteBuffer(const ByteBuffer&) = delete;
+    ByteBuffer& operator=(const ByteBuffer&) = delete;
 
     // Makes room for `size` bytes; what the buffer held is lost when it grows. Throws std::bad_alloc.
     void growTo(std::size_t size) {
@@ -28,6 +22,7 @@ public:
     }
 
     std::uint8_t* data() { return m_bytes.get(); }
+    const std::uint8_t* data() const { return m_bytes.get(); }
     std::size_t size() const { return m_size; }
 
 private:
