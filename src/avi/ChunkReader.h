@@ -34,8 +34,8 @@ public:
     /// The same in one read straight into `destination`, for what is large or read once, unless a block has all of it.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// readDirect into room of the reader's own, aligned for any type and good until the next call. kPadding zeros follow
-    /// the bytes, so that a last record cut short can be read whole. Throws std::bad_alloc.
+    /// readDirect into room of the reader's own, aligned for any type and valid until the next call. kPadding zeros
+    /// follow the bytes, so that a last record cut short can be taken whole. Throws std::bad_alloc.
     static constexpr std::size_t kPadding = 16;
     std::span<const std::uint8_t> readPiece(std::uint64_t position, std::uint64_t count);
 

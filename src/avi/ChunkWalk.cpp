@@ -32,7 +32,10 @@ struct Level {
 class Walk {
 public:
     Walk(ChunkReader& reader, const std::vector<std::uint32_t>& closedTypes, ChunkTree& tree)
-        : m_reader(reader), m_closedTypes(closedTypes), m_tree(tree), m_maxBlocks(avi::maxWalkBlocks(reader.fileSize())) {}
+        : m_reader(reader),
+          m_closedTypes(closedTypes),
+          m_tree(tree),
+          m_maxBlocks(avi::maxWalkBlocks(reader.fileSize())) {}
 
     bool run() {
         m_levels.push_back({m_reader.start(), m_reader.fileSize()});
@@ -64,7 +67,7 @@ private:
             return;
         }
         level.pass(stepOf(node));
-        // Zeros read as empty chunks of 8 bytes. One stands for all of a row.
+        // Zeros read as empty chunks of 8 bytes. One node stands for all in a row.
         if (isZero(node) && level.lastChild != ChunkNode::kNone && isZero(m_tree[level.lastChild])) {
             ++m_skippedZeros;
             return;

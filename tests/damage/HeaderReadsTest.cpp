@@ -46,7 +46,8 @@ TEST(HeaderReads, FurtherBlocksEndTheWalk) { EXPECT_FALSE(eightPassesHold(172));
 class ChunksFarApart : public fileio::File {
 public:
     explicit ChunksFarApart(std::uint32_t chunks, Bytes front = {})
-        : m_front(std::move(front)), m_size(static_cast<std::int64_t>(m_front.size()) + std::int64_t{chunks} * kApart) {}
+        : m_front(std::move(front)),
+          m_size(static_cast<std::int64_t>(m_front.size()) + std::int64_t{chunks} * kApart) {}
 
     bool open(const char*, std::uint32_t) override { return false; }
     void close() override {}

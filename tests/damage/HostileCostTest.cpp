@@ -68,7 +68,7 @@ TEST_P(HostileCost, IsBoundedByTheSizeOfTheFile) {
     // Beside those of headers and indexes, each stream has a header and a format.
     EXPECT_LE(cost.reads - std::min(cost.reads, 2 * cost.streams),
               cost.fileBytes / 65'536 + 1024 + cost.fileBytes / 4096 + 16'384);
-    EXPECT_LE(cost.nodes, 500'000u);
+    EXPECT_LE(cost.nodes, 200'000u);
     EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 1'000'000);
     EXPECT_LE(cost.messageBytes, kMiB + 200);
     // 16 bytes of a super index take 40; the list of reads that this test keeps is among it.
@@ -79,7 +79,7 @@ TEST_P(HostileCost, IsBoundedForASmallFileToo) {
     const Cost cost = costOf(GetParam(), kMiB);
     EXPECT_LE(cost.bytesRead, 3 * cost.fileBytes + 76 * kMiB);
     EXPECT_LE(cost.memory, 64 * kMiB);
-    EXPECT_LE(cost.nodes, 500'000u);
+    EXPECT_LE(cost.nodes, 200'000u);
     EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 1'000'000);
 }
 

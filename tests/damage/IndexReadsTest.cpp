@@ -100,7 +100,8 @@ TEST(IndexReads, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
 
 // The same in a file so large that the bound does not depend on its size, of entries that are skipped.
 bool holdsInALargeFile(std::uint32_t entries) {
-    const Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = std::vector<SuperIndexEntry>(entries)})})})});
+    const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(entries)};
+    const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
     fileio::SparseFile file(std::int64_t{5} << 30);
     file.put(0, head + text("JUNK") + u32(0xFFFFFFF0));
     AviParser parser;
