@@ -80,19 +80,23 @@ bool AviParser::parseStructure(ChunkReader& reader) {
     if (!reader.readChunkData(*avih, &m_mainHeader, sizeof m_mainHeader)) {
         return fail("avih data read error\n");
     }
-    const ChunkNode* idx1 = m_tree.child(aviList, fourCC("idx1"));
-    if (idx1) {
-        reader.setAside(idx1->dataPosition(), idx1->size);
-    }
     parseHeaderList(reader, *hdrl);
-    if (idx1) {
+    if (const ChunkNode* idx1 = m_tree.child(aviList, fourCC("idx1"))) {
         parseIdx1(reader, aviList, *idx1);
     }
     return true;
 }
 
 void AviParser::parseHeaderList(ChunkReader& reader, const ChunkNode& hdrl) {
-    ParseContext context{reader, m_tree, m_errors, avi::kMaxUnbackedEntriesPerFile, avi::kMaxFormatBytesPerFile};
+    ParseContext context{
+        .reader = reader,
+        .tree = m_tree,
+        .errors = m_errors,
+        .formatBytesLeft = avi::kMaxFormatBytes,
+        .indexesLeft = avi::maxIndexes(reader.fileSize()),
+        .indexBytesLeft = avi::maxIndexBytes(reader.fileSize()),
+        .missingEntriesLeft = avi::kMaxMissingEntries,
+    };
     std::uint32_t streamNumber = 0;
     for (const ChunkNode& child : m_tree.children(hdrl)) {
         if (child.listType == fourCC("strl") && streamNumber < avi::kMaxStreams) {
@@ -121,7 +125,6 @@ void AviParser::parseIdx1(ChunkReader& reader, const ChunkNode& aviList, const C
         m_errors.add("idx1 size is not a multiple of index entry size\n");
     }
     if (const ChunkNode* movi = m_tree.childList(aviList, fourCC("movi"))) {
-        reader.giveBackWhatIsSetAside();
         readLegacyIndex(reader, idx1, *movi, m_streams);
     }
 }

@@ -1,9 +1,8 @@
 #include "avi/AviStream.h"
 
-#include "avi/ParserLimits.h"
+#include "avi/RecordReader.h"
 #include "text/FourCC.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace {
@@ -80,12 +79,12 @@ bool AviStream::parse(ParseContext& context, const ChunkNode& strl) {
 }
 
 bool AviStream::readFormat(ParseContext& context, const ChunkNode& strf) {
-    const std::int64_t room = static_cast<std::int64_t>(std::min(avi::kMaxFormatBytes, context.formatBytesLeft));
-    if (strf.dataSize() > room || !context.reader.hasWholeChunk(strf)) {
+    ChunkReader& reader = context.reader;
+    if (reader.existing(strf.dataPosition(), strf.size) != strf.size || !take(context.formatBytesLeft, strf.size)) {
         return false;
     }
-    context.formatBytesLeft -= static_cast<std::uint64_t>(strf.dataSize());   // also where it then cannot be read
-    return context.reader.readWholeChunk(strf, m_format);
+    m_format.resize(strf.size);
+    return reader.readDirect(strf.dataPosition(), m_format.data(), strf.size) == strf.size;
 }
 
 void AviStream::shrinkToFit() {

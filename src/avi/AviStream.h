@@ -2,7 +2,6 @@
 #pragma once
 
 #include "avi/AviRecords.h"
-#include "avi/BlockList.h"
 #include "avi/ChunkList.h"
 #include "avi/ChunkReader.h"
 #include "avi/ChunkTree.h"
@@ -15,21 +14,20 @@
 #include <string>
 #include <vector>
 
-/// What the parts of one parse share.
+/// What the streams of one parse share, and what they may still take together.
 struct ParseContext {
     ChunkReader& reader;
     const ChunkTree& tree;
     ErrorText& errors;
-    std::uint64_t unbackedEntriesLeft;  ///< index entries that may still be taken from beyond the end of the file
-    std::uint64_t formatBytesLeft;      ///< bytes of formats that may still be read
+    std::uint64_t formatBytesLeft;
+    std::uint64_t indexesLeft;  ///< standard indexes
+    std::uint64_t indexBytesLeft;
+    std::uint64_t missingEntriesLeft;  ///< of standard indexes, taken for zeros: the file does not have their bytes
 };
 
 /// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
 class AviStream {
 public:
-    using SuperIndexEntries = BlockList<avi::SuperIndexEntry, EqualBlocks::shared>;
-    using StdIndexHeaders = BlockList<avi::StdIndexHeader, EqualBlocks::shared>;
-
     /// `streamNumber` is the ordinal of the stream's "strl" list, from 0.
     explicit AviStream(std::uint32_t streamNumber);
     AviStream(const AviStream&) = delete;
@@ -50,11 +48,11 @@ public:
     const avi::SuperIndexHeader& superIndexHeader() const { return m_superIndexHeader; }
 
     /// The entries in use of which the file has at least a part.
-    const SuperIndexEntries& superIndexEntries() const { return m_superIndexEntries; }
+    const std::vector<avi::SuperIndexEntry>& superIndexEntries() const { return m_superIndexEntries; }
 
     /// The head of the standard index of each super index entry, also of one that was refused; all zero where
     /// nothing was read.
-    const StdIndexHeaders& stdIndexes() const { return m_stdIndexes; }
+    const std::vector<avi::StdIndexHeader>& stdIndexes() const { return m_stdIndexes; }
 
     /// True when an OpenDML index was read without any fault; the lookups below then use it, else "idx1".
     bool useOpenDmlIndex() const { return m_useOpenDmlIndex; }
@@ -96,18 +94,17 @@ private:
         const char* after = "";
     };
     void report(ParseContext& context, const char* text, std::initializer_list<Value> values = {}) const;
+    void fail(ParseContext& context, const char* text, std::initializer_list<Value> values);
     bool readFormat(ParseContext& context, const ChunkNode& strf);
     void readSuperIndex(ParseContext& context, const ChunkNode& indx);
-    void readStdIndexes(ParseContext& context);
-    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header,
-                      std::uint64_t& unbackedLeft);
+    void readStdIndex(ParseContext& context, const avi::SuperIndexEntry& entry, avi::StdIndexHeader& header);
 
     std::uint32_t m_streamNumber;
     avi::AVISTREAMHEADER m_header{};
     std::vector<std::uint8_t> m_format;
     avi::SuperIndexHeader m_superIndexHeader{};
-    SuperIndexEntries m_superIndexEntries;
-    StdIndexHeaders m_stdIndexes;
+    std::vector<avi::SuperIndexEntry> m_superIndexEntries;
+    std::vector<avi::StdIndexHeader> m_stdIndexes;
     bool m_useOpenDmlIndex = false;
     ChunkList m_idx1Chunks;
     ChunkList m_openDmlChunks;

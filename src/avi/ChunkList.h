@@ -1,6 +1,5 @@
 // The chunks of one stream, as its index lists them. New pages of memory are most of what opening a long file takes;
-// therefore a chunk's place in the stream is stored once for a group of chunks and counted up from there. An index that
-// lies in a hole of the file, gigabytes of zeros that cost nothing on disk, costs next to no memory either.
+// therefore a chunk's place in the stream is stored once for a group of chunks and counted up from there.
 #pragma once
 
 #include "avi/BlockList.h"
@@ -87,11 +86,11 @@ public:
 
 private:
     static constexpr std::size_t kGroup = 16;
-    static_assert(BlockList<Row, EqualBlocks::shared>::kBlockLength % kGroup == 0, "a group lies in one block");
+    static_assert(BlockList<Row>::kBlockLength % kGroup == 0, "a group lies in one block");
 
     /// startByte of the group that begins with `first`, and the sizes of its chunks before `index`.
     std::uint64_t startOf(std::size_t first, std::size_t index) const;
 
-    BlockList<Row, EqualBlocks::shared> m_rows;
-    BlockList<std::uint64_t, EqualBlocks::shared> m_groupStarts;  // startByte of every kGroup-th chunk
+    BlockList<Row> m_rows;
+    BlockList<std::uint64_t> m_groupStarts;  // startByte of every kGroup-th chunk
 };

@@ -1,21 +1,16 @@
 #include "avi/ChunkReader.h"
 
-#include "avi/ParserLimits.h"
-
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
-// Headers of an ordinary file fit into one block; the walk over zeros costs a read per 8192 chunks.
+// Headers of an ordinary file fit into one block.
 constexpr std::uint64_t kBlockSize = 64 * 1024;
 
-// Far from what was read before, behind gigabytes of media, are two or three headers. Only at the end of the file are
-// there more: the index of a short clip.
+// After gigabytes of media come two or three headers. Only at the end of the file are there more: the index of a short
+// clip.
 constexpr std::uint64_t kFarBlockSize = 4 * 1024;
-
-// What a header read by itself counts as.
-constexpr std::uint64_t kSingleReadCost = 512;
 
 std::uint64_t notNegative(std::int64_t value) {
     return static_cast<std::uint64_t>(std::max<std::int64_t>(value, 0));
@@ -24,12 +19,7 @@ std::uint64_t notNegative(std::int64_t value) {
 }  // namespace
 
 ChunkReader::ChunkReader(fileio::File& file)
-    : m_file(file),
-      m_start(notNegative(file.tell())),
-      m_fileSize(notNegative(file.size())),
-      m_directBudget(std::min(m_fileSize + avi::kOverlapAllowance, avi::kMaxIndexBytes)),
-      m_blockBudget(std::min(avi::kHeaderPasses * std::min(m_fileSize, avi::kMaxHeaderBytes) + avi::kOverlapAllowance,
-                             avi::kMaxHeaderBytes)) {}
+    : m_file(file), m_start(notNegative(file.tell())), m_fileSize(notNegative(file.size())) {}
 
 std::uint64_t ChunkReader::existing(std::uint64_t position, std::uint64_t count) const {
     return position < m_fileSize ? std::min(count, m_fileSize - position) : 0;
@@ -42,20 +32,15 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
     while (done < wanted) {
         const std::uint64_t where = position + done;
         const Block* block = findBlock(where);
-        if (!block && m_blockBudget < kBlockSize) {
-            return done;
-        }
-        if (!block && !isInFault(where)) {
+        if (!block) {
             block = loadBlock(where);
         }
         if (!block) {
-            // A fault somewhere in the block must not take away the bytes before it.
-            m_blockBudget -= kSingleReadCost;
+            ++m_blockCount;
             return done + readFile(where, bytes + done, wanted - done);
         }
-        const std::uint64_t skip = where - block->position;
-        const std::uint64_t part = std::min(wanted - done, block->length - skip);
-        std::memcpy(bytes + done, block->bytes.data() + skip, part);
+        const std::uint64_t part = std::min(wanted - done, block->end() - where);
+        std::memcpy(bytes + done, block->bytes.data() + (where - block->position), part);
         done += part;
     }
     return done;
@@ -63,25 +48,20 @@ std::uint64_t ChunkReader::read(std::uint64_t position, void* destination, std::
 
 std::uint64_t ChunkReader::readDirect(std::uint64_t position, void* destination, std::uint64_t count) {
     const std::uint64_t wanted = existing(position, count);
-    const std::uint64_t cost = costOf(position, wanted);
-    if (wanted == 0 || cost > m_directBudget) {
+    if (wanted == 0) {
         return 0;
     }
-    m_directBudget -= cost;
-    return readPreferringBlocks(position, destination, wanted);
+    const Block* block = findBlock(position);
+    return block && block->holds(position + wanted - 1) ? read(position, destination, wanted)
+                                                        : readFile(position, destination, wanted);
 }
 
-void ChunkReader::setAside(std::uint64_t position, std::uint64_t count) {
-    // A last piece shorter than kLeastReadCost costs that much.
-    if (const std::uint64_t bytes = existing(position, count)) {
-        m_setAside = std::min(bytes + avi::kLeastReadCost, m_directBudget);
-        m_directBudget -= m_setAside;
-    }
-}
-
-void ChunkReader::giveBackWhatIsSetAside() {
-    m_directBudget += m_setAside;
-    m_setAside = 0;
+std::span<const std::uint8_t> ChunkReader::readPiece(std::uint64_t position, std::uint64_t count) {
+    const auto wanted = static_cast<std::size_t>(existing(position, count));
+    m_piece.growTo(wanted + kPadding);
+    const auto got = static_cast<std::size_t>(readDirect(position, m_piece.data(), wanted));
+    std::fill_n(m_piece.data() + got, kPadding, std::uint8_t{0});
+    return {m_piece.data(), got};
 }
 
 bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::uint64_t count) {
@@ -91,71 +71,36 @@ bool ChunkReader::readChunkData(const ChunkNode& node, void* destination, std::u
     return read(node.dataPosition(), destination, count) == count;
 }
 
-bool ChunkReader::hasWholeChunk(const ChunkNode& node) const {
-    const std::uint64_t size = notNegative(node.dataSize());
-    return existing(node.dataPosition(), size) == size;
-}
-
-bool ChunkReader::readWholeChunk(const ChunkNode& node, std::vector<std::uint8_t>& data) {
-    const std::uint64_t size = notNegative(node.dataSize());
-    data.resize(static_cast<std::size_t>(size));
-    return size == 0 || readPreferringBlocks(node.dataPosition(), data.data(), size) == size;
-}
-
-std::uint8_t* ChunkReader::pieceRoom(std::size_t size) {
-    m_piece.growTo(size);
-    return m_piece.data();
-}
-
-bool ChunkReader::isInFault(std::uint64_t position) const {
-    return position >= m_faultPosition && position - m_faultPosition < m_faultLength;
-}
-
 const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
-    const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
-                                    [position](const Block& block) { return block.holds(position); });
-    return found == m_blocks.end() ? nullptr : &*found;
+    for (const Block& block : m_blocks) {
+        if (block.holds(position)) {
+            return &block;
+        }
+    }
+    return nullptr;
 }
 
-bool ChunkReader::isLoaded(std::uint64_t position, std::uint64_t count) const {
-    const Block* block = findBlock(position);
-    return block && block->holds(position + count - 1);
-}
-
-/// What an index's bytes, of which the file has all, take away from the budget.
-std::uint64_t ChunkReader::costOf(std::uint64_t position, std::uint64_t count) const {
-    return count == 0 || isLoaded(position, count) ? count : std::max(count, avi::kLeastReadCost);
-}
-
-/// Whether the place is neither just behind a block, as the next of many small chunks is, nor at the end of the file.
-bool ChunkReader::liesFar(std::uint64_t position) const {
-    const auto isJustBehind = [position](const Block& block) {
-        const std::uint64_t end = block.position + block.length;
-        return block.length != 0 && position >= end && position - end < kBlockSize;
-    };
-    return m_blocks[0].length != 0 && m_fileSize - position > kBlockSize &&
-           std::none_of(m_blocks.begin(), m_blocks.end(), isJustBehind);
-}
-
-/// Null where nothing could be read.
+/// Null where nothing could be read. A fault must not take away the bytes around it, and each further try can take a
+/// failing disk half a minute: from then on all is read by itself.
 const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
-    const std::uint64_t size = liesFar(position) ? kFarBlockSize : kBlockSize;
-    Block& block = m_blocks[0].length == 0 ? m_blocks[0] : m_blocks[1];
-    block.bytes.resize(kBlockSize);
-    block.position = position;
-    block.length = readFile(position, block.bytes.data(), size);
-    m_blockBudget -= block.length == kFarBlockSize ? kBlockSize : block.length;
-    if (block.length == 0) {
-        m_faultPosition = position;
-        m_faultLength = size;
+    if (m_isFaulty) {
         return nullptr;
     }
-    return &block;
+    const std::uint64_t size = existing(position, blockSizeAt(position));
+    Block& block = m_blocks[0].length == 0 ? m_blocks[0] : m_blocks[1];
+    block.bytes.growTo(kBlockSize);
+    block.position = position;
+    block.length = readFile(position, block.bytes.data(), size);
+    m_blockCount += block.length == size ? 1 : 0;
+    m_isFaulty = block.length == 0;
+    return m_isFaulty ? nullptr : &block;
 }
 
-/// In one read, unless a block has all of it.
-std::uint64_t ChunkReader::readPreferringBlocks(std::uint64_t position, void* destination, std::uint64_t count) {
-    return isLoaded(position, count) ? read(position, destination, count) : readFile(position, destination, count);
+std::uint64_t ChunkReader::blockSizeAt(std::uint64_t position) const {
+    // Just after a block, as the next of many small chunks is; the first block counts as one after nothing.
+    const auto follows = [position](const Block& block) { return position - block.end() < kBlockSize; };
+    const bool isNear = std::any_of(m_blocks.begin(), m_blocks.end(), follows);
+    return isNear || m_fileSize - position <= kBlockSize ? kBlockSize : kFarBlockSize;
 }
 
 std::uint64_t ChunkReader::readFile(std::uint64_t position, void* destination, std::uint64_t count) {

@@ -12,6 +12,8 @@ std::uint64_t stepOf(const ChunkNode& node) {
     return (std::uint64_t{node.size} + 9) & ~std::uint64_t{1};
 }
 
+bool isZero(const ChunkNode& node) { return node.id == 0 && node.size == 0; }
+
 /// One list on the way down to the current chunk. The file decides how deep lists nest, so they are kept here and
 /// not on the call stack.
 struct Level {
@@ -33,8 +35,7 @@ public:
         : m_reader(reader),
           m_closedTypes(closedTypes),
           m_tree(tree),
-          m_maxNodes(std::min<std::uint64_t>(avi::kMaxNodes,
-                                             reader.fileSize() / avi::kChunkHeaderSize + avi::kMaxRepeatedNodes)) {}
+          m_maxBlocks(avi::maxWalkBlocks(reader.fileSize())) {}
 
     bool run() {
         m_levels.push_back({m_reader.start(), m_reader.fileSize()});
@@ -46,7 +47,8 @@ public:
                     return !failed;
                 }
                 m_levels.back().failed |= failed;
-            } else if (m_tree.size() == m_maxNodes) {
+            } else if (m_tree.size() == avi::kMaxNodes || m_skippedZeros == avi::kMaxSkippedZeros ||
+                       m_reader.blockCount() >= m_maxBlocks) {
                 return false;
             } else {
                 visitNext();
@@ -64,10 +66,15 @@ private:
             level.remaining = 0;
             return;
         }
+        level.pass(stepOf(node));
+        // Zeros read as empty chunks of 8 bytes. One node stands for all in a row.
+        if (isZero(node) && level.lastChild != ChunkNode::kNone && isZero(m_tree[level.lastChild])) {
+            ++m_skippedZeros;
+            return;
+        }
         const std::uint32_t number = m_tree.add(node, level.parent, level.lastChild);
         level.lastChild = number;
-        level.pass(stepOf(node));
-        // Behind a list that failed, its neighbours are only noted: what they hold is likely to be noise.
+        // After a list that failed, its neighbours are only noted: what they hold is likely to be noise.
         if (node.isList() && !isClosed(node) && !level.failed && node.dataSize() > 0) {
             m_levels.push_back({node.dataPosition(), static_cast<std::uint64_t>(node.dataSize()), number});
         }
@@ -94,7 +101,8 @@ private:
     ChunkReader& m_reader;
     const std::vector<std::uint32_t>& m_closedTypes;
     ChunkTree& m_tree;
-    std::uint64_t m_maxNodes;
+    std::uint64_t m_maxBlocks;
+    std::uint32_t m_skippedZeros = 0;
     std::vector<Level> m_levels;
 };
 

@@ -46,10 +46,11 @@ void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode
     // An entry counts its chunk's header, which the list of chunks leaves out.
     const std::uint64_t base = movi.position + avi::kChunkHeaderSize + avi::kChunkHeaderSize;
     const std::uint64_t bytes = reader.existing(idx1.dataPosition(), idx1.size);
-    RecordReader records(reader, idx1.dataPosition(), bytes, pieceSizeFor(bytes));
+    std::uint64_t bytesLeft = bytes;  // it is read once: nothing needs a bound
+    RecordReader records(reader, bytesLeft, idx1.dataPosition(), bytes, pieceSizeFor(bytes));
     // Entries that the file no longer has would be all zero and belong to no stream.
     while (records.remaining() > 0) {
-        for (const avi::LegacyIndexEntry& entry : records.nextRun<avi::LegacyIndexEntry>(records.remaining())) {
+        for (const avi::LegacyIndexEntry& entry : records.next<avi::LegacyIndexEntry>(records.remaining())) {
             if (AviStream* stream = streamOfPair[digitPairIn(entry.ckid)]) {
                 stream->addIdx1Chunk(base + entry.dwChunkOffset, entry.dwChunkLength,
                                      (entry.dwFlags & avi::AVIIF_KEYFRAME) != 0);

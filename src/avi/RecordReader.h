@@ -1,77 +1,73 @@
-// The records of an index chunk, one after another.
+// The records of an index, piece by piece.
 #pragma once
 
 #include "avi/ChunkReader.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
 #include <type_traits>
 
-/// Reads `length` bytes from `position` on in large pieces. Bytes that the file does not have, or that cannot be
-/// read, are zero; they cost neither memory nor reads. The pieces come into the chunk reader's own room, so that only
-/// one object of this class may be at work on a chunk reader at a time.
+/// Takes `count` from what is left of a limit, or nothing where that is less.
+inline bool take(std::uint64_t& left, std::uint64_t count) {
+    const bool isEnough = count <= left;
+    left -= isEnough ? count : 0;
+    return isEnough;
+}
+
+/// Reads what the file has of `length` bytes from `position` on, up to the first piece that it does not give whole. The
+/// pieces come into the chunk reader's own room, so that only one object of this class may be at work on a chunk reader
+/// at a time.
 class RecordReader {
 public:
     // One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
     static constexpr std::uint64_t kLargestPiece = std::uint64_t{4} << 20;
 
-    /// Reads the first piece at once. Throws std::bad_alloc.
-    RecordReader(ChunkReader& reader, std::uint64_t position, std::uint64_t length,
-                 std::uint64_t largestPiece = kLargestPiece);
+    /// Reads the first piece at once. `bytesLeft` is what may still be read, and must outlive the object. Throws
+    /// std::bad_alloc.
+    RecordReader(ChunkReader& reader, std::uint64_t& bytesLeft, std::uint64_t position, std::uint64_t length,
+                 std::uint64_t pieceSize = kLargestPiece);
 
-    /// Bytes not yet taken that the file has.
-    std::uint64_t remaining() const { return m_filled - m_taken + m_left; }
+    /// Bytes not yet taken, as far as is known.
+    std::uint64_t remaining() const { return m_piece.size() + m_left; }
 
-    /// Whether nothing came of a piece that lies in the file: the chunk reader refuses it, or the disk fails there.
-    /// What is in the file is then not known, and remaining() is 0.
-    bool wasDenied() const { return m_denied; }
+    /// Whether a piece that the file should have was not read: nothing came, or it is more than may be read.
+    bool wasRefused() const { return m_refused; }
 
-    /// The next record; its bytes past the end are zero.
+    /// The record at the front; bytes that the file does not have are zero.
     template <typename Record>
-    Record next() {
-        static_assert(std::is_trivially_copyable_v<Record>);
+    Record head() {
         Record record{};
-        take(&record, sizeof record);
+        const std::size_t part = std::min(sizeof record, m_piece.size());
+        std::copy_n(m_piece.data(), part, reinterpret_cast<std::uint8_t*>(&record));
+        m_piece = m_piece.subspan(part);
         return record;
     }
 
-    /// The next records, at least one and at most `count`, which must not be 0: as many as lie whole in the present
-    /// piece, else one as next() gives it. They stay until the next call.
+    /// The next records, at most `count`, which must not be 0; they stay until the next call. None at the end. A last
+    /// one of which the file has only a part ends in zeros. Pieces and what was taken before must be whole records.
     template <typename Record>
-    std::span<const Record> nextRun(std::uint64_t count) {
-        static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= kLargestRecord);
-        if (m_taken == m_filled && m_left > 0) {
+    std::span<const Record> next(std::uint64_t count) {
+        static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= ChunkReader::kPadding);
+        if (m_piece.empty() && m_left > 0) {
             readPiece();
         }
-        const std::uint64_t whole = std::min(count, (m_filled - m_taken) / sizeof(Record));
-        if (whole == 0 || m_taken % alignof(Record) != 0) {
-            const Record record = next<Record>();
-            std::memcpy(m_single.data(), &record, sizeof record);
-            return {reinterpret_cast<const Record*>(m_single.data()), 1};
-        }
-        const std::span<const Record> run(reinterpret_cast<const Record*>(m_piece + m_taken),
-                                          static_cast<std::size_t>(whole));
-        m_taken += run.size_bytes();
-        return run;
+        const std::size_t present = (m_piece.size() + sizeof(Record) - 1) / sizeof(Record);
+        const std::span<const Record> records(reinterpret_cast<const Record*>(m_piece.data()),
+                                              static_cast<std::size_t>(std::min<std::uint64_t>(count, present)));
+        m_piece = m_piece.subspan(std::min(records.size_bytes(), m_piece.size()));
+        return records;
     }
 
 private:
-    static constexpr std::size_t kLargestRecord = 32;
-
-    bool readPiece();
-    void take(void* destination, std::size_t count);
+    void readPiece();
 
     ChunkReader& m_reader;
+    std::uint64_t& m_bytesLeft;
     std::uint64_t m_position;  // of what is not yet in the piece
     std::uint64_t m_left;
     std::uint64_t m_pieceSize;
-    std::uint8_t* m_piece;  // aligned for every record
-    std::uint64_t m_filled = 0;
-    std::uint64_t m_taken = 0;
-    bool m_denied = false;
-    alignas(std::max_align_t) std::array<std::uint8_t, kLargestRecord> m_single;
+    std::span<const std::uint8_t> m_piece;  // what is not yet taken of it
+    bool m_refused = false;
 };

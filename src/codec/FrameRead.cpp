@@ -47,8 +47,8 @@ void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, Byt
     fileio::readExact(file, buffer.data(), chunk.size);
 }
 
-// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames. Found by
-// their bytes, not one by one: a damaged index can list millions of dropped frames.
+// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames.
+// Found by their bytes, not one by one: a damaged index can list millions of dropped frames.
 std::uint64_t findFrameWithData(const AviStream& stream, std::uint64_t frame) {
     const AviChunk chunk = stream.chunk(frame);
     if (chunk.size != 0) {

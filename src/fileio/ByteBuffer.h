@@ -7,6 +7,10 @@
 
 class ByteBuffer {
 public:
+    ByteBuffer() = default;
+    ByteBuffer(const ByteBuffer&) = delete;
+    ByteBuffer& operator=(const ByteBuffer&) = delete;
+
     // Makes room for `size` bytes; what the buffer held is lost when it grows. Throws std::bad_alloc.
     void growTo(std::size_t size) {
         if (size > m_size) {
@@ -18,6 +22,7 @@ public:
     }
 
     std::uint8_t* data() { return m_bytes.get(); }
+    const std::uint8_t* data() const { return m_bytes.get(); }
     std::size_t size() const { return m_size; }
 
 private:

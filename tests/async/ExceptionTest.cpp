@@ -171,7 +171,8 @@ TEST_F(WithoutVideo, AnAnnouncementIsALogicError) {
     const Lines expected = {"----------------------", "[OnInitiateAsyncRead]",
                             std::string(kDuringAnnouncing) + "m_videoInfo is NULL"};
     EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected);
-    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected) << "the lock is free";
+    EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected)
+        << "the lock is free";
 }
 
 TEST_F(WithoutVideo, ACollectionIsALogicError) {

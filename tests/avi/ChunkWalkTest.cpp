@@ -174,39 +174,46 @@ Bytes doublingGroup(std::uint32_t units) {
 TEST(ChunkWalk, ListsThatReachPastTheirParentsAreNotWalkedForEver) {
     Walked walked(doublingGroup(60));   // more than 2^60 nodes
     EXPECT_FALSE(walked.holds);
-    EXPECT_EQ(walked.tree.size(), 60u * 24 / 8 + 10'000);
+    EXPECT_EQ(walked.tree.size(), 200'000u);
 }
 
-/// 10,001 nodes more than one for every 8 bytes.
-Bytes repeatedHeaders() {
+Bytes emptyChunks(std::size_t count) {
     Bytes file;
-    for (const std::uint32_t units : {12, 9, 8, 7, 6, 3, 3, 3, 3, 3}) {
-        file = file + doublingGroup(units);
+    file.reserve(8 * count);
+    for (const Bytes one = chunk("JUNK", {}); count > 0; --count) {
+        file.insert(file.end(), one.begin(), one.end());
     }
     return file;
 }
 
-TEST(ChunkWalk, TenThousandNodesWithoutBytesOfTheirOwnAreWalked) {
-    const Bytes file = repeatedHeaders() + doublingGroup(1);   // two nodes in 24 bytes
-    Walked walked(file);
+TEST(ChunkWalk, TwoHundredThousandNodesAreWalked) {
+    EXPECT_TRUE(Walked(emptyChunks(200'000)).holds);
+}
+
+TEST(ChunkWalk, OneMoreNodeIsTooMany) {
+    Walked walked(emptyChunks(200'001));
+    EXPECT_FALSE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), 200'000u);
+}
+
+TEST(ChunkWalk, ARowOfZerosIsOneNode) {
+    Walked walked(chunk("aaaa", {}) + filled(800) + chunk("bbbb", {}) + filled(8) + chunk("cccc", {}));
     EXPECT_TRUE(walked.holds);
-    EXPECT_EQ(walked.tree.size(), file.size() / 8 + 10'000);
+    EXPECT_EQ(walked.text(), "aaaa [0][0][0][0] bbbb [0][0][0][0] cccc");
 }
 
-TEST(ChunkWalk, OneMoreNodeWithoutBytesOfItsOwnIsTooMany) {
-    Walked walked(repeatedHeaders());
-    EXPECT_FALSE(walked.holds);
-    EXPECT_EQ(walked.tree.size(), repeatedHeaders().size() / 8 + 10'000);
+TEST(ChunkWalk, ARowOfZerosThatEndsWithinAHeaderFails) {
+    EXPECT_FALSE(Walked(filled(801)).holds);
 }
 
-TEST(ChunkWalk, HalfAMillionNodesAreWalked) {
-    EXPECT_TRUE(Walked(filled(4'000'000)).holds);
+TEST(ChunkWalk, A64MebibyteRowOfZerosIsWalked) {
+    Walked walked(std::make_unique<fileio::SparseFile>((64 << 20) + 8));
+    EXPECT_TRUE(walked.holds);
+    EXPECT_EQ(walked.tree.size(), 1u);
 }
 
-TEST(ChunkWalk, HalfAMillionAndOneNodesAreTooMany) {
-    Walked walked(filled(4'000'008));
-    EXPECT_FALSE(walked.holds);
-    EXPECT_EQ(walked.tree.size(), 500'000u);
+TEST(ChunkWalk, ALongerRowOfZerosIsNotWalked) {
+    EXPECT_FALSE(Walked(std::make_unique<fileio::SparseFile>((64 << 20) + 16)).holds);
 }
 
 }  // namespace

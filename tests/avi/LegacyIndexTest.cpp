@@ -176,4 +176,12 @@ TEST(LegacyIndex, AnIndexLargerThanOneReadIsReadToItsEnd) {
     EXPECT_EQ(parsed.stream(0).totalBytes(), 300'000u);
 }
 
+TEST(LegacyIndex, IsFoundAfterEightMebibytesOfZeroPadding) {
+    const Bytes hdrl = samples::hdrl({samples::videoStrl()});
+    Parsed parsed(riff("AVI ", {hdrl, list("movi", {}), filled(8 << 20), idx1({{.offset = 4, .length = 10}})}));
+    EXPECT_EQ(parsed.errors(), "");
+    EXPECT_EQ(parsed.stream(0).totalBytes(), 10u);
+    EXPECT_LT(parsed.parser.chunkTree().size(), 20u);
+}
+
 }  // namespace

@@ -104,6 +104,13 @@ TEST(Memory, AStandardIndexEntryCostsAtMost17Bytes) {
     EXPECT_LE(cost.kept, 17u * 1'000'000 + 10'000);
 }
 
+TEST(Memory, SeveralShortStandardIndexesLeaveNoSpareRoom) {
+    AviParser parser;
+    const Cost cost = costOf(openDmlFileOf(3, 3000), parser);
+    ASSERT_EQ(parser.streams()[0]->chunkCount(), 9000u);
+    EXPECT_LE(cost.kept, 17u * 9000 + 10'000);
+}
+
 TEST(Memory, ReadingStandardIndexesTakesLessThanHalfAsMuchAgain) {
     AviParser parser;
     const Cost cost = costOf(openDmlFileOf(20, 50'000), parser);

@@ -40,7 +40,8 @@ private:
 };
 
 // A thread's work: announces two frames drawn by lot and collects them in the other order, again and again.
-void announceAndCollect(const CheckRun& run, AsyncClip& async, const FrameKeys& frames, std::uint64_t seed, int rounds) {
+void announceAndCollect(const CheckRun& run, AsyncClip& async, const FrameKeys& frames, std::uint64_t seed,
+                        int rounds) {
     std::mt19937_64 random(seed);
     for (int round = 0; round < rounds && (round == 0 || run.hasTime()); ++round) {
         const FrameKey& first = frames[random() % frames.size()];
