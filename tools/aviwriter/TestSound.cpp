@@ -1,7 +1,6 @@
 #include "aviwriter/TestSound.h"
 
 #include <bit>
-#include <utility>
 
 namespace aviwriter {
 
@@ -31,18 +30,14 @@ std::int64_t sine(std::uint32_t phase) {
     return z * (a - square * (b - square * (c - square * d / quarter) / quarter) / quarter) / quarter;
 }
 
-Bytes encoded(SampleFormat format, std::int32_t sample) {
-    const auto bits = static_cast<std::uint32_t>(sample);
+// The sample in the highest bits of its format.
+std::uint32_t encoded(SampleFormat format, std::int32_t sample) {
     switch (format) {
-        case SampleFormat::pcm8: return u8(static_cast<std::uint8_t>((bits >> 24) ^ 0x80));
-        case SampleFormat::pcm16: return u16(static_cast<std::uint16_t>(bits >> 16));
-        case SampleFormat::pcm24: return u16(static_cast<std::uint16_t>(bits >> 8)) +
-                                         u8(static_cast<std::uint8_t>(bits >> 24));
-        case SampleFormat::pcm32: return u32(bits);
+        case SampleFormat::pcm8: return static_cast<std::uint32_t>(sample) ^ 0x80000000U;
         case SampleFormat::float32:
-            return u32(std::bit_cast<std::uint32_t>(static_cast<float>(sample) / 2147483648.0F));
+            return std::bit_cast<std::uint32_t>(static_cast<float>(sample) / 2147483648.0F);
+        default: return static_cast<std::uint32_t>(sample);
     }
-    return {};
 }
 
 }  // namespace
@@ -70,11 +65,15 @@ std::int32_t testSample(std::uint16_t channel, std::uint64_t position, std::uint
 
 Bytes testSound(SampleFormat format, std::uint16_t channels, std::uint32_t sampleRate, std::uint64_t position,
                 std::uint32_t count) {
-    Bytes sound;
-    sound.reserve(std::size_t{count} * channels * bitsPerSample(format) / 8);
+    const unsigned bits = bitsPerSample(format);
+    Bytes sound(std::size_t{count} * channels * bits / 8);
+    auto next = sound.begin();
     for (std::uint64_t frame = position; frame < position + count; ++frame) {
         for (std::uint16_t channel = 0; channel < channels; ++channel) {
-            sound = std::move(sound) + encoded(format, testSample(channel, frame, sampleRate));
+            const std::uint32_t sample = encoded(format, testSample(channel, frame, sampleRate));
+            for (unsigned shift = 32 - bits; shift < 32; shift += 8) {
+                *next++ = static_cast<std::uint8_t>(sample >> shift);
+            }
         }
     }
     return sound;
