@@ -83,7 +83,8 @@ CodecInstance::~CodecInstance() {
 QuorvaneFormat CodecInstance::decompressQuery(const std::vector<std::uint8_t>& compressedFormat) {
     QuorvaneFormat output = preparedFormat();
     check(query(compressedFormat, nullptr, output), [&] {
-        return describeCall("decompressQuery", {describeBytes(compressedFormat.data(), compressedFormat.size()), "null"});
+        return describeCall("decompressQuery",
+                            {describeBytes(compressedFormat.data(), compressedFormat.size()), "null"});
     });
     return output;
 }

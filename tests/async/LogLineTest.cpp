@@ -93,8 +93,9 @@ TEST_F(LogLines, OfAFrameInAnotherPixelFormat) {
     EXPECT_EQ(lines.others, (std::vector<Lines>{{"inFrameTime: 30481920000", "frameIndex:  3 (total: 6)",
                                                  "inNumFrameFormats: 1",
                                                  "inFrameFormats[0]: 0 0 PrPixelFormat_YUYV_422_8u_709 [yuy3]",
-                                                 "Pixel format changed, ending decompression", "Starting decompression: UYVY [Rec.709] [LIMITED] -> YUYV [Rec.709] (pr: "
-                                                 "PrPixelFormat_YUYV_422_8u_709 [yuy3]) [flipped]"}}));
+                                                 "Pixel format changed, ending decompression",
+                                                 "Starting decompression: UYVY [Rec.709] [LIMITED] -> YUYV [Rec.709] "
+                                                 "(pr: PrPixelFormat_YUYV_422_8u_709 [yuy3]) [flipped]"}}));
 }
 
 TEST_F(LogLines, OfADroppedFrame) {
