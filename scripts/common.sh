@@ -73,8 +73,30 @@ use_wine() {
         wine wineboot --init >"$log_dir/wine.log" 2>&1 && touch "$WINEPREFIX/.ready" ||
             fail "Wine could not be started; see $log_dir/wine.log"
     fi
+    keep_wine_ready
+}
+
+# The same with two homes, the second in $WINEPREFIX-2: each has a registry and a profile folder for one test at a time.
+use_wine_twice() {
+    use_wine
+    local second=$WINEPREFIX-2
+    if [ ! -f "$second/.ready" ]; then
+        wineserver -k && wineserver -w      # writes the registry
+        rm -rf "$second" && mkdir -p "$second/drive_c"
+        ln -s "$WINEPREFIX"/drive_c/{windows,Program*} "$second/drive_c"
+        cp -a "$WINEPREFIX/drive_c/users" "$second/drive_c"
+        cp -a "$WINEPREFIX"/{*.reg,dosdevices,.update-timestamp,.ready} "$second"
+        keep_wine_ready
+    fi
+    WINEPREFIX=$second keep_wine_ready
+}
+
+# Keeps Wine's server. Wine's services start with its first program and keep that program's output open: a test must
+# not be the first.
+keep_wine_ready() {
     wineserver -p >/dev/null 2>&1 || true
-    # Wine's services start with its first program and keep that program's output open: a test must not be the first.
     wine cmd /c exit >>"$log_dir/wine.log" 2>&1 </dev/null || fail "Wine could not be started; see $log_dir/wine.log"
-    trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+    trap 'for home in build/windows/wine build/windows/wine-2; do
+              [ ! -d "$home" ] || WINEPREFIX=$PWD/$home wineserver -k >/dev/null 2>&1 || true
+          done' EXIT
 }

@@ -39,11 +39,11 @@ csSDK_int32 DecodeSession::begin(FrameRequest& request) {
             return result;
         }
     }
-    const auto width = static_cast<std::uint32_t>(wanted.inFrameWidth);
-    const auto height = static_cast<std::uint32_t>(wanted.inFrameHeight);
+    const std::int64_t width = wanted.inFrameWidth;
+    const std::int64_t height = wanted.inFrameHeight;
     if (m_format.width > width || m_format.height > height) {   // the codec would write past the frame buffer
-        Log("ERROR: the codec delivers %u x %u, more than the frame of %u x %u", m_format.width, m_format.height,
-            width, height);
+        Log("ERROR: the codec delivers %u x %u, more than the frame of %d x %d", m_format.width, m_format.height,
+            wanted.inFrameWidth, wanted.inFrameHeight);
         return imOtherErr;
     }
     return imNoErr;

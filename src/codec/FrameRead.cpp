@@ -25,21 +25,16 @@ std::uint64_t bytesThatExist(fileio::File& file, const AviChunk& chunk) {
     return chunk.offset < fileSize ? std::min<std::uint64_t>(chunk.size, fileSize - chunk.offset) : 0;
 }
 
-// Whether a picture of that size can be the reason for a compressed frame of so many bytes.
-bool fitsPicture(std::uint32_t bytes, FrameSize size) {
-    const std::uint64_t pixels =
-        std::uint64_t{static_cast<std::uint32_t>(size.width)} * static_cast<std::uint32_t>(size.height);
-    return bytes <= kTrustedFrameBytes || (bytes - kTrustedFrameBytes - 1) / kMostBytesPerPixel < pixels;
-}
-
 void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, ByteBuffer& buffer) {
+    const std::uint64_t pixels =
+        std::uint64_t{static_cast<std::uint32_t>(picture.width)} * static_cast<std::uint32_t>(picture.height);
     fileio::seekOrThrow(file, static_cast<std::int64_t>(chunk.offset));
     if (chunk.size > kTrustedFrameBytes) {
         const std::uint64_t existing = bytesThatExist(file, chunk);
         if (existing < chunk.size) {
             fileio::throwReadError(chunk.size, existing);
         }
-        if (!fitsPicture(chunk.size, picture)) {
+        if ((chunk.size - kTrustedFrameBytes - 1) / kMostBytesPerPixel >= pixels) {
             throw std::runtime_error("Frame too large: size: " + std::to_string(chunk.size));
         }
     }
@@ -47,8 +42,8 @@ void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, Byt
     fileio::readExact(file, buffer.data(), chunk.size);
 }
 
-// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames.
-// Found by their bytes, not one by one: a damaged index can list millions of dropped frames.
+// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames. Found
+// by their bytes, not one by one: a damaged index can list millions of dropped frames.
 std::uint64_t findFrameWithData(const AviStream& stream, std::uint64_t frame) {
     const AviChunk chunk = stream.chunk(frame);
     if (chunk.size != 0) {

@@ -14,37 +14,13 @@
 namespace {
 
 // Every format the host may know, related ones side by side.
-constexpr PrPixelFormat kHostFormats[] = {
-    PrPixelFormat_BGRA_4444_8u, PrPixelFormat_VUYA_4444_8u, PrPixelFormat_VUYA_4444_8u_709,
-    PrPixelFormat_ARGB_4444_8u, PrPixelFormat_BGRX_4444_8u, PrPixelFormat_VUYX_4444_8u,
-    PrPixelFormat_VUYX_4444_8u_709, PrPixelFormat_XRGB_4444_8u, PrPixelFormat_BGRP_4444_8u,
-    PrPixelFormat_VUYP_4444_8u, PrPixelFormat_VUYP_4444_8u_709, PrPixelFormat_PRGB_4444_8u,
-    PrPixelFormat_BGRA_4444_16u, PrPixelFormat_VUYA_4444_16u, PrPixelFormat_ARGB_4444_16u,
-    PrPixelFormat_BGRX_4444_16u, PrPixelFormat_XRGB_4444_16u, PrPixelFormat_BGRP_4444_16u,
-    PrPixelFormat_PRGB_4444_16u, PrPixelFormat_BGRA_4444_32f, PrPixelFormat_VUYA_4444_32f,
-    PrPixelFormat_VUYA_4444_32f_709, PrPixelFormat_ARGB_4444_32f, PrPixelFormat_BGRX_4444_32f,
-    PrPixelFormat_VUYX_4444_32f, PrPixelFormat_VUYX_4444_32f_709, PrPixelFormat_XRGB_4444_32f,
-    PrPixelFormat_BGRP_4444_32f, PrPixelFormat_VUYP_4444_32f, PrPixelFormat_VUYP_4444_32f_709,
-    PrPixelFormat_PRGB_4444_32f, PrPixelFormat_RGB_444_10u, PrPixelFormat_YUYV_422_8u_601,
-    PrPixelFormat_YUYV_422_8u_709, PrPixelFormat_UYVY_422_8u_601, PrPixelFormat_UYVY_422_8u_709,
-    PrPixelFormat_V210_422_10u_601, PrPixelFormat_V210_422_10u_709, PrPixelFormat_UYVY_422_32f_601,
-    PrPixelFormat_UYVY_422_32f_709, PrPixelFormat_BGRA_4444_32f_Linear, PrPixelFormat_BGRP_4444_32f_Linear,
-    PrPixelFormat_BGRX_4444_32f_Linear, PrPixelFormat_ARGB_4444_32f_Linear, PrPixelFormat_PRGB_4444_32f_Linear,
-    PrPixelFormat_XRGB_4444_32f_Linear, PrPixelFormat_YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_601,
-    PrPixelFormat_YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_601,
-    PrPixelFormat_YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_601_FullRange,
-    PrPixelFormat_YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_601_FullRange,
-    PrPixelFormat_YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_709, PrPixelFormat_YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_709,
-    PrPixelFormat_YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_709_FullRange,
-    PrPixelFormat_YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_709_FullRange,
-    PrPixelFormat_YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_601, PrPixelFormat_YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_601,
-    PrPixelFormat_YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_601_FullRange,
-    PrPixelFormat_YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_601_FullRange,
-    PrPixelFormat_YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_709, PrPixelFormat_YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_709,
-    PrPixelFormat_YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_709_FullRange,
-    PrPixelFormat_YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_709_FullRange, PrPixelFormat_NTSCDV25, PrPixelFormat_PALDV25,
-    PrPixelFormat_NTSCDV50, PrPixelFormat_PALDV50, PrPixelFormat_NTSCDV100_720p, PrPixelFormat_PALDV100_720p,
-    PrPixelFormat_NTSCDV100_1080i, PrPixelFormat_PALDV100_1080i, PrPixelFormat_Raw, PrPixelFormat_Invalid,
+constexpr char kHostFormats[][5] = {
+    "bgra", "vuya", "VUYA", "argb", "bgrx", "vuyx", "vux7", "xrgb", "bgrp", "vuyp", "vup7", "prgb",
+    "Bgra", "Vuya", "Argb", "Bgrx", "Xrgb", "Bgrp", "Prgb", "BGra", "VUya", "vUYa", "ARgb", "BGrx",
+    "VUyx", "VUx7", "XRgb", "BGrp", "VUyp", "VUp7", "PRgb", "RGB1", "yuy2", "yuy3", "uyvy", "uyv7",
+    "v210", "v211", "UYvy", "UYv7", "BGaL", "BGpL", "BGxL", "ARgL", "PRgL", "XRgL", "yv12", "yvi2",
+    "yv1f", "yvif", "yv17", "yvi7", "yv1F", "yviF", "Yv12", "Yvi2", "Yv1f", "Yvif", "Yv17", "Yvi7",
+    "Yv1F", "YviF", "dvn2", "dvp2", "dvn5", "dvp5", "dvn7", "dvp7", "dvn1", "dvp1", "raww", "badf",
 };
 
 static_assert(std::size(kHostFormats) == 72);
@@ -80,8 +56,8 @@ void dumpHostFormat(const PrSDKImageProcessingSuite& suite, PrPixelFormat format
 void dumpHostFormats(const PrSDKImageProcessingSuite& suite) {
     Log("----");
     Log("Pixel formats ([fcc] : isCompressed hasAlpha isTopLeft - name):");
-    for (const PrPixelFormat format : kHostFormats) {
-        dumpHostFormat(suite, format);
+    for (const auto& code : kHostFormats) {
+        dumpHostFormat(suite, PrPixelFormat{fourCC(code)});
     }
 }
 

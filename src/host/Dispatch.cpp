@@ -57,13 +57,16 @@ using Importer = QuorvaneImporter;
 constexpr void* Call::*kNone = nullptr;   // no importer is needed
 constexpr std::size_t kItself = static_cast<std::size_t>(-1);
 
-// A selector, the parameter that names its importer, where in that record, and what it calls.
+// A selector, the parameter that names its importer, where in that record, and what it calls. Those of frames and sound
+// come first: they are looked for the most.
 constexpr struct Row {
     csSDK_int32 selector;
     void* Call::*parameter;
     std::size_t offset;
     csSDK_int32 (*handler)(const Call& call);
 } kRows[] = {
+    {imGetSourceVideo, &Call::param2, offsetof(imSourceVideoRec, inPrivateData), on<&Importer::OnGetSourceVideo>},
+    {imImportAudio7, &Call::param2, offsetof(imImportAudioRec7, privateData), on<&Importer::OnImportAudio7>},
     {imInit, kNone, 0, on<OnInit>},
     {imShutdown, kNone, 0, on<OnShutdown>},
     {imQuietFile, &Call::param2, kItself, on<&Importer::OnQuietFile>},
@@ -72,7 +75,6 @@ constexpr struct Row {
     {imDataRateAnalysis, &Call::param2, offsetof(imDataRateAnalysisRec, privatedata),
      on<&Importer::OnDataRateAnalysis>},
     {imGetIndFormat, kNone, 0, on<OnGetIndFormat>},
-    {imImportAudio7, &Call::param2, offsetof(imImportAudioRec7, privateData), on<&Importer::OnImportAudio7>},
     {imGetIndPixelFormat, &Call::param2, offsetof(imIndPixelFormatRec, privatedata),
      on<&Importer::OnGetIndPixelFormat>},
     {imGetSupports8, kNone, 0, [](const Call&) -> csSDK_int32 { return malSupports8; }},
@@ -80,7 +82,6 @@ constexpr struct Row {
     {imOpenFile8, kNone, 0, on<OnOpenFile8>},   // its record's importer may be null
     {imCreateAsyncImporter, &Call::param1, offsetof(imAsyncImporterCreationRec, inPrivateData),
      on<OnCreateAsyncImporter>},
-    {imGetSourceVideo, &Call::param2, offsetof(imSourceVideoRec, inPrivateData), on<&Importer::OnGetSourceVideo>},
     {imGetSubTypeNames, kNone, 0, on<OnGetSubTypeNames>},
     {imGetAudioChannelLayout, &Call::param2, offsetof(imGetAudioChannelLayoutRec, inPrivateData),
      on<&Importer::OnGetAudioChannelLayout>},

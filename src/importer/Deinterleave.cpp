@@ -59,6 +59,13 @@ void copyOne(const std::uint8_t* source, std::size_t frameBytes, float* out, std
     }
 }
 
+void copyFourOfStereo(const std::uint8_t* source, float* left, float* right) {
+    const Four first = load(source);
+    const Four second = load(source + 16);
+    store(left, evens(first, second));
+    store(right, odds(first, second));
+}
+
 // Of two channels, as many frames at a time as fill a line of the processor's cache; the lines that come a little later
 // are asked for already, or each would be waited for.
 void copyStereo(const std::uint8_t* source, float* const* buffers, std::uint32_t frames) {
@@ -71,12 +78,11 @@ void copyStereo(const std::uint8_t* source, float* const* buffers, std::uint32_t
     for (; frame + kStep <= frames; frame += kStep) {
         fetch(left + std::min(frame + kAhead, frames - 1));
         fetch(right + std::min(frame + kAhead, frames - 1));
-        for (std::uint32_t four = frame; four < frame + kStep; four += 4) {
-            const Four first = load(source + four * kFrameBytes);
-            const Four second = load(source + four * kFrameBytes + sizeof first);
-            store(left + four, evens(first, second));
-            store(right + four, odds(first, second));
-        }
+        const std::uint8_t* at = source + frame * kFrameBytes;
+        copyFourOfStereo(at, left + frame, right + frame);
+        copyFourOfStereo(at + 32, left + frame + 4, right + frame + 4);
+        copyFourOfStereo(at + 64, left + frame + 8, right + frame + 8);
+        copyFourOfStereo(at + 96, left + frame + 12, right + frame + 12);
     }
     copyOne(source, kFrameBytes, left, frame, frames);
     copyOne(source + kSampleBytes, kFrameBytes, right, frame, frames);
@@ -149,8 +155,12 @@ void deinterleave32(const std::uint8_t* bytes, std::size_t byteCount, float* con
 
 void makeSigned8(std::uint8_t* bytes, std::size_t byteCount) {
     std::size_t i = 0;
-    for (; i + sizeof(Four) <= byteCount; i += sizeof(Four)) {
-        store(bytes + i, toSigned8(load(bytes + i)));
+    for (; i + 64 <= byteCount; i += 64) {
+        std::uint8_t* part = bytes + i;
+        store(part, toSigned8(load(part)));
+        store(part + 16, toSigned8(load(part + 16)));
+        store(part + 32, toSigned8(load(part + 32)));
+        store(part + 48, toSigned8(load(part + 48)));
     }
     for (; i < byteCount; ++i) {
         bytes[i] ^= kSign;

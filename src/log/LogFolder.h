@@ -12,8 +12,8 @@ public:
     // Whether the system named a profile folder.
     bool found() const { return !m_path.empty(); }
 
-    // Opens "<folder>/<baseName>_<counter>.log", the counter with at least two digits, to read it, or to create or empty
-    // and write it. Returns null if it does not open.
+    // Opens "<folder>/<baseName>_<counter>.log", the counter at least two digits: to read it, or to empty or create it
+    // and write; null when it does not open.
     std::FILE* open(const char* baseName, int counter, bool toWrite) const;
 
 private:

@@ -94,8 +94,8 @@ TEST_F(LogLines, OfAFrameInAnotherPixelFormat) {
                                                  "inNumFrameFormats: 1",
                                                  "inFrameFormats[0]: 0 0 PrPixelFormat_YUYV_422_8u_709 [yuy3]",
                                                  "Pixel format changed, ending decompression",
-                                                 "Starting decompression: UYVY [Rec.709] [LIMITED] -> YUYV [Rec.709] (pr: "
-                                                 "PrPixelFormat_YUYV_422_8u_709 [yuy3]) [flipped]"}}));
+                                                 "Starting decompression: UYVY [Rec.709] [LIMITED] -> YUYV [Rec.709] "
+                                                 "(pr: PrPixelFormat_YUYV_422_8u_709 [yuy3]) [flipped]"}}));
 }
 
 TEST_F(LogLines, OfADroppedFrame) {
