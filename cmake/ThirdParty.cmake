@@ -41,6 +41,7 @@ if(WIN32 AND NOT CMAKE_HOST_WIN32)
     set(SKIP_INSTALL_ALL ON)
     add_subdirectory(${libpng_source} third_party_build/libpng EXCLUDE_FROM_ALL SYSTEM)
     set_target_properties(png_static PROPERTIES UNITY_BUILD OFF)
+    target_compile_options(png_static PRIVATE -O1)
     target_include_directories(png_static SYSTEM INTERFACE
         ${libpng_source} ${CMAKE_BINARY_DIR}/third_party_build/libpng)
     add_library(PNG::PNG ALIAS png_static)

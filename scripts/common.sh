@@ -63,16 +63,19 @@ build_preset() {
     }
 }
 
-# Wine, with a home of its own beside the build. It says nothing but why it could not start a program.
-use_wine() {
-    export WINEDEBUG=-all,err+virtual WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
-    export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64
+# Wine has a home of its own beside the build, and says nothing but why it could not start a program.
+export WINEDEBUG=-all,err+virtual WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64
+
+# Makes that home, once. Takes ten seconds, most of them waiting: a build can run meanwhile.
+prepare_wine() {
+    [ ! -f "$WINEPREFIX/.ready" ] || return 0
     mkdir -p "$WINEPREFIX"
-    if [ ! -f "$WINEPREFIX/.ready" ]; then
-        say "preparing Wine"
-        wine wineboot --init >"$log_dir/wine.log" 2>&1 && touch "$WINEPREFIX/.ready" ||
-            fail "Wine could not be started; see $log_dir/wine.log"
-    fi
+    wine wineboot --init >"$log_dir/wine.log" 2>&1 </dev/null && touch "$WINEPREFIX/.ready"
+}
+
+use_wine() {
+    prepare_wine || fail "Wine could not be started; see $log_dir/wine.log"
     keep_wine_ready
 }
 

@@ -2,6 +2,7 @@
 
 build_packages=(
     cmake ninja-build make g++ pkg-config
+    clang lld
     g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev libz-mingw-w64-dev binutils-mingw-w64-x86-64
     zlib1g-dev libpng-dev
     libcli11-dev nlohmann-json3-dev libstb-dev
@@ -31,8 +32,8 @@ check_packages=(
     "${package_packages[@]}" "${count_packages[@]}" "${bench_packages[@]}"
 )
 
-# For fuzz/run: the compiler that has the fuzzing engine, what makes traces readable, and the writers of some seeds.
-fuzz_packages=(clang libclang-rt-14-dev llvm "${muxer_packages[@]}")
+# For fuzz/run: the fuzzing engine of clang, what makes traces readable, and the writers of some seeds.
+fuzz_packages=(libclang-rt-14-dev llvm "${muxer_packages[@]}")
 
 # The source of libpng, as Debian has it: Debian packages no build of it for Windows.
 source_packages=(libpng1.6)
