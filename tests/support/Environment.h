@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <time.h>
 
 class EnvironmentVariable {
 public:
@@ -18,12 +19,14 @@ public:
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
 
 private:
-    // An empty value removes the variable.
+    // An empty value removes the variable. The C library looks at TZ again only when told to.
     void set(const std::string& value) const {
 #ifdef _WIN32
         _putenv_s(m_name.c_str(), value.c_str());
+        _tzset();
 #else
         value.empty() ? unsetenv(m_name.c_str()) : setenv(m_name.c_str(), value.c_str(), 1);
+        tzset();
 #endif
     }
 
