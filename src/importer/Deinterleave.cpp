@@ -132,7 +132,7 @@ void copyFrames(const std::uint8_t* bytes, float* const* buffers, std::uint32_t 
 
 void deinterleave32(const std::uint8_t* bytes, std::size_t byteCount, float* const* buffers, std::uint32_t channels,
                     std::uint32_t frames) {
-    if (channels == 0) {
+    if (channels == 0 || frames == 0) {   // without frames there need be no buffers
         return;
     }
     const std::size_t samples = byteCount / kSampleBytes;

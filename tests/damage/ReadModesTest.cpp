@@ -111,6 +111,11 @@ protected:
 
     ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosBehind); }
 
+    // A hole of a megabyte shows what one of 64 does, in less than 64 million reads.
+    ShortFile withShortHole() const {
+        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosBehind, 1 << 20));
+    }
+
     // What this parser makes of the file as it is now is what the plainest one makes of it.
     void expectPlainText(ShortFile& file, AviParser& parser, ShortHeaders shortHeaders = ShortHeaders::missing) const {
         file.seek(0);
@@ -173,13 +178,16 @@ TEST_P(ReadModes, ByAnObjectThatReadAnotherFileGivesTheSame) {
 // one read each and end where that ends, as an end of the file would have it. Both is what the plainest parser does
 // that reads headers on.
 TEST_P(ReadModes, InPiecesHeadersAreWholeAndFormatsAndIndexesEndWithTheirFirstPiece) {
+    ShortFile inOnePiece = withShortHole();
+    AviParser expected;
+    expected.parse(inOnePiece);
     for (const std::uint64_t limit : kPieces) {
         SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
-        ShortFile file = whole();
+        ShortFile file = withShortHole();
         file.limitReads(limit);
         AviParser parser;
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser, ShortHeaders::readOn));
-        EXPECT_EQ(treeHash(parser.chunkTree()), treeHash(m_parser.chunkTree()));
+        EXPECT_EQ(treeHash(parser.chunkTree()), treeHash(expected.chunkTree()));
     }
 }
 
@@ -187,7 +195,7 @@ TEST_P(ReadModes, InPiecesHeadersAreWholeAndFormatsAndIndexesEndWithTheirFirstPi
 TEST_P(ReadModes, InPiecesOfWholeHeadersEvenTheParserThatAsksOnceAgrees) {
     for (const std::uint64_t limit : {248, 1000}) {
         SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
-        ShortFile file = whole();
+        ShortFile file = withShortHole();
         file.limitReads(limit);
         AviParser parser;
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
