@@ -63,9 +63,9 @@ void StopWaitingForLog() {
 
 void CloseLog() {
     neverFail([] {
-        LogWriter* writer = logSettings.logger.exchange(nullptr, std::memory_order_acq_rel);
-        if (writer != nullptr && writer->close()) {
-            delete writer;
+        std::unique_ptr<LogWriter> writer(logSettings.logger.exchange(nullptr, std::memory_order_acq_rel));
+        if (writer != nullptr && !writer->close()) {
+            writer.release();
         }
     });
 }
