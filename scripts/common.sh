@@ -21,7 +21,7 @@ if command -v ccache >/dev/null; then
     export CCACHE_SLOPPINESS=pch_defines,time_macros
 fi
 
-# fixed_addresses "$0" "$@": starts the script again with memory at fixed addresses. At random ones, about one start of
+# fixed_addresses SCRIPT ARGUMENT...: starts SCRIPT, named from the project's root, again with memory at fixed addresses. At random ones, about one start of
 # Wine in 5,500 ends with exit code 1 before the program runs: Wine's loader is linked to 0x7d000000, the heap begins at
 # a random place after it, and now and then covers 0x7ffe0000, where Wine needs a page. Programs with sanitizers of this
 # compiler fail at random too where the kernel uses more than 28 random bits.
@@ -34,9 +34,10 @@ fixed_addresses() {
     say "note: this machine does not let a program fix its addresses (setarch -R fails);" \
         "about one start of Wine in 5,500 may end with exit code 1"
     local bits
-    bits=$(cat /proc/sys/vm/mmap_rnd_bits 2>/dev/null || echo 28)
-    [ "$bits" -le 28 ] ||
-        say "note: vm.mmap_rnd_bits is $bits: sanitizers fail at random above 28 (sysctl vm.mmap_rnd_bits=28)"
+    bits=$(cat /proc/sys/vm/mmap_rnd_bits 2>/dev/null) || bits="not readable"
+    [ "$bits" -le 28 ] 2>/dev/null ||
+        say "note: vm.mmap_rnd_bits is $bits; programs with sanitizers fail at random above 28" \
+            "(sysctl -w vm.mmap_rnd_bits=28)"
 }
 
 # Copies a build's output to the file LOG, and says every 20 seconds how far it is.
@@ -74,6 +75,7 @@ prepare_wine() {
     wine wineboot --init >"$log_dir/wine.log" 2>&1 </dev/null && touch "$WINEPREFIX/.ready"
 }
 
+# Makes the home if needed, and keeps Wine's server.
 use_wine() {
     prepare_wine || fail "Wine could not be started; see $log_dir/wine.log"
     keep_wine_ready

@@ -130,7 +130,6 @@ void AviParser::parseIdx1(ChunkReader& reader, const ChunkNode& aviList, const C
 }
 
 void AviParser::shrinkToFit() {
-    m_tree.shrinkToFit();
     for (const auto& stream : m_streams) {
         stream->shrinkToFit();
     }

@@ -40,7 +40,6 @@ public:
     /// Gives its number.
     std::uint32_t add(const ChunkNode& node, std::uint32_t parent, std::uint32_t previousSibling);
 
-    void shrinkToFit() { m_nodes.shrinkToFit(); }
     void clear() { m_nodes.clear(); }
 
     /// In file order.

@@ -45,8 +45,8 @@ public:
         return record;
     }
 
-    /// The next records, at most `count`, which must not be 0; they stay until the next call. None at the end. A last
-    /// one of which the file has only a part ends in zeros. Pieces and what was taken before must be whole records.
+    /// The next records, at most `count`; they stay until the next call. None at the end. A last one of which the file
+    /// has only a part ends in zeros. Pieces and what was taken before must be whole records.
     template <typename Record>
     std::span<const Record> next(std::uint64_t count) {
         static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= ChunkReader::kPadding);

@@ -62,8 +62,13 @@ TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
 }
 
 TEST_F(NoSound, ForARequestOfNoLengthNeedsNoBuffers) {
-    SoundClip clip(session(), soundFile({}, noise({}, 100), 100));
-    EXPECT_EQ(clip.audio(0, 0, 0).result, imNoErr);
+    for (const aviwriter::SampleFormat samples : {aviwriter::SampleFormat::pcm16, aviwriter::SampleFormat::float32}) {
+        for (const std::uint16_t channels : {1, 2, 5}) {
+            const SoundFormat format = {samples, channels};
+            SoundClip clip(session(), soundFile(format, noise(format, 100), 100));
+            EXPECT_EQ(clip.audio(0, 0, 0).result, imNoErr) << channels;
+        }
+    }
 }
 
 TEST_F(NoSound, OfAnInvalidStreamIsNoErrorAndLeavesTheBuffers) {

@@ -148,9 +148,6 @@ Bytes standardIndex(std::size_t bytes, std::size_t times) {
     const std::size_t at = file.size();
     file = filledUp(file + ix("ix00", {}), bytes, u32(4) + u32(1));
     const std::uint32_t size = u32Of(file.size() - at);
-    for (std::size_t entry = at + 32; entry + 8 <= file.size(); entry += 8) {
-        put32(file, entry, u32Of(entry));   // each another place: what is the same takes less memory
-    }
     put32(file, at + 4, size - 8);
     put32(file, at + 8 + 4, (size - 32) / 8);
     for (std::size_t i = 0; i < times; ++i) {

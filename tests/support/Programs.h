@@ -28,6 +28,10 @@ inline std::string plainLines(std::string text) {
 inline ProgramRun run(const std::string& fileName, const std::vector<std::string>& arguments) {
     const auto result = hostkit::runProgram(hostkit::PluginLibrary::programFolder() / fileName, arguments);
     EXPECT_FALSE(result.timedOut);
+    // Below 0: minus the signal's number, or Windows' exception code.
+    if (result.exitCode < 0 || (result.exitCode != 0 && result.output.empty() && result.errors.empty())) {
+        ADD_FAILURE() << fileName << " died with status " << result.exitCode << '\n' << result.errors;
+    }
     return {result.exitCode, plainLines(result.output), plainLines(result.errors)};
 }
 

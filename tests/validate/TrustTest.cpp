@@ -64,7 +64,8 @@ class WrongPlugin : public testing::TestWithParam<TrustRow> {};
 
 TEST_P(WrongPlugin, IsCaughtByTheCheckMeantForIt) {
     const hostkit::ChildResult result = validate(GetParam());
-    EXPECT_NE(result.output.find(std::string("\n").append(GetParam().verdict)), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find(std::string("\n").append(GetParam().verdict)), std::string::npos)
+        << "status " << result.exitCode << '\n' << result.output << result.errors;
     EXPECT_NE(result.output.find(GetParam().words), std::string::npos) << result.output << result.errors;
     EXPECT_EQ(result.exitCode, GetParam().verdict == "warn" ? 0 : 1);
 }
