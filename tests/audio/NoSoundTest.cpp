@@ -63,7 +63,7 @@ TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
 
 TEST_F(NoSound, ForARequestOfNoLengthNeedsNoBuffers) {
     for (const aviwriter::SampleFormat samples : {aviwriter::SampleFormat::pcm16, aviwriter::SampleFormat::float32}) {
-        for (const std::uint16_t channels : {1, 2, 5}) {
+        for (const std::uint16_t channels : {std::uint16_t{1}, std::uint16_t{2}, std::uint16_t{5}}) {
             const SoundFormat format = {samples, channels};
             SoundClip clip(session(), soundFile(format, noise(format, 100), 100));
             EXPECT_EQ(clip.audio(0, 0, 0).result, imNoErr) << channels;
