@@ -218,7 +218,9 @@ TEST(Sheet, IsWritten) {
 TEST(Sheet, OfFramesThatFailIsWrittenAndFails) {
     const fakes::FakeClip clip("missing-frames");
     const auto path = clip.path().parent_path() / "sheet.png";
-    EXPECT_EQ(withFake({"sheet", clipPath(clip), "-o", hostkit::toUtf8(path)}).exitCode, 1);
+    const ProgramRun run = withFake({"sheet", clipPath(clip), "-o", hostkit::toUtf8(path)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(programs::contains(run.errors, " frames failed; the sheet shows their results.\n")) << run.errors;
     EXPECT_TRUE(std::filesystem::exists(path));
 }
 

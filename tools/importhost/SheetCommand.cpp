@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace importhost {
 
@@ -44,9 +45,13 @@ public:
         const std::vector<SheetTile> tiles = sheetTiles(clip, m_count, [&progress] { progress.step(); });
         writePng(drawSheet(hostkit::toUtf8(path.filename()), subtitleOf(clip, editor), tiles, m_layout),
                  hostkit::pathFromUtf8(m_out));
-        const bool allThere = std::all_of(tiles.begin(), tiles.end(),
-                                          [](const SheetTile& tile) { return tile.picture.has_value(); });
-        return allThere ? kGood : kFailed;
+        const auto failed = std::count_if(tiles.begin(), tiles.end(),
+                                          [](const SheetTile& tile) { return !tile.picture.has_value(); });
+        if (failed > 0) {
+            throw std::runtime_error(std::to_string(failed) + " of " + std::to_string(tiles.size()) +
+                                     " frames failed; the sheet shows their results.");
+        }
+        return kGood;
     }
 
 private:
