@@ -21,10 +21,11 @@ if command -v ccache >/dev/null; then
     export CCACHE_SLOPPINESS=pch_defines,time_macros
 fi
 
-# fixed_addresses SCRIPT ARGUMENT...: starts SCRIPT, named from the project's root, again with memory at fixed addresses. At random ones, about one start of
-# Wine in 5,500 ends with exit code 1 before the program runs: Wine's loader is linked to 0x7d000000, the heap begins at
-# a random place after it, and now and then covers 0x7ffe0000, where Wine needs a page. Programs with sanitizers of this
-# compiler fail at random too where the kernel uses more than 28 random bits.
+# fixed_addresses SCRIPT ARGUMENT...: starts SCRIPT, named from the project's root, again with memory at fixed
+# addresses. At random ones, about one start of Wine in 5,500 ends with exit code 1 before the program runs: Wine's
+# loader is linked to 0x7d000000, the heap begins at a random place after it, and now and then covers 0x7ffe0000, where
+# Wine needs a page. Programs with sanitizers of this compiler fail at random too where the kernel uses more than 28
+# random bits.
 fixed_addresses() {
     [ -z "${FIXED_ADDRESSES:-}" ] || return 0
     export FIXED_ADDRESSES=1
