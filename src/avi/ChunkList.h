@@ -66,13 +66,16 @@ public:
         while (!entries.empty()) {
             const std::size_t before = m_rows.size();
             const std::span<Row> rows = m_rows.extend(entries.size());
-            for (std::size_t i = 0; i < rows.size(); ++i) {
-                if ((before + i) % kGroup == 0) {
+            for (std::size_t i = 0; i < rows.size();) {
+                const std::size_t inGroup = (before + i) % kGroup;
+                if (inGroup == 0) {
                     m_groupStarts.append(startByte);
                 }
-                const Row row = toRow(entries[i]);
-                rows[i] = row;
-                startByte += row.size();
+                for (const std::size_t end = std::min(rows.size(), i + kGroup - inGroup); i < end; ++i) {
+                    const Row row = toRow(entries[i]);
+                    rows[i] = row;
+                    startByte += row.size();
+                }
             }
             entries = entries.subspan(rows.size());
         }

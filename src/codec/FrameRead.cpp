@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -42,39 +43,40 @@ void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, Byt
     fileio::readExact(file, buffer.data(), chunk.size);
 }
 
-// The frame itself, else the nearest earlier one with data, else the nearest later one, else the count of frames. Found
-// by their bytes, not one by one: a damaged index can list millions of dropped frames.
-std::uint64_t findFrameWithData(const AviStream& stream, std::uint64_t frame) {
+// The frame itself, else the nearest earlier one with data, else the nearest later one. Found by their bytes, not one by
+// one: a damaged index can list millions of dropped frames.
+std::optional<AviChunk> findFrameWithData(const AviStream& stream, std::uint32_t frame) {
     const AviChunk chunk = stream.chunk(frame);
     if (chunk.size != 0) {
-        return frame;
+        return chunk;
     }
     // The byte before a dropped frame is the last one of the nearest earlier frame with data. Where there is none, the
     // stream's first byte is that of the nearest later one.
     const std::uint64_t byte = chunk.startByte != 0 ? chunk.startByte - 1 : 0;
-    return stream.findChunkByBytePosition(static_cast<std::int64_t>(byte)).value_or(stream.chunkCount());
+    const std::optional<std::size_t> other = stream.findChunkByBytePosition(static_cast<std::int64_t>(byte));
+    if (!other) {
+        return std::nullopt;
+    }
+    Log("Empty frame: %u, frame read: %u", frame, static_cast<unsigned>(*other));
+    return stream.chunk(*other);
 }
 
 }  // namespace
 
 csSDK_int32 readFrame(fileio::File& file, const AviStream& stream, FrameSize picture, FrameRequest& request) {
-    const std::uint64_t frame = findFrameWithData(stream, request.frameIndex);
-    if (frame >= stream.chunkCount()) {
+    const std::optional<AviChunk> chunk = findFrameWithData(stream, request.frameIndex);
+    if (!chunk) {
         return imFrameNotFound;
     }
-    if (frame != request.frameIndex) {
-        Log("Empty frame: %u, frame read: %u", request.frameIndex, static_cast<unsigned>(frame));
-    }
-    const AviChunk chunk = stream.chunk(frame);
     try {
-        readChunk(file, chunk, picture, request.frameBuffer());
+        readChunk(file, *chunk, picture, request.frameBuffer());
     } catch (const std::runtime_error& error) {
         Log("Failed to read frame from AVI: %s", error.what());
         return imFileReadFailed;
     } catch (const std::bad_alloc&) {
-        Log("Failed to read frame from AVI: out of memory, size: %u", chunk.size);
+        Log("Failed to read frame from AVI: out of memory, size: %u", chunk->size);
         return imFileReadFailed;
     }
-    request.compressedSize = chunk.size;
+    request.compressedSize = chunk->size;
     return imNoErr;
 }
