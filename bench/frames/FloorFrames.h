@@ -6,7 +6,7 @@
 #include "codec/CodecInstance.h"
 #include "fileio/ByteBuffer.h"
 #include "fileio/SystemFile.h"
-#include "hostkit/CallSpy.h"
+#include "hostkit/watch/CallSpy.h"
 #include "measured/MeasuredPlugin.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "open/Readers.h"
 #include "open/Stopwatch.h"
 

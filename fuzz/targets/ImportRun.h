@@ -3,8 +3,8 @@
 // whatever the script; what the plug-in answers must keep to its own.
 #pragma once
 
-#include "hostkit/AsyncSession.h"
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/AsyncSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "support/Input.h"
 
 #include <initializer_list>

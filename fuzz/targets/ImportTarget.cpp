@@ -4,7 +4,7 @@
 
 #include "aviwriter/Sample.h"
 #include "host/EntryPoint.h"
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "log/Log.h"
 #include "sdk/SdkImporterCodes.h"
 #include "standin/Control.h"

@@ -2,7 +2,7 @@
 #include "targets/Target.h"
 
 #include "codec/QuorvaneApi.h"
-#include "hostkit/GuardedBlock.h"
+#include "hostkit/host/GuardedBlock.h"
 #include "standin/Control.h"
 #include "support/Expect.h"
 #include "support/Input.h"

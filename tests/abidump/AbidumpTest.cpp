@@ -2,9 +2,9 @@
 #include "abidump/Dump.h"
 #include "abidump/Tables.h"
 
-#include "hostkit/ChildProcess.h"
-#include "hostkit/PluginLibrary.h"
-#include "hostkit/Text.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/system/ChildProcess.h"
+#include "hostkit/system/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
-#include "FileUse.h"
+#include "async/support/FileUse.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 #include <chrono>

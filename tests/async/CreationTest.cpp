@@ -1,7 +1,7 @@
 // Making an asynchronous importer: its own file, its own decoder, and every way in which it is refused.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
-#include "FileUse.h"
+#include "async/support/FileUse.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // An asynchronous frame holds what the synchronous one holds, byte for byte and between the rows too: for each
 // compressed type, in each format that the host is offered, announced or not.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include "aviwriter/Types.h"
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 namespace {
 

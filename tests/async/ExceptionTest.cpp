@@ -1,6 +1,6 @@
 // Exceptions: those of a decode come to light at the collection, those of a handler at once. Either way the host gets
 // 99 and the log the reason; nothing is held afterwards, and the importer goes on.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <algorithm>
 #include <atomic>

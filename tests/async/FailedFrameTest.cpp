@@ -1,5 +1,5 @@
 // Frames that cannot be decoded: the host learns aiUnknownError, the log the importer's own code, and all goes on.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Decodes held inside the codec or the host while other calls are made: what goes on meanwhile, and what waits.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <algorithm>
 #include <future>

@@ -1,7 +1,7 @@
 // The asynchronous importer beside the importer it was made for: each goes its own way.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
-#include "FileUse.h"
+#include "async/support/FileUse.h"
 
 #include <map>
 

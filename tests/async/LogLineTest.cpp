@@ -1,5 +1,5 @@
 // Every line of the log, in its order on each thread.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 namespace {
 

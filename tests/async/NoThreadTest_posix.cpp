@@ -1,6 +1,6 @@
 // A system that has no thread left to give. Only here can it be made to refuse on demand: by asking for stacks larger
 // than any address space.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <pthread.h>
 

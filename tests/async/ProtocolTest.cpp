@@ -1,5 +1,5 @@
 // Announcing, collecting, flushing: what the host gets, call by call.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 namespace {
 

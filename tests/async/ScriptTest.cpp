@@ -1,5 +1,5 @@
 // Calls in orders drawn by lot, checked against a model of the pending announcements. A failure names its seed.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,5 +1,5 @@
 // Hosts that refuse a suite, once or for good, at each moment at which the asynchronous importer asks for one.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <string>
 #include <utility>

@@ -1,5 +1,5 @@
 // Several threads of the host at once, on one importer and on several.
-#include "AsyncTest.h"
+#include "async/support/AsyncTest.h"
 
 #include <future>
 #include <random>

@@ -1,7 +1,7 @@
 // A result of the stream selection that is neither success nor a bad file: a codec of another version, which knows
 // compressed types that the importer does not. A program of its own, because the codec library in it is another one.
 #include "aviwriter/Sample.h"
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "importer/spy/SpyCodec.h"
 #include "support/TempFolder.h"
 

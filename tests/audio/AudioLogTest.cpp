@@ -1,7 +1,7 @@
 // What the log says of a request: the values that it came to, each read, and how much was filled.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <cstdint>
 

@@ -1,5 +1,5 @@
 // The host's Audio Suite converts integer samples; float samples need no help.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
 using aviwriter::SampleFormat;
 

@@ -1,5 +1,5 @@
 // Requests at, across and far beyond the end of a sound, and requests for nothing.
-#include "audio/SoundTest.h"
+#include "audio/support/SoundTest.h"
 
 #include <cstdint>
 

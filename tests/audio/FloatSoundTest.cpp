@@ -1,5 +1,5 @@
 // Float samples: copied as bits, and never read from beyond the bytes that the stream's format gives a request.
-#include "audio/SoundTest.h"
+#include "audio/support/SoundTest.h"
 
 #include <bit>
 

@@ -1,7 +1,7 @@
 // Requests for sound that is not there or cannot be converted, and sound beside a picture.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
-#include "importer/ClipSketch.h"
+#include "importer/support/ClipSketch.h"
 
 namespace {
 

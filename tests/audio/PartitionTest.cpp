@@ -1,5 +1,5 @@
 // A sound read in parts is the sound read at once, in whatever parts and order.
-#include "audio/SoundTest.h"
+#include "audio/support/SoundTest.h"
 
 #include <algorithm>
 #include <random>

@@ -1,8 +1,8 @@
 // Files that cannot be read where their index points: the request is answered all the same, and the next one tries
 // again.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
-#include "hostkit/DiskFaults.h"
+#include "hostkit/watch/DiskFaults.h"
 
 #include <algorithm>
 

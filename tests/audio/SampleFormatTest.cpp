@@ -1,5 +1,5 @@
 // Every kind of samples, in every form of header, for small and large channel counts, however the file cuts them up.
-#include "audio/SoundTest.h"
+#include "audio/support/SoundTest.h"
 
 #include <tuple>
 

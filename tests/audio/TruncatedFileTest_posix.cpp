@@ -1,5 +1,5 @@
 // A file that shrinks while it is open. On Windows an open clip keeps others from changing its file.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
 #include <filesystem>
 

@@ -1,6 +1,6 @@
 // Requests whose size in bytes does not fit 32 bits. Of 128 bytes a frame, 2^25 + 1 frames come to 128 bytes: one frame
 // is read, and nothing may be taken from beyond it.
-#include "audio/LoggedSoundTest.h"
+#include "audio/support/LoggedSoundTest.h"
 
 #include <algorithm>
 #include <bit>

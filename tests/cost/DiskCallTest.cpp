@@ -1,7 +1,7 @@
 // What requests ask of the disk: a seek and a read for each chunk, and nothing else.
 #include "CostTest.h"
 
-#include "hostkit/DiskFaults.h"
+#include "hostkit/watch/DiskFaults.h"
 
 using hostkit::DiskCall;
 

@@ -1,8 +1,8 @@
 // How often the plug-in takes memory, whoever of its libraries asks for it.
 #pragma once
 
-#include "hostkit/ImportHook.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/watch/ImportHook.h"
 
 #include <atomic>
 #include <cstddef>

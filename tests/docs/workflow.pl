@@ -14,7 +14,7 @@ $workflow =~ s/^\s*#.*//gm;
 my $presets = Sources::content("$root/CMakePresets.json");
 my $cmake = join '', map { Sources::content($_) } grep { /CMakeLists\.txt$/ } map { Sources::files("$root/$_") }
     qw(src standin tools);
-my $subcommands = Sources::content("$root/tools/importhost/CommandLine.cpp");
+my $subcommands = Sources::content("$root/tools/importhost/commands/CommandLine.cpp");
 
 sub is_target { return $cmake =~ /add_(?:executable|library)\(\Q$_[0]\E\s/; }
 

@@ -2,7 +2,7 @@
 #include "files/OtherProgram.h"
 #include "files/SampleClip.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 #include "support/TempFolder.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "aviwriter/Sample.h"
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "log/PluginRun.h"
 #include "standin/Control.h"
 #include "support/TempFolder.h"

@@ -1,5 +1,5 @@
 // The asynchronous side of a session, with an importer inside the test: one that behaves, and its bad relatives.
-#include "hostkit/AsyncSession.h"
+#include "hostkit/sessions/AsyncSession.h"
 
 #include <gtest/gtest.h>
 

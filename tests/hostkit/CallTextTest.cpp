@@ -1,7 +1,7 @@
-#include "hostkit/CallText.h"
+#include "hostkit/sessions/CallText.h"
 
-#include "hostkit/AsyncSession.h"
 #include "FakeClip.h"
+#include "hostkit/sessions/AsyncSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // A clip for the fake importer, removed when the test ends, and the fake importer itself.
 #pragma once
 
-#include "hostkit/ClipSession.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/sessions/ClipSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "hostkit/Host.h"
+#include "hostkit/host/Host.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "FakeClip.h"
 
-#include "hostkit/LibraryFile.h"
+#include "hostkit/plugin/LibraryFile.h"
 
 #include <algorithm>
 #include <fstream>

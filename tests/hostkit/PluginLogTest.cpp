@@ -1,4 +1,4 @@
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
 
 #include "FakeClip.h"
 

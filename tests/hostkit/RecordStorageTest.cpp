@@ -1,5 +1,5 @@
-#include "hostkit/PromisedFields.h"
-#include "hostkit/RecordStorage.h"
+#include "hostkit/sessions/PromisedFields.h"
+#include "hostkit/sessions/RecordStorage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "FakeClip.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 using namespace hostkit;
 

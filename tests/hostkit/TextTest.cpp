@@ -1,4 +1,4 @@
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <gtest/gtest.h>
 

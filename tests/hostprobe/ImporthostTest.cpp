@@ -1,9 +1,9 @@
 // The command-line host, run as a program: the probe has nothing against any of its commands.
 #include "ProbeRun.h"
 
-#include "hostkit/ChildProcess.h"
-#include "hostkit/HostProfile.h"
-#include "hostkit/Text.h"
+#include "hostkit/host/HostProfile.h"
+#include "hostkit/system/ChildProcess.h"
+#include "hostkit/system/Text.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "PlayedHost.h"
 
-#include "hostkit/ImporterSession.h"
+#include "hostkit/sessions/ImporterSession.h"
 
 #include <array>
 #include <cstring>

@@ -2,8 +2,8 @@
 // is, it does everything right. Its good functions are the host library's.
 #pragma once
 
-#include "hostkit/Host.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/host/Host.h"
+#include "hostkit/plugin/PluginLibrary.h"
 #include "sdk/SdkAsyncImporter.h"
 
 #include <functional>

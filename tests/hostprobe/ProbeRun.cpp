@@ -1,6 +1,6 @@
 #include "ProbeRun.h"
 
-#include "hostkit/HostProfile.h"
+#include "hostkit/host/HostProfile.h"
 
 #include <cstdlib>
 #include <fstream>

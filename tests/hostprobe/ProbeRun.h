@@ -1,7 +1,7 @@
 // One life of the probe: told what to expect, loaded, used, unloaded, and asked for its report.
 #pragma once
 
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/plugin/PluginLibrary.h"
 #include "support/TempFolder.h"
 
 #include <string>

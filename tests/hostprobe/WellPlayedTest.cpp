@@ -2,7 +2,7 @@
 // against it.
 #include "ProbeRun.h"
 
-#include "hostkit/AsyncSession.h"
+#include "hostkit/sessions/AsyncSession.h"
 
 #include <thread>
 

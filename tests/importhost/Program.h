@@ -2,7 +2,7 @@
 #pragma once
 
 #include "hostkit/FakeClip.h"
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 #include "support/Programs.h"
 
 namespace programs {

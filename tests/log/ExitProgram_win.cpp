@@ -1,6 +1,6 @@
 // Loads the plug-in, has four threads call it without end, and ends in the midst of it.
-#include "hostkit/Host.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/host/Host.h"
+#include "hostkit/plugin/PluginLibrary.h"
 
 #include <windows.h>
 

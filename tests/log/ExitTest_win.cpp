@@ -2,7 +2,7 @@
 // plug-in.
 #include "log/PluginRun.h"
 
-#include "hostkit/ChildProcess.h"
+#include "hostkit/system/ChildProcess.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What a line of the log takes of the heap, what becomes of it when there is none, and a thread that stays inside a
 // line for as long as its memory takes to come.
 #include "avi/CountingHeap.h"
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
 #include "log/Log.h"
 #include "log/LogWriter.h"
 #include "log/ProfileSandbox.h"

@@ -2,7 +2,7 @@
 #include "log/Log.h"
 #include "log/ProfileSandbox.h"
 
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
 #include "support/Environment.h"
 
 #include <gtest/gtest.h>

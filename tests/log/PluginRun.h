@@ -1,8 +1,8 @@
 // The plug-in, loaded afresh into a played host, with an empty place for its log.
 #pragma once
 
-#include "hostkit/ImporterSession.h"
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
+#include "hostkit/sessions/ImporterSession.h"
 #include "log/ProfileSandbox.h"
 
 #include <optional>

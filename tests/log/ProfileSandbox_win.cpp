@@ -1,6 +1,6 @@
 #include "log/ProfileSandbox.h"
 
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
 
 #include <system_error>
 

@@ -2,7 +2,7 @@
 #include "pixels/Delivery.h"
 #include "pixels/SourcePictures.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 #include "support/TempFolder.h"
 
 namespace pixels {

@@ -5,7 +5,7 @@
 #include "aviwriter/Types.h"
 #include "support/TempFolder.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 namespace pixels {
 

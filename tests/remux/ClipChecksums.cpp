@@ -1,8 +1,8 @@
 // clip_checksums FILE: imports a file through the plug-in beside this program, and prints a line for each frame in
 // each offered format and one for each second of sound. Two files that import alike print the same lines.
 // Exit codes: 0 good, 1 something did not import, 2 wrong use.
-#include "hostkit/ClipSession.h"
-#include "hostkit/Text.h"
+#include "hostkit/sessions/ClipSession.h"
+#include "hostkit/system/Text.h"
 
 #include <cstdio>
 #include <exception>

@@ -1,8 +1,8 @@
 // importhost replay: what is printed, written and returned.
 #include "Recording.h"
 
-#include "hostkit/PluginLog.h"
-#include "importer/TestHome.h"
+#include "hostkit/plugin/PluginLog.h"
+#include "importer/support/TestHome.h"
 #include "importhost/RunLog.h"
 
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "Recording.h"
 
-#include "hostkit/AsyncSession.h"
+#include "hostkit/sessions/AsyncSession.h"
 #include "log/PluginRun.h"
 
 #include <sstream>

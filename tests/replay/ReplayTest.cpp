@@ -1,7 +1,7 @@
 // Logs of the plug-in replayed in the plug-in.
 #include "LoadedPlugin.h"
 
-#include "hostkit/AsyncSession.h"
+#include "hostkit/sessions/AsyncSession.h"
 
 using hostkit::ClipSession;
 using hostkit::ImporterSession;

@@ -1,7 +1,7 @@
 // The built plug-in in memory, started by a host of its own, for as long as one test needs it.
 #pragma once
 
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The built programs as child processes, from the folder of the test program.
 #pragma once
 
-#include "hostkit/ChildProcess.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/system/ChildProcess.h"
 
 #include <gtest/gtest.h>
 

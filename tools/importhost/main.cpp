@@ -1,6 +1,6 @@
 #include "commandline/Arguments.h"
-#include "importhost/Command.h"
-#include "importhost/System.h"
+#include "importhost/commands/Command.h"
+#include "importhost/console/System.h"
 
 int main(int argc, char** argv) {
     importhost::useUtf8Output();

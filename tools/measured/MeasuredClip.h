@@ -4,7 +4,7 @@
 
 #include "measured/MeasuredPlugin.h"
 
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 #include "sdk/SdkAsyncImporter.h"
 
 #include <filesystem>

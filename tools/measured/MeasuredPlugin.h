@@ -2,11 +2,11 @@
 // watched. One at a time.
 #pragma once
 
-#include "hostkit/CallSpy.h"
-#include "hostkit/Host.h"
-#include "hostkit/ImporterSession.h"
-#include "hostkit/LightHost.h"
-#include "hostkit/PluginLibrary.h"
+#include "hostkit/host/Host.h"
+#include "hostkit/host/LightHost.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/sessions/ImporterSession.h"
+#include "hostkit/watch/CallSpy.h"
 
 #include <cstddef>
 

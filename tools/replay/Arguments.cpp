@@ -1,6 +1,6 @@
 #include "replay/Arguments.h"
 
-#include "hostkit/PixelFormatTable.h"
+#include "hostkit/host/PixelFormatTable.h"
 #include "replay/LineScan.h"
 
 namespace replay {

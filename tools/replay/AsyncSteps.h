@@ -2,7 +2,7 @@
 // another: a frame is asked of one that it was announced to, everything else of the one that was created last.
 #pragma once
 
-#include "hostkit/AsyncSession.h"
+#include "hostkit/sessions/AsyncSession.h"
 #include "replay/FileSteps.h"
 
 namespace replay {

@@ -1,7 +1,7 @@
 // The clips that are open in a replay. The log names them by path and stream only.
 #pragma once
 
-#include "hostkit/ClipSession.h"
+#include "hostkit/sessions/ClipSession.h"
 
 #include <memory>
 #include <string>

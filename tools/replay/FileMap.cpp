@@ -1,6 +1,6 @@
 #include "replay/FileMap.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 #include "replay/Arguments.h"
 
 #include <algorithm>

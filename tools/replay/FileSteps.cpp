@@ -1,8 +1,8 @@
 #include "replay/FileSteps.h"
 
-#include "hostkit/GuardedBlock.h"
-#include "hostkit/RecordStorage.h"
-#include "hostkit/Text.h"
+#include "hostkit/host/GuardedBlock.h"
+#include "hostkit/sessions/RecordStorage.h"
+#include "hostkit/system/Text.h"
 #include "replay/LineScan.h"
 
 #include <algorithm>

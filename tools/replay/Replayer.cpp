@@ -1,6 +1,6 @@
 #include "replay/Replayer.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 #include "replay/LineScan.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 // A measured file as JSON for programs.
 #include "importhost/bench/Measurement.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <nlohmann/json.hpp>
 

@@ -3,7 +3,7 @@
 #include "importhost/bench/Sampling.h"
 #include "importhost/bench/TextTable.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 #include <cstdio>

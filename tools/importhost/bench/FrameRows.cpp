@@ -1,11 +1,11 @@
 #include "importhost/bench/FrameRows.h"
 
-#include "importhost/AsyncPlan.h"
 #include "importhost/bench/RowBuilder.h"
 #include "importhost/bench/Sampling.h"
+#include "importhost/clips/AsyncPlan.h"
 
-#include "hostkit/AsyncSession.h"
-#include "hostkit/Names.h"
+#include "hostkit/sessions/AsyncSession.h"
+#include "hostkit/sessions/Names.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 // The measured rows of a clip's pictures.
 #pragma once
 
-#include "importhost/VideoClip.h"
 #include "importhost/bench/Measurement.h"
+#include "importhost/clips/VideoClip.h"
 
 namespace importhost::bench {
 

@@ -1,13 +1,13 @@
 #include "importhost/bench/Measurement.h"
 
-#include "importhost/ClipReport.h"
-#include "hostkit/ProcessSize.h"
-#include "importhost/VideoClip.h"
+#include "hostkit/system/ProcessSize.h"
 #include "importhost/bench/FrameRows.h"
 #include "importhost/bench/OpeningRows.h"
 #include "importhost/bench/SoundRows.h"
+#include "importhost/clips/VideoClip.h"
+#include "importhost/reports/ClipReport.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 namespace importhost::bench {
 

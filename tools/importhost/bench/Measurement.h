@@ -4,9 +4,9 @@
 // them; `hostBuffer` tells how much that is.
 #pragma once
 
-#include "importhost/Editor.h"
 #include "importhost/bench/ReadCounter.h"
 #include "importhost/bench/Statistics.h"
+#include "importhost/clips/Editor.h"
 
 #include <nlohmann/json_fwd.hpp>
 

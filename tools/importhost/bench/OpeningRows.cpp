@@ -1,9 +1,9 @@
 #include "importhost/bench/OpeningRows.h"
 
-#include "importhost/VideoClip.h"
 #include "importhost/bench/RowBuilder.h"
+#include "importhost/clips/VideoClip.h"
 
-#include "hostkit/Names.h"
+#include "hostkit/sessions/Names.h"
 
 namespace importhost::bench {
 

@@ -1,7 +1,7 @@
 // The plug-in's own reads from files, while something is measured.
 #pragma once
 
-#include "hostkit/DiskFaults.h"
+#include "hostkit/watch/DiskFaults.h"
 
 #include <cstdint>
 

@@ -1,10 +1,10 @@
 // Collects the times of one row while it is measured, with a bar on the terminal.
 #pragma once
 
-#include "importhost/Progress.h"
 #include "importhost/bench/Measurement.h"
+#include "importhost/console/Progress.h"
 
-#include "hostkit/Interrupt.h"
+#include "hostkit/system/Interrupt.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 #include "importhost/bench/SoundRows.h"
 
-#include "importhost/SoundClip.h"
-#include "importhost/VideoClip.h"
 #include "importhost/bench/RowBuilder.h"
 #include "importhost/bench/Sampling.h"
+#include "importhost/clips/SoundClip.h"
+#include "importhost/clips/VideoClip.h"
 
-#include "hostkit/Names.h"
+#include "hostkit/sessions/Names.h"
 
 #include <algorithm>
 

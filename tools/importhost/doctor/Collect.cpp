@@ -4,7 +4,7 @@
 #include "importhost/doctor/Search.h"
 #include "importhost/doctor/System.h"
 
-#include "hostkit/PluginLog.h"
+#include "hostkit/plugin/PluginLog.h"
 
 #include <algorithm>
 #include <stdexcept>

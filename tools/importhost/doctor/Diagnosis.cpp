@@ -2,8 +2,8 @@
 
 #include "importhost/doctor/LoadTrial.h"
 
-#include "hostkit/PluginLibrary.h"
-#include "hostkit/Text.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "importhost/doctor/FileVersion.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,7 @@
 // Versions as numbers, and what the file of a library states about itself.
 #pragma once
 
-#include "hostkit/LibraryFile.h"
+#include "hostkit/plugin/LibraryFile.h"
 
 #include <array>
 #include <compare>

@@ -1,6 +1,6 @@
 #include "importhost/doctor/Diagnosis.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 namespace importhost::doctor {
 

@@ -1,6 +1,6 @@
 #include "importhost/doctor/Search.h"
 
-#include "hostkit/Text.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 

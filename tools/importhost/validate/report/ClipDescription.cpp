@@ -1,9 +1,9 @@
 #include "importhost/validate/report/ClipDescription.h"
 
-#include "importhost/ClipReport.h"
-#include "importhost/ClipSheet.h"
-#include "importhost/PngFile.h"
-#include "importhost/Waveform.h"
+#include "importhost/pictures/PngFile.h"
+#include "importhost/reports/ClipReport.h"
+#include "importhost/reports/ClipSheet.h"
+#include "importhost/sound/Waveform.h"
 #include "importhost/validate/report/Base64.h"
 
 #include <nlohmann/json.hpp>

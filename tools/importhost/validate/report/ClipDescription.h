@@ -1,7 +1,7 @@
 // What the plug-in says and shows of one file, for the report: gathered in a process of its own, which may crash.
 #pragma once
 
-#include "importhost/Editor.h"
+#include "importhost/clips/Editor.h"
 
 #include <nlohmann/json_fwd.hpp>
 

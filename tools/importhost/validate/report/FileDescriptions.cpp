@@ -1,14 +1,14 @@
 #include "importhost/validate/report/FileDescriptions.h"
 
-#include "hostkit/ChildProcess.h"
-#include "hostkit/PluginLibrary.h"
-#include "hostkit/Text.h"
-#include "importhost/ClipReport.h"
-#include "importhost/validate/Places.h"
-#include "importhost/validate/Result.h"
+#include "hostkit/plugin/PluginLibrary.h"
+#include "hostkit/system/ChildProcess.h"
+#include "hostkit/system/Text.h"
+#include "importhost/reports/ClipReport.h"
+#include "importhost/validate/framework/Places.h"
 #include "importhost/validate/report/ClipDescription.h"
 #include "importhost/validate/report/FileFacts.h"
 #include "importhost/validate/report/JsonAccess.h"
+#include "importhost/validate/run/Result.h"
 
 #include <fstream>
 #include <stdexcept>

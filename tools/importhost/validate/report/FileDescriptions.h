@@ -2,7 +2,7 @@
 // report.
 #pragma once
 
-#include "importhost/validate/CheckRun.h"
+#include "importhost/validate/framework/CheckRun.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,9 +1,10 @@
 #include "importhost/validate/report/ReportDocument.h"
 
-#include "hostkit/Text.h"
-#include "importhost/Command.h"
+#include "hostkit/system/Text.h"
+#include "importhost/console/Program.h"
 #include "importhost/validate/report/FileFacts.h"
 #include "importhost/validate/report/JsonAccess.h"
+#include "importhost/validate/run/CheckGroups.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,9 +1,9 @@
 // All that there is to report of a run as one document: written as JSON for machines, and shown as a page for people.
 #pragma once
 
-#include "importhost/validate/Result.h"
 #include "importhost/validate/report/FileDescriptions.h"
 #include "importhost/validate/report/RunTime.h"
+#include "importhost/validate/run/Result.h"
 
 #include <nlohmann/json_fwd.hpp>
 

@@ -1,0 +1,12 @@
+#include "damage/long/HeldMemory.h"
+
+#include "hostkit/system/ProcessSize.h"
+
+namespace damage {
+
+// The heap takes its pages from the system in large parts.
+const std::uint64_t kHeldMemoryWanders = std::uint64_t{512} << 10;
+
+std::uint64_t heldMemory() { return hostkit::processSize().bytes; }
+
+}  // namespace damage

@@ -1,0 +1,135 @@
+// The bounds on what a parse reads for chunk headers, just below and just above them.
+#include "avi/AviParser.h"
+#include "avi/ChunkWalk.h"
+#include "damage/parser/Pieces.h"
+#include "support/SparseFile.h"
+#include "text/FourCC.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace damage {
+
+namespace {
+
+using namespace aviwriter;
+
+constexpr std::uint32_t kApart = 128 * 1024;
+
+// Three lists, each of which shows what follows it twice: eight passes over so many chunks, which are 128 KiB apart, so
+// that each visit is a read, which counts as 64 KiB. Only the first chunk shares one with the lists.
+bool eightPassesHold(std::uint32_t chunks) {
+    const std::uint32_t size = 3 * 24 + chunks * kApart;
+    fileio::SparseFile file(size);
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        file.put(i * 24, listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", size - i * 24 - 20, {})}));
+    }
+    for (std::uint32_t i = 0; i < chunks; ++i) {
+        file.put(3 * 24 + i * kApart, text("JUNK") + u32(kApart - 8));
+    }
+    ChunkReader reader(file);
+    ChunkTree tree;
+    const bool holds = walkChunks(reader, {fourCC("movi")}, tree);
+    EXPECT_EQ(tree.size() == 14 + 8 * chunks, holds) << tree.size() << " nodes";
+    return holds;
+}
+
+// One read, and eight for each chunk but the first, of two for each of these 128 KiB and 1024 more.
+TEST(HeaderReads, ABlockFor64KiBOfTheFileAnd1024MoreMayBeRead) { EXPECT_TRUE(eightPassesHold(171)); }
+
+TEST(HeaderReads, FurtherBlocksEndTheWalk) { EXPECT_FALSE(eightPassesHold(172)); }
+
+// A file that begins with these bytes, and has so many chunks after them, 128 KiB apart: gigabytes that no disk need
+// hold.
+class ChunksFarApart : public fileio::File {
+public:
+    explicit ChunksFarApart(std::uint32_t chunks, Bytes front = {})
+        : m_front(std::move(front)),
+          m_size(static_cast<std::int64_t>(m_front.size()) + std::int64_t{chunks} * kApart) {}
+
+    bool open(const char*, std::uint32_t) override { return false; }
+    void close() override {}
+    std::int64_t size() override { return m_size; }
+    std::int64_t tell() override { return m_position; }
+    bool seek(std::int64_t position) override {
+        m_position = position;
+        return true;
+    }
+    // A read of more than the front begins in it, or with a chunk's header.
+    std::uint64_t read(void* buffer, std::uint64_t count) override {
+        const auto position = static_cast<std::uint64_t>(m_position);
+        const std::uint64_t given = std::min(count, static_cast<std::uint64_t>(m_size) - position);
+        const std::uint64_t ofFront = std::min(given, m_front.size() - std::min(position, m_front.size()));
+        EXPECT_TRUE(ofFront > 0 || (position - m_front.size()) % kApart == 0) << position;
+        auto* bytes = static_cast<std::uint8_t*>(buffer);
+        std::copy_n(m_front.data() + position * (ofFront > 0), ofFront, bytes);
+        std::fill_n(bytes + ofFront, given - ofFront, std::uint8_t{0});
+        std::copy_n(m_header.begin(), std::min<std::uint64_t>(m_header.size(), given - ofFront), bytes + ofFront);
+        bytesRead += given;
+        return given;
+    }
+    std::uint64_t write(const void*, std::uint64_t) override { return 0; }
+
+    std::uint64_t bytesRead = 0;
+
+private:
+    const Bytes m_front;
+    const Bytes m_header = text("JUNK") + u32(kApart - 8);
+    std::int64_t m_size;
+    std::int64_t m_position = 0;
+};
+
+struct WalkOverFarChunks {
+    explicit WalkOverFarChunks(std::uint32_t chunks) : file(chunks) {
+        ChunkReader reader(file);
+        ChunkTree tree;
+        holds = walkChunks(reader, {}, tree);
+        found = tree.size();
+    }
+
+    ChunksFarApart file;
+    bool holds = false;
+    std::size_t found = 0;
+};
+
+TEST(HeaderReads, LetsSixtyFiveThousandPlacesBeReadForHeaders) {
+    const WalkOverFarChunks walk(65'536);
+    EXPECT_TRUE(walk.holds);
+    EXPECT_EQ(walk.found, 65'536u);
+    EXPECT_EQ(walk.file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
+}
+
+TEST(HeaderReads, EndsTheWalkAfterThoseHoweverLargeTheFileIs) {
+    const WalkOverFarChunks walk(65'537);
+    EXPECT_FALSE(walk.holds);
+    EXPECT_EQ(walk.found, 65'536u);
+}
+
+// A recording of more segments than the walk can see. The super index of its pictures is longer than a block, so that
+// the headers of its sound have to be read once more.
+TEST(HeaderReads, StreamsAreReadWhateverTheWalkHasTaken) {
+    constexpr std::uint32_t kSegments = 65'600;
+    const Bytes index = ix("ix00", {.entries = {{0, 1}}});
+    const SuperIndex ofPictures = {.entries = std::vector<SuperIndexEntry>(kSegments, {0, 8 + 24 + 8})};
+    const SuperIndex ofSound = {.entries = {{0, 8 + 24 + 8}}};
+    Bytes front = riff("AVI ", {headers({videoList(1, {indx(ofPictures)}), soundList(1, {indx(ofSound)})}),
+                                list("movi", {index})});
+    const std::size_t indexAt = positionOf(front, "ix00");
+    for (std::size_t i = 0; i < kSegments; ++i) {
+        overwrite(front, superEntryAt(front, 0, i), u64(indexAt));
+    }
+    overwrite(front, superEntryAt(front, 1, 0), u64(indexAt));
+    ChunksFarApart file(kSegments, front);
+    AviParser parser;
+    EXPECT_TRUE(parser.parse(file));
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n") << "the aim was missed";
+    ASSERT_EQ(parser.streams().size(), 2u);
+    EXPECT_EQ(parser.streams()[0]->chunkCount(), kSegments);
+    EXPECT_EQ(parser.streams()[1]->chunkCount(), 1u);
+}
+
+}  // namespace
+
+}  // namespace damage

@@ -1,0 +1,241 @@
+// Every sample read in every way that a disk has: whole, from disk, by an object that read others before, in pieces,
+// cut short, and with an end that comes before the size says so. The measure is the plainest parser over the same
+// disk. What delivers all bytes gives what the whole file gives; what does not gives that parser's text, or for the few
+// files that it cannot read a refusal that says why.
+#include "damage/catalogue/FilesOnDisk.h"
+#include "damage/parser/ReadSamples.h"
+#include "damage/parser/ShortFile.h"
+#include "damage/parser/SmallFiles.h"
+
+#include "avi/LiteralParser.h"
+#include "fileio/SystemFile.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <string_view>
+
+namespace damage {
+
+namespace {
+
+// Bytes a read: fewer than a chunk header, one, one with a list's type; fewer than some formats and indexes, and more.
+// The records of 56 bytes in "avih" and "strh" lie between 12 and 100.
+constexpr std::uint64_t kPieces[] = {1, 2, 7, 8, 12, 100, 1000};
+
+// The plainest parser's text, if the file is not beyond it.
+std::optional<std::string> plainTextOf(ShortFile& file, bool mayBeTooCostly,
+                                       ShortHeaders shortHeaders = ShortHeaders::missing) {
+    try {
+        file.seek(0);
+        return parseLiterally(file, shortHeaders);
+    } catch (const TooCostly&) {
+        if (!mayBeTooCostly) {
+            throw;
+        }
+        return std::nullopt;
+    }
+}
+
+// The nodes of the tree, as many as there are, in one number (FNV-1a).
+std::uint64_t treeHash(const ChunkTree& tree) {
+    std::uint64_t hash = 14695981039346656037u;
+    for (std::size_t i = 0; i < tree.size(); ++i) {
+        const ChunkNode& node = tree[static_cast<std::uint32_t>(i)];
+        for (const std::uint64_t value : {node.position, std::uint64_t{node.id}, std::uint64_t{node.size},
+                                          std::uint64_t{node.listType}, std::uint64_t{node.firstChild},
+                                          std::uint64_t{node.nextSibling}}) {
+            hash = (hash ^ value) * 1099511628211u;
+        }
+    }
+    return hash;
+}
+
+// All that a parser keeps, the plainest parser's text first.
+std::string allOf(const AviParser& parser, bool usable) {
+    std::string text = describe(parser, usable);
+    text.append(std::to_string(parser.chunkTree().size())).append(" nodes: ");
+    text.append(std::to_string(treeHash(parser.chunkTree()))).append("\n");
+    text.append(std::to_string(parser.idx1EntryCount())).append(" entries of idx1\n");
+    for (const auto& stream : parser.streams()) {
+        text.append("indexes of stream ").append(std::to_string(stream->streamNumber()));
+        for (std::size_t i = 0; i < stream->superIndexEntries().size(); ++i) {
+            const avi::SuperIndexEntry entry = stream->superIndexEntries()[i];
+            const avi::StdIndexHeader index = stream->stdIndexes()[i];
+            text.append(" ").append(std::to_string(entry.qwOffset)).append(":").append(std::to_string(entry.dwSize));
+            text.append("@").append(std::to_string(index.qwBaseOffset));
+            text.append("*").append(std::to_string(index.nEntriesInUse));
+        }
+        text.append("\n");
+    }
+    return text;
+}
+
+std::string allOf(fileio::File& file, AviParser& parser) {
+    file.seek(0);
+    const bool usable = parser.parse(file);
+    return allOf(parser, usable);
+}
+
+// The last message of a file that is refused.
+bool isRefusal(const std::string& messages) {
+    static const std::set<std::string> lines = {"riff structure is empty\n", "AVI chunk missing\n", "hdrl missing\n",
+                                                "avih missing\n", "avih data read error\n"};
+    return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) { return messages.ends_with(line); });
+}
+
+// Lists are sums of themselves, whatever they were made of.
+void expectSound(const AviParser& parser, bool usable) {
+    ASSERT_TRUE(usable || isRefusal(parser.errorText())) << parser.errorText();
+    ASSERT_TRUE(usable || parser.streams().empty());
+    for (const auto& stream : parser.streams()) {
+        std::uint64_t sum = 0;
+        for (std::size_t i = 0; i < stream->chunkCount(); ++i) {
+            ASSERT_EQ(stream->chunk(i).startByte, sum);
+            sum += stream->chunk(i).size;
+        }
+        ASSERT_EQ(stream->totalBytes(), sum);
+    }
+}
+
+class ReadModes : public testing::TestWithParam<ReadSample> {
+protected:
+    ReadModes() : m_bytes(GetParam().make()) {
+        ShortFile file = whole();
+        m_usable = m_parser.parse(file);
+        m_expected = allOf(m_parser, m_usable);
+    }
+
+    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosBehind); }
+
+    // A hole of a megabyte shows what one of 64 does, in less than 64 million reads.
+    ShortFile withShortHole() const {
+        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosBehind, 1 << 20));
+    }
+
+    // What this parser makes of the file as it is now is what the plainest one makes of it.
+    void expectPlainText(ShortFile& file, AviParser& parser, ShortHeaders shortHeaders = ShortHeaders::missing) const {
+        file.seek(0);
+        const bool usable = parser.parse(file);
+        ASSERT_NO_FATAL_FAILURE(expectSound(parser, usable));
+        if (const auto plain = plainTextOf(file, GetParam().isCostly, shortHeaders)) {
+            ASSERT_EQ(describe(parser, usable), *plain);
+        }
+    }
+
+    Bytes m_bytes;
+    AviParser m_parser;     // of the whole file
+    bool m_usable = false;
+    std::string m_expected;
+};
+
+TEST_P(ReadModes, WholeGivesWhatThePlainestParserGives) {
+    ASSERT_NO_FATAL_FAILURE(expectSound(m_parser, m_usable));
+    ShortFile file = whole();
+    const auto plain = plainTextOf(file, true);
+    ASSERT_EQ(plain.has_value(), !GetParam().isCostly);
+    if (plain) {
+        EXPECT_EQ(describe(m_parser, m_usable), *plain);
+    }
+}
+
+TEST_P(ReadModes, FromDiskGivesTheSame) {
+    const TempFolder folder;
+    const std::filesystem::path path = writeBytes(folder.folder() / "file.avi", m_bytes);
+    if (GetParam().zerosBehind > 0) {
+        std::filesystem::resize_file(path, m_bytes.size() + GetParam().zerosBehind);
+    }
+    fileio::SystemFile file;
+    ASSERT_TRUE(file.open(folder.path("file.avi").c_str(), fileio::kOpenRead | fileio::kOpenShareRead));
+    AviParser parser;
+    EXPECT_EQ(allOf(file, parser), m_expected);
+}
+
+TEST_P(ReadModes, ByTheSameObjectAgainGivesTheSame) {
+    ShortFile file = whole();
+    EXPECT_EQ(allOf(file, m_parser), m_expected);
+}
+
+TEST_P(ReadModes, ByAnObjectThatReadAnotherFileGivesTheSame) {
+    // One in which everything occurs.
+    const auto rich = std::find_if(smallFiles().begin(), smallFiles().end(), [](const SmallFile& file) {
+        return std::string_view(file.name) == "opendml-beside-idx1";
+    });
+    ASSERT_NE(rich, smallFiles().end());
+    const Bytes others = rich->make();
+    ShortFile other(others);
+    AviParser parser;
+    ASSERT_TRUE(parser.parse(other));
+    ShortFile file = whole();
+    EXPECT_EQ(allOf(file, parser), m_expected);
+}
+
+// All bytes can be had, but not by one read. Chunk headers and the records in "avih", "strh" and "dmlh" are read on
+// until they are whole: they come out of blocks read ahead, whose ends are no ends of records. Formats and indexes are
+// one read each and end where that ends, as an end of the file would have it. Both is what the plainest parser does
+// that reads headers on.
+TEST_P(ReadModes, InPiecesHeadersAreWholeAndFormatsAndIndexesEndWithTheirFirstPiece) {
+    ShortFile inOnePiece = withShortHole();
+    AviParser expected;
+    expected.parse(inOnePiece);
+    for (const std::uint64_t limit : kPieces) {
+        SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
+        ShortFile file = withShortHole();
+        file.limitReads(limit);
+        AviParser parser;
+        ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser, ShortHeaders::readOn));
+        EXPECT_EQ(treeHash(parser.chunkTree()), treeHash(expected.chunkTree()));
+    }
+}
+
+// From 248 bytes on no header is longer than a piece, and there is no difference left.
+TEST_P(ReadModes, InPiecesOfWholeHeadersEvenTheParserThatAsksOnceAgrees) {
+    for (const std::uint64_t limit : {248, 1000}) {
+        SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
+        ShortFile file = withShortHole();
+        file.limitReads(limit);
+        AviParser parser;
+        ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
+    }
+}
+
+TEST_P(ReadModes, CutAtAnyByteGivesWhatThePlainestParserGives) {
+    ShortFile file(m_bytes);
+    for (const std::size_t end : endsOf(GetParam(), m_bytes, m_parser)) {
+        SCOPED_TRACE(testing::Message() << "cut at " << end);
+        file.cutAt(end);
+        AviParser parser;
+        ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
+    }
+}
+
+TEST_P(ReadModes, AnEndThatComesTooEarlyGivesWhatThePlainestParserGivesAndThenTheWholeFileAsEver) {
+    ShortFile file = whole();
+    AviParser parser;
+    std::size_t count = 0;
+    for (const std::size_t end : endsOf(GetParam(), m_bytes, m_parser)) {
+        SCOPED_TRACE(testing::Message() << "ended at " << end);
+        file.endAt(end);
+        ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
+        // The same object, with the share back; after every third end, which meets all that an object can be left with.
+        if (count++ % 3 == 0) {
+            file.endAsItSays();
+            ASSERT_EQ(allOf(file, parser), m_expected);
+        }
+    }
+}
+
+std::string sampleNameOf(const testing::TestParamInfo<ReadSample>& info) {
+    std::string name = info.param.name;
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ReadModes, testing::ValuesIn(readSamples()), sampleNameOf);
+
+}  // namespace
+
+}  // namespace damage

@@ -1,0 +1,45 @@
+// Frames of a clip through its asynchronous importer.
+#pragma once
+
+#include "hostkit/sessions/AsyncSession.h"
+#include "importhost/clips/AsyncPlan.h"
+#include "importhost/clips/VideoClip.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace importhost {
+
+class AsyncFrames {
+public:
+    // `failure` is empty for a delivered frame, otherwise the plug-in's answer in words.
+    using Deliver =
+        std::function<void(std::int64_t index, const hostkit::HostFrame& frame, const std::string& failure)>;
+
+    // Creates the asynchronous importer. Throws ClipFailure when the plug-in offers none for this clip.
+    AsyncFrames(Editor& editor, VideoClip& clip, PrPixelFormat format);
+
+    // Follows the plan and delivers frames in the order of `indexes`, whatever order they were collected in; those
+    // that came early are kept meanwhile.
+    void run(const std::vector<std::int64_t>& indexes, const std::vector<AsyncStep>& plan, const Deliver& deliver);
+
+private:
+    struct Arrived {
+        hostkit::HostFrame frame;
+        std::string failure;
+    };
+
+    void create();
+    void refocus();
+    Arrived collect(std::int64_t index);
+
+    VideoClip& m_clip;
+    PrPixelFormat m_format;
+    hostkit::AsyncSession m_async;
+    std::map<std::int64_t, std::string> m_refused;      // announcements that failed, until the frame is collected
+};
+
+}  // namespace importhost

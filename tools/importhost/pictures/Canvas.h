@@ -1,0 +1,35 @@
+// A picture of 8-bit RGB to draw on: rectangles, text, scaled pictures.
+#pragma once
+
+#include "importhost/pictures/Picture.h"
+
+#include <cstdint>
+#include <string>
+
+namespace importhost {
+
+struct Ink {
+    std::uint8_t red, green, blue;
+};
+
+class Canvas {
+public:
+    Canvas(int width, int height, Ink background);
+
+    // Parts outside the canvas are left out.
+    void fill(int x, int y, int width, int height, Ink ink);
+
+    // `size` times the letters' smallest height of 7 pixels; characters beyond ASCII appear as '?'.
+    void text(int x, int y, const std::string& text, int size, Ink ink);
+    static int textWidth(const std::string& text, int size);
+
+    // Scaled to the rectangle. Transparent parts show a checkerboard.
+    void picture(int x, int y, int width, int height, const Picture& picture);
+
+    const Picture& result() const { return m_picture; }
+
+private:
+    Picture m_picture;
+};
+
+}  // namespace importhost

@@ -1,0 +1,17 @@
+// Pictures as PNG files.
+#pragma once
+
+#include "importhost/pictures/Picture.h"
+
+#include <filesystem>
+#include <string>
+
+namespace importhost {
+
+// The file's bytes. Throws std::runtime_error for a picture that PNG cannot hold.
+std::string pngBytes(const Picture& picture);
+
+// Replaces the file. Throws std::runtime_error when it cannot be written.
+void writePng(const Picture& picture, const std::filesystem::path& path);
+
+}  // namespace importhost

@@ -1,0 +1,19 @@
+// The frames of a clip for its contact sheet, spread evenly from the first one on.
+#pragma once
+
+#include "importhost/clips/VideoClip.h"
+#include "importhost/pictures/ContactSheet.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace importhost {
+
+// As many as are asked for, or as the clip has; at least one.
+std::int64_t sheetTileCount(const VideoClip& clip, int wanted);
+
+// A frame that fails is a tile without a picture. `made` is called after each. Throws ClipFailure when no offered
+// pixel format can be shown as a picture.
+std::vector<SheetTile> sheetTiles(VideoClip& clip, int wanted, const std::function<void()>& made = [] {});
+
+}  // namespace importhost

@@ -1,0 +1,60 @@
+// A clip that a check may change, delete and bring back, and the frames that it had.
+#pragma once
+
+#include "importhost/validate/checks/frames/FrameParts.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace importhost::validate {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Writes over what is there. False when the system refuses.
+bool writeFile(const std::filesystem::path& path, const Bytes& bytes);
+
+// A file in the check's own folder: a copy of the first of its clips that has pictures and is not big, or a sample.
+class OwnFile {
+public:
+    // Throws std::runtime_error when it cannot be written, as restore() does.
+    OwnFile(CheckRun& run, PlayedPlugin& plugin);
+    ~OwnFile();
+    OwnFile(const OwnFile&) = delete;
+    OwnFile& operator=(const OwnFile&) = delete;
+
+    // The whole file, opened. Fails the check and gives null when it cannot be; skips the check when it is a sample
+    // that the user's codec does not know.
+    std::unique_ptr<OpenClip> open(CheckRun& run, PlayedPlugin& plugin) const;
+
+    const Clip& clip() const { return m_clip; }
+    const std::filesystem::path& path() const { return m_clip.path; }
+    const Bytes& bytes() const { return m_bytes; }      // whole, whatever became of the file
+    void restore();
+
+private:
+    Clip m_clip;
+    Bytes m_bytes;
+    bool m_isSample = false;
+};
+
+struct Frames {
+    std::vector<std::int64_t> numbers;
+    std::vector<Seen> seen;                 // what came of each
+
+    std::int64_t delivered() const;         // a broken file's need not all be
+};
+
+// Some frames from all over the clip, the last one with them.
+Frames framesOf(OpenClip& clip);
+
+std::string frameText(std::int64_t frame);
+
+// Every frame that was delivered is what it was, or cannot be read. Gives how many of those cannot.
+std::int64_t expectFramesOrNone(CheckRun& run, OpenClip& clip, const Frames& frames);
+
+// Every frame that was delivered is what it was.
+void expectFrames(CheckRun& run, OpenClip& clip, const Frames& frames);
+
+}  // namespace importhost::validate

@@ -1,0 +1,18 @@
+// A host in trouble: a scenario is played once for each call that the plug-in makes of the host, with just that call
+// failing or throwing. Whatever befalls the plug-in, it answers as it should, gives back all that it took, and works
+// again when the host does.
+#pragma once
+
+#include "importhost/validate/checks/host/TroublePlan.h"
+
+#include <chrono>
+
+namespace importhost::validate {
+
+// A user's file may take long to describe, and is described hundreds of times.
+inline constexpr std::chrono::seconds kLongTimeLimit{300};
+
+// With the first good clip that has pictures, and at higher levels with one that has several streams of sound too.
+void playInTrouble(CheckRun& run, const TroublePlan& plan);
+
+}  // namespace importhost::validate
