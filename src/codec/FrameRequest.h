@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-struct FrameSize {
+// Aligned as a whole: an atomic one needs no library.
+struct alignas(8) FrameSize {
     csSDK_int32 width = 0;    // pixels
     csSDK_int32 height = 0;
 };
