@@ -1,5 +1,5 @@
 // The samples that a run without files writes. Small pictures and few frames: each is opened many times.
-#include "importhost/validate/checks/stage/AviBytes.h"
+#include "importhost/validate/framework/AviBytes.h"
 #include "importhost/validate/framework/Clip.h"
 
 #include "aviwriter/Types.h"

@@ -1,6 +1,6 @@
 // Which frame belongs to which time.
 #include "importhost/validate/checks/frames/FrameParts.h"
-#include "importhost/validate/checks/stage/AviBytes.h"
+#include "importhost/validate/framework/AviBytes.h"
 
 #include "hostkit/sessions/Names.h"
 
