@@ -20,16 +20,18 @@ namespace {
 constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
 
 int openFlags(std::uint32_t mode) {
+    // A pipe would wait for its other end before it could be refused.
+    constexpr int always = O_CLOEXEC | O_NONBLOCK;
     if (!(mode & kOpenWrite)) {
-        return O_RDONLY | O_CLOEXEC;
+        return O_RDONLY | always;
     }
     // Emptied only once the lock is held: a refused open must leave the file alone.
-    return ((mode & kOpenRead) ? O_RDWR : O_WRONLY) | O_CREAT | O_CLOEXEC;
+    return ((mode & kOpenRead) ? O_RDWR : O_WRONLY) | O_CREAT | always;
 }
 
-bool isDirectory(int descriptor) {
+bool isRegular(int descriptor) {
     struct stat status {};
-    return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 /// Nobody ever lets others write, so only readers that share can hold a file together.
@@ -39,7 +41,7 @@ bool lockAsShared(int descriptor, std::uint32_t mode) {
 }
 
 bool prepare(int descriptor, std::uint32_t mode) {
-    if (isDirectory(descriptor) || !lockAsShared(descriptor, mode)) {
+    if (!isRegular(descriptor) || !lockAsShared(descriptor, mode)) {
         return false;
     }
     return !(mode & kOpenWrite) || ftruncate(descriptor, 0) == 0;

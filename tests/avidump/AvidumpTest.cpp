@@ -108,9 +108,46 @@ TEST(Avidump, TextListsEveryChunkWhenAsked) {
     EXPECT_TRUE(hasLine(text, "chunk 0 1 " + std::to_string(data + 18) + " 6 10 -"));
 }
 
+Bytes indexedBy(const std::vector<Idx1Entry>& entries) {
+    return riff("AVI ", {list("hdrl", {avih({}), list("strl", {strh({}), strf(bytesOf(BitmapInfo{}))})}),
+                         list("movi", {chunk("00dc", filled(10)), chunk("01wb", filled(6))}), idx1(entries)});
+}
+
+TEST(AvidumpIndexCheck, CountsEntriesThatPointAtNoChunkOfTheirStream) {
+    const Idx1Entry good = {.offset = 4, .length = 10};
+    const struct {
+        Idx1Entry entry;
+        unsigned checked;
+        unsigned astray;
+    } rows[] = {
+        {good, 2, 0},
+        {{.offset = 5, .length = 10}, 2, 1},
+        {{.offset = 22, .length = 6}, 2, 1},                   // another stream's
+        {{.offset = 0x100000, .length = 10}, 2, 1},            // past the end
+        {{.offset = 5, .length = 0}, 1, 0},                    // nothing is read there
+    };
+    for (const auto& row : rows) {
+        const avidump::Report stream = reportOf(indexedBy({good, row.entry}), false)["streams"][0];
+        EXPECT_EQ(stream["idx1ChunksChecked"], row.checked) << row.entry.offset;
+        EXPECT_EQ(stream["idx1ChunksAstray"], row.astray) << row.entry.offset;
+    }
+}
+
+TEST(AvidumpIndexCheck, TakesAThousandEntriesSpreadEvenlyUnlessAllAreListed) {
+    std::vector<Idx1Entry> entries(2500, {.offset = 4, .length = 10});
+    entries.back().offset = 5;
+    entries[1250].offset = 5;
+    const Bytes file = indexedBy(entries);
+    EXPECT_EQ(reportOf(file, false)["streams"][0]["idx1ChunksChecked"], 1000);
+    EXPECT_EQ(reportOf(file, false)["streams"][0]["idx1ChunksAstray"], 1);
+    EXPECT_EQ(reportOf(file, true)["streams"][0]["idx1ChunksChecked"], 2500);
+    EXPECT_EQ(reportOf(file, true)["streams"][0]["idx1ChunksAstray"], 2);
+}
+
 TEST(Avidump, TextShowsTheErrorsOfAnUnusableFile) {
     const std::string text = avidump::textOf(reportOf(riff("WAVE", {}), false));
     EXPECT_TRUE(hasLine(text, "usable: false"));
+    EXPECT_TRUE(hasLine(text, "mainHeader: none")) << text;
     EXPECT_TRUE(hasLine(text, "errorText:\n  AVI chunk missing")) << text;
 }
 

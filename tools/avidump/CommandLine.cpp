@@ -10,6 +10,7 @@ ParsedCommand parseCommandLine(const std::vector<std::string>& arguments) {
     Command command;
     CLI::App app("Shows an AVI container as the importer's parser sees it, whatever the codec.", "avidump");
     app.allow_windows_style_options(false);   // a path may begin with a slash
+    app.set_version_flag("--version", "avidump " AVIDUMP_VERSION);
     app.add_option("FILE", command.files, "AVI files")->required();
     app.add_flag("--json", command.json, "Write one JSON array with an object per file");
     app.add_flag("--chunks", command.chunks, "List every chunk of every stream");

@@ -18,7 +18,7 @@ struct Command {
 };
 
 struct ParsedCommand {
-    std::optional<Command> command;  ///< none when help or a fault has been printed
+    std::optional<Command> command;  ///< none when help, the version or a fault has been printed
     int exitCode = kExitGood;
 };
 

@@ -1,6 +1,7 @@
 #include "avidump/Report.h"
 
 #include "avidump/FormatReport.h"
+#include "avidump/LegacyIndexCheck.h"
 #include "text/FourCC.h"
 
 #include <vector>
@@ -115,13 +116,16 @@ Report chunksOf(const ChunkList& chunks) {
     return list;
 }
 
-Report streamOf(const AviStream& stream, bool withChunks) {
+Report streamOf(fileio::File& file, const AviStream& stream, bool withChunks) {
+    const LegacyIndexCheck idx1 = checkLegacyIndex(file, stream, withChunks);
     Report report{{"streamNumber", stream.streamNumber()},
                   {"header", streamHeaderOf(stream.header())},
                   {"format", formatOf(stream)},
                   {"superIndex", superIndexOf(stream)},
                   {"indexInUse", indexInUse(stream)},
                   {"idx1Chunks", stream.idx1Chunks().size()},
+                  {"idx1ChunksChecked", idx1.checked},
+                  {"idx1ChunksAstray", idx1.astray},
                   {"openDmlChunks", stream.openDmlChunks().size()},
                   {"chunkCount", stream.chunkCount()},
                   {"totalBytes", stream.totalBytes()},
@@ -138,7 +142,7 @@ Report makeReport(const std::string& pathUtf8, fileio::File& file, const AviPars
                   bool withChunks) {
     Report streams = Report::array();
     for (const auto& stream : parser.streams()) {
-        streams.push_back(streamOf(*stream, withChunks));
+        streams.push_back(streamOf(file, *stream, withChunks));
     }
     return {{"file", pathUtf8},
             {"opened", true},
@@ -146,7 +150,7 @@ Report makeReport(const std::string& pathUtf8, fileio::File& file, const AviPars
             {"usable", usable},
             {"errorText", parser.errorText()},
             {"chunkTree", chunkTreeOf(parser.chunkTree())},
-            {"mainHeader", mainHeaderOf(parser.mainHeader())},
+            {"mainHeader", usable ? mainHeaderOf(parser.mainHeader()) : Report()},
             {"extendedHeader", {{"dwTotalFrames", parser.extendedHeader().dwTotalFrames}}},
             {"idx1Entries", parser.idx1EntryCount()},
             {"streams", std::move(streams)}};

@@ -11,8 +11,9 @@ namespace avidump {
 
 using Report = nlohmann::ordered_json;
 
-/// One file that was opened and parsed with this result. With `withChunks`, each stream has its "chunks": an array
-/// [position, size, running byte, key frame] for each, in the order of the index in use.
+/// One file that was opened and parsed with this result; an unusable one has no main header. With `withChunks`, each
+/// stream has its "chunks": an array [position, size, running byte, key frame] for each, in the order of the index in
+/// use.
 Report makeReport(const std::string& pathUtf8, fileio::File& file, const AviParser& parser, bool usable,
                   bool withChunks);
 

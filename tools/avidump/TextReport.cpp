@@ -7,6 +7,9 @@ namespace avidump {
 namespace {
 
 std::string plain(const Report& value) {
+    if (value.is_null()) {
+        return "none";
+    }
     return value.is_string() ? value.get<std::string>() : value.dump();
 }
 

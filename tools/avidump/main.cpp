@@ -3,6 +3,7 @@
 #include "avidump/Report.h"
 #include "avidump/System.h"
 #include "commandline/Arguments.h"
+#include "commandline/OpenFailure.h"
 #include "fileio/SystemFile.h"
 
 #include <cstdio>
@@ -17,7 +18,8 @@ using namespace avidump;
 Report dump(const std::string& path, bool withChunks) {
     fileio::SystemFile file;
     if (!file.open(path.c_str(), fileio::kOpenRead | fileio::kOpenShareRead)) {
-        std::fprintf(stderr, "avidump: %s: cannot be opened\n", path.c_str());
+        const std::string why = openFailure(std::u8string(path.begin(), path.end()));
+        std::fprintf(stderr, "avidump: %s: cannot be opened: %s\n", path.c_str(), why.c_str());
         return makeFailedReport(path);
     }
     AviParser parser;
