@@ -99,6 +99,7 @@ ParsedCommand parseCommandLine(std::vector<std::string> arguments) {
     Command command;
     CLI::App app{kDescription, "makeavi"};
     app.allow_windows_style_options(false);   // a path may begin with a slash
+    app.set_version_flag("--version", "makeavi " MAKEAVI_VERSION);
     app.footer(footer());
     addPictureOptions(app, command.options);
     addFileOptions(app, command.options);

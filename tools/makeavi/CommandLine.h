@@ -20,7 +20,7 @@ struct Command {
 
 struct ParsedCommand {
     std::optional<Command> command;     // empty when there is nothing to do but to end
-    int exitCode = kExitGood;           // for that case: after --help, or after a line that makes no sense
+    int exitCode = kExitGood;           // for that case: after --help or --version, or after a line that makes no sense
 };
 
 // Prints help to standard output and what is wrong with the line to standard error.
