@@ -1,6 +1,7 @@
 // Sound as WAV files: the writer itself, and whole files of the plug-in's sound, byte by byte.
 #include "importhost/Program.h"
 
+#include "aviwriter/Blocks.h"
 #include "aviwriter/TestSound.h"
 #include "hostkit/sessions/Names.h"
 #include "importhost/Sample.h"
@@ -91,17 +92,36 @@ TEST(SpeakerMask, IsZeroWhenTheOrderIsAnotherOrASpeakerComesTwice) {
 
 TEST(WavFile, InterleavesChannelsAndTellsItsSizes) {
     const fakes::TemporaryFile file(u8"two.wav", "");
-    importhost::WavFile wav(file.path(), 2, 48000, 3);
+    importhost::WavFile wav(file.path(), {2, 48000, 3}, 3);
     wav.write({{0.5f, -1.0f}, {0.25f, 2.0f}});
     wav.write({{0.0f}, {1.0f}});
     wav.finish();
-    EXPECT_EQ(wav.sampleFrames(), 3u);
     EXPECT_EQ(bytesOf(file.path()), wavHeader(2, 48000, 3, 3) + little(0x3F000000) + little(0x3E800000) +
                                         little(0xBF800000) + little(0x40000000) + little(0) + little(0x3F800000));
 }
 
 TEST(WavFile, ThatCannotBeMadeIsTold) {
-    EXPECT_THROW(importhost::WavFile("no-such-folder/two.wav", 2, 48000, 3), std::runtime_error);
+    EXPECT_THROW(importhost::WavFile("no-such-folder/two.wav", {2, 48000, 3}, 3), std::runtime_error);
+}
+
+TEST(WavFile, ThatIsNotFinishedIsRemoved) {
+    const fakes::TemporaryFile file(u8"two.wav", "");
+    importhost::WavFile(file.path(), {2, 48000, 3}, 3).write({{0.5f, -1.0f}, {0.25f, 2.0f}});
+    EXPECT_FALSE(std::filesystem::exists(file.path()));
+}
+
+// Sizes of 32 bits hold 1073741805 mono sample frames and the header; one more makes an RF64 file.
+TEST(WavFile, Beyond4GiBIsRf64) {
+    EXPECT_EQ(importhost::wavHeader({1, 48000, 4}, 1073741805), wavHeader(1, 48000, 4, 1073741805));
+    const std::string small = wavHeader(1, 48000, 4, 0);
+    const std::string unknown = little(0xFFFFFFFF);
+    EXPECT_EQ(importhost::wavHeader({1, 48000, 4}, 1073741806),
+              "RF64" + unknown + "WAVE" +                                                       //
+                  "ds64" + little(28) + little(36) + little(1) +                                // 108 and the data,
+                  little(0xFFFFFFB8) + little(0) +                                              // 2^32 - 72 bytes
+                  little(1073741806) + little(0) + little(0) +                                  //
+                  small.substr(12, 48) +                                                        // the format
+                  "fact" + little(4) + unknown + "data" + unknown);
 }
 
 TEST(Audio, SixteenBitSoundComesOutWhole) {
@@ -146,10 +166,10 @@ TEST(Audio, ARangeBeyondTheEndIsAUsageError) {
     EXPECT_EQ(run.errors, "importhost: The sound has 1920 sample frames, counted from 0.\n");
 }
 
-TEST(Audio, AStreamThatIsNotThereFails) {
+TEST(Audio, AStreamThatIsNotThereIsAUsageError) {
     const Sample sample({"--size", "32x16", "--frames", "1", "--audio", "pcm16:2:48000"});
     const ProgramRun run = write(sample, {"--stream", "4"}).run;
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.errors, "importhost: '" + sample.text() + "' has 1 stream, counted from 0.\n");
 }
 
@@ -158,6 +178,35 @@ TEST(Audio, AClipWithoutSoundFails) {
     const ProgramRun run = write(sample, {}).run;
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.errors, "importhost: '" + sample.text() + "' has no sound in stream 0.\n");
+}
+
+// Alone the sound makes a silent clip, with other streams beside it a stream of silence.
+TEST(Audio, ThatThePluginDoesNotTakeIsNamed) {
+    const struct {
+        std::size_t at;         // in the format
+        aviwriter::Bytes bytes;
+        const char* name;
+    } rows[] = {
+        {0, aviwriter::u16(0x0055), "MP3 (0x0055), 2 channels, 48000 Hz, 16 bits"},
+        {0, aviwriter::u16(0x1234), "format 0x1234, 2 channels, 48000 Hz, 16 bits"},
+        {14, aviwriter::u16(12), "PCM (0x0001), 2 channels, 48000 Hz, 12 bits"},
+    };
+    for (const auto& [at, bytes, name] : rows) {
+        for (const std::vector<std::string>& more : {std::vector<std::string>{}, {"--audio", "pcm16:1:8000"}}) {
+            std::vector<std::string> options = {"--size", "32x16", "--frames", "1", "--audio", "pcm16:2:48000"};
+            options.insert(options.end(), more.begin(), more.end());
+            const Sample sample(options);
+            std::string content = bytesOf(sample.path());
+            const std::size_t format = content.find("strf", content.find("strf") + 4) + 8;
+            content.replace(format + at, bytes.size(), std::string(bytes.begin(), bytes.end()));
+            std::ofstream(sample.path(), std::ios::binary) << content;
+            const Written written = write(sample, {});
+            EXPECT_EQ(written.run.exitCode, 1);
+            EXPECT_EQ(written.run.errors, "importhost: '" + sample.text() + "' has sound in stream 0 that the plug-in "
+                                          "does not take: " + name + ".\n");
+            EXPECT_EQ(written.bytes, "");
+        }
+    }
 }
 
 TEST(Audio, ABufferThatIsOverrunFailsTheRun) {

@@ -1,4 +1,5 @@
 // The program with the plug-in itself, on samples of the stand-in codec.
+#include "fileio/SystemFile.h"
 #include "importer/support/TestHome.h"
 #include "importhost/Sample.h"
 
@@ -80,12 +81,44 @@ TEST(Plugin, WritesItsLogWhenAsked) {
     std::filesystem::remove(file);
 }
 
-TEST(Plugin, RefusesAFileThatIsNoAvi) {
-    const fakes::TemporaryFile file(u8"text.avi", "no pictures in here");
-    const ProgramRun run = runImporthost({"info", hostkit::toUtf8(file.path())});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.output.find("stream 0        imBadFile (2)"), std::string::npos) << run.output;
-    EXPECT_EQ(run.errors, "");
+TEST(Plugin, InfoSaysWhyAFileIsRefused) {
+    const Sample soundAlone({"--no-video", "--frames", "1", "--audio", "pcm16:2:48000"});
+    std::ofstream(soundAlone.beside("text.avi")) << "no pictures in here";
+    std::ofstream(soundAlone.beside("empty.avi"));
+    fileio::SystemFile recording;
+    ASSERT_TRUE(recording.open(hostkit::toUtf8(soundAlone.beside("recording.avi")).c_str(),
+                               fileio::kOpenWrite | fileio::kOpenShareRead));
+    const struct {
+        const char* file;
+        const char* answer;
+    } rows[] = {
+        {"missing.avi", "open            imBadFile (2): there is no such file"},
+        {"", "open            imBadFile (2): it is a directory"},
+        {"recording.avi", "open            imBadFile (2): it can be read; perhaps another program is writing it"},
+        {"empty.avi", "stream 0        imBadFile (2)\n                  it is empty"},
+        {"text.avi", "stream 0        imBadFile (2)\n                  it does not begin as an AVI file does"},
+        {"sample.avi", "stream 0        imBadFile (2)\n                  the plug-in's log has the cause (importhost "
+                       "info --log)"},
+    };
+    for (const auto& [file, answer] : rows) {
+        const std::string path = hostkit::toUtf8(soundAlone.beside(file));
+        const ProgramRun run = runImporthost({"info", path});
+        EXPECT_EQ(run.exitCode, 1) << path;
+        EXPECT_EQ(run.output.substr(run.output.find("\n\n") + 2), path + "\n  " + answer + "\n");
+        EXPECT_EQ(run.errors, "");
+    }
+}
+
+TEST(Plugin, OtherCommandsSayItToo) {
+    const fakes::TemporaryFile text(u8"text.avi", "no pictures in here");
+    const std::string path = hostkit::toUtf8(text.path());
+    for (const char* command : {"sheet", "audio"}) {
+        EXPECT_EQ(runImporthost({command, "missing.avi", "-o", "never"}).errors,
+                  "importhost: 'missing.avi' cannot be opened: imBadFile (2): there is no such file.\n");
+        EXPECT_EQ(runImporthost({command, path, "-o", "never"}).errors,
+                  "importhost: '" + path +
+                      "' cannot be described: imBadFile (2): it does not begin as an AVI file does.\n");
+    }
 }
 
 TEST(Plugin, FailsEveryFrameForAHostWithoutThePpixSuite) {

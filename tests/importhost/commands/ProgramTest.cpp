@@ -28,6 +28,18 @@ TEST(Program, HelpOfACommandIsAboutThatCommand) {
     EXPECT_FALSE(contains(run.output, "First steps")) << run.output;
 }
 
+TEST(Program, EveryToolTellsItsVersion) {
+    const std::string version = firstLine(runImporthost({"--version"}).output).substr(sizeof "importhost" - 1);
+    EXPECT_EQ(std::count(version.begin(), version.end(), '.'), 2) << version;
+    const std::pair<const char*, const char*> tools[] = {{"makeavi", MAKEAVI_FILE_NAME},
+                                                         {"avidump", AVIDUMP_FILE_NAME}};
+    for (const auto& [name, file] : tools) {
+        const ProgramRun run = programs::run(file, {"--version"});
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_EQ(run.output, name + version + "\n");
+    }
+}
+
 TEST(Program, NoCommandIsAUsageError) { EXPECT_EQ(runImporthost({}).exitCode, 2); }
 
 TEST(Program, AnUnknownOptionIsAUsageError) { EXPECT_EQ(runImporthost({"info", "x", "--wrong"}).exitCode, 2); }
@@ -86,7 +98,8 @@ TEST(Info, AFileThatIsRefusedFailsAndTheOthersAreShown) {
     const fakes::FakeClip clip;
     const ProgramRun run = withFake({"info", "missing.fake", clipPath(clip)});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(contains(run.output, "missing.fake\n  open            imBadFile (2)\n")) << run.output;
+    EXPECT_TRUE(contains(run.output, "missing.fake\n  open            imBadFile (2): there is no such file\n"))
+        << run.output;
     EXPECT_TRUE(contains(run.output, "8 x 6")) << run.output;
 }
 
@@ -106,6 +119,14 @@ TEST(Info, JsonHasTheSameFacts) {
     EXPECT_EQ(file["pixelFormats"][1]["code"], "yuy2");
     EXPECT_EQ(file["dataRate"]["bytes"], 600);
     EXPECT_EQ(json["problems"], nlohmann::json::array());
+}
+
+TEST(Info, JsonSaysWhyAFileIsRefused) {
+    const fakes::FakeClip clip;
+    const ProgramRun run = withFake({"info", "--json", "missing.fake", clipPath(clip)});
+    const auto files = nlohmann::json::parse(run.output)["files"];
+    EXPECT_EQ(files[0]["refusal"], "there is no such file");
+    EXPECT_FALSE(files[1].contains("refusal"));
 }
 
 TEST(Info, WhatThePluginLeavesUnevenFailsTheRun) {
@@ -158,6 +179,17 @@ TEST(Frames, ARangeBeyondTheClipIsAUsageError) {
     const fakes::FakeClip clip;
     EXPECT_EQ(withFake({"frames", clipPath(clip), "--range", "5-10"}).exitCode, 2);
     EXPECT_EQ(withFake({"frames", clipPath(clip), "--range", "10"}).exitCode, 2);
+}
+
+TEST(Frames, OfAClipWithoutFramesFail) {
+    const fakes::FakeClip clip("frames=0");
+    for (const std::vector<std::string>& range : {std::vector<std::string>{}, {"--range", "0-9"}}) {
+        std::vector<std::string> arguments = {"frames", clipPath(clip), "--as", "checksum"};
+        arguments.insert(arguments.end(), range.begin(), range.end());
+        const ProgramRun run = withFake(arguments);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.errors, "importhost: '" + clipPath(clip) + "' has no frames.\n");
+    }
 }
 
 TEST(Frames, ARangeThatIsNoneIsAUsageError) {
@@ -222,6 +254,15 @@ TEST(Sheet, OfFramesThatFailIsWrittenAndFails) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(programs::contains(run.errors, " frames failed; the sheet shows their results.\n")) << run.errors;
     EXPECT_TRUE(std::filesystem::exists(path));
+}
+
+TEST(Sheet, OfAClipWithoutFramesFailsAndIsNotWritten) {
+    const fakes::FakeClip clip("frames=0");
+    const auto path = clip.path().parent_path() / "sheet.png";
+    const ProgramRun run = withFake({"sheet", clipPath(clip), "-o", hostkit::toUtf8(path)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.errors, "importhost: '" + clipPath(clip) + "' has no frames.\n");
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(Sheet, OfAFormatWithoutPicturesFails) {

@@ -1,8 +1,12 @@
 #include "importhost/clips/SoundClip.h"
 
+#include "commandline/OpenFailure.h"
 #include "hostkit/sessions/Names.h"
 #include "hostkit/system/Text.h"
+#include "importhost/clips/SoundFormat.h"
 #include "importhost/clips/VideoClip.h"
+#include "importhost/console/Program.h"
+#include "importhost/console/Refusal.h"
 
 #include <algorithm>
 #include <bit>
@@ -23,22 +27,24 @@ SoundClip::SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_in
     : m_clip(editor.session(), path, {.streamIndex = streamIndex}), m_name("'" + hostkit::toUtf8(path) + "'") {
     const csSDK_int32 opened = m_clip.open().result;
     if (opened != imNoErr) {
-        throw ClipFailure(m_name + " cannot be opened: " + hostkit::resultText(opened) + ".");
+        throw ClipFailure(m_name + " cannot be opened: " + hostkit::resultText(opened) + ": " + openFailure(path) +
+                          ".");
     }
     // As the editor does: one stream after the other, as long as the answers promise another one.
     for (csSDK_int32 stream = 0; stream <= streamIndex; ++stream) {
         m_info = m_clip.info(stream);
         const bool isLast = m_info->result == imNoErr || m_info->result == imBadStreamIndex;
         if (!isLast && m_info->result != imIterateStreams) {
-            throw ClipFailure(m_name + " cannot be described: " + hostkit::resultText(m_info->result) + ".");
+            throw ClipFailure(m_name + " cannot be described: " + hostkit::resultText(m_info->result) + ": " +
+                              describeRefusal(path) + ".");
         }
         if (isLast && stream < streamIndex) {
-            throw ClipFailure(m_name + " has " + std::to_string(stream + 1) +
-                              (stream == 0 ? " stream" : " streams") + ", counted from 0.");
+            throw UsageError(m_name + " has " + std::to_string(stream + 1) +
+                             (stream == 0 ? " stream" : " streams") + ", counted from 0.");
         }
     }
     if (!m_info->record->hasAudio) {
-        throw ClipFailure(m_name + " has no sound in stream " + std::to_string(streamIndex) + ".");
+        throw ClipFailure(noSoundText(path, streamIndex));
     }
     const imAudioInfoRec7 sound = m_info->record->audInfo;
     if (sound.numChannels < 1 || sound.numChannels > kMaxAudioChannelCount) {

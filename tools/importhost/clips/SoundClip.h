@@ -14,11 +14,14 @@ namespace importhost {
 class SoundClip {
 public:
     // Opens the clip as the editor does and asks for this stream, from 0. Throws ClipFailure when the plug-in refuses
-    // it, when there is no such stream or no sound in it, and for a sound that the editor could not take.
+    // it, when there is no sound in the stream, and for a sound that the editor could not take; UsageError when the
+    // file does not have the stream.
     SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex);
 
     csSDK_int32 channels() const { return m_info->record->audInfo.numChannels; }
     std::uint32_t sampleRate() const;                       // Hz
+    // False for the substitute of sound that the plug-in cannot use.
+    bool isUsable() const { return m_info->record->audInfo.sampleType != kPrAudioSampleType_Other; }
     std::int64_t sampleFrames() const { return m_info->record->audDuration; }
     const std::vector<csSDK_int32>& labels() const { return m_labels; }     // none when the plug-in gives no layout
 

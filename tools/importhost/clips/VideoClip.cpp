@@ -1,7 +1,9 @@
 #include "importhost/clips/VideoClip.h"
 
+#include "commandline/OpenFailure.h"
 #include "hostkit/sessions/Names.h"
 #include "hostkit/system/Text.h"
+#include "importhost/console/Refusal.h"
 
 namespace importhost {
 
@@ -14,14 +16,14 @@ namespace {
 }  // namespace
 
 VideoClip::VideoClip(Editor& editor, const std::filesystem::path& path)
-    : m_clip(editor.session(), path), m_ticksPerSecond(editor.host().profile().ticksPerSecond) {
+    : m_path(path), m_clip(editor.session(), path), m_ticksPerSecond(editor.host().profile().ticksPerSecond) {
     const csSDK_int32 opened = m_clip.open().result;
     if (opened != imNoErr) {
-        fail(path, "cannot be opened: " + hostkit::resultText(opened));
+        fail(path, "cannot be opened: " + hostkit::resultText(opened) + ": " + openFailure(path));
     }
     m_info = m_clip.info(0);
     if (m_info->result != imNoErr && m_info->result != imIterateStreams) {
-        fail(path, "cannot be described: " + hostkit::resultText(m_info->result));
+        fail(path, "cannot be described: " + hostkit::resultText(m_info->result) + ": " + describeRefusal(path));
     }
     if (!info().hasVideo) {
         fail(path, "has no pictures");
@@ -29,6 +31,12 @@ VideoClip::VideoClip(Editor& editor, const std::filesystem::path& path)
     m_formats = m_clip.pixelFormats();
     if (m_formats.empty()) {
         fail(path, "is offered in no pixel format");
+    }
+}
+
+void VideoClip::requireFrames() const {
+    if (frameCount() <= 0) {
+        fail(m_path, "has no frames");
     }
 }
 

@@ -24,6 +24,9 @@ public:
     std::int64_t frameCount() const { return hostkit::frameCount(info()); }
     const std::vector<PrPixelFormat>& formats() const { return m_formats; }
 
+    // Throws ClipFailure for a clip without any.
+    void requireFrames() const;
+
     hostkit::FrameAnswer frame(std::int64_t index, PrPixelFormat format);
 
     // What frame() asks for, for those who ask in another way: the time in host ticks, and the format at the video's
@@ -36,6 +39,7 @@ public:
     double secondsOf(std::int64_t index) const;
 
 private:
+    std::filesystem::path m_path;
     hostkit::ClipSession m_clip;
     PrTime m_ticksPerSecond;
     std::optional<hostkit::Answer<imFileInfoRec8>> m_info;

@@ -1,5 +1,7 @@
 // importhost audio: a stream's sound as a WAV file.
 #include "importhost/clips/SoundClip.h"
+#include "importhost/clips/SoundFormat.h"
+#include "importhost/clips/VideoClip.h"
 #include "importhost/commands/Command.h"
 #include "importhost/console/Progress.h"
 #include "importhost/console/Range.h"
@@ -36,10 +38,16 @@ public:
     }
 
     ExitCode runWith(Editor& editor) override {
-        SoundClip clip(editor, hostkit::pathFromUtf8(m_file), m_stream);
+        const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
+        SoundClip clip(editor, path, m_stream);
+        if (!clip.isUsable()) {
+            throw ClipFailure(noSoundText(path, m_stream));
+        }
         const Range range = chooseRange(clip);
-        WavFile file(hostkit::pathFromUtf8(m_out), static_cast<std::uint16_t>(clip.channels()), clip.sampleRate(),
-                     speakerMaskOf(clip.labels()));
+        const WavFormat format = {static_cast<std::uint16_t>(clip.channels()), clip.sampleRate(),
+                                  speakerMaskOf(clip.labels())};
+        const auto frames = static_cast<std::uint64_t>(std::max<std::int64_t>(range.last - range.first + 1, 0));
+        WavFile file(hostkit::pathFromUtf8(m_out), format, frames);
         Progress progress("sound", (range.last - range.first) / m_block + 1);
         for (std::int64_t first = range.first; first <= range.last; first += m_block) {
             const auto count = std::min<std::int64_t>(m_block, range.last - first + 1);

@@ -85,6 +85,7 @@ public:
     ExitCode runWith(Editor& editor) override {
         const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
         VideoClip clip(editor, path);
+        clip.requireFrames();
         const PrPixelFormat format = chooseFormat(clip);
         const std::vector<std::int64_t> indexes = chooseFrames(clip);
         const FrameWriterRow& row = *findFrameWriter(m_writer);

@@ -39,6 +39,7 @@ public:
     ExitCode runWith(Editor& editor) override {
         const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
         VideoClip clip(editor, path);
+        clip.requireFrames();
         const imImageInfoRec& video = clip.info().vidInfo;
         m_layout.tileHeight = tileHeightFor(m_layout.tileWidth, video.imageWidth, video.imageHeight);
         Progress progress("frames", sheetTileCount(clip, m_count));

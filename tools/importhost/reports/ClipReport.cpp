@@ -1,6 +1,8 @@
 #include "importhost/reports/ClipReport.h"
 
+#include "commandline/OpenFailure.h"
 #include "hostkit/system/Text.h"
+#include "importhost/console/Refusal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,6 +55,7 @@ ClipReport reportOf(hostkit::ImporterSession& session, const std::filesystem::pa
     ClipSession clip(session, path);
     report.openResult = clip.open().result;
     if (report.openResult != imNoErr) {
+        report.refusal = openFailure(path);
         return report;
     }
     do {
@@ -61,7 +64,11 @@ ClipReport reportOf(hostkit::ImporterSession& session, const std::filesystem::pa
     if (report.streams.size() > 1) {
         clip.info(0);       // the plug-in keeps the stream that was asked for last; the rest is about the first one
     }
-    if (!report.isGood() || !report.streams.front().info.hasVideo) {
+    if (!report.isGood()) {
+        report.refusal = describeRefusal(path);
+        return report;
+    }
+    if (!report.streams.front().info.hasVideo) {
         return report;
     }
     report.pixelFormats = clip.pixelFormats();

@@ -104,6 +104,9 @@ Json asJson(const Editor& editor) {
 
 Json asJson(const ClipReport& report, const Editor& editor) {
     Json json = {{"file", hostkit::toUtf8(report.path)}, {"open", resultJson(report.openResult)}};
+    if (!report.isGood()) {
+        json["refusal"] = report.refusal;
+    }
     json["streams"] = Json::array();
     for (const StreamReport& stream : report.streams) {
         json["streams"].push_back(streamJson(stream, editor));

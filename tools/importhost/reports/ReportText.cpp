@@ -159,11 +159,14 @@ std::string asText(const ClipReport& report, const Editor& editor) {
     Lines lines;
     lines.heading(hostkit::toUtf8(report.path));
     if (report.openResult != imNoErr) {
-        lines.line("open", hostkit::resultText(report.openResult));
+        lines.line("open", hostkit::resultText(report.openResult) + ": " + report.refusal);
         return lines.text();
     }
     for (std::size_t i = 0; i < report.streams.size(); ++i) {
         addStream(lines, i, report.streams[i], editor);
+    }
+    if (!report.isGood()) {
+        lines.line("", report.refusal);
     }
     if (!report.isGood() || !report.streams.front().info.hasVideo) {
         return lines.text();

@@ -3,8 +3,8 @@
 #include "hostkit/system/Text.h"
 
 #include <bit>
-#include <limits>
 #include <stdexcept>
+#include <system_error>
 
 namespace importhost {
 
@@ -21,8 +21,11 @@ constexpr csSDK_int32 kSpeakers[] = {
     kPrAudioChannelLabel_TopBackRight,
 };
 
-constexpr std::uint32_t kHeaderBytes = 80;          // up to the first sample
+constexpr std::uint32_t kHeaderBytes = 80;          // up to the first sample, without the chunk of large sizes
+constexpr std::uint32_t kChunkHeaderBytes = 8;
 constexpr std::uint32_t kFormatBytes = 40;
+constexpr std::uint32_t kSizeChunkBytes = 28;
+constexpr std::uint32_t kInSizeChunk = 0xFFFFFFFF;  // a size that stands in the chunk of large sizes
 constexpr std::uint16_t kExtensible = 0xFFFE;
 constexpr std::uint16_t kSampleBits = 32;
 // "IEEE float" as a GUID: the old 16-bit tag 3 and the tail that all such GUIDs share.
@@ -39,7 +42,7 @@ std::uint32_t speakerOf(csSDK_int32 label) {
     return 0;
 }
 
-void addNumber(std::string& bytes, std::uint32_t number, int count = 4) {
+void addNumber(std::string& bytes, std::uint64_t number, int count = 4) {
     for (int i = 0; i < count; ++i) {
         bytes.push_back(static_cast<char>(static_cast<unsigned char>(number >> (8 * i))));
     }
@@ -59,74 +62,87 @@ std::uint32_t speakerMaskOf(const std::vector<csSDK_int32>& labels) {
     return mask;
 }
 
-WavFile::WavFile(const std::filesystem::path& path, std::uint16_t channels, std::uint32_t sampleRate,
-                 std::uint32_t mask)
-    : m_name("'" + hostkit::toUtf8(path) + "'"),
-      m_out(path, std::ios::binary),
-      m_channels(channels),
-      m_sampleRate(sampleRate),
-      m_mask(mask) {
-    put(header());
-}
-
-std::string WavFile::header() const {
-    const auto dataBytes = static_cast<std::uint32_t>(m_dataBytes);
-    const auto frameBytes = static_cast<std::uint32_t>(m_channels * sizeof(float));
+std::string wavHeader(const WavFormat& format, std::uint64_t sampleFrames) {
+    const std::uint32_t frameBytes = format.channels * kSampleBits / 8;
+    const std::uint64_t dataBytes = sampleFrames * frameBytes;
+    const bool isLarge = dataBytes > kInSizeChunk - (kHeaderBytes - kChunkHeaderBytes);
     std::string bytes;
-    bytes.append("RIFF");
-    addNumber(bytes, kHeaderBytes - 8 + dataBytes);
-    bytes.append("WAVEfmt ");
+    if (isLarge) {
+        bytes.append("RF64");
+        addNumber(bytes, kInSizeChunk);
+        bytes.append("WAVEds64");
+        addNumber(bytes, kSizeChunkBytes);
+        addNumber(bytes, kHeaderBytes + kSizeChunkBytes + dataBytes, 8);     // + 8 of its header - 8 of the file's
+        addNumber(bytes, dataBytes, 8);
+        addNumber(bytes, sampleFrames, 8);
+        addNumber(bytes, 0);                        // no other chunk is as large
+    } else {
+        bytes.append("RIFF");
+        addNumber(bytes, kHeaderBytes - kChunkHeaderBytes + dataBytes);
+        bytes.append("WAVE");
+    }
+    bytes.append("fmt ");
     addNumber(bytes, kFormatBytes);
     addNumber(bytes, kExtensible, 2);
-    addNumber(bytes, m_channels, 2);
-    addNumber(bytes, m_sampleRate);
-    addNumber(bytes, m_sampleRate * frameBytes);
+    addNumber(bytes, format.channels, 2);
+    addNumber(bytes, format.sampleRate);
+    addNumber(bytes, format.sampleRate * frameBytes);
     addNumber(bytes, frameBytes, 2);
     addNumber(bytes, kSampleBits, 2);
     addNumber(bytes, 22, 2);                        // what follows of the format
     addNumber(bytes, kSampleBits, 2);               // all bits are in use
-    addNumber(bytes, m_mask);
+    addNumber(bytes, format.mask);
     for (const unsigned char byte : kFloatGuid) {
         bytes.push_back(static_cast<char>(byte));
     }
-    bytes.append("fact");                         // wanted for everything that is not integer PCM
+    bytes.append("fact");                           // wanted for everything that is not integer PCM
     addNumber(bytes, 4);
-    addNumber(bytes, dataBytes / frameBytes);
+    addNumber(bytes, isLarge ? kInSizeChunk : sampleFrames);
     bytes.append("data");
-    addNumber(bytes, dataBytes);
+    addNumber(bytes, isLarge ? kInSizeChunk : dataBytes);
     return bytes;
+}
+
+WavFile::WavFile(const std::filesystem::path& path, const WavFormat& format, std::uint64_t sampleFrames)
+    : m_path(path), m_out(path, std::ios::binary) {
+    requireGood();
+    put(wavHeader(format, sampleFrames));
+}
+
+WavFile::~WavFile() {
+    std::error_code ignored;
+    if (!m_isFinished && std::filesystem::is_regular_file(m_path, ignored)) {
+        m_out.close();      // an open file cannot be removed everywhere
+        std::filesystem::remove(m_path, ignored);
+    }
 }
 
 void WavFile::write(const std::vector<std::vector<float>>& samples) {
     const std::size_t frames = samples.empty() ? 0 : samples.front().size();
-    const std::uint64_t grown = m_dataBytes + std::uint64_t{frames} * m_channels * sizeof(float);
-    if (grown > std::numeric_limits<std::uint32_t>::max() - kHeaderBytes) {
-        throw std::length_error(m_name + " would grow beyond 4 GiB; a smaller range fits.");
-    }
     std::string bytes;
-    bytes.reserve(frames * m_channels * sizeof(float));
+    bytes.reserve(frames * samples.size() * sizeof(float));
     for (std::size_t frame = 0; frame < frames; ++frame) {
         for (const std::vector<float>& channel : samples) {
             addNumber(bytes, std::bit_cast<std::uint32_t>(channel[frame]));
         }
     }
     put(bytes);
-    m_dataBytes = grown;
 }
 
 void WavFile::finish() {
-    m_out.seekp(0);
-    put(header());
     m_out.close();
-    if (!m_out) {
-        throw std::runtime_error(m_name + " cannot be written.");
-    }
+    requireGood();
+    m_isFinished = true;
 }
 
 void WavFile::put(const std::string& bytes) {
     m_out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    requireGood();
+}
+
+void WavFile::requireGood() const {
     if (!m_out) {
-        throw std::runtime_error(m_name + " cannot be written.");
+        throw std::runtime_error("'" + hostkit::toUtf8(m_path) + "' cannot be written.");
     }
 }
 

@@ -1,8 +1,10 @@
 // Opening what is a clip and what is none.
+#include "importhost/console/Refusal.h"
 #include "importhost/validate/checks/protocol/ClipFacts.h"
 #include "importhost/validate/checks/protocol/OtherProgram.h"
 #include "importhost/validate/checks/protocol/ProtocolParts.h"
 
+#include "commandline/OpenFailure.h"
 #include "hostkit/sessions/Names.h"
 
 #include <algorithm>
@@ -36,7 +38,8 @@ void tellRefused(CheckRun& run, const OpenClip& clip) {
     if (clip.clip().kind == ClipKind::Good) {
         run.fail(text);
     } else {
-        run.warn(text);
+        const std::filesystem::path& path = clip.clip().path;
+        run.warn(text + ": " + (clip.openResult() != imNoErr ? openFailure(path) : describeRefusal(path)));
         run.notImported(clip.clip());
     }
 }

@@ -13,7 +13,7 @@ namespace importhost::validate {
 
 namespace {
 
-std::string frameText(const FrameWish& wish) {
+std::string wishText(const FrameWish& wish) {
     return "frame " + std::to_string(wish.frame) + " in " +
            std::string(hostkit::pixelFormatName(wish.format.inPixelFormat)) + " at " +
            std::to_string(wish.format.inFrameWidth) + " x " + std::to_string(wish.format.inFrameHeight);
@@ -140,9 +140,9 @@ void Desk::expectFrame(const FrameWish& wish, const Outcome& found, const std::s
         m_file->rememberFrame(wish, found);
         return;
     }
-    expectResult(frameText(wish) + when, found.result, known->result);
+    expectResult(wishText(wish) + when, found.result, known->result);
     m_run.expect(found.digest == known->digest || found.result != known->result,
-                 where() + ": " + frameText(wish) + when + " is not what it was before");
+                 where() + ": " + wishText(wish) + when + " is not what it was before");
 }
 
 void Desk::expectRefused(const std::string& what, csSDK_int32 found, std::initializer_list<csSDK_int32> legal,
