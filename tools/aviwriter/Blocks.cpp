@@ -9,11 +9,15 @@ namespace aviwriter {
 
 namespace {
 
-Bytes littleEndian(std::uint64_t value, std::size_t count) {
-    Bytes bytes(count);
+void append(Bytes& bytes, std::uint64_t value, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
+        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
     }
+}
+
+Bytes littleEndian(std::uint64_t value, std::size_t count) {
+    Bytes bytes;
+    append(bytes, value, count);
     return bytes;
 }
 
@@ -146,13 +150,16 @@ Bytes bytesOf(const Idx1Entry& entry) {
     return join({fourcc(entry.chunkId), u32(entry.flags), u32(entry.offset), u32(entry.length)});
 }
 
+// Indexes have a million entries in some tests: these are appended in place.
 Bytes bytesOf(const SuperIndex& index) {
     const auto count = static_cast<std::uint32_t>(index.entries.size());
     Bytes bytes = join({u16(index.longsPerEntry), u8(index.indexSubType), u8(index.indexType),
                         u32(index.entriesInUse.value_or(count)), fourcc(index.chunkId), u32(index.reserved[0]),
                         u32(index.reserved[1]), u32(index.reserved[2])});
     for (const SuperIndexEntry& entry : index.entries) {
-        bytes = std::move(bytes) + join({u64(entry.offset), u32(entry.size), u32(entry.duration)});
+        append(bytes, entry.offset, 8);
+        append(bytes, entry.size, 4);
+        append(bytes, entry.duration, 4);
     }
     return bytes;
 }
@@ -163,7 +170,8 @@ Bytes bytesOf(const StandardIndex& index) {
                         u32(index.entriesInUse.value_or(count)), fourcc(index.chunkId), u64(index.baseOffset),
                         u32(index.reserved3)});
     for (const StandardIndexEntry& entry : index.entries) {
-        bytes = std::move(bytes) + join({u32(entry.offset), u32(entry.size)});
+        append(bytes, entry.offset, 4);
+        append(bytes, entry.size, 4);
     }
     return bytes;
 }

@@ -114,7 +114,7 @@ TEST(HeaderReads, StreamsAreReadWhateverTheWalkHasTaken) {
     const Bytes index = ix("ix00", {.entries = {{0, 1}}});
     const SuperIndex ofPictures = {.entries = std::vector<SuperIndexEntry>(kSegments, {0, 8 + 24 + 8})};
     const SuperIndex ofSound = {.entries = {{0, 8 + 24 + 8}}};
-    Bytes front = riff("AVI ", {headers({videoList(1, {indx(ofPictures)}), soundList(1, {indx(ofSound)})}),
+    Bytes front = riff("AVI ", {headers({videoList(1, {indx(ofPictures)}), soundList(1, {indx(ofSound)}), odml(7)}),
                                 list("movi", {index})});
     const std::size_t indexAt = positionOf(front, "ix00");
     for (std::size_t i = 0; i < kSegments; ++i) {
@@ -125,6 +125,7 @@ TEST(HeaderReads, StreamsAreReadWhateverTheWalkHasTaken) {
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
     EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n") << "the aim was missed";
+    EXPECT_EQ(parser.extendedHeader().dwTotalFrames, 7u);
     ASSERT_EQ(parser.streams().size(), 2u);
     EXPECT_EQ(parser.streams()[0]->chunkCount(), kSegments);
     EXPECT_EQ(parser.streams()[1]->chunkCount(), 1u);

@@ -18,39 +18,56 @@ namespace {
 
 using namespace aviwriter;
 
-// A super index that leads to 127 places in the media of a large file, and then to an index of so many bytes. Each of
-// the places claims 8 MiB, and shows in its first four that it is no index.
-std::string errorsOfAnIndexAfterNone(std::uint32_t indexBytes) {
+// A super index that leads to `pieces` places in the media of a sparse file, and then, 8 MiB before its end, to an index
+// of `indexBytes`. Each of the places claims 8 MiB, of which 4 MiB are read: the first four bytes show that it is no
+// index.
+std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t pieces, std::uint32_t indexBytes) {
     constexpr std::uint32_t kClaimed = 8 + (8u << 20);
-    constexpr std::uint64_t kIndexAt = std::uint64_t{2} << 30;
+    const std::uint64_t indexAt = fileBytes - (8 << 20);
     std::vector<SuperIndexEntry> entries;
-    for (std::uint64_t i = 1; i <= 127; ++i) {
-        entries.push_back({i * kClaimed, kClaimed});
+    for (std::uint64_t i = 0; i < pieces; ++i) {
+        entries.push_back({(1 << 20) + i * (indexAt - (1 << 20)) / pieces, kClaimed});
     }
-    entries.push_back({kIndexAt, 8 + indexBytes});
+    entries.push_back({indexAt, 8 + indexBytes});
     const Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = entries})})})});
-    fileio::SparseFile sparse(kIndexAt + (8 << 20));
-    sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(sparse.size() - head.size() - 8)));
-    sparse.put(kIndexAt, ix("ix00", {.entries = {{0, 1}}}));
+    fileio::SparseFile sparse(static_cast<std::int64_t>(fileBytes));
+    sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(fileBytes - head.size() - 8)));
+    sparse.put(static_cast<std::int64_t>(indexAt), ix("ix00", {.entries = {{0, 1}}}));
     fileio::FaultFile file(sparse);
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
-    EXPECT_LE(file.bytesRead(), (512u << 20) + 65'536) << "beside the headers, of which the super index is one";
+    EXPECT_LE(file.bytesRead(), (pieces + 1) * (4ull << 20) + 65'536)
+        << "besides the headers, of which the super index is one";
     const std::string errors = parser.errorText();
     return errors.substr(errors.rfind("stream[0]: "));
 }
 
-// 127 pieces of 4 MiB, and a super index of 2072 bytes.
+// Up to 512 MiB: 127 pieces of 4 MiB, a super index of 2072 bytes, and the rest.
+constexpr std::uint64_t kFileOf2GiB = (std::uint64_t{2} << 30) + (8 << 20);
 constexpr std::uint32_t kRestOf512MiB = (4 << 20) - 2072;
 
 TEST(IndexReads, LetsHalfAGibibyteOfIndexesBeRead) {
-    EXPECT_EQ(errorsOfAnIndexAfterNone(kRestOf512MiB),
+    EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf2GiB, 127, kRestOf512MiB),
               "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 0\n");
 }
 
 TEST(IndexReads, RefusesTheNextByteHoweverLargeTheFileIs) {
-    EXPECT_EQ(errorsOfAnIndexAfterNone(kRestOf512MiB + 1),
+    EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf2GiB, 127, kRestOf512MiB + 1),
               "stream[0]: could not read standard index at: 2147483656, size: 4192233\n");
+}
+
+// In a smaller file, its size and 4 MiB: four pieces, a super index of 104 bytes, and the rest.
+constexpr std::uint64_t kFileOf16MiB = 16 << 20;
+constexpr std::uint32_t kRestOf20MiB = (4 << 20) - 104;
+
+TEST(IndexReads, LetsFourMebibytesMoreThanTheFileHasBeRead) {
+    EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf16MiB, 4, kRestOf20MiB),
+              "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 0\n");
+}
+
+TEST(IndexReads, RefusesTheNextByteOfASmallFile) {
+    EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf16MiB, 4, kRestOf20MiB + 1),
+              "stream[0]: could not read standard index at: 8388616, size: 4194201\n");
 }
 
 // A super index that leads so often to one byte at the end of a file of a mebibyte: an index without entries.
