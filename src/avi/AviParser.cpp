@@ -53,7 +53,7 @@ bool AviParser::giveUp(const char* message) noexcept {
     try {
         m_errors.add(message);
     } catch (...) {
-        // Not even room for one line: the result alone must do.
+        // No memory even for one line; the result has to do.
     }
     return false;
 }
@@ -100,7 +100,7 @@ void AviParser::parseHeaderList(ChunkReader& reader, const ChunkNode& hdrl) {
     std::uint32_t streamNumber = 0;
     for (const ChunkNode& child : m_tree.children(hdrl)) {
         if (child.listType == fourCC("strl") && streamNumber < avi::kMaxStreams) {
-            // A stream that is not usable keeps its number, so that the others' chunk ids still fit.
+            // An unusable stream keeps its number, so that the chunk ids of the others still match.
             auto stream = std::make_unique<AviStream>(streamNumber++);
             if (stream->parse(context, child)) {
                 m_streams.push_back(std::move(stream));
@@ -113,7 +113,7 @@ void AviParser::parseHeaderList(ChunkReader& reader, const ChunkNode& hdrl) {
 
 void AviParser::readExtendedHeader(ChunkReader& reader, const ChunkNode& odml) {
     if (const ChunkNode* dmlh = m_tree.child(odml, fourCC("dmlh"))) {
-        // A short or unreadable header is as good as none: nothing depends on it.
+        // A short or unreadable header is treated as missing: nothing depends on it.
         reader.readChunkData(*dmlh, &m_extendedHeader, std::min<std::uint64_t>(dmlh->size, sizeof m_extendedHeader));
     }
 }

@@ -1,4 +1,4 @@
-// Reads the structure of an AVI file once, when it is opened. Everything later works from the lists made here.
+// Reads the structure of an AVI file once, when it is opened. Everything later uses the lists made here.
 #pragma once
 
 #include "avi/AviRecords.h"
@@ -14,12 +14,13 @@
 #include <string>
 #include <vector>
 
-/// AVI 1.0 with the OpenDML extensions. One thread at a time while parsing; const functions on any thread after.
+/// AVI 1.0 with the OpenDML extensions. Only one thread may use it while parsing; const functions are thread-safe
+/// after.
 class AviParser {
 public:
-    /// Parses from the file's current position to its end; what an earlier parse found is given up, streams
-    /// included. True when the structure is usable; errorText() may hold messages even then. Nothing is thrown:
-    /// lack of memory, too, is a message and a false result. Leaves the file at no particular position.
+    /// Parses from the file's current position to its end. The results of an earlier parse, streams included, are
+    /// discarded. Returns true if the structure is usable; errorText() may hold messages even then. Throws nothing:
+    /// running out of memory is also a message and false. The file position is unspecified afterwards.
     bool parse(fileio::File& file) noexcept;
 
     /// The messages of the last parse, each ending in a line feed.
@@ -27,7 +28,7 @@ public:
 
     const avi::AVIMAINHEADER& mainHeader() const { return m_mainHeader; }
 
-    /// OpenDML's extended header; all zero when the file has none.
+    /// OpenDML's extended header; all zero if the file has none.
     const avi::ExtendedHeader& extendedHeader() const { return m_extendedHeader; }
 
     /// The usable streams in the order of their "strl" lists. They belong to the parser.
@@ -38,10 +39,10 @@ public:
 
     const ChunkTree& chunkTree() const { return m_tree; }
 
-    /// Entries of "idx1" by the size that it claims, a partial one at its end included.
+    /// Number of entries in "idx1" according to its size field, including a partial last entry.
     std::uint64_t idx1EntryCount() const { return m_idx1EntryCount; }
 
-    /// The file that was parsed, or null; it is not owned.
+    /// The parsed file, or null; not owned.
     fileio::File* file() const { return m_file; }
 
 private:

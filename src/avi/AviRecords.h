@@ -1,5 +1,5 @@
-// The records of an AVI file as they lie in it, little-endian, and the constants that belong to them. Their natural
-// layout is that of the file; only the one record whose 64-bit field lies askew needs packing.
+// The records of an AVI file as stored in it, little-endian, and the constants that belong to them. Their natural
+// layout is that of the file; only the record with a misaligned 64-bit field needs packing.
 #pragma once
 
 #include <bit>
@@ -12,8 +12,8 @@ static_assert(std::endian::native == std::endian::little, "records are copied fr
 
 constexpr std::uint64_t kChunkHeaderSize = 8;      ///< chunk id and data size
 constexpr std::uint64_t kListTypeSize = 4;         ///< after the chunk header of a list, counted in its data size
-constexpr std::size_t kBitmapInfoHeaderSize = 40;  ///< what every "vids" format begins with
-constexpr std::size_t kWaveFormatExSize = 18;      ///< what every "auds" format begins with
+constexpr std::size_t kBitmapInfoHeaderSize = 40;  ///< size of the fixed part of every "vids" format
+constexpr std::size_t kWaveFormatExSize = 18;      ///< size of the fixed part of every "auds" format
 
 /// "avih"
 struct AVIMAINHEADER {
@@ -79,7 +79,7 @@ struct LegacyIndexEntry {
 static_assert(sizeof(LegacyIndexEntry) == 16);
 constexpr std::uint32_t AVIIF_KEYFRAME = 0x10;
 
-/// The head of "indx"
+/// Start of "indx"
 struct SuperIndexHeader {
     std::uint16_t wLongsPerEntry;
     std::uint8_t bIndexSubType;
@@ -99,7 +99,7 @@ struct SuperIndexEntry {
 static_assert(sizeof(SuperIndexEntry) == 16);
 
 #pragma pack(push, 4)
-/// The head of "ix##"
+/// Start of "ix##"
 struct StdIndexHeader {
     std::uint16_t wLongsPerEntry;
     std::uint8_t bIndexSubType;

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-/// What the streams of one parse share, and what they may still take together.
+/// What the streams of one parse share, and their common limits.
 struct ParseContext {
     ChunkReader& reader;
     const ChunkTree& tree;
@@ -22,7 +22,7 @@ struct ParseContext {
     std::uint64_t formatBytesLeft;
     std::uint64_t indexesLeft;  ///< standard indexes
     std::uint64_t indexBytesLeft;
-    std::uint64_t missingEntriesLeft;  ///< of standard indexes, taken for zeros: the file does not have their bytes
+    std::uint64_t missingEntriesLeft;  ///< of standard indexes, read as zeros: the file ends before them
 };
 
 /// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
@@ -35,7 +35,7 @@ public:
 
     // --- What the file says ---
 
-    /// Ordinal of the "strl" list among all of the file, also of those that were not usable.
+    /// Number of the "strl" list in the file, counting unusable ones too.
     std::uint32_t streamNumber() const { return m_streamNumber; }
     const avi::AVISTREAMHEADER& header() const { return m_header; }
 
@@ -47,14 +47,14 @@ public:
 
     const avi::SuperIndexHeader& superIndexHeader() const { return m_superIndexHeader; }
 
-    /// The entries in use of which the file has at least a part.
+    /// The entries in use, as far as the file holds at least a part of them.
     const std::vector<avi::SuperIndexEntry>& superIndexEntries() const { return m_superIndexEntries; }
 
-    /// The head of the standard index of each super index entry, also of one that was refused; all zero where
-    /// nothing was read.
+    /// The header of the standard index of each super index entry, including rejected indexes; all zero if nothing was
+    /// read.
     const std::vector<avi::StdIndexHeader>& stdIndexes() const { return m_stdIndexes; }
 
-    /// True when an OpenDML index was read without any fault; the lookups below then use it, else "idx1".
+    /// True if an OpenDML index was read without any fault; the lookups below then use it, otherwise "idx1".
     bool useOpenDmlIndex() const { return m_useOpenDmlIndex; }
     const ChunkList& idx1Chunks() const { return m_idx1Chunks; }
     const ChunkList& openDmlChunks() const { return m_openDmlChunks; }
@@ -67,28 +67,28 @@ public:
     /// Throws std::out_of_range for an index past the end.
     AviChunk chunk(std::size_t index) const;
 
-    /// Sum of all sizes.
+    /// Sum of all chunk sizes.
     std::uint64_t totalBytes() const { return activeChunks().totalBytes(); }
 
-    /// Index of the chunk whose bytes [startByte, startByte + size) hold `pos`; none for a negative position and
-    /// from totalBytes() on. Never an empty chunk.
+    /// Index of the chunk whose bytes [startByte, startByte + size) contain `pos`, never an empty chunk. Empty if `pos`
+    /// is negative or at least totalBytes().
     std::optional<std::size_t> findChunkByBytePosition(std::int64_t pos) const;
 
     // --- Filling, for the parser ---
 
-    /// Reads headers, format and OpenDML index of a "strl" list. False, with the reason among the context's
-    /// errors, when the stream is not usable.
+    /// Reads the headers, format and OpenDML index of a "strl" list. Returns false, and adds the reason to the
+    /// context's errors, if the stream is unusable.
     bool parse(ParseContext& context, const ChunkNode& strl);
     void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
         m_idx1Chunks.append({offset, size, keyframe});
     }
 
-    /// To be called once no more chunks come.
+    /// Call once all chunks have been added.
     void shrinkToFit();
 
 private:
-    // The values stand behind the text, each with a text of its own behind it. Nothing is put together once there is
-    // no room: a super index can lead to millions of faults.
+    // Each value is appended after the text, followed by its own text. Nothing is formatted once there is no room: a
+    // super index can cause millions of errors.
     struct Value {
         std::uint64_t number;
         const char* after = "";

@@ -1,4 +1,4 @@
-// A list that grows by whole blocks: appending to millions of elements never moves them or doubles the memory.
+// A list that grows in whole blocks: appending to millions of elements never moves them or doubles the memory.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@ class BlockList {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
-    /// Elements lie side by side from each multiple of this index to the next.
+    /// Elements are contiguous from each multiple of this index to the next.
     static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
 
     BlockList() = default;
@@ -28,8 +28,8 @@ public:
     const T& operator[](std::size_t index) const { return m_blocks[index / kBlockLength][index % kBlockLength]; }
     T& operator[](std::size_t index) { return m_blocks[index / kBlockLength][index % kBlockLength]; }
 
-    /// References to elements of the last block do not outlive an append. Throws std::bad_alloc; the list is then as
-    /// it was.
+    /// An append invalidates references to elements of the last block. Throws std::bad_alloc and then leaves the list
+    /// unchanged.
     void append(T element) {
         if (m_used == m_room) [[unlikely]] {
             makeRoom(1);
@@ -38,9 +38,9 @@ public:
         ++m_used;
     }
 
-    /// Appends elements whose values are the caller's to set: as many of `count`, which must not be 0, as get room in
-    /// one piece. Room for all of `count` is taken as far as the block reaches, so that a list whose length is known
-    /// does not grow in steps. Throws as append does.
+    /// Appends uninitialised elements for the caller to set: as many of `count` (not 0) as fit contiguously. Reserves
+    /// room for all of `count` up to the end of the block, so that a list of known length does not grow in steps.
+    /// Throws like append.
     std::span<T> extend(std::size_t count) {
         if (m_used == m_room) {
             makeRoom(count);
@@ -51,7 +51,7 @@ public:
         return {first, part};
     }
 
-    /// Gives back the room kept for further elements, if there is memory to move them to.
+    /// Frees unused room, if there is memory to move the elements.
     void shrinkToFit() {
         if (m_used != m_room) {
             if (T* smaller = new (std::nothrow) T[m_used]) {
@@ -69,14 +69,14 @@ public:
 private:
     static constexpr std::size_t kFirstLength = 16;
 
-    /// A longer last block, or if it has its full length, another.
+    /// Enlarges the last block, or adds another if it has its full length.
     void makeRoom(std::size_t count) {
         if (m_room % kBlockLength != 0) {
             const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, m_room + count));
             replaceLast(new T[room], room);
             return;
         }
-        // A list this long may take a whole block: that is little beside what it has.
+        // For a list this long, a whole block is a small overhead.
         const std::size_t room = empty() ? std::clamp(count, kFirstLength, kBlockLength) : kBlockLength;
         m_blocks.push_back(std::make_unique_for_overwrite<T[]>(room));
         m_used = 0;
@@ -89,7 +89,7 @@ private:
         m_room = room;
     }
 
-    // Only the last block may be shorter than kBlockLength; none is empty once an append has succeeded.
+    // Only the last block may be shorter than kBlockLength; none is empty after a successful append.
     std::vector<std::unique_ptr<T[]>> m_blocks;
     std::size_t m_used = 0;  // of the last block
     std::size_t m_room = 0;  // of the last block

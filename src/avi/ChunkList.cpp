@@ -13,7 +13,7 @@ std::optional<std::size_t> ChunkList::findByBytePosition(std::uint64_t position)
     if (position >= totalBytes()) {
         return std::nullopt;
     }
-    // The first group that starts behind the position; past all that start at it, so that empty chunks are left out.
+    // Find the first group that starts after the position, skipping all that start at it, and so empty chunks.
     std::size_t low = 0;
     std::size_t high = m_groupStarts.size();
     while (low < high) {

@@ -5,11 +5,11 @@
 
 namespace {
 
-// Headers of an ordinary file fit into one block.
+// The headers of an ordinary file fit into one block.
 constexpr std::uint64_t kBlockSize = 64 * 1024;
 
-// After gigabytes of media come two or three headers. Only at the end of the file are there more: the index of a short
-// clip.
+// After gigabytes of media there are two or three headers. More follow only near the end of the file: the index of a
+// short clip.
 constexpr std::uint64_t kFarBlockSize = 4 * 1024;
 
 std::uint64_t notNegative(std::int64_t value) {
@@ -80,8 +80,8 @@ const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
     return nullptr;
 }
 
-/// Null where nothing could be read. A fault must not take away the bytes around it, and each further try can take a
-/// failing disk half a minute: from then on all is read by itself.
+/// Returns null if nothing could be read. A read error must not lose the bytes around it, and each retry can cost a
+/// failing disk half a minute: from then on every piece is read by itself.
 const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
     if (m_isFaulty) {
         return nullptr;
@@ -97,7 +97,7 @@ const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
 }
 
 std::uint64_t ChunkReader::blockSizeAt(std::uint64_t position) const {
-    // Just after a block, as the next of many small chunks is; the first block counts as one after nothing.
+    // True just after a block, where the next of many small chunks is. The first block of all counts too.
     const auto follows = [position](const Block& block) { return position - block.end() < kBlockSize; };
     const bool isNear = std::any_of(m_blocks.begin(), m_blocks.end(), follows);
     return isNear || m_fileSize - position <= kBlockSize ? kBlockSize : kFarBlockSize;

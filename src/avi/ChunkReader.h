@@ -1,5 +1,5 @@
-// Reads header data and index data for the parser: few and large reads, because files live on network shares,
-// with the results that reading each piece by itself would have.
+// Reads headers and indexes for the parser in few large reads, because files are often on network shares. The results
+// are the same as if each piece were read by itself.
 #pragma once
 
 #include "avi/ChunkTree.h"
@@ -12,35 +12,36 @@
 
 class ChunkReader {
 public:
-    /// Takes the file's current position as the start, and its size. The file must outlive the reader.
+    /// Takes the file's current position as the start, and its size. `file` must outlive the reader.
     explicit ChunkReader(fileio::File& file);
 
-    /// Where parsing begins.
+    /// File position where parsing starts.
     std::uint64_t start() const { return m_start; }
 
     /// Size of the file in bytes.
     std::uint64_t fileSize() const { return m_fileSize; }
 
-    /// How many whole blocks, and single pieces where there are none, read() has taken from the file so far.
+    /// Number of reads that read() has made so far: whole blocks, and single pieces where no block could be read.
     std::uint64_t blockCount() const { return m_blockCount; }
 
-    /// How many of `count` bytes from `position` on lie inside the file.
+    /// Number of bytes of [position, position + count) that are inside the file.
     std::uint64_t existing(std::uint64_t position, std::uint64_t count) const;
 
-    /// Reads `count` bytes at `position` by way of a block that is kept for the next read. Returns the bytes read,
-    /// fewer at the end of the file and on failure.
+    /// Reads `count` bytes at `position` through a block that is kept for the next read. Returns the number of bytes
+    /// read: fewer at the end of the file and on failure.
     std::uint64_t read(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// The same in one read straight into `destination`, for what is large or read once, unless a block has all of it.
+    /// Like read(), but straight into `destination`, for large or one-time reads. Uses a block only if it has all the
+    /// bytes.
     std::uint64_t readDirect(std::uint64_t position, void* destination, std::uint64_t count);
 
-    /// readDirect into room of the reader's own, aligned for any type and valid until the next call. kPadding zeros
-    /// follow the bytes, so that a last record cut short can be taken whole. Throws std::bad_alloc.
+    /// readDirect() into the reader's own buffer, aligned for any type and valid until the next call. kPadding zeros
+    /// follow the bytes, so that an incomplete last record can be read whole. Throws std::bad_alloc.
     static constexpr std::size_t kPadding = 16;
     std::span<const std::uint8_t> readPiece(std::uint64_t position, std::uint64_t count);
 
-    /// Reads the first `count` bytes of a chunk's data. True only when the chunk has them and all were read; what
-    /// was read is in `destination` all the same.
+    /// Reads the first `count` bytes of a chunk's data. Returns true only if the chunk has them and all were read.
+    /// `destination` receives what was read in either case.
     bool readChunkData(const ChunkNode& node, void* destination, std::uint64_t count);
 
 private:
@@ -62,7 +63,7 @@ private:
     std::uint64_t m_start;
     std::uint64_t m_fileSize;
     std::uint64_t m_blockCount = 0;
-    // The first block holds the headers, which are wanted again when the walk is at the end of the file.
+    // The first block holds the headers, which are needed again after the walk has reached the end of the file.
     std::array<Block, 2> m_blocks;
     bool m_isFaulty = false;  // a block could not be read
     ByteBuffer m_piece;

@@ -7,17 +7,17 @@
 
 namespace {
 
-/// Header, data and one pad byte after an odd number of data bytes.
+/// Size of header and data, plus one pad byte if the data size is odd.
 std::uint64_t stepOf(const ChunkNode& node) {
     return (std::uint64_t{node.size} + 9) & ~std::uint64_t{1};
 }
 
 bool isZero(const ChunkNode& node) { return node.id == 0 && node.size == 0; }
 
-/// One list on the way down to the current chunk. The file decides how deep lists nest, so they are kept here and
-/// not on the call stack.
+/// One list on the path to the current chunk. The file decides how deep lists nest, so the path is kept here and not on
+/// the call stack.
 struct Level {
-    std::uint64_t position;  // of the next chunk header in the file
+    std::uint64_t position;  // file position of the next chunk header
     std::uint64_t remaining;
     std::uint32_t parent = ChunkNode::kNone;
     std::uint32_t lastChild = ChunkNode::kNone;
@@ -67,14 +67,14 @@ private:
             return;
         }
         level.pass(stepOf(node));
-        // Zeros read as empty chunks of 8 bytes. One node stands for all in a row.
+        // Zeros read as empty chunks of 8 bytes. One node stands for a whole run of them.
         if (isZero(node) && level.lastChild != ChunkNode::kNone && isZero(m_tree[level.lastChild])) {
             ++m_skippedZeros;
             return;
         }
         const std::uint32_t number = m_tree.add(node, level.parent, level.lastChild);
         level.lastChild = number;
-        // After a list that failed, its neighbours are only noted: what they hold is likely to be noise.
+        // After a list that failed, its siblings are recorded but not entered: their contents are probably noise.
         if (node.isList() && !isClosed(node) && !level.failed && node.dataSize() > 0) {
             m_levels.push_back({node.dataPosition(), static_cast<std::uint64_t>(node.dataSize()), number});
         }

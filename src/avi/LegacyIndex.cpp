@@ -7,25 +7,24 @@
 
 namespace {
 
-// A chunk id's first byte holds the tens of the stream number and its second byte the ones. From this number on the
-// bytes would begin again, and those streams get no entries.
+// The first byte of a chunk id holds the tens of the stream number, the second byte the ones. From this number on the
+// bytes would repeat; such streams get no entries.
 constexpr std::uint32_t kDigitPairs = 256 * 10;
 
-/// kDigitPairs when the second byte is no digit.
+/// Returns kDigitPairs if the second byte is not a digit.
 std::uint32_t digitPairIn(std::uint32_t chunkId) {
     const std::uint32_t tens = (chunkId - '0') & 0xFF;
     const std::uint32_t ones = (chunkId >> 8 & 0xFF) - '0';
     return ones > 9 ? kDigitPairs : tens * 10 + ones;
 }
 
-// Below this a read less is worth more than the memory: each of them can be a journey over a network.
+// Below this size, saving a read is worth more than the memory: each read can be a network round trip.
 constexpr std::uint64_t kSmallestPiece = 64 * 1024;
 
-// An entry takes as many bytes in the file as in the list that is kept: a piece with all of them would double the
-// memory.
+// An entry takes as many bytes in the file as in memory, so reading all entries as one piece would double the memory.
 constexpr std::uint64_t kMostPieces = 8;
 
-/// So that there are at most kMostPieces, unless each is as large as any may be.
+/// At most kMostPieces pieces, unless they would exceed the largest size.
 std::uint64_t pieceSizeFor(std::uint64_t indexBytes) {
     constexpr std::uint64_t entrySize = sizeof(avi::LegacyIndexEntry);
     const std::uint64_t entries = (indexBytes + entrySize - 1) / entrySize;
@@ -43,12 +42,12 @@ void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode
             streamOfPair[stream->streamNumber()] = stream.get();
         }
     }
-    // An entry counts its chunk's header, which the list of chunks leaves out.
+    // Offsets of entries point at chunk headers; the list stores positions of the data.
     const std::uint64_t base = movi.position + avi::kChunkHeaderSize + avi::kChunkHeaderSize;
     const std::uint64_t bytes = reader.existing(idx1.dataPosition(), idx1.size);
-    std::uint64_t bytesLeft = bytes;  // it is read once: nothing needs a bound
+    std::uint64_t bytesLeft = bytes;  // the index is read once and needs no limit
     RecordReader records(reader, bytesLeft, idx1.dataPosition(), bytes, pieceSizeFor(bytes));
-    // Entries that the file no longer has would be all zero and belong to no stream.
+    // Missing entries would be all zero and belong to no stream.
     while (records.remaining() > 0) {
         for (const avi::LegacyIndexEntry& entry : records.next<avi::LegacyIndexEntry>(records.remaining())) {
             if (AviStream* stream = streamOfPair[digitPairIn(entry.ckid)]) {

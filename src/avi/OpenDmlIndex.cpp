@@ -1,5 +1,5 @@
-// The OpenDML index of a stream: a super index in the headers, and the standard indexes spread over the file that
-// it points to. Any fault makes the stream fall back to "idx1", but what can be read is read all the same.
+// The OpenDML index of a stream: a super index in the headers, and the standard indexes it points to, which are spread
+// over the file. After any fault the stream uses "idx1", but everything readable is read anyway.
 #include "avi/AviStream.h"
 #include "avi/RecordReader.h"
 
@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Room for entries as the size field gives it, in the 32-bit signed arithmetic that files are judged by: a size
-/// from 2 GiB and 24 bytes on has none.
+/// Number of entries that fit into the size field, computed in 32-bit signed arithmetic: a size of 2 GiB + 24 bytes or
+/// more leaves none.
 std::uint32_t superIndexCapacity(std::uint32_t dataSize) {
     const auto entryBytes = static_cast<std::int32_t>(dataSize - std::uint32_t{sizeof(avi::SuperIndexHeader)});
     return entryBytes < 1 ? 0 : static_cast<std::uint32_t>(entryBytes) / std::uint32_t{sizeof(avi::SuperIndexEntry)};
@@ -19,7 +19,7 @@ std::uint32_t stdIndexCapacity(std::uint32_t dataSize) {
     return dataSize < headerSize ? 0 : (dataSize - headerSize) / std::uint32_t{sizeof(avi::StdIndexEntry)};
 }
 
-/// A chunk may be smaller than the record: then the rest of the record keeps what it was.
+/// A chunk may be smaller than the record; the rest of the record is then unchanged.
 template <typename Record>
 void copyFront(Record& to, const Record& from, std::uint64_t count) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(&from);
@@ -51,9 +51,9 @@ void AviStream::readSuperIndex(ParseContext& context, const ChunkNode& indx) {
     const std::uint32_t claimed = m_superIndexHeader.nEntriesInUse;
     const std::uint32_t count = std::min(superIndexCapacity(indx.size), claimed);
     const auto entries = records.next<avi::SuperIndexEntry>(std::min<std::uint64_t>(count, mostEntries));
-    // Entries that the file does not have would be all zero, and such entries are skipped.
+    // Missing entries would be all zero, and such entries are skipped.
     if (count != claimed || (count > mostEntries && records.remaining() > 0)) {
-        // The blank before the line feed has always been there, in this message alone.
+        // This message alone has a blank before its line feed; log readers know it that way.
         fail(context, "super index (indx) chunk data is smaller than nEntriesInUse: ", {{claimed, " "}});
     }
     context.indexesLeft -= entries.size();
@@ -91,7 +91,7 @@ void AviStream::readStdIndex(ParseContext& context, const avi::SuperIndexEntry& 
         m_openDmlChunks.appendAll(entries, toRow);
         left -= static_cast<std::uint32_t>(entries.size());
     }
-    // Entries that the file does not have are zero.
+    // Missing entries are read as zeros.
     if (left > 0 && (records.wasRefused() || !take(context.missingEntriesLeft, left))) {
         return failUnreadable();
     }

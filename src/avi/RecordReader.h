@@ -1,4 +1,4 @@
-// The records of an index, piece by piece.
+// Reads the records of an index in pieces.
 #pragma once
 
 #include "avi/ChunkReader.h"
@@ -9,33 +9,33 @@
 #include <span>
 #include <type_traits>
 
-/// Takes `count` from what is left of a limit, or nothing where that is less.
+/// Takes `count` from `left`. Returns false and takes nothing if less is left.
 inline bool take(std::uint64_t& left, std::uint64_t count) {
     const bool isEnough = count <= left;
     left -= isEnough ? count : 0;
     return isEnough;
 }
 
-/// Reads what the file has of `length` bytes from `position` on, up to the first piece that it does not give whole. The
-/// pieces come into the chunk reader's own room, so that only one object of this class may be at work on a chunk reader
-/// at a time.
+/// Reads `length` bytes from `position`, as far as the file has them, and stops at the first piece that cannot be read
+/// in full. The pieces are read into the chunk reader's own buffer, so only one RecordReader may be in use per chunk
+/// reader.
 class RecordReader {
 public:
-    // One piece is the whole index in all but the longest recordings; those must not need the memory of a second copy.
+    // All but the longest recordings have indexes of one piece; those must not need memory for a second copy.
     static constexpr std::uint64_t kLargestPiece = std::uint64_t{4} << 20;
 
-    /// Reads the first piece at once. `bytesLeft` is what may still be read, and must outlive the object. Throws
+    /// Reads the first piece at once. `bytesLeft` is the remaining read budget and must outlive the object. Throws
     /// std::bad_alloc.
     RecordReader(ChunkReader& reader, std::uint64_t& bytesLeft, std::uint64_t position, std::uint64_t length,
                  std::uint64_t pieceSize = kLargestPiece);
 
-    /// Bytes not yet taken, as far as is known.
+    /// Bytes not yet taken, as far as known.
     std::uint64_t remaining() const { return m_piece.size() + m_left; }
 
-    /// Whether a piece that the file should have was not read: nothing came, or it is more than may be read.
+    /// True if a piece that the file should have was not read: the read failed, or the budget was used up.
     bool wasRefused() const { return m_refused; }
 
-    /// The record at the front; bytes that the file does not have are zero.
+    /// The record at the front; bytes missing from the file are zero.
     template <typename Record>
     Record head() {
         Record record{};
@@ -45,8 +45,8 @@ public:
         return record;
     }
 
-    /// The next records, at most `count`; they stay until the next call. None at the end. A last one of which the file
-    /// has only a part ends in zeros. Pieces and what was taken before must be whole records.
+    /// Returns the next records, at most `count`, valid until the next call; empty at the end. An incomplete last
+    /// record is padded with zeros. Piece sizes and what was taken before must be whole records.
     template <typename Record>
     std::span<const Record> next(std::uint64_t count) {
         static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= ChunkReader::kPadding);
@@ -65,9 +65,9 @@ private:
 
     ChunkReader& m_reader;
     std::uint64_t& m_bytesLeft;
-    std::uint64_t m_position;  // of what is not yet in the piece
+    std::uint64_t m_position;  // of the part that is not yet in the piece
     std::uint64_t m_left;
     std::uint64_t m_pieceSize;
-    std::span<const std::uint8_t> m_piece;  // what is not yet taken of it
+    std::span<const std::uint8_t> m_piece;  // the part of the piece that is not yet taken
     bool m_refused = false;
 };

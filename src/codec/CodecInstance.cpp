@@ -38,7 +38,7 @@ std::string describeCall(const char* name, std::initializer_list<std::string> ar
     return text + ")";
 }
 
-// The description is built only for a failure: it costs nothing on the way of a frame.
+// The description is built only on failure, so a good frame does not pay for it.
 template <class Describe>
 void check(std::uint32_t code, Describe describe) {
     if (code != 0) {
@@ -76,7 +76,7 @@ CodecInstance::~CodecInstance() {
     if (m_handle != 0) {
         quorvane_close(m_handle);
     }
-    // Paired with the init above also when no instance could be opened.
+    // Balances the init above, even if no instance could be opened.
     quorvane_library_close();
 }
 

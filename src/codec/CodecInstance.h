@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-// Names as the library gives them.
+// The library's own names.
 std::string codecTypeName(std::uint32_t type);
 std::string codecColorSpaceName(std::uint32_t colorSpace);
 std::string codecParameterName(std::uint32_t parameter);
 
-// A format record as the library wants it before a call, a request's or an answer's.
+// A format record as the library requires it before a call, for a request or for an answer.
 QuorvaneFormat preparedFormat();
 
-// Opens an instance at construction and closes it at destruction; a running decode session is closed with it, not
-// ended first. Every failing call throws QuorvaneError. Calls on one instance must not overlap.
+// Opens an instance at construction and closes it at destruction. Closing also ends a running decode session. Every
+// failing call throws QuorvaneError. Calls on one instance must not overlap.
 class CodecInstance {
 public:
     CodecInstance();
@@ -29,10 +29,10 @@ public:
     // Describes the stream.
     QuorvaneFormat decompressQuery(const std::vector<std::uint8_t>& compressedFormat);
 
-    // Whether the stream can be decoded into `request`. A refusal is an answer like any other and throws nothing.
+    // True if the stream can be decoded into `request`. A refusal throws nothing.
     bool canDecompress(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request);
 
-    // Opens the decode session; gives what will be delivered.
+    // Opens the decode session; returns what will be delivered.
     QuorvaneFormat decompressBegin(const std::vector<std::uint8_t>& compressedFormat, const QuorvaneFormat& request);
 
     // Decodes one frame into the planes.
@@ -41,10 +41,10 @@ public:
     // Closes the decode session.
     void decompressEnd();
 
-    // Reads a 32-bit parameter; `value` holds the library's question on entry and its answer on return.
+    // Reads a 32-bit parameter; `value` is the library's input on entry and its answer on return.
     void getParam(std::uint32_t parameter, std::uint32_t& value);
 
-    // Asks what the encoder would make of `input`.
+    // Asks what format the encoder would make of `input`.
     QuorvaneFormat compressQuery(const QuorvaneFormat& input, std::uint64_t& further);
 
 private:

@@ -42,7 +42,7 @@ csSDK_int32 findSubType(std::uint32_t type, SubTypeInfo& subType) {
 }
 
 csSDK_int32 findDecodeFormats(const std::vector<std::uint8_t>& compressedFormat, std::vector<FormatInfo>& formats) {
-    CodecInstance codec;   // the stream's own instance stays free of probes
+    CodecInstance codec;   // keeps probes away from the stream's own instance
     formats.clear();
     std::ranges::copy_if(FormatInfos(), std::back_inserter(formats), [&](const FormatInfo& info) {
         return codec.canDecompress(compressedFormat, decodeRequest(info));

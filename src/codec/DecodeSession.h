@@ -1,4 +1,4 @@
-// The decoder of one stream: a codec instance, and the session that runs on it from the first frame on.
+// The decoder of one stream: a codec instance and, from the first frame on, the session that runs on it.
 #pragma once
 
 #include "codec/CodecInstance.h"
@@ -10,22 +10,23 @@
 #include <cstdint>
 #include <vector>
 
-// frameSize() may be called on any thread; of the other functions one at a time. All but these give a host result.
+// frameSize() may be called on any thread; calls of the other functions must not overlap. The others return host
+// results.
 class DecodeSession {
 public:
-    // Asks the codec what the stream is: imBadFile when it does not know.
+    // Asks the codec to describe the stream. Returns imBadFile if it cannot.
     csSDK_int32 open(std::vector<std::uint8_t> compressedFormat);
 
-    // The stream's, until a session begins; then what the session delivers.
+    // The stream's format until a session begins, then what the session delivers.
     const QuorvaneFormat& format() const { return m_format; }
     FrameSize frameSize() const { return m_frameSize.load(std::memory_order_relaxed); }
 
-    // Has a session run that delivers what the request wants, ending one in another pixel format: imBadCompression,
-    // or imOtherErr when its pictures have no room in the request's. Throws std::runtime_error for a pixel format that
-    // is not in the tables.
+    // Ensures that a session runs that delivers what the request wants, ending one in another pixel format. Returns
+    // imBadCompression, or imOtherErr if its pictures are larger than the request's. Throws std::runtime_error for a
+    // pixel format that is not in the tables.
     csSDK_int32 begin(FrameRequest& request);
 
-    // Decodes the request's bytes into its frame buffer: imBadCompression.
+    // Decodes the request's bytes into its frame buffer. Returns imBadCompression if the codec fails.
     csSDK_int32 decode(FrameRequest& request);
 
 private:

@@ -1,4 +1,4 @@
-// Times in host ticks against frames.
+// Converts times in host ticks to frame numbers.
 #pragma once
 
 #include "sdk/SdkTypes.h"
@@ -7,11 +7,12 @@
 #include <limits>
 #include <numeric>
 
-// What a time maps to where 64 bits cannot tell its frame: no stream has as many.
+// Result for a time whose frame cannot be computed in 64 bits; no stream has that many frames.
 inline constexpr std::uint32_t kNoSuchFrame = 0xFFFFFFFF;
 
-// The ticks that a frame of a stream of `rate` / `scale` frames per second lasts, cut; neither is 0. 0 where 64 bits
-// cannot tell. In lowest terms: both numbers may be multiples of an honest rate's, too large for the product.
+// Returns the duration in ticks, rounded down, of a frame at `rate` / `scale` frames per second; neither may be 0.
+// Returns 0 if it cannot be computed in 64 bits. The fraction is reduced first: both numbers may be multiples of a real
+// rate's, too large for the product.
 inline PrTime ticksPerFrame(std::int32_t rate, std::int32_t scale, PrTime ticksPerSecond) {
     const std::int64_t common = std::gcd(std::int64_t{scale}, std::int64_t{rate});
     const std::int64_t factor = scale / common;
@@ -20,7 +21,7 @@ inline PrTime ticksPerFrame(std::int32_t rate, std::int32_t scale, PrTime ticksP
     return fits ? factor * ticksPerSecond / (rate / common) : 0;
 }
 
-// The frame that is shown at a time. A negative one becomes a huge one, which no stream has either.
+// The frame shown at `time`. A negative time becomes a huge frame number, which no stream has either.
 inline std::uint32_t frameAt(PrTime time, PrTime ticksPerFrame) {
     if (ticksPerFrame == 0 || (ticksPerFrame == -1 && time == std::numeric_limits<PrTime>::min())) {
         return kNoSuchFrame;

@@ -9,10 +9,10 @@ public:
     constexpr Pool() = default;
     ~Pool() { clear(); }
 
-    // Null where nothing was left.
+    // Returns null if the pool is empty.
     std::unique_ptr<Block> take() noexcept {
         for (std::atomic<Block*>& place : m_blocks) {
-            // Looked at before it is written: a write would take the place away from every other thread's cache.
+            // Look before writing: a write would take the cache line away from every other thread.
             if (place.load(std::memory_order_relaxed) != nullptr) {
                 if (Block* block = place.exchange(nullptr, std::memory_order_acquire)) {
                     m_bytes.fetch_sub(bytesOf(*block), std::memory_order_relaxed);
@@ -24,7 +24,7 @@ public:
     }
 
     void leave(std::unique_ptr<Block> block) noexcept {
-        // Counted before it can be seen, so that whoever takes it out again has something to take away.
+        // Count before publishing, so that whoever takes the block can subtract its size.
         const std::size_t bytes = bytesOf(*block);
         const std::size_t before = m_bytes.fetch_add(bytes, std::memory_order_relaxed);
         if (bytes > kLargestFrame || before + bytes > kMostBytes || !findPlaceFor(block.get())) {
@@ -44,7 +44,7 @@ private:
         return block.frameBuffer.size() + block.frameFormats.capacity() * sizeof(imFrameFormat);
     }
 
-    // Whether there was a place left: the block is in it then.
+    // Returns true if a place was free; the block is then stored there.
     bool findPlaceFor(Block* block) noexcept {
         for (std::atomic<Block*>& place : m_blocks) {
             Block* none = nullptr;
@@ -55,17 +55,17 @@ private:
         return false;
     }
 
-    // More than a host announces ahead of one clip. What a burst of announcements leaves beyond them is freed.
+    // More than a host announces for one clip. Blocks of a larger burst are freed.
     static constexpr std::size_t kMostBlocks = 16;
 
-    // Bytes of a frame whose memory is kept. Beside the decode of a larger one, new memory costs nothing.
+    // Largest frame whose memory is kept, in bytes. Next to decoding a larger one, allocating is cheap.
     static constexpr std::size_t kLargestFrame = std::size_t{16} << 20;
 
-    // Bytes that may lie idle in the host's process until it stops playing: some frames of the largest kind.
+    // Bytes that may stay unused in the host's process until it stops playing: several of the largest frames.
     static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-    std::array<std::atomic<Block*>, kMostBlocks> m_blocks{};   // owned; null where there is none
-    std::atomic<std::size_t> m_bytes{0};                       // of what they hold
+    std::array<std::atomic<Block*>, kMostBlocks> m_blocks{};   // owned; null if free
+    std::atomic<std::size_t> m_bytes{0};                       // size of all blocks
 };
 
 constinit FrameMemory::Pool FrameMemory::pool;

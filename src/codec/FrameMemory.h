@@ -1,5 +1,5 @@
-// The memory that one frame request works in, taken from what earlier requests left, so that a frame allocates nothing
-// but the first time. All clips share what is left: a project has hundreds of them open and plays few at a time.
+// The memory that one frame request works in. It is reused by later requests, so that only the first frames allocate.
+// All clips share the pool: a project has hundreds of clips open and plays few at a time.
 #pragma once
 
 #include "fileio/ByteBuffer.h"
@@ -10,22 +10,22 @@
 
 class FrameMemory {
 public:
-    // Takes what an earlier request left; new memory without room where there is nothing. Throws std::bad_alloc. This
-    // and all other functions of the class may run on any number of threads at once.
+    // Takes a block from the pool, or a new empty one. Throws std::bad_alloc. All functions of the class are
+    // thread-safe.
     FrameMemory();
 
-    // Leaves it to a later request, unless it has room for more than 16 MiB, or more than 64 MiB or 16 frames would be
-    // left: such frames get new memory each time.
+    // Returns the block to the pool, unless it is larger than 16 MiB or the pool would exceed 64 MiB or 16 blocks: such
+    // frames allocate each time.
     ~FrameMemory();
 
     FrameMemory(const FrameMemory&) = delete;
     FrameMemory& operator=(const FrameMemory&) = delete;
 
-    // What they hold is left over from another request; the room that they have is what counts.
+    // The contents are left over from an earlier request; only the capacity is of use.
     std::vector<imFrameFormat>& frameFormats() { return m_block->frameFormats; }
     ByteBuffer& frameBuffer() { return m_block->frameBuffer; }
 
-    // Frees all that was left: the host stops playing, or closes a clip.
+    // Frees the pool: the host stops playing, or closes a clip.
     static void freeUnused() noexcept;
 
 private:

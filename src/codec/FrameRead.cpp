@@ -11,16 +11,16 @@
 
 namespace {
 
-// A frame up to this size is read unasked. Beyond it the file is asked first whether the bytes exist, so that a
-// damaged index cannot make us allocate what no file backs, many times over for frames announced ahead. One question
-// costs nothing beside reading as much.
+// Frames up to this size are read without asking the file whether the bytes exist. Larger ones are checked first, so
+// that a damaged index cannot make us allocate memory for bytes that do not exist, once for each frame announced ahead
+// of time. The check costs nothing compared with the read.
 constexpr std::uint64_t kTrustedFrameBytes = 4u << 20;
 
-// Beyond the above, what a pixel of the picture may add to a compressed frame: twice four channels of 32 bits. A file
-// can have gigabytes that take no room on its disk, and hosts announce many frames ahead.
+// Above that size, the largest number of compressed bytes per pixel: twice four channels of 32 bits. A sparse file can
+// hold gigabytes that take no disk space, and hosts announce many frames.
 constexpr std::uint64_t kMostBytesPerPixel = 32;
 
-// The chunk's bytes that the file holds.
+// Number of the chunk's bytes that the file holds.
 std::uint64_t bytesThatExist(fileio::File& file, const AviChunk& chunk) {
     const auto fileSize = static_cast<std::uint64_t>(std::max<std::int64_t>(file.size(), 0));
     return chunk.offset < fileSize ? std::min<std::uint64_t>(chunk.size, fileSize - chunk.offset) : 0;
@@ -43,15 +43,15 @@ void readChunk(fileio::File& file, const AviChunk& chunk, FrameSize picture, Byt
     fileio::readExact(file, buffer.data(), chunk.size);
 }
 
-// The frame itself, else the nearest earlier one with data, else the nearest later one. Found by their bytes, not one by
-// one: a damaged index can list millions of dropped frames.
+// Returns the frame itself, else the nearest earlier one with data, else the nearest later one. Searches by byte
+// position instead of frame by frame: a damaged index can list millions of dropped frames.
 std::optional<AviChunk> findFrameWithData(const AviStream& stream, std::uint32_t frame) {
     const AviChunk chunk = stream.chunk(frame);
     if (chunk.size != 0) {
         return chunk;
     }
-    // The byte before a dropped frame is the last one of the nearest earlier frame with data. Where there is none, the
-    // stream's first byte is that of the nearest later one.
+    // The byte before a dropped frame is the last byte of the nearest earlier frame with data. If there is none, byte 0
+    // of the stream belongs to the nearest later one.
     const std::uint64_t byte = chunk.startByte != 0 ? chunk.startByte - 1 : 0;
     const std::optional<std::size_t> other = stream.findChunkByBytePosition(static_cast<std::int64_t>(byte));
     if (!other) {

@@ -1,10 +1,10 @@
-// From a request's frame number to the compressed frame.
+// Reads the compressed frame for a request's frame number.
 #pragma once
 
 #include "avi/AviStream.h"
 #include "codec/FrameRequest.h"
 #include "fileio/File.h"
 
-// Reads the request's frame of a picture of that size, or its neighbour's in place of a dropped one, and moves the
-// file's position. Gives a host result: imFrameNotFound, imFileReadFailed.
+// Reads the request's frame; for a dropped one, the nearest earlier (or else later) frame with data. `picture` is the
+// size of the clip's frames. Moves the file position. Returns imNoErr, imFrameNotFound or imFileReadFailed.
 csSDK_int32 readFrame(fileio::File& file, const AviStream& stream, FrameSize picture, FrameRequest& request);

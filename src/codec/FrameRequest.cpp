@@ -32,7 +32,7 @@ csSDK_int32 FrameRequest::createPPix(const PrSDKPPixCreatorSuite& creator) {
     const prSuiteError created = creator.CreatePPix(&m_ppix, PrPPixBufferAccess_WriteOnly,
                                                     static_cast<PrPixelFormat>(wanted.inPixelFormat), &bounds);
     if (created < 0) {
-        m_ppix = nullptr;   // whatever a failing host left there is no frame
+        m_ppix = nullptr;   // ignore whatever a failing host left there
     }
     if (m_ppix == nullptr) {
         Log("ERROR: CreatePPix() failed: %d", created);
@@ -44,7 +44,7 @@ csSDK_int32 FrameRequest::createPPix(const PrSDKPPixCreatorSuite& creator) {
     const prSuiteError pixelsError = m_ppixSuite->GetPixels(m_ppix, PrPPixBufferAccess_WriteOnly, &address);
     m_ppixSuite->GetRowBytes(m_ppix, &bytes);
     if (address == nullptr) {
-        Log("ERROR: GetPixels() failed: %d", pixelsError);   // the codec would write to nowhere
+        Log("ERROR: GetPixels() failed: %d", pixelsError);   // the codec would have nowhere to write
         return imOtherErr;
     }
     pixels = reinterpret_cast<std::uintptr_t>(address);

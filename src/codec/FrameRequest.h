@@ -1,4 +1,4 @@
-// One request of the host for one frame, from its record to the frame buffer.
+// One host request for one frame, from its record to the frame buffer.
 #pragma once
 
 #include "codec/FrameMemory.h"
@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-// Aligned as a whole: an atomic one needs no library.
+// Aligned so that std::atomic<FrameSize> is lock-free and needs no library.
 struct alignas(8) FrameSize {
     csSDK_int32 width = 0;    // pixels
     csSDK_int32 height = 0;
@@ -16,31 +16,31 @@ struct alignas(8) FrameSize {
 
 class FrameRequest {
 public:
-    // Copies what the host's record says: the record is the host's again when its call returns. Throws std::bad_alloc.
+    // Copies the host's record, which is only valid during the host's call. Throws std::bad_alloc.
     FrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite);
 
-    // Disposes a frame that was not handed over; what the host throws at that is only logged.
+    // Disposes of a frame that was not taken; exceptions of the host are only logged.
     ~FrameRequest();
 
     FrameRequest(const FrameRequest&) = delete;
     FrameRequest& operator=(const FrameRequest&) = delete;
 
-    // Has the host make a frame buffer in the first of the formats. Gives a host result: imOtherErr.
+    // Asks the host for a frame buffer in the first of the formats. Returns imNoErr or imOtherErr.
     csSDK_int32 createPPix(const PrSDKPPixCreatorSuite& creator);
 
-    // Gives the frame to the caller, who hands it to the host.
+    // Passes ownership of the frame to the caller, who hands it to the host.
     PPixHand takePPix();
 
-    // Acceptable to the host, best first; and the compressed frame.
+    // The formats acceptable to the host, best first; and the compressed frame.
     std::vector<imFrameFormat>& frameFormats() { return m_memory.frameFormats(); }
     ByteBuffer& frameBuffer() { return m_memory.frameBuffer(); }
 
     PrTime frameTime = 0;               // host ticks
     std::uint32_t frameIndex = 0;       // set by LocateFrame
     std::uint32_t compressedSize = 0;   // bytes of the compressed frame, set by ReadFrame
-    bool formatChanged = false;         // DecodeFrame ended a session for another pixel format
-    std::uint64_t pixels = 0;           // of the frame buffer: the address of its first byte
-    std::uint32_t rowBytes = 0;         // as the host has it
+    bool formatChanged = false;         // DecodeFrame ended a session in another pixel format
+    std::uint64_t pixels = 0;           // address of the frame buffer's first byte
+    std::uint32_t rowBytes = 0;         // of the frame buffer
 
 private:
     FrameMemory m_memory;

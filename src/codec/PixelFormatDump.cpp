@@ -13,7 +13,7 @@
 
 namespace {
 
-// Every format the host may know, related ones side by side.
+// Every format the host may know, grouped by kind.
 constexpr char kHostFormats[][5] = {
     "bgra", "vuya", "VUYA", "argb", "bgrx", "vuyx", "vux7", "xrgb", "bgrp", "vuyp", "vup7", "prgb",
     "Bgra", "Vuya", "Argb", "Bgrx", "Xrgb", "Bgrp", "Prgb", "BGra", "VUya", "vUYa", "ARgb", "BGrx",
@@ -28,7 +28,7 @@ static_assert(std::size(kHostFormats) == 72);
 // The codec numbers its uncompressed types from 1 to this.
 constexpr std::uint32_t kLastCodecType = 50;
 
-// The buffer whose size the host is asked for: one row of this many pixels.
+// The buffer size is asked for one row of this many pixels.
 constexpr csSDK_int32 kProbeWidth = 128;
 
 char flagCharacter(prSuiteError error, prBool flag) {
@@ -61,7 +61,7 @@ void dumpHostFormats(const PrSDKImageProcessingSuite& suite) {
     }
 }
 
-// A codec that cannot answer for a type is taken to say no.
+// A codec that fails to answer for a type counts as "no".
 const char* codecAnswer(CodecInstance& codec, QuorvaneParameter parameter, std::uint32_t type) {
     std::uint32_t value = type;
     try {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Sets, in ascending order of their values. Greyscale prefers the packed ones as well: the host's list has no grey.
+// Sets, in ascending order of value. Greyscale also prefers the packed formats: the host has no grey format.
 constexpr PrPixelFormat kPacked422[] = {
     PrPixelFormat_YUYV_422_8u_601, PrPixelFormat_YUYV_422_8u_709,
     PrPixelFormat_UYVY_422_8u_709, PrPixelFormat_UYVY_422_8u_601,
@@ -63,12 +63,12 @@ std::span<const FormatInfo> formatInfos;
 }  // namespace
 
 void BuildPixelFormatTables(SPBasicSuite* basicSuite) {
-    // A host that cannot tell about its pixel formats cannot be served: better to fail now than at the first frame.
+    // A host that cannot describe its pixel formats cannot be served: fail now, not at the first frame.
     HostSuite<PrSDKImageProcessingSuite> imageProcessing(basicSuite, kPrSDKImageProcessingSuite,
                                                          kPrSDKImageProcessingSuiteVersion);
     imageProcessing.get();
     imageProcessing.release();
-    if (formatInfos.empty()) {   // after a second init decodes may be reading them
+    if (formatInfos.empty()) {   // after a second init, decodes may be reading the tables
         subTypeInfos = kSubTypes;
         formatInfos = kFormats;
     }

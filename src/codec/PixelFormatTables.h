@@ -1,5 +1,5 @@
-// The two tables that tie the codec's numbers to the host's pixel formats. Empty until BuildPixelFormatTables, which
-// the module's init runs before any file is opened; read-only afterwards.
+// The two tables that map the codec's numbers to the host's pixel formats. Empty until BuildPixelFormatTables, which
+// imInit calls before any file is opened; read-only afterwards.
 #pragma once
 
 #include "sdk/SdkPixelFormat.h"
@@ -12,8 +12,8 @@ enum class ColorModel : std::uint32_t { Rgb = 0, RgbAlpha = 1, Yuv = 2, YuvAlpha
 
 // A compressed type of the codec.
 struct SubTypeInfo {
-    std::uint32_t subType = 0;              // the code given to the host
-    const char16_t* subTypeName = u"";      // the name given to the host
+    std::uint32_t subType = 0;              // code for the host
+    const char16_t* subTypeName = u"";      // name for the host
     std::uint32_t quoTypeComp = 0;          // the codec's number of the type
     std::uint32_t xSubsampling = 1;
     std::uint32_t ySubsampling = 1;
@@ -29,7 +29,7 @@ enum FormatInfoFlag : std::uint32_t {
     kLimitedRange = 4,    // video range
 };
 
-// A host pixel format that the codec can be asked to decode into.
+// A host pixel format that the codec can decode into.
 struct FormatInfo {
     std::uint32_t pixelFormat = 0;
     const char* name = "";
@@ -42,13 +42,13 @@ struct FormatInfo {
     bool isLimitedRange() const { return (flags & kLimitedRange) != 0; }
 };
 
-// Fills both tables. Throws std::runtime_error when the host has no Image Processing Suite.
+// Fills both tables. Throws std::runtime_error if the host has no Image Processing Suite.
 void BuildPixelFormatTables(SPBasicSuite* basicSuite);
 
-// The tables in their order; decode formats are offered to the host in theirs.
+// The tables; decode formats are offered to the host in this order.
 std::span<const SubTypeInfo> SubTypeInfos();
 std::span<const FormatInfo> FormatInfos();
 
-// Lookups; throw std::runtime_error for what is not in the table.
+// Lookups; throw std::runtime_error if the table has no such row.
 const FormatInfo& GetFormatInfo_by_pixelFormat(std::uint32_t pixelFormat);
 const SubTypeInfo& GetSubTypeInfo_by_quoTypeComp(std::uint32_t quoTypeComp);

@@ -1,14 +1,14 @@
-// The contract of the codec library quorvane_common64.dll: its eleven functions and the two records they exchange.
-// The library is imported by name; anything that keeps this contract can take its place.
+// The contract of the codec library quorvane_common64.dll: its eleven functions and the two records they exchange. The
+// library is imported by name; any library that keeps this contract can replace it.
 //
-// A result code of 0 means success; any other value is a failure whose text quorvane_get_string gives.
-// A handle of 0 names no instance. Calls on one handle must not overlap; different handles are independent.
+// Result code 0 means success; any other value is a failure, whose text quorvane_get_string returns. Handle 0 is
+// invalid. Calls on one handle must not overlap; different handles are independent.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// A pixel format, compressed or not, as a request and as an answer.
+// A pixel format, compressed or not, in requests and answers.
 struct QuorvaneFormat {
     std::uint32_t width = 0;        // pixels; 0 in a request
     std::uint32_t height = 0;       // pixels; 0 in a request
@@ -18,7 +18,7 @@ struct QuorvaneFormat {
     std::uint32_t flags = 0;        // QuorvaneFlag bits
     std::uint32_t colorSpace = 0;   // QuorvaneColorSpace
     std::uint32_t range = 0;        // QuorvaneRange
-    std::uint32_t word8 = 0;        // kept as the library returns it
+    std::uint32_t word8 = 0;        // stays as the library returned it
 };
 static_assert(sizeof(QuorvaneFormat) == 36);
 static_assert(offsetof(QuorvaneFormat, type) == 16 && offsetof(QuorvaneFormat, word8) == 32);
@@ -54,7 +54,7 @@ enum QuorvaneParameter : std::uint32_t {
 
 extern "C" {
 
-// Counted: each init is paired with one close; several may be outstanding at once.
+// Counted: each init is paired with one close; several may be outstanding.
 std::uint32_t quorvane_library_init();
 std::uint32_t quorvane_library_close();
 
@@ -62,22 +62,22 @@ std::uint32_t quorvane_library_close();
 std::uint32_t quorvane_open(std::uint32_t* handle);
 std::uint32_t quorvane_close(std::uint32_t handle);
 
-// A zero-terminated 8-bit text owned by the library, never null.
+// Returns a zero-terminated 8-bit text owned by the library, never null.
 const char* quorvane_get_string(std::uint32_t category, std::uint32_t value);
 
-// Reads a parameter into `value` (`size` is 4). For the capability parameters, `value` holds a pixel type
-// number on entry and the answer, 0 or not, on return.
+// Reads a parameter into `value` (`size` is 4). For the capability parameters, `value` is a pixel type number on entry
+// and the answer, zero or nonzero, on return.
 std::uint32_t quorvane_get_param(std::uint32_t handle, std::uint32_t parameter, void* value, std::uint32_t size);
 
-// Says whether the encoder takes `input` and what it would make of it.
+// Checks whether the encoder accepts `input`, and describes what it would make of it.
 std::uint32_t quorvane_compress_query(std::uint32_t handle, const QuorvaneFormat* input, QuorvaneFormat* output,
                                       std::uint64_t* further, void* reserved);
 
-// Without a request: describes the stream. With one: 0 when the stream can be decoded into it.
+// Without a request: describes the stream. With one: returns 0 if the stream can be decoded into it.
 std::uint32_t quorvane_decompress_query(std::uint32_t handle, const void* compressedFormat, std::uint32_t count,
                                         const QuorvaneFormat* request, QuorvaneFormat* output);
 
-// Opens the handle's one decode session; `output` describes what will be delivered.
+// Opens the handle's only decode session; `output` describes what will be delivered.
 std::uint32_t quorvane_decompress_begin(std::uint32_t handle, const void* compressedFormat, std::uint32_t count,
                                         const QuorvaneFormat* request, QuorvaneFormat* output);
 

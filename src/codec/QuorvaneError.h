@@ -9,7 +9,7 @@
 
 class QuorvaneError : public std::runtime_error {
 public:
-    // `callDescription` names the call and its arguments; the library gives the text of `code`.
+    // `callDescription` names the call and its arguments; the text of `code` comes from the library.
     QuorvaneError(const std::string& callDescription, std::uint32_t code)
         : std::runtime_error("Quorvane error (" + std::to_string(static_cast<std::int32_t>(code)) + "): " +
                              quorvane_get_string(kQuorvaneErrorText, code) + ": " + callDescription),

@@ -12,7 +12,7 @@
 
 namespace {
 
-// What a file that states no frame rate plays at.
+// Default for a file that states no frame rate.
 constexpr std::int32_t kDefaultRate = 30;
 constexpr std::int32_t kDefaultScale = 1;
 
@@ -111,7 +111,7 @@ csSDK_int32 VideoInfo::LocateFrame(FrameRequest& request) const {
         return imOtherErr;
     }
 
-    // The first format decides: the host was offered only what can be decoded.
+    // The first format decides: the host was only offered formats that can be decoded.
     imFrameFormat& format = request.frameFormats().front();
     const FrameSize video = frameSize();
     if (format.inFrameWidth == 0) {

@@ -1,7 +1,7 @@
-// The video stream of an opened file: what the host is told of it, and the three steps of a frame.
+// The video stream of an open file: its description for the host, and the three steps of a frame.
 //
-// No lock of its own. Once it is open, const functions may run beside anything; ReadFrame calls must not overlap one
-// another, nor DecodeFrame calls. Each of the two works on a part of its own.
+// Has no lock. After open, const functions may run at any time; ReadFrame calls must not overlap each other, nor may
+// DecodeFrame calls. The two work on separate state, so one of each may run at once.
 #pragma once
 
 #include "avi/AviStream.h"
@@ -19,19 +19,19 @@
 
 class VideoInfo {
 public:
-    // Opens a codec instance and asks the host for its time base; throws std::runtime_error when the host has no Time
-    // Suite. `file` and `suites` must outlive the object.
+    // Opens a codec instance and asks the host for its time base. `file` and `suites` must outlive the object. Throws
+    // std::runtime_error if the host has no Time Suite.
     VideoInfo(fileio::File& file, LazyImporterSuites& suites);
     ~VideoInfo();
 
     VideoInfo(const VideoInfo&) = delete;
     VideoInfo& operator=(const VideoInfo&) = delete;
 
-    // Learns the stream's format, which must outlive the object. Gives a host result, 0 on success; after another
-    // result the object is of no use.
+    // Reads the stream's format; `stream` must outlive the object. Returns a host result; after any but imNoErr the
+    // object is unusable.
     csSDK_int32 open(const AviStream& stream);
 
-    // The size of the frames that are decoded, which a session changes. Any thread.
+    // The size of decoded frames, which a session can change. Thread-safe.
     FrameSize frameSize() const { return m_session.frameSize(); }
     const SubTypeInfo& subType() const { return m_subType; }
     csSDK_int8 fieldType() const { return prFieldsNone; }
@@ -39,37 +39,38 @@ public:
     std::int32_t scale() const { return m_scale; }
     std::uint64_t frameCount() const { return m_frameCount; }
 
-    // Writes the offered pixel format number `index`; gives 0 or imBadFormatIndex.
+    // Writes the offered pixel format number `index`; returns imNoErr or imBadFormatIndex.
     csSDK_int32 getIndPixelFormat(std::uint32_t index, imIndPixelFormatRec* record) const;
 
-    // A description for people, lines separated by line ends.
+    // A description for people, one item per line.
     std::string summary() const;
 
-    // Fills the host's record: the size it needs when it brings no buffer, else one entry a frame, as many as the
-    // buffer's stated size holds.
+    // Fills the host's record: without a buffer, the size needed; otherwise one entry per frame, as many as fit the
+    // buffer's stated size.
     void dataRateAnalysis(imDataRateAnalysisRec* record) const;
 
-    // The frame that is shown at a time in host ticks; kNoSuchFrame where 64 bits cannot tell.
+    // The frame shown at `frameTime`, in host ticks; kNoSuchFrame if it cannot be computed in 64 bits.
     std::uint32_t frameIndexAt(PrTime frameTime) const { return frameAt(frameTime, m_ticksPerFrame); }
 
-    // The three steps of a frame, each giving a host result, 0 on success.
+    // The three steps of a frame. Each returns imNoErr or the results listed.
     // Sets the request's frameIndex and checks it and the requested size: imFrameNotFound, imOtherErr.
     csSDK_int32 LocateFrame(FrameRequest& request) const;
-    // Reads the compressed frame, or its neighbour's in place of a dropped one: imFrameNotFound, imFileReadFailed.
+    // Reads the compressed frame; for a dropped one, an earlier (or else later) frame with data: imFrameNotFound,
+    // imFileReadFailed.
     csSDK_int32 ReadFrame(FrameRequest& request);
-    // Decodes into a new frame buffer: imOtherErr, imBadCompression. Throws std::runtime_error for a pixel format
-    // that is not in the tables and for a missing suite.
+    // Decodes into a new frame buffer: imOtherErr, imBadCompression. Throws std::runtime_error for a pixel format that
+    // is not in the tables or a missing suite.
     csSDK_int32 DecodeFrame(FrameRequest& request);
 
 private:
     void readFrameRate();
 
-    fileio::File& m_file;          // moved by ReadFrame alone
-    DecodeSession m_session;       // changed by DecodeFrame alone; all else is fixed by open
+    fileio::File& m_file;          // its position is changed by ReadFrame only
+    DecodeSession m_session;       // changed by DecodeFrame only; the rest is fixed by open
     LazyImporterSuites& m_suites;
     PrTime m_ticksPerSecond = 0;
     SubTypeInfo m_subType;
-    std::vector<FormatInfo> m_decodeFormats;  // in the order they are offered
+    std::vector<FormatInfo> m_decodeFormats;  // in the order offered
     const AviStream* m_stream = nullptr;
     std::uint64_t m_frameCount = 0;
     std::int32_t m_rate = 0;

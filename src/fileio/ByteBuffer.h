@@ -1,4 +1,4 @@
-// Bytes read from a file: room that only grows and is never filled before it is read into.
+// Bytes read from a file: a buffer that only grows and is never cleared before a read.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ public:
     ByteBuffer(const ByteBuffer&) = delete;
     ByteBuffer& operator=(const ByteBuffer&) = delete;
 
-    // Makes room for `size` bytes; what the buffer held is lost when it grows. Throws std::bad_alloc.
+    // Makes room for `size` bytes; growing discards the contents. Throws std::bad_alloc.
     void growTo(std::size_t size) {
         if (size > m_size) {
             m_bytes.reset();

@@ -1,4 +1,4 @@
-// The one way to file bytes: parser and readers see this interface and never the operating system.
+// The only access to files: the parser and all readers use this interface, never the operating system.
 #pragma once
 
 #include <cstdint>
@@ -7,41 +7,40 @@ namespace fileio {
 
 /// Bits of the mode that open() takes.
 enum OpenMode : std::uint32_t {
-    kOpenRead = 1,        ///< read an existing file
+    kOpenRead = 1,        ///< open an existing file for reading
     kOpenWrite = 2,       ///< write; the file is created, or emptied if it exists, whether or not it is also read
-    kOpenUnbuffered = 4,  ///< keep the system's cache out of the way
-    kOpenShareRead = 8,   ///< let others read meanwhile; without it the file is ours alone
+    kOpenUnbuffered = 4,  ///< bypass the system's cache
+    kOpenShareRead = 8,   ///< others may read at the same time; without it access is exclusive
 };
 
-/// A file with one current position. A failure shows in the result; only open() may throw, and only for want of memory
-/// or for a path beyond all bounds.
-/// An object serves one thread at a time; different objects are independent of each other.
+/// A file with one current position. Failures are reported in results; only open() may throw, and only if memory runs
+/// out or the path is too long. An object may be used by one thread at a time; different objects are independent.
 class File {
 public:
     virtual ~File() = default;
 
-    /// Opens the file at a zero-terminated UTF-8 path; `mode` holds OpenMode bits. A file that was open is closed
-    /// first, also when the new open fails. A mode with neither kOpenRead nor kOpenWrite fails.
+    /// Opens the file at `pathUtf8`, zero-terminated UTF-8; `mode` holds OpenMode bits. An open file is closed first,
+    /// even if the new open fails. A mode with neither kOpenRead nor kOpenWrite fails.
     virtual bool open(const char* pathUtf8, std::uint32_t mode) = 0;
 
-    /// Closes the file; does nothing when it is closed.
+    /// Closes the file; does nothing if it is closed.
     virtual void close() = 0;
 
-    /// Size in bytes; 0 when it cannot be told. The position stays.
+    /// Size in bytes, or 0 if unknown. Does not move the position.
     virtual std::int64_t size() = 0;
 
-    /// Current position in bytes from the start; 0 when it cannot be told.
+    /// Current position in bytes from the start, or 0 if unknown.
     virtual std::int64_t tell() = 0;
 
-    /// Moves to `pos` bytes from the start. Past the end is allowed; a negative position is refused.
+    /// Moves to `pos` bytes from the start. A position past the end is allowed, a negative one fails.
     virtual bool seek(std::int64_t pos) = 0;
 
-    /// Reads at the current position and moves it by the result: the bytes read, fewer than `count` at the end of
-    /// the file, 0 on failure. Only the low 32 bits of `count` are used.
+    /// Reads at the current position and advances it. Returns the number of bytes read: fewer than `count` at the end
+    /// of the file, 0 on failure. Only the low 32 bits of `count` are used.
     virtual std::uint64_t read(void* buffer, std::uint64_t count) = 0;
 
-    /// Writes at the current position and moves it by the result: the bytes written, 0 on failure. Only the low 32
-    /// bits of `count` are used.
+    /// Writes at the current position and advances it. Returns the number of bytes written, 0 on failure. Only the low
+    /// 32 bits of `count` are used.
     virtual std::uint64_t write(const void* buffer, std::uint64_t count) = 0;
 
     /// Preferred transfer size in bytes.

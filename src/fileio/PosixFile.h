@@ -1,7 +1,8 @@
-// The twin of WinFile on POSIX descriptors: same modes, same results, so that everything above runs natively too.
+// The counterpart of WinFile on POSIX descriptors: same modes, same results, so that everything above also runs
+// natively.
 //
-// What POSIX cannot do: sharing is advisory (it binds PosixFile objects of all processes, not other programs), a
-// file can be deleted or renamed while it is open, and kOpenUnbuffered has no portable counterpart and is ignored.
+// What POSIX cannot do: sharing is advisory (it binds PosixFile objects of all processes, not other programs), an open
+// file can be deleted or renamed, and kOpenUnbuffered has no portable counterpart and is ignored.
 #pragma once
 
 #include "fileio/File.h"
@@ -17,7 +18,7 @@ public:
 
     bool open(const char* pathUtf8, std::uint32_t mode) override;
 
-    /// The same for a zero-terminated UTF-16 path.
+    /// Opens a zero-terminated UTF-16 path.
     bool open(const char16_t* path, std::uint32_t mode);
 
     void close() override;
@@ -27,7 +28,7 @@ public:
     std::uint64_t read(void* buffer, std::uint64_t count) override;
     std::uint64_t write(const void* buffer, std::uint64_t count) override;
 
-    /// The descriptor as a pointer's value, all bits set while closed. It stays this object's own.
+    /// The descriptor as a pointer's value, all bits set while closed. This object keeps ownership.
     void* nativeHandle() const;
 
 private:

@@ -1,4 +1,4 @@
-// The file of the system that this build is for; the only place that chooses.
+// The File implementation of the system this build is for; the only place that chooses.
 #pragma once
 
 #ifdef _WIN32

@@ -10,11 +10,11 @@ static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
 namespace {
 
-/// What the mode bits ask of CreateFileW.
+/// The mode bits as arguments of CreateFileW.
 struct OpenArguments {
     DWORD access = 0;
     DWORD share = 0;
-    DWORD disposition = 0;  // no valid value: the system refuses a mode that neither reads nor writes
+    DWORD disposition = 0;  // an invalid value: the system rejects a mode that neither reads nor writes
     DWORD flags = FILE_ATTRIBUTE_NORMAL;
 };
 

@@ -1,4 +1,4 @@
-// A file behind a Win32 handle.
+// A file on a Win32 handle.
 #pragma once
 
 #include "fileio/File.h"
@@ -14,7 +14,7 @@ public:
 
     bool open(const char* pathUtf8, std::uint32_t mode) override;
 
-    /// The same for a zero-terminated UTF-16 path, which is handed to the system as it stands.
+    /// Opens a zero-terminated UTF-16 path, which is passed to the system unchanged.
     bool open(const char16_t* path, std::uint32_t mode);
 
     void close() override;
@@ -24,7 +24,7 @@ public:
     std::uint64_t read(void* buffer, std::uint64_t count) override;
     std::uint64_t write(const void* buffer, std::uint64_t count) override;
 
-    /// The Win32 handle as it stands, all bits set while closed. It stays this object's own.
+    /// The Win32 handle, all bits set while closed. This object keeps ownership.
     void* nativeHandle() const { return m_handle; }
 
 private:

@@ -19,17 +19,17 @@ struct Call {
     imStdParms* stdParms;
     void* param1;
     void* param2;
-    QuorvaneImporter* importer;   // whom the call is for, taken from where the row says
+    QuorvaneImporter* importer;   // the object the call is for, found as the row says
 };
 
-// A handler's argument, by its type: most are records, and the call's second parameter.
+// A handler's argument, by its type: most are records, in the call's second parameter.
 template <class T>
 T argument(const Call& call) {
     if constexpr (std::is_same_v<T, const imStdParms*>) {
         return call.stdParms;
     } else if constexpr (std::is_same_v<T, QuorvaneImporter*>) {
         return call.importer;
-    } else if constexpr (std::is_integral_v<T>) {   // in place of a pointer
+    } else if constexpr (std::is_integral_v<T>) {   // passed in place of a pointer
         return static_cast<T>(reinterpret_cast<std::uintptr_t>(call.param1));
     } else if constexpr (std::is_same_v<T, imFileRef*> || std::is_same_v<T, imImportInfoRec*> ||
                          std::is_same_v<T, imAsyncImporterCreationRec*>) {
@@ -57,8 +57,8 @@ using Importer = QuorvaneImporter;
 constexpr void* Call::*kNone = nullptr;   // no importer is needed
 constexpr std::size_t kItself = static_cast<std::size_t>(-1);
 
-// A selector, the parameter that names its importer, where in that record, and what it calls. Those of frames and sound
-// come first: they are looked for the most.
+// A selector, the parameter that names its importer, where in that record, and the handler. Frames and sound come
+// first: they are called most.
 constexpr struct Row {
     csSDK_int32 selector;
     void* Call::*parameter;
@@ -79,7 +79,7 @@ constexpr struct Row {
      on<&Importer::OnGetIndPixelFormat>},
     {imGetSupports8, kNone, 0, [](const Call&) -> csSDK_int32 { return malSupports8; }},
     {imGetInfo8, &Call::param2, offsetof(imFileInfoRec8, privatedata), on<&Importer::OnGetInfo8>},
-    {imOpenFile8, kNone, 0, on<OnOpenFile8>},   // its record's importer may be null
+    {imOpenFile8, kNone, 0, on<OnOpenFile8>},   // the importer in its record may be null
     {imCreateAsyncImporter, &Call::param1, offsetof(imAsyncImporterCreationRec, inPrivateData),
      on<OnCreateAsyncImporter>},
     {imGetSubTypeNames, kNone, 0, on<OnGetSubTypeNames>},
@@ -95,7 +95,7 @@ csSDK_int32 callHandler(const Row& row, Call call) {
         }
         if (importer == nullptr) {
             Log("ERROR: the host gave no importer");
-            return row.offset == kItself ? imNoErr : imOtherErr;   // what is not open need not be closed
+            return row.offset == kItself ? imNoErr : imOtherErr;   // a file that is not open need not be closed
         }
         call.importer = static_cast<QuorvaneImporter*>(importer);
     }
@@ -105,7 +105,7 @@ csSDK_int32 callHandler(const Row& row, Call call) {
 }  // namespace
 
 csSDK_int32 DispatchSelector(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    // Looked at before it is written: a write would take the flag away from every other thread's cache.
+    // Look before writing: a write would take the cache line away from every other thread.
     if (!moduleState.logSwitchRead.load(std::memory_order_relaxed) && !moduleState.logSwitchRead.exchange(true)) {
         ReadLogSwitch();
     }

@@ -1,8 +1,8 @@
-// Routes a selector to its handler.
+// Calls the handler of a selector.
 #pragma once
 
 #include "sdk/SdkImporter.h"
 
-// Logs the call, runs the handler and logs its result; imUnsupported for what has no handler. What a handler throws
-// passes through, without the result line.
+// Logs the call, runs the handler and logs its result; returns imUnsupported if there is no handler. Exceptions pass
+// through, without a result line.
 csSDK_int32 DispatchSelector(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2);

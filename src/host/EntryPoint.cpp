@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kErrorTitle[] = "QuorvaneImporter: Internal error";
 
-// The exception's own words. A plain base exception has only the library's default text, which says nothing.
+// The exception's own text. A plain std::exception only has the library's default text, which says nothing.
 std::string messageOf(const std::exception& exception) {
     const char* text = exception.what();
     if (text == nullptr || *text == '\0' || std::strcmp(text, std::exception().what()) == 0) {
@@ -23,7 +23,7 @@ std::string messageOf(const std::exception& exception) {
     return text;
 }
 
-// A host that refuses its Error Suite now makes this throw, into the host: nobody else is left to tell.
+// If the host refuses its Error Suite now, this throws into the host: there is nobody else to report to.
 void reportToHost(const std::string& text) {
     if (moduleState.errorSuite == nullptr) {
         return;

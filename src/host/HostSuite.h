@@ -1,10 +1,10 @@
-// Holders of host suites: tables of functions that the host lends by name and version and wants back.
+// Holders of host suites: tables of functions that the host lends by name and version.
 #pragma once
 
 #include "sdk/SdkSuites.h"
 
-// Holds one suite. Acquiring is tried at construction and, if that failed, once more at every use; the suite goes back
-// at destruction. No lock: uses of one holder must not overlap while it may still be empty.
+// Holds one suite. Acquires it at construction, retries at each use if that failed, and releases it at destruction. No
+// lock: uses of one holder must not overlap while it may still be empty.
 class HostSuiteHolder {
 public:
     // `basicSuite` and `name` are not owned and must outlive the holder.
@@ -14,16 +14,16 @@ public:
     HostSuiteHolder(const HostSuiteHolder&) = delete;
     HostSuiteHolder& operator=(const HostSuiteHolder&) = delete;
 
-    // Gives the suite back and logs it; an empty holder does nothing. What the host throws leaves; destruction, which
-    // cannot let it leave, only logs it.
+    // Releases the suite and logs it; does nothing if the holder is empty. Exceptions of the host pass through; the
+    // destructor only logs them.
     void release();
 
 protected:
-    // The suite's table, acquired now if need be; throws std::runtime_error when the host refuses it.
+    // Returns the suite's table, acquiring it first if necessary; throws std::runtime_error if the host refuses.
     const void* table();
 
 private:
-    // Asks the host for the suite and logs the answer. A refusal leaves the holder empty.
+    // Asks the host for the suite and logs the answer. After a refusal the holder is empty.
     void acquire();
 
     SPBasicSuite* m_basicSuite;
@@ -32,12 +32,12 @@ private:
     const void* m_suite = nullptr;
 };
 
-// A holder that knows its suite's type.
+// A holder with the suite's type.
 template <class Functions>
 class HostSuite : public HostSuiteHolder {
 public:
     using HostSuiteHolder::HostSuiteHolder;
 
-    // The suite's functions; throws std::runtime_error when the host refuses the suite.
+    // Returns the suite's functions; throws std::runtime_error if the host refuses the suite.
     const Functions* get() { return static_cast<const Functions*>(table()); }
 };

@@ -1,4 +1,4 @@
-// The suites that one opened file needs.
+// The suites that one open file needs.
 #pragma once
 
 #include "host/HostSuite.h"
@@ -6,11 +6,11 @@
 
 #include <memory>
 
-// The host's basic suite, from the parameters of every call.
+// The host's basic suite, from the parameters of any call.
 SPBasicSuite* basicSuiteOf(const imStdParms* stdParms);
 
-// Six suites, acquired in the order of the members and released in the reverse order. The Cache and Image Processing
-// suites are held for the file but never asked for, so a file does without them.
+// Six suites, acquired in member order and released in reverse order. The Cache and Image Processing suites are held
+// but never used, so a file works without them.
 struct ImporterSuites {
     explicit ImporterSuites(SPBasicSuite* basicSuite);
 
@@ -22,10 +22,10 @@ struct ImporterSuites {
     HostSuite<PrSDKAudioSuite> audio;
 };
 
-// The set, made when first needed. No lock: the first need must not arise on two threads at once.
+// The suites, created on first use. No lock: first use must not happen on two threads at once.
 class LazyImporterSuites {
 public:
-    // Where suites are acquired from; to be set before the first need.
+    // Sets where suites are acquired from; required before first use.
     void setBasicSuite(SPBasicSuite* basicSuite) { m_basicSuite = basicSuite; }
 
     ImporterSuites& get();

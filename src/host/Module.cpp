@@ -8,7 +8,7 @@ namespace {
 
 constexpr char kLogName[] = "quorvane_pr_importer";
 
-// Switches that a special build may turn on for good.
+// Special builds can turn these on permanently.
 constexpr bool kLogEnabledAtLoad = false;
 constexpr bool kLogConsole = false;
 

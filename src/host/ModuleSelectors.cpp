@@ -10,10 +10,10 @@
 
 namespace {
 
-// Above every importer that comes with the host, so that its AVI importer does not take our files.
+// Higher than every importer that ships with the host, so that its AVI importer does not take our files.
 constexpr csSDK_int32 kPriority = 200;
 
-// The new holder stands before an older one goes: a second init does not lose the suite in between.
+// The new holder is in place before the old one is released, so a second init always leaves a suite available.
 void replaceErrorSuite(std::unique_ptr<ErrorSuite> errorSuite) {
     const std::unique_ptr<ErrorSuite> older(std::exchange(moduleState.errorSuite, errorSuite.release()));
     if (older != nullptr) {

@@ -1,4 +1,4 @@
-// What one loaded module keeps beside the files it has open.
+// The state of the loaded module, apart from its open files.
 #pragma once
 
 #include "host/HostSuite.h"
@@ -7,7 +7,7 @@
 
 using ErrorSuite = HostSuite<PrSDKErrorSuite3>;
 
-// Without a destructor: when a host unloads the module without a shutdown, its suites may be gone already.
+// Has no destructor: if a host unloads the module without a shutdown, its suites may be gone already.
 struct ModuleState {
     std::atomic<bool> logSwitchRead{false};
     ErrorSuite* errorSuite = nullptr;   // owned, from imInit to imShutdown

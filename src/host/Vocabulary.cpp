@@ -8,7 +8,7 @@ constexpr char kUnknownName[] = "????";
 
 }  // namespace
 
-// One row of a name table: a code's identifier is its name.
+// One row of a name table: the identifier of a code is its name.
 #define NAME(code) \
     case code: return #code
 
@@ -106,7 +106,7 @@ const char* ErrorName(csSDK_int32 result) {
     NAME(imUnsupportedVideoBitDepth);
     NAME(imDecompressionError);
     NAME(imInvalidPreferences);
-    case imFileNotAvailable: return "inFileNotAvailable";   // log readers know it by this spelling
+    case imFileNotAvailable: return "inFileNotAvailable";   // log readers know this spelling
     NAME(imRequiresProtectedContent);
     NAME(imNoCaptions);
     NAME(malSupports8);

@@ -7,18 +7,18 @@
 #include <algorithm>
 #include <cstring>
 
-// What a request comes to. Where a position is too large for 64 bits of bytes, sums and products wrap.
+// The range of one request. If a position in bytes exceeds 64 bits, sums and products wrap.
 struct AudioInfo::AudioRange {
     std::int64_t startPos = 0;        // sample frames
     std::int64_t endPos = 0;
     std::int64_t startPosBytes = 0;   // of the stream
-    std::uint32_t sizeBytes = 0;      // a product above 4 GiB wraps
+    std::uint32_t sizeBytes = 0;      // wraps above 4 GiB
 };
 
 namespace {
 
-// Empty chunks that one request looks at one by one. A damaged index can list hundreds of millions of them in a row,
-// and each is a seek and a line of the log.
+// Maximum number of empty chunks that a request visits one by one. A damaged index can list hundreds of millions in a
+// row, and each costs a seek and a log line.
 constexpr std::size_t kMostEmptyChunks = 10'000;
 
 std::int64_t wrappingSum(std::int64_t a, std::uint64_t b) {
@@ -69,7 +69,7 @@ void AudioInfo::logRange(const imImportAudioRec7& record, const AudioRange& rang
     Log("sizeBytes                 : %lld", static_cast<long long>(range.sizeBytes));
 }
 
-// Reads the range's bytes into the buffer, chunk by chunk; gives how many there were.
+// Reads the range's bytes into the buffer, chunk by chunk; returns the number of bytes read.
 std::uint32_t AudioInfo::readBytes(const AudioRange& range) {
     std::uint32_t done = 0;
     const auto first = m_stream->findChunkByBytePosition(range.startPosBytes);
@@ -124,7 +124,7 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
         return imNoErr;
     }
 
-    // Where the byte count wrapped, the suite would read past our bytes: the frames beyond them are silence.
+    // If the byte count wrapped, the suite would read past our bytes: the frames after them are silence.
     const std::uint32_t frames =
         m_format.nBlockAlign != 0 ? std::min(size, range.sizeBytes / m_format.nBlockAlign) : size;
     if (frames < size) {
@@ -132,7 +132,7 @@ csSDK_int32 AudioInfo::convert(const imImportAudioRec7& record, const AudioRange
     }
 
     if (m_sampleType == kPrAudioSampleType_8BitInt) {
-        makeSigned8(m_bytes.data(), range.sizeBytes);   // filled bytes too: they come out as -128, not as silence
+        makeSigned8(m_bytes.data(), range.sizeBytes);   // also the filled bytes: they become -128, not silence
     }
     const PrSDKAudioSuite* suite = m_suites.get().audio.get();
     const char* bytes = reinterpret_cast<const char*>(m_bytes.data());

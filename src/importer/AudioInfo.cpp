@@ -10,12 +10,12 @@
 
 namespace {
 
-// What an invalid description reports of its rate is kept within these, in Hz.
+// Maximum sample rate that an invalid description reports, in Hz.
 constexpr std::uint32_t kMaxReportedRate = 192000;
 constexpr std::uint32_t kMinReportedRate = 1000;
 
-// Labels of the mask's bits from the lowest up. The host numbers the speakers in another order than the mask does:
-// the centre ones at 0x40 to 0x100 and the top ones from 0x2000 on cross over.
+// Labels of the mask's bits, lowest first. The host numbers the speakers in a different order: the centre ones at 0x40
+// to 0x100 and the top ones from 0x2000 are swapped.
 constexpr PrAudioChannelLabel kMaskLabels[] = {
     kPrAudioChannelLabel_FrontLeft,         kPrAudioChannelLabel_FrontRight,
     kPrAudioChannelLabel_FrontCenter,       kPrAudioChannelLabel_LowFrequency,
@@ -29,7 +29,7 @@ constexpr PrAudioChannelLabel kMaskLabels[] = {
 };
 constexpr unsigned kMaskBits = 32;
 
-// The type of valid samples. Float is 32-bit float whatever its declared bit count.
+// The sample type of a valid format. Float is 32-bit float whatever its declared bit count.
 PrAudioSampleType sampleTypeOf(const WaveFormatExtensible& format) {
     if (subFormatOf(format) == subFormatOfTag(kWaveFormatIeeeFloat)) {
         return kPrAudioSampleType_32BitFloat;
@@ -54,7 +54,7 @@ const char* sampleTypeName(PrAudioSampleType type) {
     }
 }
 
-// Stereo and 5.1 have a usual order; for other counts a plain format says nothing of its speakers.
+// Stereo and 5.1 have a usual order; for other counts a plain format does not say which speakers it uses.
 std::uint32_t channelMaskOf(const WaveFormatExtensible& format) {
     if (format.wFormatTag == kWaveFormatExtensibleTag) {
         return format.dwChannelMask;

@@ -1,4 +1,4 @@
-// The audio stream that an importer delivers. A description whose stream failed the checks is "invalid": it still
+// The audio stream that an importer delivers. If the stream failed the checks the description is "invalid": it still
 // exists and answers the host with fixed substitute values.
 #pragma once
 
@@ -21,27 +21,26 @@ public:
     AudioInfo(const AudioInfo&) = delete;
     AudioInfo& operator=(const AudioInfo&) = delete;
 
-    // Checks and takes over the stream's format; the stream must outlive the object. Gives 0, or imBadFile after
+    // Checks and copies the stream's format; the stream must outlive the object. Returns imNoErr, or imBadFile after
     // logging what is wrong.
     csSDK_int32 parse(const AviStream& stream);
 
     bool valid() const { return m_valid; }
 
-    // Writes one label a channel, kMaxAudioChannelCount at the most; labels that the channel mask does not give stay
-    // as they are. Gives 0, or imUnsupported when invalid.
+    // Writes one label per channel, at most kMaxAudioChannelCount; labels that the channel mask does not define are
+    // left unchanged. Returns imNoErr, or imUnsupported if invalid.
     csSDK_int32 getChannelLayout(csSDK_int32* labels) const;
 
-    // Logs the description and fills the audio fields of the host's record.
+    // Logs the description and fills in the audio fields of the host's record.
     void dumpAndFill(imFileInfoRec8* fileInfo) const;
 
-    // A description for people, each line ended.
+    // A description for people; each line ends in a line feed.
     std::string summary() const;
 
-    // Delivers a run of sample frames to the host's buffers, one a channel. What lies past the end, or cannot be read,
-    // is filled. Gives 0, imDecompressionError for samples that cannot be converted, or imOtherErr where the host has
-    // no buffer for each channel; an invalid description leaves the buffers alone. Throws std::runtime_error when
-    // integer samples need an Audio Suite that the host refuses, and std::bad_alloc.
-    // One call at a time.
+    // Writes the requested sample frames to the host's buffers, one per channel. Samples past the end or unreadable are
+    // filled. Returns imNoErr, imDecompressionError for samples that cannot be converted, or imOtherErr if a channel
+    // has no buffer; an invalid description leaves the buffers unchanged. Throws std::bad_alloc, and std::runtime_error
+    // if integer samples need an Audio Suite that the host refuses. Calls must not overlap.
     csSDK_int32 importAudio(const imImportAudioRec7& record);
 
 private:
@@ -61,6 +60,6 @@ private:
     std::int64_t m_numAudioSampleFrames = 0;
     PrAudioSampleType m_sampleType = kPrAudioSampleType_Other;
     WaveFormatExtensible m_format;
-    std::int64_t m_audioPosition = 0;   // sample frames: where the last import ended
-    ByteBuffer m_bytes;                 // of the last import, as the file has them
+    std::int64_t m_audioPosition = 0;   // sample frame where the last import ended
+    ByteBuffer m_bytes;                 // of the last import, as stored in the file
 };

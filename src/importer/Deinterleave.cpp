@@ -11,9 +11,9 @@
 namespace {
 
 constexpr std::size_t kSampleBytes = 4;
-constexpr std::uint8_t kSign = 0x80;   // subtracting 0x80 from a byte is turning its highest bit
+constexpr std::uint8_t kSign = 0x80;   // subtracting 0x80 from a byte flips its highest bit
 
-// Four samples, moved as bits and never as numbers: a signalling NaN stays what it is.
+// Four samples, copied as bits and never as numbers, so that a signalling NaN stays unchanged.
 #if defined(__SSE2__) || defined(_M_X64)
 using Four = __m128i;
 
@@ -26,7 +26,7 @@ Four odds(Four first, Four second) { return pick<_MM_SHUFFLE(3, 1, 3, 1)>(first,
 
 Four toSigned8(Four bytes) { return _mm_xor_si128(bytes, _mm_set1_epi8(static_cast<char>(kSign))); }
 
-// Has the processor fetch the line that holds an address.
+// Prefetches the cache line at `address`.
 void fetch(const float* address) { _mm_prefetch(reinterpret_cast<const char*>(address), _MM_HINT_T0); }
 #else
 using Four = std::array<std::uint32_t, 4>;
@@ -52,7 +52,7 @@ void store(void* out, const Four& four) {
     std::memcpy(out, &four, sizeof four);
 }
 
-// Whole frames [from, to) of one channel, whose first sample is at `source`; frames are `frameBytes` apart.
+// Copies frames [from, to) of one channel, whose first sample is at `source`; frames are `frameBytes` apart.
 void copyOne(const std::uint8_t* source, std::size_t frameBytes, float* out, std::uint32_t from, std::uint32_t to) {
     for (std::uint32_t frame = from; frame < to; ++frame) {
         std::memcpy(out + frame, source + frame * frameBytes, kSampleBytes);
@@ -66,8 +66,8 @@ void copyFourOfStereo(const std::uint8_t* source, float* left, float* right) {
     store(right, odds(first, second));
 }
 
-// Of two channels, as many frames at a time as fill a line of the processor's cache; the lines that come a little later
-// are asked for already, or each would be waited for.
+// Copies two channels, a cache line of frames at a time. Later lines are prefetched, otherwise each would be waited
+// for.
 void copyStereo(const std::uint8_t* source, float* const* buffers, std::uint32_t frames) {
     constexpr std::size_t kFrameBytes = 2 * kSampleBytes;
     constexpr std::uint32_t kStep = 16;
@@ -88,7 +88,7 @@ void copyStereo(const std::uint8_t* source, float* const* buffers, std::uint32_t
     copyOne(source + kSampleBytes, kFrameBytes, right, frame, frames);
 }
 
-// Whole frames [from, to) of four neighbouring channels, four frames at a time: a square whose rows become columns.
+// Copies frames [from, to) of four neighbouring channels, four frames at a time, by transposing a 4 x 4 square.
 void copyFour(const std::uint8_t* source, std::size_t frameBytes, float* const* buffers, std::uint32_t from,
               std::uint32_t to) {
     std::uint32_t frame = from;
@@ -112,7 +112,7 @@ void copyFour(const std::uint8_t* source, std::size_t frameBytes, float* const* 
     }
 }
 
-// Some frames of all channels after the other, so that their bytes stay in the processor's cache meanwhile.
+// Copies a group of frames for all channels before the next group, so that its bytes stay in the cache.
 void copyFrames(const std::uint8_t* bytes, float* const* buffers, std::uint32_t channels, std::uint32_t frames) {
     constexpr std::uint32_t kBlockFrames = 1024;
     const std::size_t frameBytes = channels * kSampleBytes;
@@ -132,7 +132,7 @@ void copyFrames(const std::uint8_t* bytes, float* const* buffers, std::uint32_t 
 
 void deinterleave32(const std::uint8_t* bytes, std::size_t byteCount, float* const* buffers, std::uint32_t channels,
                     std::uint32_t frames) {
-    if (channels == 0 || frames == 0) {   // without frames there need be no buffers
+    if (channels == 0 || frames == 0) {   // without frames, buffers may be missing
         return;
     }
     const std::size_t samples = byteCount / kSampleBytes;

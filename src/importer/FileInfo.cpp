@@ -1,6 +1,6 @@
-// Stream selection and the answer to imGetInfo8: the parts of QuorvaneImporter that describe the file to the host.
+// Stream selection and the answer to imGetInfo8: the part of QuorvaneImporter that describes the file to the host.
 //
-// Stream 0 is the first video with the first audio stream; stream k is audio stream k alone.
+// Stream 0 is the first video stream with the first audio stream; stream k is audio stream k alone.
 #include "importer/QuorvaneImporter.h"
 
 #include "log/Log.h"
@@ -31,8 +31,8 @@ void describeVideo(const VideoInfo& video, imFileInfoRec8* record) {
                                                    static_cast<std::uint32_t>(video.scale()));
 }
 
-// The answer for stream s of a file with so many audio streams. The last of several answers imBadStreamIndex although
-// it is described: the host then stops asking.
+// The result for stream `streamIndex` of a file with `audioStreamCount` audio streams. The last of several returns
+// imBadStreamIndex although it is described: this makes the host stop asking.
 csSDK_int32 iterationResult(std::uint64_t streamIndex, std::uint64_t audioStreamCount) {
     if (audioStreamCount > streamIndex + 1) {
         return imIterateStreams;
@@ -48,7 +48,7 @@ csSDK_int32 QuorvaneImporter::OnGetInfo8(imFileInfoRec8* record) {
     try {
         return selectAndDescribe(record);
     } catch (...) {
-        deselectStreams();   // the host was not told of them: it has no buffers for their channels
+        deselectStreams();   // the host got no description, so it has no buffers for their channels
         throw;
     }
 }
@@ -119,7 +119,7 @@ csSDK_int32 QuorvaneImporter::selectVideo() {
 }
 
 void QuorvaneImporter::selectAudio(csSDK_int32 streamIndex, const std::vector<std::size_t>& audioStreams) {
-    // As unsigned, a negative index is as far beyond the streams as any.
+    // As an unsigned number, a negative index is past the last stream too.
     const auto index = static_cast<std::uint32_t>(streamIndex);
     m_audioInfo = std::make_unique<AudioInfo>(m_file, m_suites);
     if (audioStreams.empty()) {
@@ -130,6 +130,6 @@ void QuorvaneImporter::selectAudio(csSDK_int32 streamIndex, const std::vector<st
         m_audioInfo->parse(*m_avi.streams()[audioStreams[index]]);
     }
     if (!m_audioInfo->valid() && index == 0 && audioStreams.size() <= 1) {
-        m_audioInfo.reset();   // a plain clip without usable sound is a silent clip
+        m_audioInfo.reset();   // without usable sound, a plain clip is silent
     }
 }

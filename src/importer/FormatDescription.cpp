@@ -18,7 +18,7 @@ namespace {
 constexpr char kFormatName[] = "Quorvane AVI";
 constexpr char kExtension[] = "avi";
 
-// A record's layout within the host's memory, which promises no alignment.
+// The layout of a record in the host's memory, which may be unaligned.
 constexpr std::size_t kNameOffset = offsetof(imSubTypeDescriptionRec, subTypeName);
 constexpr std::size_t kMaxNameLength = std::size(imSubTypeDescriptionRec{}.subTypeName) - 1;
 

@@ -11,8 +11,7 @@
 
 namespace {
 
-// How a file is opened for the host's access value. Read-write creates the file anew, and an unknown value opens
-// nothing.
+// The open mode for the host's access value. Read-write empties the file; an unknown value opens nothing.
 std::uint32_t openModeFor(csSDK_int32 accessMode) {
     switch (accessMode) {
     case kPrOpenFileAccess_ReadOnly: return fileio::kOpenRead | fileio::kOpenShareRead;

@@ -1,7 +1,7 @@
-// One AVI file that the host has opened: the file, its container, the streams selected from it and the host suites
-// they need. The handlers of the host's file selectors; each gives a host result.
+// One AVI file that the host has opened: the file, its structure, the selected streams and the host suites they need.
+// Has the handlers of the host's file selectors; each returns a host result.
 //
-// No lock: the host's synchronous selectors reach an object one at a time.
+// No lock: the host's synchronous calls for one object do not overlap.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -24,22 +24,22 @@ public:
     QuorvaneImporter(const QuorvaneImporter&) = delete;
     QuorvaneImporter& operator=(const QuorvaneImporter&) = delete;
 
-    // Opens the file and tells the host its handle; nothing is parsed yet. Gives 0 or imBadFile, which changes
-    // nothing but that a file open before is closed.
+    // Opens the file and passes its handle to the host; nothing is parsed yet. Returns imNoErr, or imBadFile, which
+    // changes nothing except that a previously open file is closed.
     csSDK_int32 OnOpenFile(imFileOpenRec8* record, imFileRef* fileRef);
 
-    // Closes the file and keeps what is known of it.
+    // Closes the file; what is known about it is kept.
     csSDK_int32 OnQuietFile(imFileRef* fileRef);
 
-    // The same; the caller then destroys the object.
+    // Does the same; the caller then destroys the object.
     csSDK_int32 OnCloseFile(imFileRef* fileRef);
 
-    // Parses the file, selects a stream and describes it: 0, imIterateStreams when more streams follow,
-    // imBadStreamIndex for the last of several and beyond, imBadFile or the decoder's result otherwise. Where it
-    // throws, no stream is selected.
+    // Parses the file, selects a stream and describes it. Returns imNoErr, imIterateStreams if more streams follow,
+    // imBadStreamIndex for the last of several and after it, otherwise imBadFile or the decoder's result. If it throws,
+    // no stream is selected.
     csSDK_int32 OnGetInfo8(imFileInfoRec8* record);
 
-    // These throw std::logic_error when no video stream (for the last two: audio stream) is selected.
+    // These throw std::logic_error if no video stream (for the last two: audio stream) is selected.
     csSDK_int32 OnGetIndPixelFormat(std::uint32_t index, imIndPixelFormatRec* record);
     csSDK_int32 OnAnalysis(imAnalysisRec* record);
     csSDK_int32 OnDataRateAnalysis(imDataRateAnalysisRec* record);
@@ -47,7 +47,7 @@ public:
     csSDK_int32 OnGetAudioChannelLayout(imGetAudioChannelLayoutRec* record);
     csSDK_int32 OnImportAudio7(imImportAudioRec7* record);
 
-    // What the last successful open was given.
+    // The arguments of the last successful open.
     const std::u16string& filePath() const { return m_filePath; }
     csSDK_int32 streamIndex() const { return m_streamIndex; }
     csSDK_int32 accessMode() const { return m_accessMode; }
@@ -59,7 +59,7 @@ protected:
 
     bool openFile(const char16_t* path, csSDK_int32 streamIndex, csSDK_int32 accessMode);
     csSDK_int32 selectStream(csSDK_int32 streamIndex);
-    // Whether a result of selectStream leaves streams that can be described and delivered.
+    // True if, after this result of selectStream, streams can be described and delivered.
     static bool isSelected(csSDK_int32 result);
 
     csSDK_int32 m_importerID = 0;
@@ -69,7 +69,7 @@ protected:
     std::unique_ptr<VideoInfo> m_videoInfo;     // null: no video stream is selected
     std::unique_ptr<AudioInfo> m_audioInfo;     // null: no audio description is kept
     std::uint32_t m_audioStreamCount = 0;
-    std::u16string m_filePath;                  // of the last successful open, like the three below
+    std::u16string m_filePath;                  // of the last successful open, like the next three
     std::string m_filePathUtf8;
     csSDK_int32 m_streamIndex = -1;
     csSDK_int32 m_accessMode = 0;

@@ -1,4 +1,4 @@
-// The audio format record of an "auds" stream, as AVI files hold it.
+// The audio format record of an "auds" stream, as stored in AVI files.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ struct Guid {
 };
 static_assert(sizeof(Guid) == 16);
 
-// The longest of the three forms a file may hold; a shorter one leaves the rest zero.
+// The longest of the three forms a file may have; after a shorter one the rest is zero.
 struct WaveFormatExtensible {
     std::uint16_t wFormatTag = 0;
     std::uint16_t nChannels = 0;
@@ -26,7 +26,7 @@ struct WaveFormatExtensible {
     std::uint32_t nAvgBytesPerSec = 0;
     std::uint16_t nBlockAlign = 0;
     std::uint16_t wBitsPerSample = 0;
-    std::uint16_t cbSize = 0;               // bytes beyond this field
+    std::uint16_t cbSize = 0;               // bytes after this field
     std::uint16_t wValidBitsPerSample = 0;
     std::uint32_t dwChannelMask = 0;
     Guid SubFormat;
@@ -41,12 +41,12 @@ inline constexpr std::uint16_t kWaveFormatPcm = 1;
 inline constexpr std::uint16_t kWaveFormatIeeeFloat = 3;
 inline constexpr std::uint16_t kWaveFormatExtensibleTag = 0xFFFE;
 
-// The sub-format that stands for a plain format tag.
+// The sub-format equivalent to a plain format tag.
 constexpr Guid subFormatOfTag(std::uint16_t tag) {
     return {tag, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71}};
 }
 
-// The format's own sub-format, or the one that stands for its tag.
+// The format's own sub-format, or the one equivalent to its tag.
 constexpr Guid subFormatOf(const WaveFormatExtensible& format) {
     return format.wFormatTag == kWaveFormatExtensibleTag ? format.SubFormat : subFormatOfTag(format.wFormatTag);
 }

@@ -16,7 +16,7 @@ LogWriter& writer() {
     if (existing != nullptr) {
         return *existing;
     }
-    // Two first lines at once make two writers; the one that comes second goes again.
+    // Two simultaneous first lines create two writers; the second one is destroyed again.
     auto created = std::make_unique<LogWriter>(logSettings.name, logSettings.console);
     if (logSettings.logger.compare_exchange_strong(existing, created.get(), std::memory_order_acq_rel)) {
         return *created.release();
@@ -25,7 +25,7 @@ LogWriter& writer() {
     return *existing;
 }
 
-// A line that cannot be written (no memory) is dropped: the log never disturbs the work it describes.
+// A line that cannot be written for lack of memory is dropped: the log never disturbs the work it describes.
 template <class Work>
 void neverFail(Work work) noexcept {
     try {

@@ -9,11 +9,11 @@ public:
     // Finds the profile folder and creates the two folders in it.
     LogFolder();
 
-    // Whether the system named a profile folder.
+    // True if the system has a profile folder.
     bool found() const { return !m_path.empty(); }
 
-    // Opens "<folder>/<baseName>_<counter>.log", the counter at least two digits: to read it, or to empty or create it
-    // and write; null when it does not open.
+    // Opens "<folder>/<baseName>_<counter>.log", the counter with at least two digits. If `toWrite`, creates or empties
+    // the file; otherwise opens it for reading. Returns null on failure.
     std::FILE* open(const char* baseName, int counter, bool toWrite) const;
 
 private:

@@ -8,7 +8,7 @@ namespace {
 
 void enterFolder(std::filesystem::path& path, const char* name) {
     path /= name;
-    mkdir(path.c_str(), 0777);   // an existing folder is no error
+    mkdir(path.c_str(), 0777);   // the folder may exist
 }
 
 }  // namespace

@@ -7,12 +7,12 @@
 
 namespace {
 
-// What wsprintfW writes at the most, with its terminator.
+// The longest output of wsprintfW, with its terminator.
 constexpr std::size_t kMaxFormattedPath = 1025;
 
 void enterFolder(wchar_t* path, const wchar_t* name) {
     PathAppendW(path, name);
-    _wmkdir(path);   // an existing folder is no error
+    _wmkdir(path);   // the folder may exist
 }
 
 }  // namespace

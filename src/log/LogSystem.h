@@ -1,4 +1,4 @@
-// What the log asks of the operating system.
+// What the log needs from the operating system.
 #pragma once
 
 #include <ctime>
@@ -6,18 +6,18 @@
 
 namespace logSystem {
 
-// The user's switch, false unless set.
+// The user's switch; false unless set.
 bool switchIsOn();
 
 std::tm localTime();
 
-// The calling thread's number, as the system's own tools show it.
+// The id of the calling thread, as the system's own tools show it.
 unsigned long threadNumber();
 
-// The full path of the running program; empty when the system does not tell.
+// The full path of the running program; empty if unknown.
 std::string applicationPath();
 
-// A console window of 120 columns by 500 rows, and a line written to it.
+// Opens a console window of 120 columns by 500 rows; writes a line to it.
 void openConsole();
 void writeConsole(const char* line);
 

@@ -1,5 +1,4 @@
-// The native build's switch is the environment variable QUORVANE_ENABLE_ADOBE_LOG: on when set to anything but
-// nothing or 0.
+// The native build's switch is the environment variable QUORVANE_ENABLE_ADOBE_LOG: on if set, not empty and not 0.
 #include "log/LogSystem.h"
 
 #include <climits>

@@ -9,7 +9,7 @@ bool switchIsOn() {
     RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Quorvane", 0, KEY_QUERY_VALUE, &key);
     DWORD value = 0;
     DWORD size = sizeof value;
-    // The type is not asked for: any value of at most four bytes counts by its bytes.
+    // The type is not checked: any value of at most four bytes counts.
     const LSTATUS result =
         RegQueryValueExA(key, "EnableAdobeLog", nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
     RegCloseKey(key);

@@ -9,20 +9,20 @@
 #include <mutex>
 #include <string>
 
-// Formats come from callers whose own formats the compiler has checked.
+// The callers' formats have already been checked by the compiler.
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #endif
 
 namespace {
 
-// Files of one name and second: counters 0 to 999.
+// Files with the same name and second: counters 0 to 999.
 constexpr int kMaxLogFiles = 1000;
 
-// Room in a line's buffer beside the message: the prefix, the line end and the terminator.
+// Space in a line's buffer apart from the message: prefix, line end and terminator.
 constexpr std::size_t kLineOverhead = 128;
 
-// The time as text; kept here, because a line should take no memory but its own.
+// The time as text in a local buffer: a line should allocate no memory but its own.
 class TimeText {
 public:
     explicit TimeText(const char* format) {
@@ -57,7 +57,7 @@ LogWriter::LogWriter(const char* name, bool console) {
     }
     m_file.reset(openNewFile(folder, baseName));
     if (m_file != nullptr) {
-        std::setvbuf(m_file.get(), nullptr, _IONBF, 0);   // a crash loses no line
+        std::setvbuf(m_file.get(), nullptr, _IONBF, 0);   // so that a crash loses no line
     }
     m_console = console;
     if (m_console) {
@@ -83,7 +83,7 @@ void LogWriter::writeLine(const char* format, std::va_list arguments) {
     }
 }
 
-// Not owned when nothing may wait and another thread has it.
+// The returned lock is not owned if waiting is off and another thread holds it.
 std::unique_lock<std::mutex> LogWriter::lock() {
     return m_mayWait.load(std::memory_order_relaxed) ? std::unique_lock(m_lock)
                                                      : std::unique_lock(m_lock, std::try_to_lock);

@@ -1,5 +1,5 @@
-// Writes log lines to a new file of its own, and to a console window if asked. Lines are written whole, from any
-// thread. A writer whose file could not be opened drops its lines.
+// Writes log lines to a new file and, if requested, to a console window. Lines are written whole; thread-safe. If the
+// file could not be opened, lines are dropped.
 #pragma once
 
 #include "log/LogAttributes.h"
@@ -12,20 +12,20 @@
 
 class LogWriter {
 public:
-    // Opens a file that did not exist before, named after `name` and the time, and writes the opening lines. Throws
-    // std::bad_alloc; a file that does not open is no error.
+    // Creates a new file named after `name` and the time, and writes the opening lines. Throws std::bad_alloc; failing
+    // to create the file is not an error.
     LogWriter(const char* name, bool console);
     LogWriter(const LogWriter&) = delete;
     LogWriter& operator=(const LogWriter&) = delete;
 
-    // Writes "[time] [thread] message" as one line. Throws std::bad_alloc when there is no memory for the line.
+    // Writes "[time] [thread] message" as one line. Throws std::bad_alloc if there is no memory for the line.
     void writeLine(const char* format, std::va_list arguments);
 
-    // From now on a line is dropped that would have to wait for another thread's.
+    // From now on, a line that would have to wait for another thread is dropped.
     void stopWaiting() { m_mayWait.store(false, std::memory_order_relaxed); }
 
-    // Writes the closing line and closes the file; the writer can then be destroyed. False where that would have to
-    // wait for a thread, which may be gone with the lock: then the writer must be left as it is for ever.
+    // Writes the closing line and closes the file; the writer can then be destroyed. Returns false if that would have
+    // to wait for another thread, which may be gone while holding the lock: the writer must then never be destroyed.
     bool close();
 
 private:

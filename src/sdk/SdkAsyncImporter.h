@@ -22,7 +22,7 @@ enum aiResult : csSDK_int32 {
 
 #pragma pack(push, 1)
 
-// The second member is a Windows `long`, hence 32 bits everywhere.
+// The second member is a Windows `long`, so 32 bits everywhere.
 struct aiAsyncRequest {
     void* inPrivateData;
     csSDK_int32 unused1;

@@ -20,7 +20,7 @@ struct imImportInfoRec {
     csSDK_int32 dontCache;
     csSDK_int32 setupOnDblClk;
     csSDK_int32 keepLoaded;
-    csSDK_int32 priority;               // higher wins among importers of one file type
+    csSDK_int32 priority;               // the highest wins among importers of a file type
     csSDK_int32 canAsync;
     csSDK_int32 canCreate;
     csSDK_int32 canCalcSizes;
@@ -50,7 +50,7 @@ struct imIndFormatRec {
     csSDK_int32 canWriteTimecode;
     char FormatName[256];
     char FormatShortName[32];
-    char PlatformExtension[256];        // zero-separated list, ended by a second zero
+    char PlatformExtension[256];        // zero-separated list with a second zero at its end
     prBool hasAlternateTypes;
     csSDK_int32 alternateTypes[50];
     csSDK_int32 canWriteMetaData;
@@ -238,7 +238,7 @@ struct imDataRateAnalysisRec {
     void* prefs;
     csSDK_int32 buffersize;             // bytes
     imDataSample* buffer;
-    csSDK_int32 baserate;               // bytes per second beside the samples
+    csSDK_int32 baserate;               // bytes per second apart from the samples
 };
 SDK_ASSERT_SIZE(imDataRateAnalysisRec, 32);
 SDK_ASSERT_OFFSET(imDataRateAnalysisRec, buffersize, 16);
@@ -246,7 +246,7 @@ SDK_ASSERT_OFFSET(imDataRateAnalysisRec, buffer, 20);
 SDK_ASSERT_OFFSET(imDataRateAnalysisRec, baserate, 28);
 
 struct imImportAudioRec7 {
-    PrAudioSample position;             // sample frames; negative: go on where the last import ended
+    PrAudioSample position;             // sample frames; negative: continue after the last import
     csSDK_uint32 size;                  // sample frames
     float** buffer;                     // one per channel
     void* privateData;

@@ -1,4 +1,4 @@
-// The host's importer protocol: selectors, results and the numbers that records hold.
+// The host's importer protocol: selectors, results and the constants used in records.
 #pragma once
 
 #include "sdk/SdkTypes.h"
@@ -103,7 +103,7 @@ enum imResult : csSDK_int32 {
     imIsCacheable = 400,
 };
 
-// What both entry points answer for a call that ended in an exception; without a name among the importer's results.
+// Returned by both entry points if the call ended in an exception; not one of the importer's named results.
 inline constexpr csSDK_int32 kExceptionResult = 99;
 
 enum PrAudioChannelLabel : csSDK_int32 {

@@ -1,5 +1,5 @@
-// The host's callback tables and suites. A suite is a table of functions in a fixed order, asked for by name and
-// version from the basic suite.
+// The host's callback tables and suites. A suite is a table of functions in a fixed order, acquired by name and version
+// from the basic suite.
 #pragma once
 
 #include "sdk/SdkPixelFormat.h"

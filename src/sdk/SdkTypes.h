@@ -1,4 +1,4 @@
-// The host's basic types: exact widths on every system, so that a native build sees the same records as Windows.
+// The host's basic types, with exact widths on every system, so that a native build has the same records as Windows.
 #pragma once
 
 #include <cstddef>
@@ -34,15 +34,15 @@ using prSuiteError = csSDK_int32;
 using PrMemoryPtr = char*;
 using PrMemoryHandle = char**;
 
-// The host's reference to an open file: a Win32 handle, all bits set when closed.
+// The host's reference to an open file: a Win32 handle, all bits set if closed.
 using imFileRef = void*;
 inline imFileRef imInvalidHandleValue() { return reinterpret_cast<imFileRef>(~std::uintptr_t{0}); }
 
-// A frame buffer, reached through suites only.
+// A frame buffer, accessible through suites only.
 struct PPix;
 using PPixHand = PPix**;
 
-// Compile-time proof of a record's layout; every record of this folder is checked with these two.
+// Compile-time checks of a record's layout; every record in this folder uses them.
 #define SDK_ASSERT_SIZE(record, bytes) static_assert(sizeof(record) == (bytes), "size of " #record)
 #define SDK_ASSERT_OFFSET(record, member, bytes) \
     static_assert(offsetof(record, member) == (bytes), "offset of " #record "::" #member)
@@ -64,7 +64,7 @@ struct PrSDKString {
 };
 SDK_ASSERT_SIZE(PrSDKString, 16);
 
-// GUID text with its terminator.
+// GUID text including its terminator.
 struct prPluginID {
     char text[37];
 };

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-// `value` with so many digits behind the point.
+// `value` with `digits` decimals.
 std::string fixedPoint(double value, int digits);
 
 // "1.50 MiB".

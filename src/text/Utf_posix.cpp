@@ -1,4 +1,4 @@
-// Written out, not taken from iconv: the results must equal those of Windows for ill-formed text too.
+// Does not use iconv: results must equal those of Windows for ill-formed text too.
 #include "text/Utf.h"
 
 #include <climits>
@@ -8,8 +8,8 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-/// What a UTF-8 lead byte announces. The range of the second byte excludes overlong forms, surrogates and code
-/// points above U+10FFFF; the later bytes are always 0x80 to 0xBF.
+/// What a UTF-8 lead byte requires. The range of the second byte excludes overlong forms, surrogates and code points
+/// above U+10FFFF; later bytes are always 0x80 to 0xBF.
 struct Lead {
     int continuationBytes;
     char32_t bits;
@@ -33,8 +33,8 @@ Lead leadOf(unsigned char byte) {
     return kNoLead;
 }
 
-/// Takes the next code point off `text`. An ill-formed sequence is taken as far as it could have been well-formed,
-/// so each broken character gives one U+FFFD and the character after it is kept.
+/// Removes the next code point from `text`. An ill-formed sequence is removed up to the first byte that makes it
+/// ill-formed, so each broken character becomes one U+FFFD and the next character is kept.
 char32_t takeCodePoint(std::string_view& text) {
     const Lead lead = leadOf(static_cast<unsigned char>(text.front()));
     text.remove_prefix(1);

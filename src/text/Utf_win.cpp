@@ -9,7 +9,7 @@ static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
 namespace {
 
-constexpr DWORD kReplaceIllFormed = 0;  // without MB_ERR_INVALID_CHARS, U+FFFD stands for what cannot be converted
+constexpr DWORD kReplaceIllFormed = 0;  // without MB_ERR_INVALID_CHARS, invalid input becomes U+FFFD
 
 int systemLength(std::size_t length) {
     if (length > INT_MAX) {
