@@ -1,4 +1,4 @@
-// Little-endian numbers in byte buffers, whatever the machine's order and the address's alignment.
+// Little-endian numbers in byte buffers, for any byte order and alignment.
 #pragma once
 
 #include <cstdint>

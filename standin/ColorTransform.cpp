@@ -13,7 +13,7 @@ constexpr std::int64_t kOne = std::int64_t{1} << kFractionBits;
 constexpr std::int64_t kHalf = kOne / 2;
 constexpr Matrix kIdentity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-// Luma's weights of red, green and blue.
+// Weights of red, green and blue in luma.
 struct Weights {
     double red, green, blue;
 };
@@ -51,7 +51,7 @@ bool hasSameColors(const CodeSpace& a, const CodeSpace& b) {
     return a.rgb == b.rgb && (a.rgb || a.colorSpace == b.colorSpace);
 }
 
-// The map between normalised colours: R, G, B, Y from 0 to 1, Cb and Cr from -1/2 to 1/2.
+// The matrix between normalised colours: R, G, B, Y from 0 to 1, Cb and Cr from -1/2 to 1/2.
 Matrix colorMatrix(const CodeSpace& source, const CodeSpace& target) {
     if (hasSameColors(source, target))
         return kIdentity;
@@ -67,7 +67,7 @@ struct Coding {
 };
 
 Coding codingOf(const CodeSpace& space, std::size_t component) {
-    const std::int64_t eighth = std::int64_t{1} << (space.bitDepth - 8);   // what one step of 8 bits is here
+    const std::int64_t eighth = std::int64_t{1} << (space.bitDepth - 8);   // one 8-bit step at this depth
     const bool isChroma = !space.rgb && component > 0;
     if (space.range == 1)
         return isChroma ? Coding{128 * eighth, 224.0 * static_cast<double>(eighth)}
@@ -75,8 +75,8 @@ Coding codingOf(const CodeSpace& space, std::size_t component) {
     return {isChroma ? 128 * eighth : 0, static_cast<double>(space.maxCode)};
 }
 
-// YUV codes of another depth are shifted, in full range too: black, white and grey of every depth then have the
-// same leading bits, and widening is exact.
+// YUV codes are shifted to another depth, in full range too: black, white and grey then have the same leading bits at
+// every depth, and widening is exact.
 bool isShift(const CodeSpace& source, const CodeSpace& target) {
     return !source.rgb && hasSameColors(source, target) && source.range == target.range;
 }

@@ -9,7 +9,7 @@ bool takesHandle(std::uint32_t function) {
     return function == kStandinClose || (function >= kStandinGetParam && function < kStandinFunctionCount);
 }
 
-// Whether a function answers with a description that can be changed.
+// True if the function's answer is a description that can be changed.
 bool describes(std::uint32_t function) {
     return function == kStandinDecompressQuery || function == kStandinDecompressBegin;
 }

@@ -1,4 +1,4 @@
-// The library's side of the control interface: counts calls and says which ones are to fail.
+// The library's side of the control interface: counts calls and decides which ones fail.
 #pragma once
 
 #include "codec/QuorvaneApi.h"
@@ -11,20 +11,20 @@
 
 namespace standin {
 
-// All members are safe on any thread.
+// All members are thread-safe.
 class ControlState {
 public:
-    // Counts a call; returns the code it has been ordered to fail with, or 0. Costs one atomic read if none is ordered.
+    // Counts a call; returns the failure code ordered for it, or 0. Without orders, costs one atomic read.
     std::uint32_t enter(StandinFunction function);
     void countFailure(StandinFunction function) { ++m_failures[function]; }
     void countOverlap() { ++m_overlappingCalls; }
     void countCloseWithSession() { ++m_closesWithSession; }
     void countUnpreparedOutput() { ++m_unpreparedOutputs; }
 
-    // Calls the visitor ordered for this function, if there is one.
+    // Calls the visitor ordered for this function, if any.
     void visit(StandinFunction function);
 
-    // Puts what a test ordered in place of the true answer.
+    // Replaces the true answer by the one a test ordered.
     void changeAnswer(StandinFunction function, QuorvaneFormat& answer);
 
     bool orderFailure(std::uint32_t function, std::uint32_t nth, std::uint32_t count, std::uint32_t code);
@@ -32,7 +32,7 @@ public:
     bool orderAnswer(std::uint32_t function, std::uint32_t width, std::uint32_t height, std::uint32_t type);
     void reset();
 
-    // Fills what is counted here, not the present state of the library.
+    // Writes the counters of this class, not the current state of the library.
     void read(StandinCounters& out) const;
 
 private:
@@ -59,7 +59,7 @@ private:
     std::atomic<std::uint32_t> m_overlappingCalls{0};
     std::atomic<std::uint32_t> m_closesWithSession{0};
     std::atomic<std::uint32_t> m_unpreparedOutputs{0};
-    std::atomic<bool> m_hasOrders{false};   // whether the orders below need a look
+    std::atomic<bool> m_hasOrders{false};   // true if any of the orders below is set
     std::mutex m_mutex;
     std::array<FailureOrder, kStandinFunctionCount> m_failureOrders;   // guarded by m_mutex
     std::array<VisitOrder, kStandinFunctionCount> m_visitOrders;       // guarded by m_mutex

@@ -9,13 +9,13 @@ std::uint8_t byteOf(std::uint16_t sample) {
     return static_cast<std::uint8_t>(sample);
 }
 
-// Two pixels share their chroma: the mean, halves rounded up.
+// Chroma of two pixels: the mean, halves rounded up.
 std::uint32_t pairMean(const std::uint16_t* samples) {
     return (std::uint32_t{samples[0]} + samples[1] + 1) / 2;
 }
 
-// ---- Four bytes a pixel; the names give the component of each byte, from the lowest address on.
-// The template arguments are where components 0, 1, 2 and alpha go.
+// ---- Four bytes per pixel; a name lists the component of each byte, lowest address first.
+// The template arguments are the positions of components 0, 1, 2 and alpha.
 template <int First, int Second, int Third, int Alpha>
 void packBytes(const PixelRow& row, std::uint8_t* out) {
     for (std::size_t i = 0; i < row.count; ++i, out += 4) {
@@ -30,7 +30,8 @@ constexpr auto packBgra = packBytes<2, 1, 0, 3>;
 constexpr auto packArgb = packBytes<1, 2, 3, 0>;
 constexpr auto packVuya = packBytes<2, 1, 0, 3>;
 
-// ---- Two pixels in four bytes. The template arguments are where Y of the first pixel, U, Y of the second and V go.
+// ---- Two pixels in four bytes. The template arguments are the positions of the first pixel's Y, U, the second pixel's
+// Y, and V.
 template <int Y0, int U, int Y1, int V>
 void packPairs(const PixelRow& row, std::uint8_t* out) {
     for (std::size_t i = 0; i < row.count; i += 2, out += 4) {
@@ -44,7 +45,7 @@ void packPairs(const PixelRow& row, std::uint8_t* out) {
 constexpr auto packYuyv = packPairs<0, 1, 2, 3>;
 constexpr auto packUyvy = packPairs<1, 0, 3, 2>;
 
-// ---- v210: six pixels as twelve 10-bit samples, three to a word, from the lowest bits on.
+// ---- v210: six pixels as twelve 10-bit samples, three per word, lowest bits first.
 void packV210(const PixelRow& row, std::uint8_t* out) {
     for (std::size_t i = 0; i < row.count; i += 6, out += 16) {
         const std::uint16_t* y = &row.color[0][i];
@@ -57,7 +58,7 @@ void packV210(const PixelRow& row, std::uint8_t* out) {
     }
 }
 
-// ---- 10-bit RGB in one word. Where the components stand in it is published nowhere; these are this library's places.
+// ---- 10-bit RGB in one word. Where the components are is not published; these positions are this library's own.
 constexpr int kRgb10RedBit = 22;
 constexpr int kRgb10GreenBit = 12;
 constexpr int kRgb10BlueBit = 2;
@@ -68,7 +69,7 @@ void packRgb10(const PixelRow& row, std::uint8_t* out) {
                          | std::uint32_t{row.color[2][i]} << kRgb10BlueBit);
 }
 
-// ---- 16 bits a component
+// ---- 16 bits per component
 void packBgra16(const PixelRow& row, std::uint8_t* out) {
     for (std::size_t i = 0; i < row.count; ++i, out += 8) {
         store16(out, row.color[2][i]);

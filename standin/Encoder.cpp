@@ -13,7 +13,7 @@
 namespace standin {
 namespace {
 
-// Fast beats small: samples are written and read far more often than stored.
+// Speed matters more than size: samples are written and read far more often than stored.
 constexpr int kCompressionLevel = 1;
 
 void checkInfo(const StreamInfo& info) {

@@ -1,5 +1,5 @@
-// The stand-in codec's encoder: makes the compressed streams that the stand-in quorvane_common64 library decodes.
-// A library for the sample writer and the tests; the codec library does not export it.
+// The stand-in codec's encoder: creates the compressed streams that the stand-in quorvane_common64 library decodes. For
+// the sample writer and the tests; the codec library does not export it.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace standin {
 
-// What a stream holds. `type` is a compressed type number (101 ... 118, see docs/standin-codec.md).
+// Describes a stream. `type` is a compressed type number (101 ... 118, see docs/standin-codec.md).
 struct StreamInfo {
     std::uint32_t type = 0;
     std::uint32_t width = 0;        // pixels
@@ -17,7 +17,7 @@ struct StreamInfo {
     std::uint32_t range = 0;        // 1 limited, 2 full
 };
 
-// Samples of one component, top row first, no gaps between rows.
+// Samples of one component, top row first, without gaps between rows.
 struct Plane {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
@@ -41,16 +41,16 @@ struct TypeLayout {
 };
 TypeLayout typeLayout(std::uint32_t type);
 
-// The functions below throw std::invalid_argument for a description that no stream can have, and encodeFrame also for
-// a picture of another shape or with samples above the bit depth.
+// The functions below throw std::invalid_argument for an invalid description, and encodeFrame also for a picture of the
+// wrong shape or with samples that exceed the bit depth.
 
-// A picture of the right shape for a stream, all samples 0.
+// A picture of the right shape for the stream, all samples 0.
 Picture makePicture(const StreamInfo& info);
 
-// The stream's format extra data: what follows the BITMAPINFOHEADER in "strf".
+// The stream's format extra data: the bytes after the BITMAPINFOHEADER in "strf".
 std::vector<std::uint8_t> encodeExtraData(const StreamInfo& info);
 
-// One compressed frame; `picture` must have the shape makePicture gives. Lossless. Safe on any thread.
+// One compressed frame, lossless; `picture` must have the shape that makePicture returns. Thread-safe.
 std::vector<std::uint8_t> encodeFrame(const StreamInfo& info, const Picture& picture);
 
 }  // namespace standin

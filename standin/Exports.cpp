@@ -1,5 +1,5 @@
-// The exported functions. Each is a C boundary: it counts itself, fails if a test has ordered so, and turns whatever
-// is thrown inside into a result code.
+// The exported functions. Each is a C boundary: it counts itself, fails if a test ordered that, and turns exceptions
+// into result codes.
 #include "codec/QuorvaneApi.h"
 #include "standin/ControlState.h"
 #include "standin/Library.h"
@@ -40,14 +40,14 @@ std::uint32_t counted(StandinFunction function, std::uint32_t code) {
     return code;
 }
 
-// A call that does nothing when it is made to fail.
+// For calls that do nothing when made to fail.
 template <typename Body>
 std::uint32_t call(StandinFunction function, const Body& body) {
     const std::uint32_t ordered = control().enter(function);
     return counted(function, ordered != 0 ? ordered : static_cast<std::uint32_t>(resultOf(body)));
 }
 
-// A call that releases something: it does so even when it is made to fail, or tests would leave leaks behind.
+// For calls that release something: they do so even when made to fail, or tests would leak.
 template <typename Body>
 std::uint32_t releasingCall(StandinFunction function, const Body& body) {
     const std::uint32_t ordered = control().enter(function);
@@ -55,7 +55,7 @@ std::uint32_t releasingCall(StandinFunction function, const Body& body) {
     return counted(function, ordered != 0 ? ordered : code);
 }
 
-// Occupies the handle's instance for the length of `work`.
+// Occupies the handle's instance while `work` runs.
 template <typename Work>
 void onInstance(StandinFunction function, std::uint32_t handle, const Work& work) {
     OccupiedInstance instance(library().find(handle));
@@ -74,7 +74,7 @@ StreamInfo streamAt(const void* compressedFormat, std::uint32_t count) {
     return readExtraData(bytesAt(compressedFormat, count));
 }
 
-// Whether a type number has a capability; unknown numbers have none.
+// True if a type has a capability; unknown types have none.
 bool hasCapability(std::uint32_t parameter, std::uint32_t typeNumber) {
     const DecodeType* type = findDecodeType(typeNumber);
     return type != nullptr && (parameter == kQuorvaneCanFlip || type->bitDepth == 16);

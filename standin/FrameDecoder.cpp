@@ -9,7 +9,7 @@
 namespace standin {
 namespace {
 
-// A deflate stream grows to at most 1032 times its size. What claims more is refused before memory is taken for it.
+// Deflate expands data at most 1032 times. A frame that claims more is refused before memory is allocated.
 constexpr std::size_t kMaxExpansion = 1040;
 
 void inflateExactly(std::span<const std::uint8_t> compressed, std::vector<std::uint8_t>& bytes) {

@@ -1,4 +1,4 @@
-// From one compressed frame to the picture in the stream's own components.
+// Decompresses one frame to a picture in the stream's own components.
 #pragma once
 
 #include "standin/Encoder.h"
@@ -11,10 +11,10 @@ namespace standin {
 
 class FrameDecoder {
 public:
-    // `info` is a checked description (see readExtraData).
+    // `info` must have been checked (see readExtraData).
     explicit FrameDecoder(const StreamInfo& info) : m_info(info) {}
 
-    // The picture, valid until the next call. Throws Refusal, std::bad_alloc; then the next frame starts afresh.
+    // The picture, valid until the next call. Throws Refusal and std::bad_alloc; later frames are not affected.
     const Picture& decode(std::span<const std::uint8_t> frame);
 
 private:

@@ -1,4 +1,4 @@
-// The library's instances: handles, and the rule that calls on one handle never overlap.
+// The library's instances: handles, and the rule that calls on one handle must not overlap.
 #pragma once
 
 #include "standin/Session.h"
@@ -13,10 +13,10 @@ namespace standin {
 
 struct Instance {
     std::atomic<bool> isOccupied{false};   // a call on the handle is running
-    std::unique_ptr<Session> session;      // touched only by the call that occupies the instance
+    std::unique_ptr<Session> session;      // used only by the call that occupies the instance
 };
 
-// The right to work on an instance for the length of one call; keeps it alive for as long.
+// The right to use an instance for the length of one call; keeps it alive.
 class OccupiedInstance {
 public:
     // Throws Refusal if another call occupies the instance.
@@ -34,14 +34,14 @@ private:
     std::shared_ptr<Instance> m_instance;
 };
 
-// All members are safe on any thread.
+// All members are thread-safe.
 class Library {
 public:
     void init();
-    void close();   // throws Refusal when no init is outstanding
+    void close();   // throws Refusal if no init is outstanding
 
     std::uint32_t open();                           // throws Refusal before init
-    void forget(std::uint32_t handle);              // the instance dies with its last occupant
+    void forget(std::uint32_t handle);              // the instance is destroyed after its last call
     std::shared_ptr<Instance> find(std::uint32_t handle);   // throws Refusal
 
     std::uint32_t outstandingInits();
@@ -50,13 +50,13 @@ public:
 private:
     std::mutex m_mutex;
     std::uint32_t m_outstandingInits = 0;
-    std::uint32_t m_lastHandle = 0;   // handles are not used twice, so that a stale one is noticed
+    std::uint32_t m_lastHandle = 0;   // handles are never reused, so stale ones are detected
     std::unordered_map<std::uint32_t, std::shared_ptr<Instance>> m_instances;
 };
 
 Library& library();
 
-// Sessions running on all instances.
+// Number of running sessions of all instances.
 std::uint32_t runningSessions();
 
 }  // namespace standin

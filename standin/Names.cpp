@@ -10,7 +10,7 @@
 namespace standin {
 namespace {
 
-// Numbers 1 to 50 are pixel types; callers list them all, though this library knows a few only.
+// Numbers 1 to 50 are pixel types; callers list them all, although this library supports only a few.
 constexpr const char* kPlainTypeNames[] = {
     "type 1",  "type 2",  "type 3",  "type 4",  "type 5",  "type 6",  "type 7",  "type 8",  "type 9",  "type 10",
     "type 11", "type 12", "type 13", "type 14", "type 15", "type 16", "type 17", "type 18", "type 19", "type 20",

@@ -8,7 +8,7 @@ namespace {
 constexpr std::uint32_t kWord2 = 254;
 constexpr std::uint32_t kWord3 = 1;
 
-// The caller keeps what it finds in word 8 but reads nothing into it; anything but 0 shows whether it was kept.
+// The caller keeps word 8 but does not interpret it; a nonzero value shows whether it was kept.
 constexpr std::uint32_t kWord8 = 0x00010000;
 
 constexpr std::uint32_t kKnownFlags = kQuorvaneFlip | kQuorvaneRange32768;

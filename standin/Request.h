@@ -1,4 +1,4 @@
-// What a caller may ask a stream to be decoded into, and what it is told it gets.
+// Checks decode requests, and describes what they deliver.
 #pragma once
 
 #include "codec/QuorvaneApi.h"
@@ -7,7 +7,7 @@
 
 namespace standin {
 
-// A request found good.
+// A valid request.
 struct Target {
     const DecodeType* type = nullptr;
     bool flip = false;
@@ -16,16 +16,16 @@ struct Target {
     std::uint32_t range = 0;
 };
 
-// Every stream can be decoded into every target; throws Refusal for a request that makes no sense.
+// Every stream can be decoded into every target. Throws Refusal for an invalid request.
 Target checkRequest(const QuorvaneFormat& request);
 
-// The stream as it is, in the terms of a format record.
+// The stream as a format record.
 QuorvaneFormat describeStream(const StreamInfo& info);
 
 // What a session with this target delivers.
 QuorvaneFormat describeDelivery(const StreamInfo& info, const Target& target);
 
-// Whether an output record has been prepared as the contract asks: fixed words set, all else 0.
+// True if an output record is prepared as the contract requires: fixed words set, all else 0.
 bool isPreparedOutput(const QuorvaneFormat& output);
 
 }  // namespace standin

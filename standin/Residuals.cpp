@@ -3,8 +3,8 @@
 namespace standin {
 namespace {
 
-// Differences wrap at the bit depth and are folded 0, -1, 1, -2, 2 ... to 0, 1, 2, 3, 4 ..., so that small ones have
-// a zero high byte whatever their sign.
+// Differences wrap at the bit depth. 0, -1, 1, -2, 2 ... are folded to 0, 1, 2, 3, 4 ..., so that small ones of either
+// sign have a zero high byte.
 constexpr std::uint32_t fold(std::uint32_t difference, std::uint32_t bitDepth) {
     const std::uint32_t mask = (1u << bitDepth) - 1;
     const bool isNegative = (difference >> (bitDepth - 1) & 1) != 0;
@@ -18,7 +18,7 @@ constexpr std::uint32_t unfold(std::uint32_t folded) {
 static_assert(fold(0, 8) == 0 && fold(0xFF, 8) == 1 && fold(1, 8) == 2 && fold(0x80, 8) == 255 && fold(127, 8) == 254);
 static_assert((unfold(255) & 0xFF) == 0x80 && unfold(254) == 127 && (unfold(1) & 0xFF) == 0xFF);
 
-// A row's first sample is predicted by the one above it, the picture's first by mid-scale.
+// The first sample of a row is predicted by the one above it, the first of the picture by mid-scale.
 std::uint32_t rowPredictor(const Plane& plane, std::uint32_t bitDepth, std::size_t rowStart) {
     return rowStart == 0 ? 1u << (bitDepth - 1) : plane.samples[rowStart - plane.width];
 }

@@ -1,4 +1,4 @@
-// A plane as the bytes that are then compressed: each sample's difference from its left neighbour.
+// Converts a plane to the bytes to be compressed: the difference of each sample from its left neighbour.
 #pragma once
 
 #include "standin/Encoder.h"
@@ -10,12 +10,12 @@
 
 namespace standin {
 
-// Bytes of a plane's residuals: one for each sample of up to 8 bits, two for deeper ones.
+// Size in bytes of a plane's residuals: one per sample of up to 8 bits, two for deeper ones.
 std::size_t residualBytes(const Plane& plane, std::uint32_t bitDepth);
 
 std::vector<std::uint8_t> toResiduals(const Plane& plane, std::uint32_t bitDepth);
 
-// The way back, into a plane that has its shape; `residuals` holds exactly residualBytes. Any bytes give samples
+// The inverse; `plane` already has its shape, and `residuals` holds exactly residualBytes. Any bytes decode to samples
 // within the bit depth.
 void fromResiduals(std::span<const std::uint8_t> residuals, std::uint32_t bitDepth, Plane& plane);
 

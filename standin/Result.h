@@ -1,4 +1,5 @@
-// The result codes of the stand-in codec library. All have bit 31 set, so that callers who print them signed show it.
+// The result codes of the stand-in codec library. All have bit 31 set, so they are recognised when printed as signed
+// numbers.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +10,7 @@ namespace standin {
 enum class Result : std::uint32_t {
     kOk = 0,
 
-    // The order of calls and their bare arguments.
+    // Order of calls, and simple arguments.
     kNotInitialised = 0x80004001,
     kUnknownHandle = 0x80004002,
     kOverlappingCall = 0x80004003,
@@ -59,10 +60,10 @@ enum class Result : std::uint32_t {
     kPlaneUnused = 0x80004404,
 };
 
-// The text of a result code; "unknown error" for a number that is none. Never null, lives for ever.
+// The text of a result code, "unknown error" if there is none. Never null, never destroyed.
 const char* resultText(std::uint32_t code);
 
-// Thrown inside the library where a call is refused; never leaves it.
+// Thrown inside the library if a call is refused; never leaves it.
 class Refusal : public std::exception {
 public:
     explicit Refusal(Result result) : m_result(result) {}

@@ -26,7 +26,7 @@ bool isZero(const QuorvanePlane& plane) {
     return plane.address == 0 && plane.rowBytes == 0 && plane.size == 0;
 }
 
-// One row of a plane, each sample repeated for the pixels that share it.
+// Copies one row of a plane, repeating each sample for the pixels that share it.
 void repeatSamples(const Plane& plane, std::uint32_t y, std::uint32_t xSubsampling, std::uint32_t width,
                    std::uint16_t* out) {
     const std::uint16_t* samples = plane.samples.data() + std::size_t{y} * plane.width;
@@ -81,7 +81,7 @@ void Session::writePicture(const Picture& picture, const QuorvanePlane& plane) {
 void Session::fetchRow(const Picture& picture, std::uint32_t y) {
     repeatSamples(picture.planes[0], y, 1, m_info.width, m_row[0].data());
     for (std::size_t i = 1; i < 3; ++i) {
-        if (m_layout.planeCount == 1)   // grey: chroma lies in the middle
+        if (m_layout.planeCount == 1)   // grey: chroma is at mid-scale
             std::fill(m_row[i].begin(), m_row[i].end(), static_cast<std::uint16_t>(1u << (m_layout.bitDepth - 1)));
         else
             repeatSamples(picture.planes[i], y / m_layout.ySubsampling, m_layout.xSubsampling, m_info.width,

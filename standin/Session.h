@@ -16,8 +16,8 @@ class Session {
 public:
     Session(const StreamInfo& info, const Target& target);
 
-    // Decodes a frame into the first of the four planes. Nothing is written unless the whole frame is good; then only
-    // the bytes of the rows' pixels, not those between the rows. Throws Refusal, std::bad_alloc.
+    // Decodes a frame into the first of the four planes. Writes nothing unless the whole frame is valid, and then only
+    // the pixels, not the gaps between rows. Throws Refusal and std::bad_alloc.
     void decode(std::span<const std::uint8_t> frame, const QuorvanePlane* planes);
 
 private:
@@ -30,11 +30,11 @@ private:
     StreamInfo m_info;
     TypeLayout m_layout;
     Target m_target;
-    std::uint32_t m_targetMax;                  // code of full alpha, and of full-range white
+    std::uint32_t m_targetMax;                  // code of full alpha and of full-range white
     ColorTransform m_transform;
     FrameDecoder m_decoder;
-    std::size_t m_rowPixels;                    // the width, rounded up to whole groups
-    std::vector<std::uint16_t> m_row[4];        // the row being written: three colour components and alpha
+    std::size_t m_rowPixels;                    // the width, rounded up to a whole number of groups
+    std::vector<std::uint16_t> m_row[4];        // the row being written: three colours and alpha
 };
 
 }  // namespace standin

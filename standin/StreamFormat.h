@@ -21,10 +21,10 @@ constexpr std::size_t kExtraDataBytes = 28;
 
 std::vector<std::uint8_t> writeExtraData(const StreamInfo& info);
 
-// Every field is checked, so the result is a stream this codec can decode. Throws Refusal.
+// All fields are checked, so this codec can decode the returned stream. Throws Refusal.
 StreamInfo readExtraData(std::span<const std::uint8_t> bytes);
 
-// The first fault of a stream's description, kOk for a good one.
+// Returns the first error of a stream's description, or kOk.
 Result checkStreamInfo(const StreamInfo& info);
 
 // ---- Frame header: magic, total bytes, type and plane count, width and height, compressed bytes of each plane
@@ -34,7 +34,7 @@ constexpr std::size_t frameHeaderBytes(std::size_t planeCount) {
     return 16 + 4 * planeCount;
 }
 
-// The planes of a frame as compressed bytes.
+// The compressed planes of a frame.
 struct FramePlanes {
     std::size_t count = 0;
     std::array<std::span<const std::uint8_t>, kMaxPlanes> bytes;
