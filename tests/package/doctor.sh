@@ -26,7 +26,7 @@ doctor() {
     page=${page//$'\r'/}
 }
 has() { [[ $page == *"$1"* ]] && echo yes || echo "no: $page"; }
-mends() { sed -n '/^To mend$/,$p' <<<"$page" | grep -c '^  [0-9]*\. '; }
+fixes() { sed -n '/^To fix$/,$p' <<<"$page" | grep -c '^  [0-9]*\. '; }
 reg_add() { wine reg add "$@" /f >/dev/null 2>&1 </dev/null; }
 host_says() { reg_add "HKLM\\Software\\Adobe\\Premiere Pro\\$1" /v CommonPluginInstallPath /d "$2"; }
 # aged FROM TO: a copy of a plug-in that states version 0.9.0.0.
@@ -44,12 +44,12 @@ state() {
 # --- no host
 
 doctor
-expect "without a host there is something to mend" 1 "$code"
+expect "without a host there is something to fix" 1 "$code"
 expect "the registry names none" yes "$(has '1. No Premiere Pro is registered on this machine')"
 expect "the usual folder is shown" yes \
     "$(has '  usual folder
     C:\Program Files\Adobe\Common\Plug-ins\7.0\MediaCore   (does not exist)')"
-expect "and is missing too" 2 "$(mends)"
+expect "and is missing too" 2 "$(fixes)"
 
 # --- hosts, and no plug-in
 
@@ -67,19 +67,19 @@ expect "the newest host comes first, its folder in the spelling that exists" yes
     C:\Program Files\old
 ')"
 expect "the plug-in is missing" yes "$(has '1. The plug-in is not where Premiere Pro 22.0 looks.')"
-expect "that is all" 1 "$(mends)"
+expect "that is all" 1 "$(fixes)"
 
 # --- the plug-in without the codec
 
 cp "$bin/ImporterQuorvane.prm" "$common/"
 doctor
-expect "without the codec there is something to mend" 1 "$code"
+expect "without the codec there is something to fix" 1 "$code"
 expect "hosts that share a folder share its copy" 1 "$(grep -c '^    version ' <<<"$page")"
 expect "the plug-in states its version" yes "$(has "    version         $version
     an importer     yes
     can be loaded   no: ")"
 expect "the codec library is not found" yes "$(has '1. The codec library quorvane_common64.dll is not found')"
-expect "nothing else is wrong" 1 "$(mends)"
+expect "nothing else is wrong" 1 "$(fixes)"
 
 # --- a codec library that is none, and one that is
 
@@ -95,7 +95,7 @@ expect "all well" 0 "$code"
 expect "the codec library is Windows' own find" yes \
     "$(has '    can be loaded   yes
     codec library   C:\windows\system32\quorvane_common64.dll')"
-expect "nothing to mend" yes "$(has 'Nothing to mend.')"
+expect "nothing to fix" yes "$(has 'Nothing to fix.')"
 expect "nothing was written" "$before" "$(state)"
 
 # --- older copies, shortcuts
@@ -103,7 +103,7 @@ expect "nothing was written" "$before" "$(state)"
 mkdir -p "$common/sub"
 aged "$bin/ImporterQuorvane.prm" "$common/sub/Old Quorvane.prm"
 doctor
-expect "a second copy is something to mend" 1 "$code"
+expect "a second copy is something to fix" 1 "$code"
 expect "the newer one is to be kept" yes \
     "$(has '1. Premiere Pro 22.0 finds 2 copies of the plug-in and may load an older one. Keep C:\Program Files\Adobe\Common\Plugins\7.0\MediaCore\ImporterQuorvane.prm, delete C:\Program Files\Adobe\Common\Plugins\7.0\MediaCore\sub\Old Quorvane.prm.')"
 mv "$common/sub/Old Quorvane.prm" "$common/ImporterQuorvane.prm"

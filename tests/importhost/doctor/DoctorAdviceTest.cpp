@@ -35,7 +35,7 @@ Facts goodFacts() {
 
 // The system's own separators made plain.
 Texts advice(const Facts& facts) {
-    Texts texts = thingsToMend(facts, kProgram);
+    Texts texts = thingsToFix(facts, kProgram);
     for (std::string& text : texts) {
         std::replace(text.begin(), text.end(), '\\', '/');
     }
@@ -191,7 +191,7 @@ The log
     folder          profile/quorvane/adobe
     newest file     a.log, 17 bytes
 
-To mend
+To fix
   1. One thing.
   2. Another.
 )");

@@ -22,7 +22,7 @@ TEST(Doctor, FindsNothingToMendInThePluginBesideIt) {
     EXPECT_EQ(run.errors, "");
     EXPECT_TRUE(contains(run.output, "    can be loaded   yes\n    codec library   " + beside("quorvane_common64")))
         << run.output;
-    EXPECT_TRUE(contains(run.output, "\nNothing to mend.\n")) << run.output;
+    EXPECT_TRUE(contains(run.output, "\nNothing to fix.\n")) << run.output;
 }
 
 TEST(Doctor, WritesNoLogAndNoFolderForIt) {

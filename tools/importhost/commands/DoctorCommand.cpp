@@ -19,9 +19,9 @@ public:
     void declare(CLI::App& app) override {
         app.footer("\nLooks where Premiere Pro looks: for its plug-in folders, for the plug-in and older copies of it,\n"
                    "for the codec library, and for the log. Prints what it finds, to be pasted into a report, and what\n"
-                   "there is to mend. Changes nothing. With --plugin it examines that plug-in instead of those in the\n"
+                   "there is to fix. Changes nothing. With --plugin it examines that plug-in instead of those in the\n"
                    "folders.\n"
-                   "\nExit codes: 0 all well; 1 there is something to mend; 2 usage.\n");
+                   "\nExit codes: 0 all well; 1 there is something to fix; 2 usage.\n");
         app.add_option("--try", m_tried, "")->group("");        // from the program to itself
     }
 
@@ -35,9 +35,9 @@ public:
         }
         const std::string version(programVersion());
         const doctor::Facts facts = doctor::collectFacts(options.plugin, pluginPathOf({}));
-        const std::vector<std::string> toMend = doctor::thingsToMend(facts, doctor::versionOf(version));
-        std::cout << doctor::pageOf(facts, version, toMend);
-        return toMend.empty() ? kGood : kFailed;
+        const std::vector<std::string> toFix = doctor::thingsToFix(facts, doctor::versionOf(version));
+        std::cout << doctor::pageOf(facts, version, toFix);
+        return toFix.empty() ? kGood : kFailed;
     }
 
 private:

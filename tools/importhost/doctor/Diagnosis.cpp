@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    // The same cause in two copies is one thing to mend.
+    // The same cause in two copies is one thing to fix.
     void add(const std::string& text) {
         if (std::find(m_toMend.begin(), m_toMend.end(), text) == m_toMend.end()) {
             m_toMend.push_back(text);
@@ -168,7 +168,7 @@ private:
 
 }  // namespace
 
-std::vector<std::string> thingsToMend(const Facts& facts, const FileVersion& programVersion) {
+std::vector<std::string> thingsToFix(const Facts& facts, const FileVersion& programVersion) {
     return Diagnosis(facts).run(programVersion);
 }
 

@@ -72,22 +72,22 @@ std::string logText(const LogState& log) {
                                                      : "none");
 }
 
-std::string mendText(const std::vector<std::string>& toMend) {
-    if (toMend.empty()) {
-        return "\nNothing to mend.\n";
+std::string mendText(const std::vector<std::string>& toFix) {
+    if (toFix.empty()) {
+        return "\nNothing to fix.\n";
     }
-    std::string text = "\nTo mend\n";
-    for (std::size_t i = 0; i < toMend.size(); ++i) {
-        text.append("  ").append(std::to_string(i + 1)).append(". ").append(toMend[i]).append("\n");
+    std::string text = "\nTo fix\n";
+    for (std::size_t i = 0; i < toFix.size(); ++i) {
+        text.append("  ").append(std::to_string(i + 1)).append(". ").append(toFix[i]).append("\n");
     }
     return text;
 }
 
 }  // namespace
 
-std::string pageOf(const Facts& facts, const std::string& programVersion, const std::vector<std::string>& toMend) {
+std::string pageOf(const Facts& facts, const std::string& programVersion, const std::vector<std::string>& toFix) {
     return "importhost " + programVersion + " doctor\n" + facts.system + "\n" + foldersText(facts) + copiesText(facts) +
-           logText(facts.log) + mendText(toMend);
+           logText(facts.log) + mendText(toFix);
 }
 
 }  // namespace importhost::doctor
