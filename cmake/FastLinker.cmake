@@ -1,8 +1,8 @@
-# Links programs with lld, which takes a second where GNU ld takes half a minute for tests under MinGW-w64. For the
-# folder that includes this and those below it; not for what users get.
+# Links programs with lld: a second instead of half a minute with GNU ld for tests under MinGW-w64. Applies to the
+# including folder and those below it; not for what users get.
 if(WIN32 AND CMAKE_HOST_UNIX)
-    # GCC for MinGW-w64 knows no other linker than its own, so clang calls lld. clang does not recognise "12-posix" as
-    # a version of GCC: links make a root that it understands.
+    # GCC for MinGW-w64 supports only its own linker, so clang calls lld. clang does not recognise "12-posix" as a GCC
+    # version, so symbolic links provide a root that it understands.
     find_program(QUORVANE_CLANG clang++ REQUIRED)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-libgcc-file-name
         OUTPUT_VARIABLE libgcc OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

@@ -1,4 +1,4 @@
-# Libraries for the tools and tests, all from Debian packages; on a Windows machine libpng and zlib are the compiler's.
+# Libraries for the tools and tests, all from Debian packages; on Windows libpng and zlib come with the compiler.
 # The plug-in itself uses none of them.
 #   third_party_headers   CLI11, nlohmann-json and stb, header only
 #   PNG::PNG, ZLIB::ZLIB  libpng and zlib
@@ -13,7 +13,7 @@ foreach(folder IN ITEMS CLI nlohmann stb)
 endforeach()
 set(third_party_include ${QUORVANE_HEADER_FOLDER})
 if(NOT CMAKE_HOST_WIN32)
-    # Found through links of their own: a cross build must not see /usr/include.
+    # Found through symbolic links: a cross build must not see /usr/include.
     set(third_party_include ${CMAKE_BINARY_DIR}/third_party)
     file(MAKE_DIRECTORY ${third_party_include})
     foreach(folder IN ITEMS CLI nlohmann stb)
@@ -25,7 +25,7 @@ target_include_directories(third_party_headers SYSTEM INTERFACE ${third_party_in
 
 set(ZLIB_USE_STATIC_LIBS ${WIN32})
 if(MINGW AND CMAKE_HOST_WIN32)
-    set(CMAKE_FIND_LIBRARY_SUFFIXES .a)     # programs that need no DLL beside Windows' own, there too
+    set(CMAKE_FIND_LIBRARY_SUFFIXES .a)     # no DLLs other than Windows' own here either
 endif()
 find_package(ZLIB REQUIRED)
 

@@ -1,4 +1,4 @@
-# 64-bit Windows with Debian's MinGW-w64 in its POSIX threads flavour: std::mutex and std::async need it.
+# 64-bit Windows with Debian's MinGW-w64 in its POSIX threads variant, which std::mutex and std::async need.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)

@@ -1,5 +1,5 @@
-# Stages the files for users and makes of them the archive, the installer and their checksums. The same commit gives
-# the same bytes: every time in them is the commit's own.
+# Stages the files for users and builds the archive, the installer and their checksums. The same commit always produces
+# the same bytes: all times in them are the commit's.
 #   cmake -D NAME= -D VERSION= -D PLUGIN= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT= -P Package.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -13,7 +13,7 @@ file(MAKE_DIRECTORY ${stage})
 execute_process(COMMAND git log -1 --format=%ct WORKING_DIRECTORY ${SCRIPTS}
     OUTPUT_VARIABLE seconds OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
 if(NOT seconds)
-    set(seconds 1767225600)     # sources without their history: the beginning of 2026
+    set(seconds 1767225600)     # sources without history: the start of 2026
 endif()
 set(ENV{SOURCE_DATE_EPOCH} ${seconds})
 set(ENV{TZ} UTC)
@@ -29,7 +29,7 @@ endforeach()
 
 # --- The files --------------------------------------------------------------------------------------------------
 
-# What is linked into importhost.exe, and the plug-in's compiler runtime; their licenses want to be named.
+# Licenses of what is linked into importhost.exe, and of the plug-in's compiler runtime.
 set(licenses "")
 foreach(package IN ITEMS libcli11-dev nlohmann-json3-dev libstb-dev libz-mingw-w64-dev mingw-w64-x86-64-dev
                          gcc-mingw-w64-base)
@@ -52,7 +52,7 @@ file(GLOB files ${stage}/*)
 execute_process(COMMAND touch -d @${seconds} ${files} COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB names RELATIVE ${OUTPUT} ${stage}/*)
 list(SORT names)
-# Without the times of access and owners, which differ each time.
+# Without access times and owners, which differ each time.
 execute_process(COMMAND zip -q -9 -X ${archive}.zip ${names} WORKING_DIRECTORY ${OUTPUT} COMMAND_ERROR_IS_FATAL ANY)
 
 # --- The installer ----------------------------------------------------------------------------------------------

@@ -1,9 +1,9 @@
-; The installer: the plug-in into the host's common plug-in folder, and what belongs to its support beside Windows'
-; programs. Built by Package.cmake, which defines VERSION, STAGE (the folder of the staged files) and OUTPUT.
+; The installer: puts the plug-in into the host's common plug-in folder, and the support files into Windows' program
+; folder. Built by Package.cmake, which defines VERSION, STAGE (the folder of the staged files) and OUTPUT.
 ;
 ; Silent: setup.exe /S [/PLUGINS="FOLDER"], uninstall.exe /S. Exit codes:
-;   0  done                     3  the plug-in is in use: the host or one of its relatives runs
-;   1  cancelled by the user    4  the plug-in folder cannot be made
+;   0  done                     3  the plug-in is in use: the host or a related program runs
+;   1  cancelled by the user    4  the plug-in folder cannot be created
 ;   2  a file could not be written
 
 Unicode true
@@ -46,8 +46,8 @@ VIAddVersionKey LegalCopyright ""
 !define MUI_DIRECTORYPAGE_TEXT_TOP "The plug-in goes into the folder from which Premiere Pro, Media Encoder and \
 After Effects load plug-ins. Change it only if you know that yours is another."
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Common plug-in folder"
-!define MUI_FINISHPAGE_TEXT "Start Premiere Pro and import an AVI file.$\r$\n$\r$\nIf Premiere Pro does not take it, \
-hold Shift while Premiere Pro starts: it then looks at all plug-ins again."
+!define MUI_FINISHPAGE_TEXT "Start Premiere Pro and import an AVI file.$\r$\n$\r$\nIf Premiere Pro does not accept it, \
+hold Shift while Premiere Pro starts: it then tries all plug-ins again."
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -57,7 +57,7 @@ hold Shift while Premiere Pro starts: it then looks at all plug-ins again."
 
 ; --- Where the host looks for plug-ins --------------------------------------------------------------------------
 
-; In $0 a folder; out $0 the same, or the other spelling of it when only that exists, or empty when neither does.
+; In: $0 a folder. Out: $0 the same, or its other spelling if only that exists, or empty if neither does.
 Function ExistingSpelling
     ${If} ${FileExists} "$0\*.*"
         Return
@@ -76,7 +76,7 @@ Function ExistingSpelling
     ${EndIf}
 FunctionEnd
 
-; Out $0: the folder of the newest host whose folder exists; empty when there is none.
+; Out: $0 the folder of the newest host whose folder exists; empty if there is none.
 Function FolderOfNewestHost
     Push $R0    ; number of the subkey
     Push $R1    ; its name, which is the host's version
@@ -111,7 +111,7 @@ Function FolderOfNewestHost
     Pop $R0
 FunctionEnd
 
-; Out $0: where a host that says nothing looks.
+; Out: $0 the folder of a host that registers none.
 Function UsualFolder
     StrCpy $0 "$PROGRAMFILES64\Adobe\Common\Plug-ins\7.0\MediaCore"
     Call ExistingSpelling
@@ -120,8 +120,8 @@ Function UsualFolder
     ${EndIf}
 FunctionEnd
 
-; The folder that the command line names, or an earlier installation's, or the newest host's. (The usual /D= is
-; forgotten without a word when its folder cannot be made.)
+; The folder from the command line, else an earlier installation's, else the newest host's. (The usual /D= is ignored
+; silently if its folder cannot be created.)
 Function .onInit
     SetRegView 64
     SetShellVarContext all
@@ -143,7 +143,7 @@ FunctionEnd
 
 ; --- Questions before anything is changed -----------------------------------------------------------------------
 
-; A loaded plug-in cannot be opened for writing. Leaves the program when it stays in use; $0 is its path.
+; A loaded plug-in cannot be opened for writing. Ends the program if it stays in use; $0 is its path.
 !macro EXPECT_FREE UN
 Function ${UN}ExpectFree
     ${DoWhile} ${FileExists} "$0"
@@ -165,7 +165,7 @@ FunctionEnd
 !insertmacro EXPECT_FREE ""
 !insertmacro EXPECT_FREE "un."
 
-; The plug-in cannot be loaded without the codec library, which comes with the codec and not from here.
+; The plug-in cannot be loaded without the codec library, which comes with the codec, not with this installer.
 Function LookForCodec
     SearchPath $0 "${CODEC}"
     ${If} $0 == ""
@@ -181,9 +181,9 @@ Premiere Pro cannot load the importer without it: install the Quorvane codec, th
     ${EndIf}
 FunctionEnd
 
-; --- Folders that the installation makes ------------------------------------------------------------------------
+; --- Folders that the installation creates ----------------------------------------------------------------------
 
-; Out $3: the uppermost folder on the way to the plug-in folder that is not there yet; empty when all are.
+; Out: $3 the topmost folder on the path to the plug-in folder that does not exist yet; empty if all exist.
 Function UppermostToMake
     StrCpy $3 ""
     StrCpy $0 "$INSTDIR"
@@ -196,7 +196,7 @@ Function UppermostToMake
     ${Loop}
 FunctionEnd
 
-; Removes what an installation made on the way to $2, its plug-in folder, and what is empty now.
+; Removes the folders that an installation created on the path to $2, its plug-in folder, if they are empty now.
 !macro REMOVE_MADE_FOLDERS UN
 Function ${UN}RemoveMadeFolders
     ReadRegStr $1 HKLM "${APPS_KEY}" "MadeFolder"
@@ -218,7 +218,7 @@ FunctionEnd
 
 ; --- Installation -----------------------------------------------------------------------------------------------
 
-; $2: the earlier version's folder when it is another one; it would be loaded beside this version. Else empty.
+; $2: the earlier version's folder if it is a different one, where it would be loaded in addition; otherwise empty.
 Function ExpectEarlierFree
     ReadRegStr $2 HKLM "${APPS_KEY}" "PluginFolder"
     ${If} $2 == $INSTDIR
@@ -240,8 +240,8 @@ Section "Install"
     ClearErrors
     CreateDirectory "$INSTDIR"
     ${If} ${Errors}
-        DetailPrint "The folder cannot be made: $INSTDIR"
-        MessageBox MB_OK|MB_ICONSTOP "The folder cannot be made:$\r$\n$INSTDIR" /SD IDOK
+        DetailPrint "The folder cannot be created: $INSTDIR"
+        MessageBox MB_OK|MB_ICONSTOP "The folder cannot be created:$\r$\n$INSTDIR" /SD IDOK
         SetErrorLevel ${EXIT_NO_FOLDER}
         Quit
     ${EndIf}
@@ -283,7 +283,7 @@ Function un.onInit
     SetShellVarContext all
 FunctionEnd
 
-; The switch and the logs are this user's; other users of the machine keep theirs.
+; The switch and the logs of this user are removed; other users of the machine keep theirs.
 Function un.RemoveLogs
     DeleteRegValue HKCU "${LOG_KEY}" "EnableAdobeLog"
     DeleteRegKey /ifempty HKCU "${LOG_KEY}"

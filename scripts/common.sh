@@ -1,7 +1,7 @@
-# What the scripts share. Sourced from the project's root, with `script_name` set.
+# Shared by the scripts. Sourced in the project's root, with `script_name` set.
 set -euo pipefail
 
-# Names in every script must reach Wine, and messages come out the same everywhere.
+# Wine needs file names in any script, and messages must be the same everywhere.
 export LC_ALL=C.UTF-8
 
 log_dir=build/logs
@@ -21,11 +21,11 @@ if command -v ccache >/dev/null; then
     export CCACHE_SLOPPINESS=pch_defines,time_macros
 fi
 
-# fixed_addresses SCRIPT ARGUMENT...: starts SCRIPT, named from the project's root, again with memory at fixed
+# fixed_addresses SCRIPT ARGUMENT...: restarts SCRIPT, a path relative to the project's root, with memory at fixed
 # addresses. At random ones, about one start of Wine in 5,500 ends with exit code 1 before the program runs: Wine's
-# loader is linked to 0x7d000000, the heap begins at a random place after it, and now and then covers 0x7ffe0000, where
-# Wine needs a page. Programs with sanitizers of this compiler fail at random too where the kernel uses more than 28
-# random bits.
+# loader is linked to 0x7d000000, the heap begins at a random address after it, and sometimes covers 0x7ffe0000, where
+# Wine needs a page. Programs with this compiler's sanitizers also fail at random if the kernel uses more than 28 random
+# bits.
 fixed_addresses() {
     [ -z "${FIXED_ADDRESSES:-}" ] || return 0
     export FIXED_ADDRESSES=1
@@ -41,7 +41,7 @@ fixed_addresses() {
             "(sysctl -w vm.mmap_rnd_bits=28)"
 }
 
-# Copies a build's output to the file LOG, and says every 20 seconds how far it is.
+# Copies a build's output to the file LOG, and prints its progress every 20 seconds.
 show_progress() {
     gawk -v name="$script_name" -v log_file="$1" '
         { print >log_file }
@@ -52,8 +52,8 @@ show_progress() {
         }'
 }
 
-# build_preset PRESET [TARGET...]: configures (once, and when presets have changed) and builds; the build tool itself
-# skips what is up to date.
+# build_preset PRESET [TARGET...]: configures (once, and after presets have changed) and builds; the build tool skips
+# what is up to date.
 build_preset() {
     local preset=$1 log=$log_dir/build-$1.log
     shift
@@ -65,18 +65,18 @@ build_preset() {
     }
 }
 
-# Wine has a home of its own beside the build, and says nothing but why it could not start a program.
+# Wine gets its own home in the build folder, and prints only why it could not start a program.
 export WINEDEBUG=-all,err+virtual WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64
 
-# Makes that home, once. Takes ten seconds, most of them waiting: a build can run meanwhile.
+# Creates that home, once. Takes ten seconds, mostly waiting: a build can run meanwhile.
 prepare_wine() {
     [ ! -f "$WINEPREFIX/.ready" ] || return 0
     mkdir -p "$WINEPREFIX"
     wine wineboot --init >"$log_dir/wine.log" 2>&1 </dev/null && touch "$WINEPREFIX/.ready"
 }
 
-# Makes the home if needed, and keeps Wine's server.
+# Creates the home if needed, and keeps Wine's server running.
 use_wine() {
     prepare_wine || fail "Wine could not be started; see $log_dir/wine.log"
     keep_wine_ready
@@ -97,8 +97,8 @@ use_wine_twice() {
     WINEPREFIX=$second keep_wine_ready
 }
 
-# Keeps Wine's server. Wine's services start with its first program and keep that program's output open: a test must
-# not be the first.
+# Keeps Wine's server running. Wine's services start with its first program and keep that program's output open, so a
+# test must not be the first.
 keep_wine_ready() {
     wineserver -p >/dev/null 2>&1 || true
     wine cmd /c exit >>"$log_dir/wine.log" 2>&1 </dev/null || fail "Wine could not be started; see $log_dir/wine.log"

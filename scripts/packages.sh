@@ -1,4 +1,4 @@
-# The Debian packages that building, running and testing need, and how to get them. Sourced by demo and check.
+# The Debian packages needed to build, run and test, and how to install them. Sourced by demo and check.
 
 build_packages=(
     cmake ninja-build make g++ pkg-config
@@ -19,7 +19,7 @@ count_packages=(valgrind)
 # For packaging/run.
 package_packages=(nsis zip)
 
-# For bench/run: the frame for measurements, the readers to compare with, and what draws the plots.
+# For bench/run: the benchmark library, the readers to compare with, and the plotting library.
 bench_packages=(
     libbenchmark-dev valgrind python3-matplotlib
     libavformat-dev libavcodec-dev libavutil-dev
@@ -32,10 +32,10 @@ check_packages=(
     "${package_packages[@]}" "${count_packages[@]}" "${bench_packages[@]}"
 )
 
-# For fuzz/run: the fuzzing engine of clang, what makes traces readable, and the writers of some seeds.
+# For fuzz/run: clang's fuzzing engine, its symbolizer, and the programs that write some seeds.
 fuzz_packages=(libclang-rt-14-dev llvm "${muxer_packages[@]}")
 
-# The source of libpng, as Debian has it: Debian packages no build of it for Windows.
+# Debian's source of libpng: Debian has no package of it for Windows.
 source_packages=(libpng1.6)
 
 as_root() {
@@ -56,7 +56,7 @@ install_packages() {
     [ "$(id -u)" = 0 ] || command -v sudo >/dev/null || fail "packages are missing: run this as root, or install sudo"
     say "installing Debian packages (progress in $log_dir/apt.log): $(echo $missing)"
     as_root apt-get update >"$log_dir/apt.log" 2>&1 || true
-    # shellcheck disable=SC2086 # one word a package
+    # shellcheck disable=SC2086 # one word per package
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing \
         >>"$log_dir/apt.log" 2>&1 ||
         fail "apt-get could not install the packages; see $log_dir/apt.log"
@@ -68,7 +68,7 @@ fetch_source_package() {
     [ -e "$target/.unpacked" ] && return 0
     say "fetching the source package $name"
     rm -rf "$target" "$lists" && mkdir -p "$target" "$lists/sources.d" "$lists/lists/partial" "$lists/download"
-    # The machine's own package sources, asked for source packages instead of binary ones.
+    # The machine's own package sources, with source packages instead of binary ones.
     for entry in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
         [ -f "$entry" ] || continue
         sed -n '/^deb .*debian/s/^deb /deb-src /p' "$entry" >"$lists/sources.d/$(basename "$entry" .list).list"
@@ -82,7 +82,7 @@ fetch_source_package() {
     local log=$log_dir/source-packages.log
     local options=(-o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$lists/sources.d"
         -o Dir::State::lists="$lists/lists")
-    # An update that fails for some other source is no failure: the download decides.
+    # If the update of some other source fails, the download may still succeed.
     apt-get "${options[@]}" update >"$log" 2>&1 || true
     (cd "$lists/download" && apt-get "${options[@]}" source --download-only --tar-only "$name") >>"$log" 2>&1 &&
         tar -xf "$lists"/download/"$name"*.orig.tar.* -C "$target" --strip-components=1 &&
