@@ -1,5 +1,5 @@
-// abidump [FILE]: prints what the headers that it was compiled with fix of the host's interface, or compares that with
-// the text of an earlier run. Exit codes: 0 printed, or no difference; 1 a difference; 2 usage.
+// abidump [FILE]: prints the host's interface according to the headers it was compiled with, or compares it with the
+// text of an earlier run. Exit codes: 0 printed, or no difference; 1 a difference; 2 usage.
 #include "abidump/Dump.h"
 
 #include <fstream>

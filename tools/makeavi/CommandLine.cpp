@@ -15,10 +15,10 @@ namespace {
 
 constexpr const char* kDescription =
     "Writes sample AVI files for the Quorvane importer: a moving test picture, compressed by the stand-in codec, and\n"
-    "test sound. The same options give the same bytes on every system.";
+    "test sound. The same options produce the same bytes on every system.";
 
 std::string footer() {
-    std::string text = "\nTypes (code, number, words):\n";
+    std::string text = "\nTypes (code, number, name):\n";
     for (const aviwriter::TypeName& name : aviwriter::typeNames()) {
         text += "  " + std::string(name.code) + "  " + std::to_string(name.type) + "  " + std::string(name.words) +
                 "\n";
@@ -26,22 +26,22 @@ std::string footer() {
     return text +
            "\nSound:\n"
            "  --audio FORMAT:CHANNELS:RATE\n"
-           "  FORMAT is pcm8, pcm16, pcm24, pcm32 or float32. Behind the rate may stand\n"
-           "  :mask=M      a channel mask, which asks for the 40-byte sound header\n"
-           "  :chunk=N     N sample frames in each chunk; otherwise one chunk per video frame\n"
-           "  :header=N    size of the sound header, 16, 18 or 40 bytes; otherwise 18\n"
-           "\nSizes are bytes, or with KB, MB or GB behind them units of 1024, 1024^2 or 1024^3. A hole takes no room on\n"
-           "disk where the file system knows sparse files.\n"
+           "  FORMAT is pcm8, pcm16, pcm24, pcm32 or float32. After the rate may follow\n"
+           "  :mask=M      a channel mask, which requires the 40-byte sound header\n"
+           "  :chunk=N     N sample frames per chunk (default: one chunk per video frame)\n"
+           "  :header=N    size of the sound header: 16, 18 or 40 bytes (default: 18)\n"
+           "\nSizes are in bytes, or with the suffix KB, MB or GB in units of 1024, 1024^2 or 1024^3 bytes. A hole\n"
+           "takes no disk space if the file system supports sparse files.\n"
            "\nExamples:\n"
            "  makeavi -o plain.avi\n"
            "  makeavi --type AR4Q --size 1920x1080 --frames 10 -o deep.avi\n"
            "  makeavi --rate 30000/1001 --audio pcm16:2:48000 --audio float32:6:48000:mask=0x3f -o sound.avi\n"
            "  makeavi --index opendml --segment-bytes 1MB --drop 3,5-8 -o segments.avi\n"
            "  makeavi --hole 5GB -o beyond-4-gib.avi\n"
-           "\nExit codes: 0 good, 1 the file could not be written, 2 the command line makes no sense.\n";
+           "\nExit codes: 0 success, 1 the file could not be written, 2 invalid command line.\n";
 }
 
-// An option whose text goes through one of the value parsers, whose complaint becomes the command line's.
+// Adds an option whose text is passed to `take`, a value parser; its exception becomes a command-line error.
 void addValue(CLI::App& app, const std::string& name, const std::string& typeName, const std::string& description,
               const std::function<void(const std::string&)>& take) {
     app.add_option_function<std::string>(name, [name, take](const std::string& text) {
@@ -70,7 +70,7 @@ void addPictureOptions(CLI::App& app, aviwriter::SampleOptions& options) {
     addValue(app, "--drop", "LIST", "frames to write empty, from 0: 3,5-8",
              [&options](const std::string& text) { options.dropped = parseFrames(text); });
     app.add_flag_callback("--no-video", [&options] { options.hasVideo = false; },
-                          "write the sound alone, as long as the video would be");
+                          "write only sound, as long as the video would be");
 }
 
 void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
@@ -84,13 +84,13 @@ void addFileOptions(CLI::App& app, aviwriter::SampleOptions& options) {
         ->type_name("SOUND")->expected(1)->take_all();
     addValue(app, "--index", "idx1|opendml|both", "kinds of index (both)",
              [&options](const std::string& text) { options.layout.index = parseIndex(text); });
-    addValue(app, "--segment-bytes", "SIZE", "largest segment, as in 100000 or 1MB (1GB); idx1 alone has one segment",
+    addValue(app, "--segment-bytes", "SIZE", "largest segment, such as 100000 or 1MB (1GB); ignored with --index idx1",
              [&options](const std::string& text) { options.layout.segmentBytes = parseBytes(text); });
-    addValue(app, "--hole", "SIZE", "empty space to skip before the second half of the frames, as in 5GB",
+    addValue(app, "--hole", "SIZE", "empty space before the second half of the frames, such as 5GB",
              [&options](const std::string& text) { options.hole = parseBytes(text); });
     app.add_option("--fourcc", options.handler, "the codec's four-character code in the headers (QVAN)")
         ->type_name("CODE")
-        ->check([](const std::string& text) { return text.size() == 4 ? "" : "'" + text + "' has not 4 characters"; });
+        ->check([](const std::string& text) { return text.size() == 4 ? "" : "'" + text + "' is not 4 characters"; });
 }
 
 }  // namespace

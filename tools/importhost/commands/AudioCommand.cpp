@@ -28,10 +28,10 @@ public:
             ->type_name("K")
             ->check(CLI::Range(0, 255).description(""))
             ->capture_default_str();
-        app.add_option("--range", m_range, "Sample frames A to B, counted from 0; 'A-' goes to the end")
+        app.add_option("--range", m_range, "Sample frames A to B, counted from 0; 'A-' means to the end")
             ->type_name("A-B")
             ->check(CLI::Validator(checkRange, ""));
-        app.add_option("--block", m_block, "Sample frames that are asked for at once")
+        app.add_option("--block", m_block, "Sample frames per request")
             ->type_name("N")
             ->check(CLI::Range(1, 1 << 20).description(""))
             ->capture_default_str();
@@ -60,14 +60,14 @@ public:
 
 private:
     static std::string checkRange(const std::string& text) {
-        return rangeOf(text) ? "" : "'" + text + "' is no range of sample frames such as 0-47999, 48000- or 10";
+        return rangeOf(text) ? "" : "'" + text + "' is not a range of sample frames such as 0-47999, 48000- or 10";
     }
 
     Range chooseRange(const SoundClip& clip) const {
         Range range = rangeOf(m_range).value_or(Range{});
         const std::int64_t end = clip.sampleFrames();
         range.last = range.last < 0 ? end - 1 : range.last;
-        const bool isEmptySound = m_range.empty() && end <= 0;      // makes an empty file
+        const bool isEmptySound = m_range.empty() && end <= 0;      // creates an empty file
         if (!isEmptySound && (range.first >= end || range.last >= end)) {
             throw UsageError("The sound has " + std::to_string(end) + " sample frames, counted from 0.");
         }

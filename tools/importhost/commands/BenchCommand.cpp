@@ -1,4 +1,4 @@
-// importhost bench: how fast the plug-in serves a user's own files.
+// importhost bench: how fast the plug-in reads a user's files.
 #include "importhost/bench/Measurement.h"
 #include "importhost/commands/Command.h"
 #include "importhost/console/OutputTarget.h"
@@ -23,23 +23,23 @@ class BenchCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_files, "The clips")->required()->type_name("");
-        app.add_option("--frames", m_options.frames, "Frames to measure in each row, at most; longer clips are sampled")
+        app.add_option("--frames", m_options.frames, "Maximum frames per row; longer clips are sampled")
             ->type_name("N")
             ->check(CLI::Range(std::int64_t{1}, std::int64_t{100000}).description(""))
             ->capture_default_str();
-        app.add_option("--busy", m_options.busyMilliseconds, "Milliseconds that the host works on each frame while "
-                                                             "others are made ahead")
+        app.add_option("--busy", m_options.busyMilliseconds, "Milliseconds that the host works on each frame, with "
+                                                             "others announced")
             ->type_name("MS")
             ->check(CLI::Range(0, 1000).description(""))
             ->capture_default_str();
-        app.add_option("--seed", m_seed, "Where random frames start; drawn and told when left out")
+        app.add_option("--seed", m_seed, "Random seed (default: chosen and printed)")
             ->type_name("N")
             ->check(CLI::NonNegativeNumber.description(""));
-        app.add_option("--json", m_json, "Write the numbers for programs to this JSON file")->type_name("JSON");
-        app.footer("\nOpens each clip and measures how long the editor would wait: for the clip, its first frame,\n"
-                   "frames in and against their order and at random, frames announced ahead, and sound; how often\n"
-                   "and how much the plug-in reads from files, and what memory the clip keeps. Times tell about\n"
-                   "this machine, this disk and this moment. The plug-in's log is off meanwhile, but for --log.\n");
+        app.add_option("--json", m_json, "Also write the numbers to this JSON file")->type_name("JSON");
+        app.footer("\nOpens each clip and measures how long the editor would wait for the clip, its first frame,\n"
+                   "frames forward, backward and at random, asynchronous frames, and sound; how often and how\n"
+                   "much the plug-in reads from files, and how much memory the clip keeps. Times depend on this\n"
+                   "machine, its disk and its load. The plug-in's log is off meanwhile, unless --log is given.\n");
     }
 
     ExitCode runWith(Editor& editor) override {
@@ -66,7 +66,7 @@ protected:
         hostkit::catchInterrupts();
         m_withLog = options.log;
         if (!m_withLog) {
-            m_noLog.emplace(false);         // a user whose log is on would measure the log
+            m_noLog.emplace(false);         // otherwise a log that is on would be measured too
         }
     }
 
@@ -79,7 +79,7 @@ private:
         return text.append(m_withLog ? "on" : "off").append("\n");
     }
 
-    // Made after the plug-in's end: its problems belong in it.
+    // Created after the plug-in has ended, because it includes the problems found then.
     std::string jsonText(const std::vector<FileMeasurement>& files, Editor& editor) const {
         nlohmann::ordered_json json = {{"program", std::string("importhost ").append(programVersion())},
                                        {"plugin", hostkit::toUtf8(editor.pluginPath())},

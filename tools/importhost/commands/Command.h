@@ -1,4 +1,4 @@
-// A subcommand of the program. A new one is a file of its own and a row in CommandLine.cpp.
+// A subcommand of the program. To add one, add a file and a row in CommandLine.cpp.
 #pragma once
 
 #include "importhost/clips/Editor.h"
@@ -22,21 +22,21 @@ public:
     // Adds the command's arguments; called once, before run.
     virtual void declare(CLI::App& app) = 0;
 
-    // Does the work. What it throws is told as a failure.
+    // Does the work. Exceptions are reported as failures.
     virtual ExitCode run(const EditorOptions& options) = 0;
 };
 
 // A command that works with one started plug-in, in this process.
 class EditorCommand : public Command {
 public:
-    // Loads and starts the plug-in, does the work, and tells what was left uneven and where the log is.
+    // Loads and starts the plug-in, does the work, and reports what was not released and where the log is.
     ExitCode run(const EditorOptions& options) final;
 
 protected:
-    // Before the plug-in is loaded: what the command needs to be otherwise.
+    // Called before the plug-in is loaded: changes the options as the command requires.
     virtual void prepare(EditorOptions&) {}
 
-    // Must leave no clip open.
+    // Must close all clips.
     virtual ExitCode runWith(Editor& editor) = 0;
 };
 
@@ -49,7 +49,7 @@ std::unique_ptr<Command> makeValidateCommand();
 std::unique_ptr<Command> makeReplayCommand();
 std::unique_ptr<Command> makeDoctorCommand();
 
-// The whole program, apart from the system's part of main. Writes to standard output and standard error.
+// The whole program, except the system-specific part of main. Writes to standard output and standard error.
 int runCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace importhost

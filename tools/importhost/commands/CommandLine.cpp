@@ -19,19 +19,19 @@ struct CommandRow {
 };
 
 constexpr CommandRow kCommands[] = {
-    {"info", "Tell what the plug-in says about files", makeInfoCommand},
+    {"info", "Show what the plug-in says about files", makeInfoCommand},
     {"frames", "Write frames as pictures, raw bytes or checksums", makeFramesCommand},
-    {"sheet", "Make a contact sheet of a file's frames", makeSheetCommand},
+    {"sheet", "Write a contact sheet of a file's frames", makeSheetCommand},
     {"audio", "Write a stream's sound as a WAV file", makeAudioCommand},
-    {"bench", "Measure how fast the plug-in serves files", makeBenchCommand},
+    {"bench", "Measure how fast the plug-in reads files", makeBenchCommand},
     {"validate", "Check the plug-in against everything that a host may do", makeValidateCommand},
-    {"replay", "Make the calls of a user's log again and compare", makeReplayCommand},
-    {"doctor", "Tell why the host does not see the plug-in", makeDoctorCommand},
+    {"replay", "Repeat the calls of a user's log and compare", makeReplayCommand},
+    {"doctor", "Find out why the host does not see the plug-in", makeDoctorCommand},
 };
 
 constexpr char kPurpose[] =
-    "importhost plays the host of an Adobe Premiere Pro importer: it loads the plug-in, opens\n"
-    "clips through it and shows what comes back, without the editor.\n";
+    "importhost is a command-line host for an Adobe Premiere Pro importer: it loads the plug-in,\n"
+    "opens clips and shows the results, without the editor.\n";
 
 constexpr char kFooter[] =
     "\nFirst steps:\n"
@@ -43,16 +43,16 @@ constexpr char kFooter[] =
     "  importhost audio clip.avi -o sound.wav           hear it\n"
     "  importhost info clip.avi --log                   with the plug-in's own log\n"
     "  importhost bench clip.avi                        how fast is it?\n"
-    "  importhost validate                              is the plug-in right?\n"
-    "  importhost replay user.log clip.avi              what a user's log tells, once more\n"
+    "  importhost validate                              is the plug-in correct?\n"
+    "  importhost replay user.log clip.avi              repeat the calls of a user's log\n"
     "  importhost doctor                                why does the host not see the plug-in?\n"
     "\n'importhost COMMAND --help' explains a command.\n"
-    "\nExit codes: 0 good; 1 the plug-in or a file failed, or the plug-in left something uneven\n"
-    "(suites, frames, memory or asynchronous importers not given back, writes where they do not\n"
-    "belong); 2 usage; 3 the plug-in cannot be loaded.\n";
+    "\nExit codes: 0 success; 1 the plug-in or a file failed, or the plug-in did not release something\n"
+    "(suites, frames, memory, asynchronous importers) or wrote out of bounds; 2 usage; 3 the plug-in\n"
+    "cannot be loaded.\n";
 
 std::string profileHelp() {
-    std::string help = "The host to play, one of:";
+    std::string help = "The host to simulate, one of:";
     for (const hostkit::HostProfile& profile : hostkit::hostProfiles()) {
         help.append("\n  ").append(profile.name).append(": ").append(profile.description);
     }
@@ -76,13 +76,13 @@ struct CommonArguments {
 };
 
 void declareCommon(CLI::App& app, CommonArguments& common) {
-    app.add_option("--plugin", common.plugin, "The plug-in; without it " + hostkit::PluginLibrary::usualFileName() +
-                                                  " beside this program")
+    app.add_option("--plugin", common.plugin, "The plug-in (default: " + hostkit::PluginLibrary::usualFileName() +
+                                                  " in the program's folder)")
         ->type_name("PATH");
     app.add_option("--profile", common.profile, profileHelp())
         ->check(CLI::IsMember(profileNames()).description(""))
         ->type_name("NAME");
-    app.add_flag("--log", common.log, "Switch the plug-in's log on for this run and tell where it is");
+    app.add_flag("--log", common.log, "Switch the plug-in's log on for this run and print its path");
 }
 
 ExitCode runCommand(Command& command, const EditorOptions& options) {
@@ -117,9 +117,9 @@ int runCommandLine(const std::vector<std::string>& arguments) {
         subcommands.push_back(app.add_subcommand(row.name, row.purpose)->fallthrough());
         commands.back()->declare(*subcommands.back());
     }
-    app.footer(kFooter);        // after the commands were added, which would take it over
+    app.footer(kFooter);        // set after the commands were added, or they would inherit it
     try {
-        // The parser takes the words off the end.
+        // The parser expects the list in reverse.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kGood : kUsage;

@@ -17,12 +17,11 @@ namespace {
 class DoctorCommand : public Command {
 public:
     void declare(CLI::App& app) override {
-        app.footer("\nLooks where Premiere Pro looks: for its plug-in folders, for the plug-in and older copies of it,\n"
-                   "for the codec library, and for the log. Prints what it finds, to be pasted into a report, and what\n"
-                   "there is to fix. Changes nothing. With --plugin it examines that plug-in instead of those in the\n"
-                   "folders.\n"
-                   "\nExit codes: 0 all well; 1 there is something to fix; 2 usage.\n");
-        app.add_option("--try", m_tried, "")->group("");        // from the program to itself
+        app.footer("\nLooks where Premiere Pro looks for plug-ins, and checks the plug-in, older copies of it, the\n"
+                   "codec library and the log. Prints what it finds, to be pasted into a report, and what to fix.\n"
+                   "Changes nothing. With --plugin it examines that plug-in instead of those in the folders.\n"
+                   "\nExit codes: 0 nothing to fix; 1 something to fix; 2 usage.\n");
+        app.add_option("--try", m_tried, "")->group("");        // used by the program itself
     }
 
     ExitCode run(const EditorOptions& options) override {
@@ -31,7 +30,7 @@ public:
             return kGood;
         }
         if (!options.profile.empty() || options.log) {
-            throw UsageError("No host is played and nothing is changed: --profile and --log do not go with doctor.");
+            throw UsageError("--profile and --log cannot be used with doctor: it simulates no host.");
         }
         const std::string version(programVersion());
         const doctor::Facts facts = doctor::collectFacts(options.plugin, pluginPathOf({}));

@@ -1,4 +1,4 @@
-// The frame around every command that works with a started plug-in.
+// The common part of all commands that work with a started plug-in.
 #include "importhost/commands/Command.h"
 
 #include "hostkit/system/Text.h"
@@ -9,7 +9,7 @@ namespace importhost {
 
 namespace {
 
-// Problems and the place of the log go where errors go, so that output stays clean for other programs.
+// Problems and the path of the log are written to standard error, so that programs can read the output.
 ExitCode endRun(Editor& editor, bool log, ExitCode code) {
     const std::vector<std::string>& problems = editor.finish();
     for (const std::string& problem : problems) {

@@ -19,11 +19,11 @@ namespace importhost {
 namespace {
 
 std::string checkRange(const std::string& text) {
-    return rangeOf(text) ? "" : "'" + text + "' is no range of frames such as 10-19, 10- or 10";
+    return rangeOf(text) ? "" : "'" + text + "' is not a range of frames such as 10-19, 10- or 10";
 }
 
 std::string writerHelp() {
-    std::string help = "How to write them:";
+    std::string help = "Output format:";
     for (const FrameWriterRow& row : frameWriters()) {
         help.append("\n  ").append(row.name).append(": ").append(row.purpose);
     }
@@ -31,10 +31,10 @@ std::string writerHelp() {
 }
 
 std::string checkWriter(const std::string& name) {
-    return findFrameWriter(name) ? "" : "'" + name + "' is none of png, raw and checksum";
+    return findFrameWriter(name) ? "" : "'" + name + "' is not one of png, raw and checksum";
 }
 
-// Takes frames one by one. One that failed is told of and passed over.
+// Receives frames one by one. Failed ones are reported and skipped.
 class FrameOutput {
 public:
     FrameOutput(FrameWriter& writer, std::size_t frames)
@@ -63,20 +63,19 @@ class FramesCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_file, "The clip")->required()->type_name("");
-        app.add_option("--range", m_range, "Frames A to B, counted from 0; 'A-' goes to the end, 'A' is one frame")
+        app.add_option("--range", m_range, "Frames A to B, counted from 0; 'A-' means to the end, 'A' one frame")
             ->type_name("A-B")
             ->check(CLI::Validator(checkRange, ""));
-        app.add_option("--every", m_every, "Only every Nth frame of them")
+        app.add_option("--every", m_every, "Only every Nth of these frames")
             ->type_name("N")
             ->check(CLI::PositiveNumber.description(""));
-        app.add_option("--format", m_format, "Pixel format to ask the plug-in for, such as bgra; the first it offers "
-                                             "when left out")
+        app.add_option("--format", m_format, "Pixel format to request, such as bgra (default: the first offered)")
             ->type_name("FCC");
         app.add_option("--as", m_writer, writerHelp())
             ->type_name("KIND")
             ->check(CLI::Validator(checkWriter, ""))
             ->capture_default_str();
-        app.add_option("--out", m_folder, "Folder for the files, made when missing")
+        app.add_option("--out", m_folder, "Folder for the files, created if missing")
             ->type_name("DIR")
             ->capture_default_str();
         declareAsync(app);
@@ -106,15 +105,14 @@ public:
 private:
     void declareAsync(CLI::App& app) {
         CLI::Option* async = app.add_option("--async", m_async.ahead,
-                                            "Frames by the asynchronous importer: N are announced ahead of "
-                                            "collecting")
+                                            "Read frames through the asynchronous importer, with N announced")
                                  ->type_name("N")
                                  ->check(CLI::Range(1, 1000).description(""));
-        app.add_option("--shuffle", m_async.shuffleSeed, "Collect each N frames in an order drawn from this seed")
+        app.add_option("--shuffle", m_async.shuffleSeed, "Collect each N frames in a random order, with this seed")
             ->type_name("SEED")
             ->needs(async);
-        app.add_option("--refocus", m_async.refocusEvery, "Every K frames drop all that is announced, close and open "
-                                                          "again, as when the editor loses focus; 0: never")
+        app.add_option("--refocus", m_async.refocusEvery, "Every K frames, drop all announced ones, close and open "
+                                                          "again, as if the editor lost focus; 0: never")
             ->type_name("K")
             ->needs(async)
             ->capture_default_str();

@@ -18,9 +18,9 @@ public:
     void declare(CLI::App& app) override {
         app.add_option("FILE", m_files, "The clips")->required()->type_name("");
         app.add_flag("--json", m_asJson, "Print one JSON object instead of text");
-        app.footer("\nShows the formats and subtypes that the plug-in offers, then for each clip: the answer for\n"
-                   "every stream with the loudness of its sound over time, pixel formats in the plug-in's order,\n"
-                   "data rate and analysis text.\n");
+        app.footer("\nShows the formats and subtypes that the plug-in offers, then for each clip: the result and\n"
+                   "sound levels of every stream, pixel formats in the plug-in's order, data rate and analysis\n"
+                   "text.\n");
     }
 
     ExitCode runWith(Editor& editor) override {
@@ -42,7 +42,7 @@ private:
         }
     }
 
-    // The object is printed after the plug-in's end: its problems belong in it.
+    // Printed after the plug-in has ended, because it includes the problems found then.
     static void printJson(const std::vector<ClipReport>& reports, Editor& editor) {
         nlohmann::ordered_json json = asJson(editor);
         json["files"] = nlohmann::ordered_json::array();

@@ -1,4 +1,4 @@
-// importhost replay: the calls of a user's log made again, and what is different now.
+// importhost replay: repeats the calls of a user's log, and shows what differs.
 #include "importhost/commands/Command.h"
 #include "importhost/replay/ReplayReport.h"
 
@@ -18,15 +18,15 @@ namespace {
 class ReplayCommand : public EditorCommand {
 public:
     void declare(CLI::App& app) override {
-        app.add_option("LOG", m_logName, "The log that a user sent")->required()->type_name("");
-        app.add_option("FILE", m_fileNames, "The clips that it is about; matched by file name")->type_name("");
-        app.add_flag("--results-only", m_resultsOnly, "Compare results alone, and write no new log");
-        app.add_option("--json", m_json, "Write the report to this file too, for programs")->type_name("OUT");
-        app.footer("\nMakes every call that the log tells of again, in the order of the log, and marks results and\n"
-                   "messages that are different now. Arguments that a log does not hold are assumed, and told.\n"
-                   "The plug-in's log is switched on for the run, to compare its messages.\n"
-                   "\nExit codes: 0 nothing differs; 1 something does, or the plug-in left something uneven;\n"
-                   "2 usage, also when LOG is no log or none of its files was given; 3 the plug-in cannot be\n"
+        app.add_option("LOG", m_logName, "The user's log")->required()->type_name("");
+        app.add_option("FILE", m_fileNames, "The clips of the log; matched by file name")->type_name("");
+        app.add_flag("--results-only", m_resultsOnly, "Compare only results, and write no new log");
+        app.add_option("--json", m_json, "Also write the report to this JSON file")->type_name("OUT");
+        app.footer("\nRepeats every call in the log, in the same order, and marks results and messages that differ.\n"
+                   "Arguments missing from the log are assumed, and listed. The plug-in's log is switched on for\n"
+                   "the run, to compare its messages.\n"
+                   "\nExit codes: 0 nothing differs; 1 something does, or the plug-in did not release something;\n"
+                   "2 usage, also if LOG is not a log or none of its files was given; 3 the plug-in cannot be\n"
                    "loaded.\n");
     }
 
@@ -76,7 +76,7 @@ private:
         }
     }
 
-    // A replay without any of the files would compare next to nothing.
+    // Without any of the files there would be almost nothing to compare.
     void requireAFile() const {
         const auto& entries = m_fileMap->entries();
         const bool anyGiven = std::any_of(entries.begin(), entries.end(),
@@ -102,13 +102,13 @@ private:
         return played;
     }
 
-    // True when the plug-in had to be started although the log does not.
+    // Returns true if the plug-in was started although the log does not.
     bool makeCalls(Editor& editor, ReplayReport& report) const {
         replay::Replayer replayer(editor.session(), *m_fileMap, m_log);
         for (const replay::LoggedCall& logged : m_log.calls) {
             replay::Step step = replayer.step(logged);
             ReplayedCall call{report.calls.size() + 1, &logged, step.text, step.assumed, step.skipped, 0, {}};
-            std::cout << callText(call) << std::flush;      // before the call: it may be the last one
+            std::cout << callText(call) << std::flush;      // before the call, which may crash
             if (!call.skipped) {
                 call.result = step.run();
             }
@@ -122,7 +122,7 @@ private:
         return replayer.startedByItself();
     }
 
-    // The calls of the new log are those that were made here, in their order.
+    // The new log has exactly the calls made here, in the same order.
     void compareMessages(const Editor& editor, bool startedByItself, ReplayReport& report) const {
         const auto files = editor.logFiles();
         if (files.size() != 1) {
@@ -150,7 +150,7 @@ private:
         report.comparesMessages = true;
     }
 
-    // Whether all messages of the call itself are in the log.
+    // True if all messages of the call itself are in the log.
     bool cameToItsEnd(const replay::LoggedCall& call) const {
         return call.result || (call.hasNoResult() && (m_log.isComplete || &call != &m_log.calls.back()));
     }

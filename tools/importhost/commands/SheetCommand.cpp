@@ -26,7 +26,7 @@ public:
             ->type_name("N")
             ->check(CLI::Range(1, 400).description(""))
             ->capture_default_str();
-        app.add_option("--columns", m_layout.columns, "Frames side by side")
+        app.add_option("--columns", m_layout.columns, "Frames per row")
             ->type_name("N")
             ->check(CLI::Range(1, 20).description(""))
             ->capture_default_str();

@@ -1,4 +1,4 @@
-// importhost validate: is a plug-in right?
+// importhost validate: checks whether a plug-in is correct.
 #include "importhost/commands/Command.h"
 #include "importhost/console/OutputTarget.h"
 #include "importhost/console/System.h"
@@ -34,37 +34,36 @@ constexpr unsigned kMostJobs = 4;
 class ValidateCommand : public Command {
 public:
     void declare(CLI::App& app) override {
-        app.add_option("FILE", m_files, "Files to check the plug-in with; own samples when left out")->type_name("");
+        app.add_option("FILE", m_files, "Files to check the plug-in with (default: the program's own samples)")
+            ->type_name("");
         m_levelOption =
             app.add_option("--level", m_level, "How much to check, from 1 (a few seconds) to 10 (everything)")
                 ->type_name("N")
                 ->check(CLI::Range(kLowestLevel, kHighestLevel).description(""))
                 ->capture_default_str();
-        app.add_option("--only", m_pattern, "Only checks whose id fits; * stands for any text")->type_name("PATTERN");
-        app.add_option("--seed", m_seed, "Where random choices start; drawn and told when left out")
+        app.add_option("--only", m_pattern, "Only checks whose id matches; * matches any text")->type_name("PATTERN");
+        app.add_option("--seed", m_seed, "Random seed (default: chosen and printed)")
             ->type_name("N")
             ->check(CLI::NonNegativeNumber.description(""));
-        app.add_option("--jobs", m_jobs, "How many checks run at once; as the machine has processors, at most 4, "
-                                         "when left out")
+        app.add_option("--jobs", m_jobs, "Number of parallel checks (default: number of CPUs, at most 4)")
             ->type_name("N")
             ->check(CLI::Range(1U, 64U).description(""));
-        app.add_option("--time-limit", m_timeLimit, "Seconds that a check may take; each check's own limit when left "
-                                                    "out")
+        app.add_option("--time-limit", m_timeLimit, "Seconds that a check may take (default: its own limit)")
             ->type_name("S")
             ->check(CLI::Range(1, 86400).description(""));
         app.add_option("--report", m_report, "Write a report with pictures and evidence to this HTML file")
             ->type_name("HTML");
-        app.add_option("--json", m_json, "Write the report for programs to this JSON file")->type_name("JSON");
-        app.add_flag("--in-process", m_inProcess, "No process of its own for each check: for a debugger");
-        app.add_flag("--list", m_list, "List the checks, all or those of --level and --only, and end");
-        app.add_option("--explain", m_explain, "Tell what one check is about and end")->type_name("ID");
-        app.add_option("--child-of", m_childOf, "")->group("");      // from the program to itself, both
+        app.add_option("--json", m_json, "Write the report to this JSON file")->type_name("JSON");
+        app.add_flag("--in-process", m_inProcess, "Run checks without processes of their own, for a debugger");
+        app.add_flag("--list", m_list, "List the checks, or those of --level and --only, and exit");
+        app.add_option("--explain", m_explain, "Explain one check and exit")->type_name("ID");
+        app.add_option("--child-of", m_childOf, "")->group("");      // both used by the program itself
         app.add_option("--describe-to", m_describeTo, "")->group("");
     }
 
     ExitCode run(const EditorOptions& editorOptions) override {
         if (m_list) {
-            // Without a level all of them, not those of the usual level.
+            // Without --level all of them, not those of the default level.
             std::cout << listText(selectedChecks(m_levelOption->count() > 0 ? m_level : kHighestLevel));
             return kGood;
         }
@@ -72,7 +71,7 @@ public:
             return explain();
         }
         if (!editorOptions.profile.empty() || editorOptions.log) {
-            throw UsageError("Each check plays the host that it needs: --profile and --log do not go with validate.");
+            throw UsageError("--profile and --log cannot be used with validate: each check chooses its own host.");
         }
         if (!m_describeTo.empty()) {
             endWithParent();
@@ -117,7 +116,7 @@ private:
         return options;
     }
 
-    // One check, on behalf of the program that started this one.
+    // Runs one check, for the program that started this one.
     ExitCode runAsChild(RunOptions& options) const {
         options.workFolder = hostkit::pathFromUtf8(m_childOf);
         const Check* check = findCheck(m_pattern);
@@ -142,7 +141,7 @@ private:
         }
         OutputTarget json(m_json, "{", inputs);
         hostkit::catchInterrupts();
-        // Logs of hundreds of short runs help nobody; and a check that is ended cannot put the switch back.
+        // Logs of hundreds of short runs are useless; and a check that is killed cannot restore the switch.
         const hostkit::LogSwitch noLogs(false);
         const auto started = RunClock::now();
         const WorkFolder workFolder;
