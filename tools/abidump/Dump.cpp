@@ -49,7 +49,7 @@ void print(std::ostream& out, const char* title, const std::vector<Number>& numb
     }
 }
 
-// Codes of four characters, the first in the lowest byte.
+// Four-character codes, first character in the lowest byte.
 void printCodes(std::ostream& out, const char* title, const std::vector<Number>& codes) {
     out << "\n# " << title << "\n" << std::hex << std::setfill('0');
     for (const Number& code : codes) {
@@ -95,7 +95,7 @@ std::string differences(const std::string& wanted, const std::string& found) {
     const std::vector<std::string> before = linesOf(wanted);
     const std::vector<std::string> after = linesOf(found);
     std::string text;
-    std::string record;             // the line that says what the lines below it are about
+    std::string record;             // the line of the record that the following lines belong to
     std::string toldRecord;
     for (std::size_t i = 1; i < std::max(before.size(), after.size()); ++i) {
         const std::string old = i < before.size() ? before[i] : "";

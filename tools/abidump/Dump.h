@@ -1,15 +1,15 @@
-// The tables as text, and two such texts compared.
+// Prints the tables as text, and compares two such texts.
 #pragma once
 
 #include <string>
 
 namespace abidump {
 
-// One line a fact, the same lines in the same order from any headers: what follows a name is all that can differ.
+// One fact per line, the same lines in the same order for any headers: only what follows a name can differ.
 std::string dumpText();
 
-// Lines of `wanted` that `found` has otherwise, one below the other: "- " as wanted, "+ " as found. Empty when the
-// texts agree, but for the first line, which names the headers, and for the system's line ends.
+// The lines of `wanted` that differ in `found`, as pairs: "- " wanted, "+ " found. Empty if the texts agree, except for
+// the first line, which names the headers, and line ends.
 std::string differences(const std::string& wanted, const std::string& found);
 
 }  // namespace abidump

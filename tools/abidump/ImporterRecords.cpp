@@ -1,4 +1,4 @@
-// The records that selectors carry, and those inside them.
+// The records that selectors carry, and those they contain.
 #include "abidump/Tables.h"
 
 namespace abidump {

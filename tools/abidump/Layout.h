@@ -1,4 +1,4 @@
-// What is known of the layout of the host's records, and how it is asked of the compiler.
+// Describes the layout of the host's records, and how to obtain it from the compiler.
 #pragma once
 
 #include "AbiHeaders.h"
@@ -11,7 +11,7 @@
 
 namespace abidump {
 
-// Sizes and offsets in bytes.
+// Sizes and offsets are in bytes.
 struct Type {
     std::string name;
     std::size_t size = 0;
@@ -19,7 +19,7 @@ struct Type {
 
 struct Member {
     std::string name;
-    bool isThere = false;           // the headers have a member of this name; the rest means nothing otherwise
+    bool isThere = false;           // the headers have a member of this name; otherwise the rest is invalid
     std::size_t offset = 0;
     std::size_t size = 0;
 };
@@ -37,13 +37,14 @@ struct Number {
 
 struct Suite {
     std::string table;              // the record's name
-    std::string name;               // by which it is asked for
+    std::string name;               // the name used to acquire it
     std::int64_t version = 0;
 };
 
 }  // namespace abidump
 
-// A row of a table. Macros: names are wanted as text as well, also of numbers that are macros in the headers.
+// Rows of a table. These are macros because names are also needed as text, even for numbers that are macros in the
+// headers.
 #define TYPE(type) ::abidump::Type{#type, sizeof(type)}
 #define NUMBER(name) ::abidump::Number{#name, static_cast<std::int64_t>(name)}
 #define RECORD(record, ...)                                               \
@@ -52,7 +53,7 @@ struct Suite {
         return ::abidump::Record{#record, sizeof(This), {__VA_ARGS__}};   \
     }()
 
-// Only in a RECORD. Headers of another version may lack a member: that must be told, not end the compilation.
+// Use only in a RECORD. Headers of another version may lack a member: that must be reported, not fail to compile.
 #define MEMBER(member)                                                                                 \
     []<class Asked>(std::type_identity<Asked>) {                                                       \
         if constexpr (requires { sizeof(Asked::member); }) {                                           \

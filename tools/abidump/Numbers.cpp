@@ -1,4 +1,4 @@
-// Selectors, results and the other numbers of the importer protocol.
+// Selectors, results and other constants of the importer protocol.
 #include "abidump/Tables.h"
 
 namespace abidump {

@@ -1,4 +1,4 @@
-// The host's tables of functions: those behind the standard parameters, and the suites with their names.
+// The host's tables of functions: those in the standard parameters, and the suites with their names.
 #include "abidump/Tables.h"
 
 namespace abidump {

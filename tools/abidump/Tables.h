@@ -1,4 +1,4 @@
-// Everything that the headers fix, table by table, in the headers' order.
+// Everything that the headers define, table by table, in the order of the headers.
 #pragma once
 
 #include "abidump/Layout.h"

@@ -8,7 +8,7 @@
 namespace avidump {
 
 constexpr int kExitGood = 0;
-constexpr int kExitFailed = 1;  ///< a file could not be opened, or its structure is not usable
+constexpr int kExitFailed = 1;  ///< a file could not be opened, or its structure is unusable
 constexpr int kExitUsage = 2;
 
 struct Command {
@@ -18,11 +18,11 @@ struct Command {
 };
 
 struct ParsedCommand {
-    std::optional<Command> command;  ///< none when help, the version or a fault has been printed
+    std::optional<Command> command;  ///< empty if help, the version or an error has been printed
     int exitCode = kExitGood;
 };
 
-/// Takes the arguments as UTF-8, without the program's name. Prints help and faults itself.
+/// Parses the UTF-8 arguments after the program's name. Prints help and errors itself.
 ParsedCommand parseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace avidump

@@ -1,12 +1,12 @@
-// The "format" of a stream in a report: the fields of its record, by their own names, and the bytes behind it.
+// The "format" of a stream in a report: the fields of its record, by their own names, and the bytes after it.
 #pragma once
 
 #include "avidump/Report.h"
 
 namespace avidump {
 
-/// Fields that a format too short for them does not have are zero. A sound's channel mask and sub-format are there for
-/// the extensible format tag alone.
+/// Fields missing from a short format are zero. The channel mask and sub-format of a sound are only included for the
+/// extensible format tag.
 Report formatOf(const AviStream& stream);
 
 }  // namespace avidump

@@ -1,4 +1,4 @@
-// What avidump says about a file, as a tree of names and values that JSON and text are both written from.
+// What avidump says about a file, as a tree of names and values from which both JSON and text are written.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -11,13 +11,13 @@ namespace avidump {
 
 using Report = nlohmann::ordered_json;
 
-/// One file that was opened and parsed with this result; an unusable one has no main header. With `withChunks`, each
-/// stream has its "chunks": an array [position, size, running byte, key frame] for each, in the order of the index in
-/// use.
+/// Report of a file that was opened; `usable` is the result of parsing it. An unusable file has no main header. If
+/// `withChunks`, each stream has "chunks": an array [position, size, start byte, key frame] for each chunk, in the order
+/// of the index in use.
 Report makeReport(const std::string& pathUtf8, fileio::File& file, const AviParser& parser, bool usable,
                   bool withChunks);
 
-/// One file that could not be opened.
+/// Report of a file that could not be opened.
 Report makeFailedReport(const std::string& pathUtf8);
 
 /// The report as text for people, ending in a line feed.

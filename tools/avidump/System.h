@@ -1,9 +1,9 @@
-// What avidump needs of the system beyond files.
+// What avidump needs from the system, apart from files.
 #pragma once
 
 namespace avidump {
 
-/// Makes standard output take bytes as they are: the same lines on every system.
+/// Makes standard output write bytes unchanged, so that lines are the same on every system.
 void useBinaryOutput();
 
 }  // namespace avidump

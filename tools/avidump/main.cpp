@@ -1,4 +1,4 @@
-// avidump: an AVI container as the importer's parser sees it.
+// avidump: prints the structure of AVI files as the importer's parser sees it.
 #include "avidump/CommandLine.h"
 #include "avidump/Report.h"
 #include "avidump/System.h"
@@ -27,7 +27,7 @@ Report dump(const std::string& path, bool withChunks) {
     return makeReport(path, file, parser, usable, withChunks);
 }
 
-/// What is not UTF-8 in a path is replaced, as JSON must be UTF-8.
+/// Invalid UTF-8 in a path is replaced, because JSON must be UTF-8.
 std::string jsonOf(const Report& report) {
     return report.dump(2, ' ', false, Report::error_handler_t::replace) + "\n";
 }

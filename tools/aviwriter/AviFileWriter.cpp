@@ -9,7 +9,7 @@ namespace aviwriter {
 namespace {
 
 constexpr std::uint64_t kLargestRiff = 0xFFFFFFFFU;      // sizes and offsets inside a RIFF have 32 bits
-constexpr std::uint64_t kLargestJunk = 0x40000000U;      // a hole is cut into chunks that any reader can skip
+constexpr std::uint64_t kLargestJunk = 0x40000000U;      // a hole is split into chunks that any reader can skip
 constexpr std::uint64_t kChunkHeader = 8;
 constexpr std::uint64_t kIdx1Entry = 16;
 constexpr std::uint64_t kSuperIndexEntry = 16;
@@ -46,7 +46,7 @@ AviFileWriter::AviFileWriter(ByteSink& sink, const FileLayout& layout, const std
                              const std::vector<AudioTrack>& audio)
     : m_sink(sink), m_layout(layout), m_video(video) {
     const std::size_t count = audio.size() + (video ? 1 : 0);
-    if (count == 0 || count > 100) {   // chunk ids number the streams with two digits
+    if (count == 0 || count > 100) {   // stream numbers in chunk ids have two digits
         throw std::invalid_argument("an AVI file has 1 to 100 streams");
     }
     if (video) {
@@ -123,7 +123,7 @@ void AviFileWriter::writeChunk(Stream& stream, const Bytes& data, std::uint32_t 
     if (hasIdx1() && m_firstRiffSize == 0) {
         m_idx1 = std::move(m_idx1) + bytesOf(Idx1Entry{.chunkId = stream.chunkId,
                                                        .flags = keyFrame ? kFlagKeyFrame : 0,
-                                                       .offset = offset - 8,   // counted from the list's type
+                                                       .offset = offset - 8,   // relative to the list's type
                                                        .length = size});
     }
     if (hasOpenDml()) {
@@ -134,7 +134,7 @@ void AviFileWriter::writeChunk(Stream& stream, const Bytes& data, std::uint32_t 
     stream.header.suggestedBufferSize = std::max(stream.header.suggestedBufferSize, size);
 }
 
-// The size that the present RIFF will have in the end if a chunk of so many data bytes is still added to it.
+// The final size of the current RIFF if a chunk of `chunkBytes` data bytes is added.
 std::uint64_t AviFileWriter::segmentSizeWith(std::size_t chunkBytes) const {
     std::uint64_t size = m_end - m_riff + kChunkHeader + paddedToEven(chunkBytes);
     if (hasIdx1() && m_firstRiffSize == 0) {
@@ -188,7 +188,7 @@ void AviFileWriter::writeHole(std::uint64_t hole) {
     for (std::uint64_t left = paddedToEven(hole); left > 0;) {
         std::uint64_t piece = std::min(left, kLargestJunk);
         if (left > piece && left - piece < kChunkHeader) {
-            piece -= kChunkHeader;   // the rest must have room for a chunk header
+            piece -= kChunkHeader;   // the rest must be large enough for a chunk header
         }
         m_sink.write(m_end, text("JUNK") + u32(static_cast<std::uint32_t>(piece - kChunkHeader)));
         m_end += piece;
@@ -218,7 +218,7 @@ void AviFileWriter::finish() {
     m_sink.write(0, headers());
 }
 
-// Everything in front of the first "movi" list; as long before the counts are known as afterwards.
+// Everything before the first "movi" list; its length does not depend on the counts.
 Bytes AviFileWriter::headers() const {
     std::vector<Bytes> children = {avih(mainHeader())};
     for (const Stream& stream : m_streams) {
@@ -269,7 +269,7 @@ void AviFileWriter::append(const Bytes& data) {
     m_end += data.size();
 }
 
-// Gives the chunk or list that ends where the file now ends its size.
+// Sets the size of the chunk or list that ends at the current end of the file.
 void AviFileWriter::patchSize(std::uint64_t chunkPosition) {
     const std::uint64_t size = m_end - chunkPosition - kChunkHeader;
     if (size > kLargestRiff) {

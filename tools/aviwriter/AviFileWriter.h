@@ -1,5 +1,5 @@
-// Writes a whole AVI file: headers, interleaved chunks, indexes, and segments for files of any size. Chunks go to
-// the sink as they come; only the indexes are kept in memory, so files far larger than memory can be written.
+// Writes a whole AVI file: headers, interleaved chunks, indexes, and segments for files of any size. Chunks are written
+// immediately; only the indexes are kept in memory, so files can be far larger than memory.
 #pragma once
 
 #include "aviwriter/Blocks.h"
@@ -20,7 +20,7 @@ struct VideoTrack {
     std::uint32_t rate = 25;        // rate / scale frames per second
     std::uint32_t scale = 1;
     std::string handler = "QVAN";   // four-character code of "strh" and "strf"
-    Bytes extraData{};              // follows the 40 bytes of the format
+    Bytes extraData{};              // follows the 40 bytes of the format record
 };
 
 // How much of the format record is written.
@@ -33,35 +33,35 @@ struct AudioTrack {
 
 struct FileLayout {
     IndexKind index = IndexKind::both;
-    // A segment ("AVI " or "AVIX" RIFF) that would outgrow this many bytes is ended first. One chunk that is larger
-    // all by itself gets a segment of its own. Without OpenDML indexes only the first segment can be reached, so
-    // IndexKind::idx1 keeps to one segment and ignores the limit.
+    // A segment ("AVI " or "AVIX" RIFF) ends before it would exceed this many bytes. A larger chunk gets a segment of
+    // its own. Without OpenDML indexes only the first segment can be reached, so with IndexKind::idx1 there is one
+    // segment and the limit is ignored.
     std::uint64_t segmentBytes = 1U << 30;
-    std::uint32_t superIndexRoom = 128;   // segments for which each "indx" has room
+    std::uint32_t superIndexRoom = 128;   // maximum number of segments in each "indx"
 };
 
-// Stream 0 is the video when there is one; audio tracks follow in order. Not safe for use by several threads.
+// Stream 0 is the video, if any; audio tracks follow in order. Not thread-safe.
 //
-// Every function throws std::runtime_error when the sink does, and std::length_error when the file no longer fits
-// its structure: a RIFF beyond 4 GiB, or more segments than `superIndexRoom`.
+// Every function throws std::runtime_error if the sink does, and std::length_error if the file no longer fits its
+// structure: a RIFF larger than 4 GiB, or more segments than `superIndexRoom`.
 class AviFileWriter {
 public:
-    // Writes the headers, with the counts still zero. The sink must outlive the writer. Throws
-    // std::invalid_argument for a handler that is no four-character code, a frame rate or a sample frame size of
-    // zero, no stream at all, or more than 100.
+    // Writes the headers, with counts of zero for now. `sink` must outlive the writer. Throws std::invalid_argument for
+    // an invalid four-character code as handler, a frame rate or sample frame size of zero, no streams, or more than
+    // 100.
     AviFileWriter(ByteSink& sink, const FileLayout& layout, const std::optional<VideoTrack>& video,
                   const std::vector<AudioTrack>& audio);
 
-    // One compressed frame; empty data is a dropped frame, which becomes a chunk of size 0.
+    // Writes one compressed frame; empty data is a dropped frame, a chunk of size 0.
     void writeVideo(const Bytes& frame);
 
-    // One chunk of whole sample frames for the n-th audio track, from 0.
+    // Writes one chunk of whole sample frames for audio track `track`, from 0.
     void writeAudio(std::size_t track, const Bytes& samples);
 
-    // Ends the present segment and begins an "AVIX" one, `hole` bytes further on. The hole (0, or 8 and more; odd
-    // counts grow by one) is made of "JUNK" chunks between the two RIFFs whose contents are never written, so it
-    // moves what follows to high file positions at no cost. With IndexKind::idx1, which knows no segments, the hole
-    // goes into the one "movi" list instead.
+    // Ends the current segment and begins an "AVIX" segment, `hole` bytes later. The hole (0, or at least 8; odd values
+    // grow by one) consists of "JUNK" chunks between the two RIFFs whose contents are never written, so it moves what
+    // follows to high file positions at no cost. With IndexKind::idx1, which has one segment, the hole goes into the
+    // "movi" list instead.
     void startSegment(std::uint64_t hole);
 
     // Writes the indexes and completes the headers. Nothing may be written afterwards.
@@ -71,11 +71,11 @@ private:
     struct Stream {
         StreamHeader header{};
         Bytes format{};
-        std::string handler{};              // what header.handler shows
+        std::string handler{};              // header.handler points to it
         std::string chunkId{};              // "00dc", "01wb"
         std::string indexId{};              // "ix00"
-        std::uint64_t bytesPerSecond = 0;   // of sound; 0 for video
-        std::vector<StandardIndexEntry> segmentEntries{};   // offsets from the segment's "movi" list
+        std::uint64_t bytesPerSecond = 0;   // for sound; 0 for video
+        std::vector<StandardIndexEntry> segmentEntries{};   // offsets relative to the segment's "movi" list
         std::uint32_t segmentLength = 0;                    // frames or sample frames in this segment
         std::vector<SuperIndexEntry> superEntries{};
     };
@@ -103,8 +103,8 @@ private:
     std::optional<VideoTrack> m_video;
     std::vector<Stream> m_streams;
     Bytes m_idx1;                        // the entries of the first segment
-    std::uint64_t m_end = 0;             // of the file so far
-    std::uint64_t m_riff = 0;            // position of the present segment
+    std::uint64_t m_end = 0;             // current size of the file
+    std::uint64_t m_riff = 0;            // position of the current segment
     std::uint64_t m_movi = 0;            // position of its "movi" list
     std::uint64_t m_firstRiffSize = 0;   // 0 until the first segment has ended
     std::uint32_t m_firstRiffFrames = 0;

@@ -1,5 +1,5 @@
-// Building blocks of AVI files as plain bytes. A test lays a file out as a picture of its bytes and overrides
-// the one field that is wrong in it; the full writer (AviFileWriter.h) is made of the same blocks.
+// Building blocks of AVI files as plain bytes. A test builds a file in its byte order and overrides the one field that
+// is wrong; the full writer (AviFileWriter.h) uses the same blocks.
 //
 //   Bytes file = riff("AVI ", {
 //       list("hdrl", {
@@ -9,7 +9,7 @@
 //       chunk("idx1", bytesOf(Idx1Entry{.offset = 4, .length = 100}))});
 //
 // Everything is little-endian. A four-character code is text of exactly four bytes; any other length throws
-// std::invalid_argument. All functions are pure and safe on any thread.
+// std::invalid_argument. All functions are pure and thread-safe.
 #pragma once
 
 #include <array>
@@ -29,30 +29,30 @@ Bytes u8(std::uint8_t value);
 Bytes u16(std::uint16_t value);
 Bytes u32(std::uint32_t value);
 Bytes u64(std::uint64_t value);
-std::uint32_t u32At(const Bytes& bytes, std::size_t position);     // throws std::out_of_range beyond the end
-Bytes text(std::string_view characters);                          // no terminator
+std::uint32_t u32At(const Bytes& bytes, std::size_t position);     // throws std::out_of_range past the end
+Bytes text(std::string_view characters);                          // without terminator
 Bytes filled(std::size_t count, std::uint8_t value = 0);
 Bytes join(const std::vector<Bytes>& parts);                      // join({a, b, c})
 Bytes operator+(Bytes left, const Bytes& right);
 
 // --- Chunks and lists ---------------------------------------------------------------------------------------
 
-// Header, data and, after an odd number of data bytes, one zero pad byte that the size does not count.
+// Header, data and, if the data size is odd, one zero pad byte that the size does not count.
 Bytes chunk(std::string_view id, const Bytes& data);
 
-// The same bytes, but the size field says `claimedSize`.
+// The same bytes, but with `claimedSize` in the size field.
 Bytes chunkClaiming(std::string_view id, std::uint32_t claimedSize, const Bytes& data);
 
-// "LIST" or "RIFF" with its list type and its children, whole chunks one after another.
+// "LIST" or "RIFF" with its list type and its children, which are whole chunks.
 Bytes list(std::string_view type, const std::vector<Bytes>& children);
 Bytes riff(std::string_view type, const std::vector<Bytes>& children);
 
-// `id` is "LIST" or "RIFF"; the size field, which in an honest file counts the list type too, says `claimedSize`.
+// `id` is "LIST" or "RIFF"; the size field, which correctly includes the list type, is `claimedSize`.
 Bytes listClaiming(std::string_view id, std::string_view type, std::uint32_t claimedSize,
                    const std::vector<Bytes>& children);
 
 // --- Records ------------------------------------------------------------------------------------------------
-// The defaults describe an honest stream; `bytesOf` gives a record's bytes without a chunk header.
+// The defaults describe a valid stream; `bytesOf` returns a record's bytes without a chunk header.
 
 struct MainHeader {                                               // 56 bytes
     std::uint32_t microSecPerFrame = 40000;
@@ -88,7 +88,7 @@ struct StreamHeader {                                             // 56 bytes
     std::int16_t bottom = 16;
 };
 
-struct BitmapInfo {                                               // 40 bytes; the codec's extra data follows it
+struct BitmapInfo {                                               // 40 bytes, followed by the codec's extra data
     std::uint32_t size = 40;
     std::int32_t width = 16;
     std::int32_t height = 16;
@@ -106,7 +106,7 @@ constexpr std::uint16_t kWaveFormatPcm = 1;
 constexpr std::uint16_t kWaveFormatFloat = 3;
 constexpr std::uint16_t kWaveFormatExtensible = 0xFFFE;
 
-// The fields left empty follow from the others when the bytes are made.
+// Empty fields are computed from the others when the bytes are made.
 struct WaveFormat {
     std::uint16_t formatTag = kWaveFormatPcm;                     // extensible: the tag inside the sub-format
     std::uint16_t channels = 2;
@@ -123,13 +123,13 @@ struct WaveFormat {
 struct Idx1Entry {                                                // 16 bytes
     std::string_view chunkId = "00dc";
     std::uint32_t flags = 0x10;                                   // key frame
-    std::uint32_t offset = 4;                                     // of the chunk header, from the "movi" type
+    std::uint32_t offset = 4;                                     // position of the chunk header from the "movi" type
     std::uint32_t length = 0;
 };
 
 struct SuperIndexEntry {                                          // 16 bytes
     std::uint64_t offset = 0;                                     // file position of the "ix##" chunk header
-    std::uint32_t size = 0;                                       // of that chunk with its header
+    std::uint32_t size = 0;                                       // of that chunk including its header
     std::uint32_t duration = 0;                                   // in the stream's ticks
 };
 
@@ -147,7 +147,7 @@ constexpr std::uint32_t kNotKeyFrame = 0x80000000U;
 
 struct StandardIndexEntry {                                       // 8 bytes
     std::uint32_t offset = 0;                                     // of the chunk's data, from baseOffset
-    std::uint32_t size = 0;                                       // of the data; with kNotKeyFrame where true
+    std::uint32_t size = 0;                                       // of the data; plus kNotKeyFrame if applicable
 };
 
 struct StandardIndex {                                            // 24 bytes and the entries
@@ -168,7 +168,7 @@ Bytes bytesOf(const Idx1Entry& entry);
 Bytes bytesOf(const SuperIndex& index);
 Bytes bytesOf(const StandardIndex& index);
 
-// The three sizes in which a sound format is found: 16 bytes (no cbSize), 18 bytes, and 40 bytes with tag 0xFFFE.
+// The three sizes of sound formats: 16 bytes (no cbSize), 18 bytes, and 40 bytes with tag 0xFFFE.
 Bytes pcmWaveFormat(const WaveFormat& format);
 Bytes waveFormatEx(const WaveFormat& format);
 Bytes waveFormatExtensible(const WaveFormat& format);
@@ -183,12 +183,12 @@ Bytes indx(const SuperIndex& index);
 Bytes ix(std::string_view id, const StandardIndex& index);        // id "ix00" ...
 Bytes odml(std::uint32_t totalFrames);                            // the list with its 248-byte "dmlh"
 
-// --- Finding and changing a place in a finished file --------------------------------------------------------
+// --- Finding and changing a position in a finished file -----------------------------------------------------
 
-// Position of the n-th occurrence (from 0) of a four-character code; throws std::out_of_range when there is none.
+// Position of the n-th occurrence (from 0) of a four-character code; throws std::out_of_range if there is none.
 std::size_t positionOf(const Bytes& file, std::string_view fourcc, std::size_t n = 0);
 
-// Replaces the bytes at `position`; throws std::out_of_range when they do not lie inside the file.
+// Replaces the bytes at `position`; throws std::out_of_range if they are not inside the file.
 void overwrite(Bytes& file, std::size_t position, const Bytes& with);
 
 }  // namespace aviwriter

@@ -18,7 +18,7 @@ FileSink::FileSink(const std::filesystem::path& path) : m_file(path, std::ios::b
 }
 
 void FileSink::write(std::uint64_t position, const Bytes& data) {
-    if (position != m_position) {   // a needless seek would empty the stream's buffer each time
+    if (position != m_position) {   // avoid seeks that would flush the stream's buffer
         m_file.seekp(static_cast<std::streamoff>(position));
     }
     m_file.write(reinterpret_cast<const char*>(data.data()), static_cast<std::streamsize>(data.size()));

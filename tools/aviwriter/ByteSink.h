@@ -1,5 +1,5 @@
-// Where a written file goes: to memory or to disk. Writing may jump back (headers are completed last) and
-// forward (the gap reads as zeros, and takes no room on disk where the file system knows sparse files).
+// Where a file is written: memory or disk. Writes may go back (headers are completed last) and forward (the gap reads
+// as zeros, and takes no disk space if the file system supports sparse files).
 #pragma once
 
 #include "aviwriter/Blocks.h"
@@ -17,7 +17,7 @@ public:
     ByteSink& operator=(const ByteSink&) = delete;
     virtual ~ByteSink() = default;
 
-    // Writes all of `data` at a byte position of the file; throws std::runtime_error when that fails.
+    // Writes all of `data` at a byte position of the file; throws std::runtime_error on failure.
     virtual void write(std::uint64_t position, const Bytes& data) = 0;
 };
 
@@ -25,7 +25,7 @@ class MemorySink final : public ByteSink {
 public:
     void write(std::uint64_t position, const Bytes& data) override;
 
-    // What has been written so far; owned by the sink.
+    // The bytes written so far; owned by the sink.
     const Bytes& bytes() const { return m_bytes; }
 
 private:
@@ -34,12 +34,12 @@ private:
 
 class FileSink final : public ByteSink {
 public:
-    // Creates the file or empties it; throws std::runtime_error when it cannot.
+    // Creates or empties the file; throws std::runtime_error on failure.
     explicit FileSink(const std::filesystem::path& path);
 
     void write(std::uint64_t position, const Bytes& data) override;
 
-    // Writes out what is still buffered; throws std::runtime_error when the disk refuses it.
+    // Writes the buffered bytes; throws std::runtime_error on failure.
     void close();
 
 private:

@@ -8,7 +8,7 @@ namespace aviwriter {
 
 namespace {
 
-struct Vertex {   // as the font library writes it
+struct Vertex {   // as written by the font library
     float x;
     float y;
     float z;
@@ -48,7 +48,7 @@ void Canvas::frame(Color color) {
 void Canvas::disc(int centreX, int centreY, int radius, Color color) {
     for (int y = -radius; y <= radius; ++y) {
         for (int x = -radius; x <= radius; ++x) {
-            if (x * x + y * y <= radius * radius + radius) {   // the added radius rounds the four poles off
+            if (x * x + y * y <= radius * radius + radius) {   // the added radius rounds the four poles
                 dot(centreX + x, centreY + y, color);
             }
         }
@@ -66,8 +66,8 @@ void Canvas::upArrow(int x, int y, int width, int height, Color color) {
 }
 
 void Canvas::text(int x, int y, int scale, const std::string& characters, Color color) {
-    std::string copy = characters;                      // the font library takes it writable
-    std::vector<Vertex> vertices(copy.size() * 4 * 16 + 4);   // no letter takes more than 16 strokes
+    std::string copy = characters;                      // the font library needs it writable
+    std::vector<Vertex> vertices(copy.size() * 4 * 16 + 4);   // no letter has more than 16 strokes
     const int quads = stb_easy_font_print(0, 0, copy.data(), nullptr, vertices.data(),
                                           static_cast<int>(vertices.size() * sizeof(Vertex)));
     for (int quad = 0; quad < quads; ++quad) {

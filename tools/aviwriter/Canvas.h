@@ -17,22 +17,22 @@ struct Color {              // 0 ... 65535 each
     bool operator==(const Color&) const = default;
 };
 
-// Coordinates are pixels from the top left corner. Whatever lies outside the picture is left out.
+// Coordinates are pixels from the top left corner. Anything outside the picture is clipped.
 class Canvas {
 public:
     Canvas(std::uint32_t width, std::uint32_t height);
 
     int width() const { return m_width; }
     int height() const { return m_height; }
-    const Color& at(int x, int y) const { return m_pixels[index(x, y)]; }   // must lie inside
+    const Color& at(int x, int y) const { return m_pixels[index(x, y)]; }   // must be inside
 
     void dot(int x, int y, Color color);
     void fill(int x, int y, int width, int height, Color color);
-    void frame(Color color);                                     // the outermost pixels of all four edges
+    void frame(Color color);                                     // the outermost pixels on all four sides
     void disc(int centreX, int centreY, int radius, Color color);
     void upArrow(int x, int y, int width, int height, Color color);
 
-    // Printable ASCII. `scale` is in pixels per font unit; a line of capitals is 7 units high.
+    // Draws printable ASCII. `scale` is in pixels per font unit; capital letters are 7 units high.
     void text(int x, int y, int scale, const std::string& characters, Color color);
 
 private:
@@ -45,7 +45,7 @@ private:
     std::vector<Color> m_pixels;
 };
 
-constexpr int kTextHeight = 7;                       // font units of a capital letter
+constexpr int kTextHeight = 7;                       // height of a capital letter in font units
 int textWidth(const std::string& characters);        // in font units
 
 }  // namespace aviwriter

@@ -17,7 +17,7 @@ standin::StreamInfo streamInfo(const SampleOptions& options) {
             .colorSpace = options.colorSpace, .range = options.range.value_or(usualRange)};
 }
 
-// The compressed frames, made one at a time.
+// Produces the compressed frames, one at a time.
 class Video {
 public:
     explicit Video(const SampleOptions& options)
@@ -48,12 +48,12 @@ AudioTrack audioTrack(const SampleAudio& audio) {
             audio.record};
 }
 
-// One track's sound, fed to the file as the video goes on.
+// The sound of one track, written to the file together with the video.
 class Sound {
 public:
     Sound(const SampleAudio& audio, std::size_t track) : m_audio(audio), m_track(track) {}
 
-    // Writes what belongs to the first `frames` video frames: whole chunks, or after the last frame all that is left.
+    // Writes the sound of the first `frames` video frames: whole chunks, or after the last frame everything left.
     void writeUpTo(std::uint32_t frames, const SampleOptions& options, AviFileWriter& writer) {
         const std::uint64_t due = std::uint64_t{frames} * options.scale * m_audio.sampleRate / options.rate;
         const bool last = frames == options.frames;

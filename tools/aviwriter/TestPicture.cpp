@@ -22,10 +22,10 @@ constexpr Color kMotionGround{0x3000, 0x3600, 0x4200};
 constexpr Color kBox{0xF000, 0x8800, 0x1800};
 constexpr Color kDisc{0x3000, 0xD800, 0xE800};
 
-constexpr std::uint32_t kBoxPeriod = 50;     // frames until a shape is back where it was
+constexpr std::uint32_t kBoxPeriod = 50;     // frames until a shape is back at its start
 constexpr std::uint32_t kDiscPeriod = 36;
 
-// The picture's bands from top to bottom, each ending at so many percent of its height.
+// The picture's bands from top to bottom, as the percentage of the height at which each ends.
 struct Bands {
     int title;
     int bars;
@@ -72,8 +72,8 @@ void drawBars(Canvas& canvas) {
     }
 }
 
-// Each row lies a fraction of a pixel further on than the one above, so that all rows together run through far more
-// levels than the picture is wide: deep types show every code value they have.
+// Each row is offset by a fraction of a pixel from the one above, so that all rows together have far more levels than
+// the picture is wide: deep types show all their code values.
 void drawRamp(Canvas& canvas) {
     const Bands bands = bandsOf(canvas);
     const std::int64_t rows = bands.ramp - bands.bars;
@@ -86,7 +86,7 @@ void drawRamp(Canvas& canvas) {
     }
 }
 
-// Where something that travels 0 ... length ... 0 within `period` frames is in frame `number`.
+// Position in frame `number` of something that moves 0 ... length ... 0 within `period` frames.
 int backAndForth(std::uint32_t number, std::uint32_t period, int length) {
     const std::uint32_t phase = number % period;
     const std::uint32_t way = std::min(phase, period - phase);

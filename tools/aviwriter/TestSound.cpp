@@ -7,21 +7,21 @@ namespace aviwriter {
 namespace {
 
 constexpr std::uint32_t kLowestPitch = 220;      // Hz
-constexpr std::uint32_t kPitchStep = 110;        // Hz from channel to channel
-constexpr std::uint32_t kTicksLongInverse = 200; // a tick lasts 1/200 s
+constexpr std::uint32_t kPitchStep = 110;        // Hz between channels
+constexpr std::uint32_t kTicksLongInverse = 200; // the click lasts 1/200 s
 constexpr std::int32_t kTickLevel = 0x70000000;
 
-// Sine of phase / 2^32 of a turn, times 2^30. A polynomial of seventh order per quarter turn, off by less than
-// 0.00001: true enough to hear and to measure, and free of the differences between mathematics libraries.
+// Sine of phase / 2^32 of a turn, times 2^30. A polynomial of seventh order per quarter turn, with an error below
+// 0.00001: accurate enough to hear and measure, and the same with every mathematics library.
 std::int64_t sine(std::uint32_t phase) {
-    std::int64_t z = static_cast<std::int32_t>(phase);          // -2^31 ... 2^31 is half a turn each way
+    std::int64_t z = static_cast<std::int32_t>(phase);          // -2^31 ... 2^31 is half a turn in each direction
     constexpr std::int64_t quarter = std::int64_t{1} << 30;
     if (z > quarter) {
         z = 2 * quarter - z;
     } else if (z < -quarter) {
         z = -2 * quarter - z;
     }
-    // Value, slope and curvature are right at the peak, and the slope at zero; times 2^30.
+    // Value, slope and curvature at the peak, and the slope at zero, are exact; times 2^30.
     constexpr std::int64_t a = 1686629713;
     constexpr std::int64_t b = 693437629;
     constexpr std::int64_t c = 85082503;
@@ -54,7 +54,7 @@ std::uint16_t bitsPerSample(SampleFormat format) {
 }
 
 std::int32_t testSample(std::uint16_t channel, std::uint64_t position, std::uint32_t sampleRate) {
-    const std::uint64_t inSecond = position % sampleRate;       // every pitch is a whole number of turns per second
+    const std::uint64_t inSecond = position % sampleRate;       // every pitch has a whole number of turns per second
     if (inSecond < sampleRate / kTicksLongInverse) {
         return inSecond / 4 % 2 == 0 ? kTickLevel : -kTickLevel;
     }

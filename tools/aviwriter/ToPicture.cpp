@@ -6,7 +6,7 @@ namespace aviwriter {
 
 namespace {
 
-constexpr std::int64_t kMax = 65535;             // of a canvas component
+constexpr std::int64_t kMax = 65535;             // maximum of a canvas component
 constexpr std::int64_t kWeightUnit = 10000;
 constexpr std::uint32_t kRec601 = 1;
 constexpr std::uint32_t kLimited = 1;
@@ -16,7 +16,7 @@ struct LumaWeights {                             // in 1/10000
     std::int64_t b;
 };
 
-// How a component's 0 ... 1 (or, for chroma, -1/2 ... +1/2) becomes code values of a bit depth.
+// How a component's 0 ... 1 (or, for chroma, -1/2 ... +1/2) is converted to code values of a bit depth.
 struct Coding {
     std::int64_t lumaBase;
     std::int64_t lumaSpan;
@@ -26,7 +26,7 @@ struct Coding {
 };
 
 Coding codingFor(std::uint32_t bitDepth, std::uint32_t range) {
-    const std::int64_t step = std::int64_t{1} << (bitDepth - 8);   // of one 8-bit code
+    const std::int64_t step = std::int64_t{1} << (bitDepth - 8);   // one 8-bit code step
     const std::int64_t top = 256 * step - 1;
     if (range == kLimited) {
         return {16 * step, 219 * step, 128 * step, 224 * step, top};
@@ -38,7 +38,7 @@ LumaWeights weightsFor(std::uint32_t colorSpace) {
     return colorSpace == kRec601 ? LumaWeights{2990, 1140} : LumaWeights{2126, 722};
 }
 
-// numerator / denominator to the nearest whole number, halves upwards; denominator > 0.
+// numerator / denominator to the nearest whole number, halves up; denominator > 0.
 std::int64_t divideRounded(std::int64_t numerator, std::int64_t denominator) {
     const std::int64_t twice = 2 * numerator + denominator;
     const std::int64_t divisor = 2 * denominator;
@@ -101,7 +101,7 @@ Sum sumOfBlock(const Canvas& canvas, int x, int y, int width, int height) {
     return sum;
 }
 
-// `component` picks blue for plane U, red for plane V; `weight` is that colour's share of the luma.
+// `component` selects blue for plane U, red for plane V; `weight` is that colour's weight in luma.
 void fillChroma(standin::Plane& plane, const Canvas& canvas, const Coding& coding, const LumaWeights& weights,
                 const standin::TypeLayout& layout, std::int64_t Sum::*component, std::int64_t weight) {
     const int blockWidth = static_cast<int>(layout.xSubsampling);

@@ -1,4 +1,4 @@
-// From a drawing to the components of a compressed type.
+// Converts a drawing to the components of a compressed type.
 #pragma once
 
 #include "aviwriter/Canvas.h"
@@ -6,9 +6,9 @@
 
 namespace aviwriter {
 
-// The canvas in the components, bit depth, colour matrix, range and subsampling that `info` asks for. Exact integer
-// arithmetic, rounding to nearest: the same picture on every system. Alpha always spans the full range; a
-// subsampled chroma sample is the mean of the pixels it covers. Throws std::invalid_argument for an unknown type.
+// The canvas with the components, bit depth, colour matrix, range and subsampling of `info`. Exact integer arithmetic,
+// rounding to nearest: the same picture on every system. Alpha always has full range; a subsampled chroma sample is the
+// mean of the pixels it covers. Throws std::invalid_argument for an unknown type.
 standin::Picture toPicture(const Canvas& canvas, const standin::StreamInfo& info);
 
 }  // namespace aviwriter

@@ -1,8 +1,8 @@
-// A program's arguments in one spelling on every system.
+// A program's arguments as UTF-8 on every system.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// The arguments after the program's name, in UTF-8; takes what main was given.
+// The arguments after the program's name, in UTF-8. Pass main's parameters.
 std::vector<std::string> utf8Arguments(int argc, char** argv);

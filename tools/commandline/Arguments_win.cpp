@@ -19,7 +19,7 @@ std::string utf8(const wchar_t* wide) {
 
 }  // namespace
 
-// argv is in the system's code page, which cannot spell every file name.
+// argv is in the system's code page, which cannot represent every file name.
 std::vector<std::string> utf8Arguments(int, char**) {
     std::vector<std::string> arguments;
     int count = 0;

@@ -105,7 +105,7 @@ ParsedCommand parseCommandLine(std::vector<std::string> arguments) {
     addFileOptions(app, command.options);
     app.add_option("-o,--output", command.output, "the file to write")->required()->type_name("FILE");
     try {
-        std::reverse(arguments.begin(), arguments.end());   // the parser takes them off the end
+        std::reverse(arguments.begin(), arguments.end());   // the parser expects the list in reverse
         app.parse(arguments);
     } catch (const CLI::ParseError& error) {
         return {{}, app.exit(error) == 0 ? kExitGood : kExitUsage};

@@ -19,11 +19,11 @@ struct Command {
 };
 
 struct ParsedCommand {
-    std::optional<Command> command;     // empty when there is nothing to do but to end
-    int exitCode = kExitGood;           // for that case: after --help or --version, or after a line that makes no sense
+    std::optional<Command> command;     // empty if there is nothing to do but exit
+    int exitCode = kExitGood;           // in that case: after --help, --version or an invalid command line
 };
 
-// Prints help to standard output and what is wrong with the line to standard error.
+// Prints help to standard output and errors to standard error.
 ParsedCommand parseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace makeavi

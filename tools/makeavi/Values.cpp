@@ -15,9 +15,9 @@ using aviwriter::SampleAudio;
 using aviwriter::SampleFormat;
 using aviwriter::WaveRecord;
 
-constexpr std::uint32_t kLargestSide = 16384;       // more is beyond the encoder
-constexpr std::uint32_t kLongestSpan = 1000000;     // a slip of the keyboard must not fill the memory
-constexpr std::uint32_t kMostChannels = 32;         // more is beyond the importer
+constexpr std::uint32_t kLargestSide = 16384;       // the encoder's maximum
+constexpr std::uint32_t kLongestSpan = 1000000;     // a typing error must not fill the memory
+constexpr std::uint32_t kMostChannels = 32;         // the importer's maximum
 
 [[noreturn]] void refuse(std::string_view text, const std::string& expected) {
     throw std::invalid_argument("'" + std::string(text) + "' is not " + expected);
@@ -35,7 +35,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     }
 }
 
-// A decimal number, or a hexadecimal one behind "0x".
+// Parses a decimal number, or a hexadecimal one after "0x".
 std::optional<std::uint32_t> number(std::string_view text) {
     const bool hexadecimal = text.starts_with("0x");
     if (hexadecimal) {

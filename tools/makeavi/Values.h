@@ -1,5 +1,5 @@
-// The values of makeavi's options as people type them. Every function throws std::invalid_argument, with a text
-// that says what was expected, for anything it does not understand.
+// Parses the values of makeavi's options. Every function throws std::invalid_argument, with a text that says what was
+// expected, for an invalid value.
 #pragma once
 
 #include "aviwriter/Sample.h"
@@ -21,20 +21,20 @@ std::pair<std::uint32_t, std::uint32_t> parseRate(std::string_view text);
 // "idx1", "opendml" or "both".
 aviwriter::IndexKind parseIndex(std::string_view text);
 
-// "601" or "709", as the codec numbers them: 1, 2.
+// "601" or "709"; returns the codec's numbers, 1 and 2.
 std::uint32_t parseColor(std::string_view text);
 
-// "limited" or "full", as the codec numbers them: 1, 2.
+// "limited" or "full"; returns the codec's numbers, 1 and 2.
 std::uint32_t parseRange(std::string_view text);
 
 // "100000", "64KB", "1MB" or "5GB": bytes, or units of 1024, 1024^2 or 1024^3 bytes.
 std::uint64_t parseBytes(std::string_view text);
 
-// "3,5-8": single numbers and spans.
+// "3,5-8": single numbers and ranges.
 std::set<std::uint32_t> parseFrames(std::string_view text);
 
-// "FORMAT:CHANNELS:RATE" with any of ":mask=M", ":chunk=N" and ":header=16|18|40" behind it. A mask asks for the
-// 40-byte header, since no other has room for it.
+// "FORMAT:CHANNELS:RATE", followed by any of ":mask=M", ":chunk=N" and ":header=16|18|40". A mask requires the 40-byte
+// header, the only one with a field for it.
 aviwriter::SampleAudio parseAudio(std::string_view text);
 
 }  // namespace makeavi

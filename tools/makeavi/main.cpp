@@ -19,7 +19,7 @@ std::filesystem::path pathOf(const std::string& utf8) {
     return std::u8string(utf8.begin(), utf8.end());
 }
 
-// A broken-off file must not pass for a sample; devices and the like stay.
+// An unfinished file must not be mistaken for a sample; devices and the like are not removed.
 void removeUnfinished(const std::filesystem::path& path) {
     std::error_code ignored;
     if (std::filesystem::is_regular_file(path, ignored)) {
@@ -34,7 +34,7 @@ void writeFile(const Command& command) {
         aviwriter::writeSample(command.options, *sink);
         sink->close();
     } catch (const std::exception&) {
-        sink.reset();   // an open file cannot be removed everywhere
+        sink.reset();   // some systems cannot remove an open file
         removeUnfinished(path);
         throw;
     }

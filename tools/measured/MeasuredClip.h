@@ -1,5 +1,5 @@
-// A clip whose requests are nothing but calls of the plug-in: records and buffers are made beforehand. What a call
-// does not answer with success throws std::runtime_error: a failure must not be measured.
+// A clip whose requests only call the plug-in: records and buffers are prepared. Any result but success throws
+// std::runtime_error, because a failure must not be measured.
 #pragma once
 
 #include "measured/MeasuredPlugin.h"
@@ -12,7 +12,7 @@
 
 class MeasuredClip {
 public:
-    // Opens and describes the file. Sound is fetched into buffers for up to `audioFrames` sample frames.
+    // Opens and describes the file. Sound is read into buffers for up to `audioFrames` sample frames.
     MeasuredClip(MeasuredPlugin& plugin, const std::filesystem::path& path, csSDK_uint32 audioFrames = 0);
     ~MeasuredClip();
     MeasuredClip(const MeasuredClip&) = delete;
@@ -20,17 +20,17 @@ public:
 
     csSDK_int64 frameCount() const { return static_cast<csSDK_int64>(m_times.size()); }
 
-    // One frame in the clip's own pixel format, given back to the host at once. `frame` counts from 0 and begins anew
-    // behind the last. Gives the nanoseconds of the plug-in's call.
+    // Requests one frame in the clip's own pixel format, and releases it at once. `frame` counts from 0 and wraps after
+    // the last. Returns the duration of the plug-in's call in nanoseconds.
     std::uint64_t getFrame(csSDK_int64 frame);
 
-    // `frames` sample frames from a position.
+    // Requests `frames` sample frames from `position`.
     void getSound(PrAudioSample position, csSDK_uint32 frames);
 
-    // The host needs the file's handle for something else: the importer closes the file, and stays.
+    // The importer closes the file but stays, as if the host needed the file for something else.
     void quiet();
 
-    // The asynchronous importer, and its frames: announced, collected and given back. Closed with the clip.
+    // Opens the asynchronous importer, whose frames are announced, collected and released. It is closed with the clip.
     void openAsync();
     void announce(csSDK_int64 frame);
     void collect(csSDK_int64 frame);

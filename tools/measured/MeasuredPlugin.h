@@ -1,5 +1,5 @@
 // The built plug-in, loaded and started in a host whose frames and sound cost nothing, with its reads and decodes
-// watched. One at a time.
+// counted. One at a time.
 #pragma once
 
 #include "hostkit/host/Host.h"
@@ -12,8 +12,7 @@
 
 class MeasuredPlugin {
 public:
-    // Loads the plug-in that lies beside the running program. Frame buffers have `frameBytes`. Throws
-    // std::runtime_error.
+    // Loads the plug-in in the program's folder. Frame buffers have `frameBytes` bytes. Throws std::runtime_error.
     explicit MeasuredPlugin(std::size_t frameBytes);
     ~MeasuredPlugin();
     MeasuredPlugin(const MeasuredPlugin&) = delete;
@@ -25,7 +24,7 @@ public:
     const hostkit::PluginLibrary& library() const { return m_plugin; }
     hostkit::CallSpy& spy() { return m_spy; }
 
-    // The entry, called without anything between.
+    // Calls the plug-in's entry directly.
     csSDK_int32 call(csSDK_int32 selector, void* param1, void* param2) {
         return m_plugin.entry()(selector, m_host.stdParms(), param1, param2);
     }

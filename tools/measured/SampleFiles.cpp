@@ -12,7 +12,7 @@ std::filesystem::path sampleFile(const std::string& name, const aviwriter::Sampl
     const std::filesystem::path file = sampleFolder() / name;
     if (!std::filesystem::exists(file)) {
         std::filesystem::create_directories(file.parent_path());
-        // A file that was left half written must not be taken for a whole one.
+        // A partly written file must not be mistaken for a complete one.
         const std::filesystem::path unfinished = file.string() + ".part";
         aviwriter::FileSink sink(unfinished);
         aviwriter::writeSample(options, sink);

@@ -1,4 +1,4 @@
-// The files to measure with: written when they are not there yet, and kept from run to run.
+// The files to measure with: written if missing, and kept between runs.
 #pragma once
 
 #include "aviwriter/Sample.h"
@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <string>
 
-// The folder for them: the environment variable QUORVANE_BENCH_FILES, else one in the system's folder for temporary
-// files.
+// The folder for them: the environment variable QUORVANE_BENCH_FILES, or else a folder in the system's temporary
+// folder.
 std::filesystem::path sampleFolder();
 
-// A sample of that name. Throws std::runtime_error when it cannot be written.
+// A sample with that name. Throws std::runtime_error if it cannot be written.
 std::filesystem::path sampleFile(const std::string& name, const aviwriter::SampleOptions& options);

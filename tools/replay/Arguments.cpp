@@ -7,7 +7,7 @@ namespace replay {
 
 namespace {
 
-// "NAME [code]" with its two parts.
+// "NAME [code]", split into its two parts.
 struct FormatText {
     std::string_view name;
     std::string_view code;
@@ -47,7 +47,7 @@ std::optional<imFrameFormat> scanFrameFormat(std::string_view text) {
     return result;
 }
 
-// A four-character file type, whose text has the highest byte first.
+// A four-character file type, printed with the highest byte first.
 std::optional<csSDK_int32> fileTypeOf(std::string_view text) {
     const auto code = codeOfText(text);
     if (!code) {
@@ -57,7 +57,7 @@ std::optional<csSDK_int32> fileTypeOf(std::string_view text) {
     return static_cast<csSDK_int32>(turned);
 }
 
-// What a printed pointer says: nothing but noughts is null, and so is "(nil)".
+// True if the printed pointer is null: only zeros, or "(nil)".
 bool isNull(std::string_view pointer) {
     return pointer == "(nil)" || pointer.find_first_not_of("0x") == std::string_view::npos;
 }
@@ -73,7 +73,7 @@ public:
         takeSound(message);
     }
 
-    // A list that the log does not hold whole is none.
+    // A list that is incomplete in the log is dropped.
     void finish() {
         if (m_formatsTold && m_formats.size() == *m_formatsTold) {
             m_arguments.frameFormats = std::move(m_formats);
@@ -140,7 +140,7 @@ private:
         }
     }
 
-    // "Requesting: 3, frameTime: 1000". Frame numbers are unsigned and printed as signed.
+    // "Requesting: 3, frameTime: 1000". Frame numbers are unsigned but printed as signed.
     void takeRequest(std::string_view request) {
         const std::size_t colon = request.find(": ");
         const std::size_t comma = request.rfind(", frameTime: ");

@@ -107,7 +107,7 @@ Step AsyncSteps::getStep(const LoggedCall& call, const Arguments& arguments, con
     const auto announced = findPending(importer->pending, arguments.frameIndex);
     std::vector<imFrameFormat> formats = arguments.frameFormats.value_or(std::vector<imFrameFormat>());
     if (!arguments.frameFormats && announced != importer->pending.end()) {
-        formats = announced->formats;           // the plug-in keeps to those of the announcement
+        formats = announced->formats;           // the plug-in uses those of the announcement
     } else if (!arguments.frameFormats) {
         step.assumed.push_back("no frame formats");
     }
@@ -120,7 +120,7 @@ Step AsyncSteps::getStep(const LoggedCall& call, const Arguments& arguments, con
         if (const auto taken = findPending(importer->pending, index); taken != importer->pending.end()) {
             importer->pending.erase(taken);
         }
-        return importer->session.get(time, formats).result;     // the frame is given back at once
+        return importer->session.get(time, formats).result;     // the frame is released at once
     };
     return step;
 }

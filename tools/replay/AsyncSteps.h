@@ -1,5 +1,5 @@
-// The calls of asynchronous importers, and the one that creates them. The log does not tell one such importer from
-// another: a frame is asked of one that it was announced to, everything else of the one that was created last.
+// The calls of asynchronous importers, and the one that creates them. The log does not distinguish such importers: a
+// frame is collected from the importer it was announced to, all other calls go to the one created last.
 #pragma once
 
 #include "hostkit/sessions/AsyncSession.h"
@@ -9,7 +9,7 @@ namespace replay {
 
 class AsyncSteps {
 public:
-    // All three must outlive this and its steps.
+    // All three must outlive this object and its steps.
     AsyncSteps(hostkit::ImporterSession& importer, const FileSteps& files, ClipBook& clips)
         : m_importer(importer), m_files(files), m_clips(clips) {}
 
@@ -31,7 +31,7 @@ private:
 
         const ClipPtr clip;                     // outlives the session
         hostkit::AsyncSession session;
-        std::vector<Pending> pending;           // in the order of announcing
+        std::vector<Pending> pending;           // in order of announcement
     };
     using ImporterPtr = std::shared_ptr<AsyncImporter>;
 
@@ -45,7 +45,7 @@ private:
     hostkit::ImporterSession& m_importer;
     const FileSteps& m_files;
     ClipBook& m_clips;
-    std::vector<ImporterPtr> m_importers;       // open ones, in the order of their creation
+    std::vector<ImporterPtr> m_importers;       // open ones, in order of creation
 };
 
 }  // namespace replay

@@ -1,4 +1,4 @@
-// The clips that are open in a replay. The log names them by path and stream only.
+// The clips that are open in a replay. The log identifies them only by path and stream.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -19,8 +19,8 @@ struct ReplayClip {
     const csSDK_int32 fileStream;
     hostkit::ClipSession session;
     bool isQuiet = false;
-    csSDK_int32 channels = 1;                   // of the sound that was described last
-    std::vector<std::string> offered;           // names of pixel formats, as the log has them
+    csSDK_int32 channels = 1;                   // of the sound described last
+    std::vector<std::string> offered;           // names of pixel formats, as in the log
 };
 
 using ClipPtr = std::shared_ptr<ReplayClip>;
@@ -28,22 +28,22 @@ using ClipPtr = std::shared_ptr<ReplayClip>;
 class ClipBook {
 public:
     struct Found {
-        ClipPtr clip;                           // null when there is none
+        ClipPtr clip;                           // null if not found
         std::size_t candidates = 0;
     };
 
-    // Of several, the one that was opened last; a quiet one comes before or after all others, as wanted.
+    // If there are several, the one opened last; quiet clips come first or last, depending on `quietFirst`.
     Found find(const std::string& loggedPath, csSDK_int32 fileStream, bool quietFirst) const;
 
     void add(const ClipPtr& clip) { m_clips.push_back(clip); }
     void remove(const ClipPtr& clip) { std::erase(m_clips, clip); }
     std::size_t size() const { return m_clips.size(); }
 
-    // Closes all that are open.
+    // Closes all open clips.
     void clear();
 
 private:
-    std::vector<ClipPtr> m_clips;               // in the order of their opening
+    std::vector<ClipPtr> m_clips;               // in the order of opening
 };
 
 }  // namespace replay

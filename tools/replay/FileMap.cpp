@@ -20,7 +20,7 @@ bool sameName(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameLetter);
 }
 
-// How many parts two paths have in common, from the file name on.
+// Number of parts that two paths have in common, counted from the file name.
 int commonParts(std::string_view a, std::string_view b) {
     int count = 0;
     while (!a.empty() && !b.empty()) {

@@ -1,4 +1,4 @@
-// Which of the files given here stands for a file of the log, which lay on another machine.
+// Maps files of the log, which were on another machine, to the files given here.
 #pragma once
 
 #include "replay/LogReader.h"
@@ -11,14 +11,14 @@ namespace replay {
 
 struct MappedFile {
     std::string logged;                                 // its path in the log, UTF-8
-    std::optional<std::filesystem::path> file;          // none was given for it
-    std::size_t calls = 0;                              // that name it
+    std::optional<std::filesystem::path> file;          // empty if none was given
+    std::size_t calls = 0;                              // number of calls that name it
 };
 
 class FileMap {
 public:
-    // A file stands for the logged path that it shares most of its end with, letter case aside: the file name at
-    // least. One file for a log of one file needs not even that. Where two files serve equally well, the first does.
+    // A file is mapped to the logged path with which it shares the longest end, ignoring letter case: at least the file
+    // name. A single file for a log of one file always matches. Of two equally good files the first is used.
     FileMap(const RecordedLog& log, const std::vector<std::filesystem::path>& files);
 
     const std::vector<MappedFile>& entries() const { return m_entries; }        // in the order of the log
@@ -31,7 +31,7 @@ private:
     void assign(const std::vector<std::filesystem::path>& files);
 
     std::vector<MappedFile> m_entries;
-    std::map<std::string, std::size_t, std::less<>> m_positions;        // in the entries, by logged path
+    std::map<std::string, std::size_t, std::less<>> m_positions;        // index in the entries, by logged path
     std::vector<std::filesystem::path> m_unused;
 };
 

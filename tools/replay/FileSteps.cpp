@@ -16,7 +16,7 @@ constexpr csSDK_int32 kUsualTextBytes = 65536;
 
 std::string number(std::int64_t value) { return std::to_string(value); }
 
-// The told value, or the one that is taken for it, which is noted.
+// The logged value, or the one assumed for it, which is noted.
 template <class T>
 T toldOr(const std::optional<T>& told, T usual, Step& step, const std::string& note) {
     if (!told) {
@@ -63,7 +63,7 @@ std::optional<Step> FileSteps::step(const LoggedCall& call, const Arguments& arg
         return std::nullopt;
     }
     if (!arguments.path || !arguments.fileStream) {
-        // Only a call without private data logs no path and comes to an end all the same.
+        // Only a call without private data logs no path and still completes.
         return call.result && !arguments.path
                    ? (this->*handler)(call, arguments, m_nobody, {call.name + " without a file", {}, {}, {}})
                    : skippedStep(call.name, kNotTold);
@@ -158,7 +158,7 @@ Step FileSteps::infoStep(const LoggedCall& call, const Arguments& arguments, con
     return step;
 }
 
-// The index is not in the log, but what came of it is: the position of the format among those that were found.
+// The log has no index, but the result: the format's position in the list of formats.
 Step FileSteps::pixelFormatStep(const LoggedCall& call, const Arguments& arguments, const ClipPtr& clip, Step step) {
     if (!arguments.offeredFormat && !call.result) {
         return skippedStep(step.text, kNotTold);
@@ -235,7 +235,7 @@ Step FileSteps::frameStep(const LoggedCall& call, const Arguments& arguments, co
 
 csSDK_int32 FileSteps::askFrame(const ClipPtr& clip, PrTime time, std::vector<imFrameFormat> formats, bool hasPlace) {
     if (hasPlace) {
-        return clip->session.frame(time, formats).result;       // the frame is given back at once
+        return clip->session.frame(time, formats).result;       // the frame is released at once
     }
     auto record = clip->session.frameRecord(time, formats, nullptr);
     return m_importer.exchange(imGetSourceVideo, std::move(record), clip->session.fileRef()).result;

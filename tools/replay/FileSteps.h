@@ -1,4 +1,4 @@
-// The calls of the plug-in's entry that are about one file.
+// The calls of the plug-in's entry for one file.
 #pragma once
 
 #include "replay/Arguments.h"
@@ -8,22 +8,22 @@
 
 namespace replay {
 
-// Samples of one sound request, and bytes of one buffer, beyond which a call is not made again: an honest host asks for
-// far less, and a log may hold any number.
+// Maximum samples of a sound request, and bytes of a buffer; calls with more are not repeated. Real hosts ask for far
+// less, and a log may contain any number.
 inline constexpr std::uint64_t kMostSamples = 1 << 24;
 inline constexpr csSDK_int32 kMostBufferBytes = 1 << 26;
 
 class FileSteps {
 public:
-    // All three must outlive this and its steps.
+    // All three must outlive this object and its steps.
     FileSteps(hostkit::ImporterSession& importer, const FileMap& files, ClipBook& clips)
         : m_importer(importer), m_files(files), m_clips(clips),
           m_nobody(std::make_shared<ReplayClip>(importer, std::filesystem::path(), "", 0)) {}
 
-    // Nothing for a selector that is not about a file.
+    // Empty for a selector that is not for a file.
     std::optional<Step> step(const LoggedCall& call, const Arguments& arguments);
 
-    // Why there is no clip open for this path.
+    // Says why no clip is open for this path.
     std::string reasonWithoutClip(const std::string& loggedPath) const;
 
 private:
@@ -47,7 +47,7 @@ private:
     hostkit::ImporterSession& m_importer;
     const FileMap& m_files;
     ClipBook& m_clips;
-    const ClipPtr m_nobody;                     // never opened: for calls that name no file
+    const ClipPtr m_nobody;                     // never opened: for calls without a file
 };
 
 // "64 x 48 yuy2, 64 x 48 bgra"; "no formats".

@@ -10,7 +10,7 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Whether the text looks like the pattern, in which 0 stands for any digit.
+// True if the text matches the pattern, in which 0 stands for any digit.
 bool hasShape(std::string_view text, std::string_view pattern) {
     return text.size() == pattern.size() &&
            std::equal(text.begin(), text.end(), pattern.begin(),
@@ -19,7 +19,7 @@ bool hasShape(std::string_view text, std::string_view pattern) {
 
 constexpr std::string_view kTimeShape = "[0000-00-00 00:00:00] [";
 
-// The next byte of a code's text, taken off the front.
+// Removes the next byte of a code from the front of its text.
 std::optional<csSDK_uint32> takeByte(std::string_view& text) {
     const std::size_t end = text.find(']');
     if (text.front() == '[' && end != std::string_view::npos) {

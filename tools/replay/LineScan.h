@@ -1,5 +1,5 @@
-// Taking single lines of the plug-in's log apart. Everything here is pure and safe on any thread; a text that does not
-// have the shape asked for gives nothing.
+// Parses single lines of the plug-in's log. All functions are pure and thread-safe; they return an empty result for a
+// text of another form.
 #pragma once
 
 #include "sdk/SdkTypes.h"
@@ -12,14 +12,14 @@
 namespace replay {
 
 struct LogLine {
-    std::string_view thread;        // its number as written
+    std::string_view thread;        // its number as text
     std::string_view message;
 };
 
-// "[2026-11-16 00:44:11] [7212] message", with or without a carriage return at its end.
+// "[2026-11-16 00:44:11] [7212] message", optionally with a carriage return at its end.
 std::optional<LogLine> scanLine(std::string_view line);
 
-// A whole text that is a number in decimal and fits T.
+// A text that consists of a decimal number that fits T.
 template <class T>
 std::optional<T> numberOf(std::string_view text) {
     T value{};
@@ -28,10 +28,10 @@ std::optional<T> numberOf(std::string_view text) {
     return error == std::errc() && stopped == end && !text.empty() ? std::optional<T>(value) : std::nullopt;
 }
 
-// What follows `start`.
+// The text after `start`.
 std::optional<std::string_view> textAfter(std::string_view message, std::string_view start);
 
-// A number that follows `start` and any blanks.
+// The number after `start` and any blanks.
 template <class T>
 std::optional<T> numberAfter(std::string_view message, std::string_view start) {
     auto rest = textAfter(message, start);
@@ -44,16 +44,16 @@ std::optional<T> numberAfter(std::string_view message, std::string_view start) {
 struct NamedCode {
     std::string_view name;
     csSDK_int32 code = 0;
-    std::string_view rest;          // what follows
+    std::string_view rest;          // the remaining text
 };
 
 // "[imBadFile] (2)" at the start of a text.
 std::optional<NamedCode> scanNamedCode(std::string_view text);
 
-// The code whose text, lowest byte first, is this; unprintable bytes are written as "[n]".
+// The code for this text, lowest byte first; unprintable bytes are written as "[n]".
 std::optional<csSDK_uint32> codeOfText(std::string_view text);
 
-// Fit for a terminal and a single line: control characters as "\x1b".
+// Safe for a terminal and a single line: control characters become "\x1b".
 std::string printable(std::string_view text);
 
 }  // namespace replay

@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kRule = "----------------------";
 constexpr std::string_view kAsyncEnd = "QuorvaneAsyncImporter::~QuorvaneAsyncImporter()";
 
-// A message and a call cost about this much beside their text.
+// Approximate memory of a message or a call in addition to its text.
 constexpr std::size_t kMessageOverhead = 64;
 constexpr std::size_t kCallOverhead = 256;
 
@@ -32,7 +32,7 @@ constexpr std::array<AsyncHandler, 3> kAsyncHandlers = {{
     {"[OnFlush]", "aiFlush", aiFlush},
 }};
 
-// One line of any length, of which only the start is kept. False at the end of the stream.
+// Reads one line of any length, but keeps only its start. Returns false at the end of the stream.
 bool takeLine(std::istream& in, std::size_t limit, std::string& line, bool& wasCut) {
     line.clear();
     std::streambuf& buffer = *in.rdbuf();
@@ -79,7 +79,7 @@ private:
         Idle,
         Ruled,          // the rule before a call was read
         InCall,
-        InDecode,       // of the background
+        InDecode,       // of a background decode
         InClose,        // which has no result line
     };
 
@@ -88,7 +88,7 @@ private:
         std::size_t call = 0;
     };
 
-    // A message may have several lines, of which only the first has time and thread.
+    // A message may have several lines; only the first has time and thread.
     void takeText(std::string_view text) {
         if (const auto line = scanLine(text)) {
             const auto [found, isNew] = m_threads.try_emplace(std::string(line->thread));
@@ -134,7 +134,7 @@ private:
         }
     }
 
-    // The lines around all calls.
+    // Handles the lines around all calls.
     bool takeFrame(Thread& thread, std::string_view message) {
         if (message == "Log opened") {
             if (m_wasOpened) {
@@ -214,7 +214,7 @@ private:
                                                               : "FATAL: Unhandled exception");
     }
 
-    // Remembers who asked for the frame of a time: its background decode tells nothing but the time.
+    // Remembers which call requested the frame of a time, because its background decode logs only the time.
     void noteRequest(std::size_t call, std::string_view message) {
         if (message.starts_with("REQUEST: Adding: ") || message.starts_with("REQUEST: ERROR: Frame not found: ")) {
             if (const auto time = numberOf<PrTime>(message.substr(message.rfind(' ') + 1))) {
@@ -258,7 +258,7 @@ private:
     RecordedLog m_log;
     std::map<std::string, Thread, std::less<>> m_threads;
     std::map<PrTime, std::deque<std::size_t>> m_requests;
-    std::string* m_latest = nullptr;        // message that a line without time and thread goes on with
+    std::string* m_latest = nullptr;        // the message that lines without time and thread continue
     std::size_t m_lineNumber = 0;
     std::size_t m_strayLines = 0;
     std::size_t m_keptBytes = 0;

@@ -1,7 +1,7 @@
-// A log that the plug-in wrote, read back into the calls that it tells of.
+// Reads a log of the plug-in back into calls.
 //
-// Lines of several threads are told apart by their numbers. What a background decode logged goes to the call that
-// asked for the frame. A log may end anywhere, and may hold anything: what cannot be understood is counted, not guessed.
+// Lines of several threads are separated by their thread numbers. Lines of a background decode belong to the call that
+// requested the frame. A log may end anywhere and contain anything: what is not understood is counted, not guessed.
 #pragma once
 
 #include "sdk/SdkAsyncImporter.h"
@@ -16,43 +16,43 @@
 namespace replay {
 
 enum class Entry {
-    Importer,       // the plug-in's entry; the selector is an imSelector
-    Async,          // the entry of an asynchronous importer; the selector is an aiSelector
+    Importer,       // the plug-in's entry; `selector` is an imSelector
+    Async,          // the entry of an asynchronous importer; `selector` is an aiSelector
 };
 
 struct LoggedCall {
     Entry entry = Entry::Importer;
     csSDK_int32 selector = 0;
-    std::string name;                           // "imGetInfo8", "aiGetFrame"; "????" for one that the plug-in has not
-    std::size_t line = 0;                       // of the file, from 1
+    std::string name;                           // "imGetInfo8", "aiGetFrame"; "????" if the plug-in does not know it
+    std::size_t line = 0;                       // in the file, from 1
     std::vector<std::string> messages;          // between its first line and its result, without times and threads
-    std::vector<std::string> decode;            // of the background decode that it started
-    std::optional<csSDK_int32> result;          // none: the log does not tell it
+    std::vector<std::string> decode;            // messages of the background decode that it started
+    std::optional<csSDK_int32> result;          // empty if not in the log
 
-    // The end of an asynchronous importer is the one call whose result the plug-in does not log.
+    // The end of an asynchronous importer is the only call whose result the plug-in does not log.
     bool hasNoResult() const { return entry == Entry::Async && selector == aiClose; }
 };
 
 struct RecordedLog {
-    std::string application;                    // that loaded the plug-in; empty when not told
+    std::string application;                    // the program that loaded the plug-in; empty if unknown
     std::vector<LoggedCall> calls;              // in the order in which they began
     std::size_t threads = 0;
-    bool isComplete = false;                    // its last line is there
-    std::vector<std::string> remarks;           // whole sentences on what was left out
+    bool isComplete = false;                    // its last line is present
+    std::vector<std::string> remarks;           // complete sentences about what was skipped
 };
 
-// What a log may cost. A day's work in the editor stays far below these.
+// Limits of a log. A day's work in the editor is far below these.
 struct LogLimits {
     std::size_t lineBytes = 64 * 1024;          // the rest of a longer line is dropped
-    std::size_t keptBytes = 256 * 1024 * 1024;  // calls and messages together, with their overhead
+    std::size_t keptBytes = 256 * 1024 * 1024;  // calls and messages together, including overhead
 };
 
-// It is no log of the plug-in's.
+// Thrown if it is not a log of the plug-in.
 struct NotALog : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Reads one run's log; a second one in the same stream is left. Throws NotALog.
+// Reads one run's log; a second one in the same stream is not read. Throws NotALog.
 RecordedLog readLog(std::istream& in, const LogLimits& limits = {});
 
 }  // namespace replay

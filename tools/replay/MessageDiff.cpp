@@ -9,7 +9,7 @@ namespace replay {
 
 namespace {
 
-// Longer lists are told whole, without looking for what they have in common: that would cost their product.
+// Longer lists are printed whole, without finding common parts: that would take time proportional to their product.
 constexpr std::size_t kMostCompared = 2000;
 
 constexpr std::array<std::string_view, 2> kSessionMessages = {"Starting decompression: ",
@@ -20,7 +20,7 @@ std::string_view pointerText(std::string_view pointer) {
     return isNull ? "<null>" : "<pointer>";
 }
 
-// Where the message's last part is a printed pointer.
+// The start of a printed pointer at the end of the message, if any.
 std::optional<std::size_t> pointerStart(const std::string& message) {
     if (message.starts_with("outFrame: ")) {
         return 10;
@@ -29,7 +29,7 @@ std::optional<std::size_t> pointerStart(const std::string& message) {
     return message.starts_with("Acquiring suite: ") && at != std::string::npos ? std::optional(at + 8) : std::nullopt;
 }
 
-// Planes of a frame are told as "{address,bytes,size}".
+// Planes of a frame are logged as "{address,bytes,size}".
 void dropAddresses(std::string& message) {
     std::size_t start = 0;
     while ((start = message.find('{', start)) != std::string::npos) {
@@ -54,7 +54,7 @@ std::vector<std::string> comparableOf(const std::vector<std::string>& messages, 
 
 using Lines = std::vector<std::string>;
 
-// Lengths of the longest common parts of what follows each pair of positions.
+// Lengths of the longest common subsequence after each pair of positions.
 class CommonLengths {
 public:
     CommonLengths(const Lines& then, const Lines& now)

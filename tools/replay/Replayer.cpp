@@ -9,7 +9,7 @@ namespace replay {
 
 namespace {
 
-// What a call of no known shape gets in place of its records.
+// Size of the record passed to calls of unknown form.
 constexpr std::size_t kBlankRecordBytes = 16384;
 
 std::string counted(std::size_t count, const std::string& what) {

@@ -1,4 +1,4 @@
-// Makes the calls of a log again, one after another on one thread, in the order in which they began.
+// Repeats the calls of a log, one at a time on one thread, in the order in which they began.
 #pragma once
 
 #include "replay/AsyncSteps.h"
@@ -7,7 +7,7 @@ namespace replay {
 
 class Replayer {
 public:
-    // Both must outlive this. Starts the plug-in when the log does not begin with its start.
+    // All must outlive this object. Starts the plug-in if the log does not begin with its start.
     Replayer(hostkit::ImporterSession& importer, const FileMap& files, const RecordedLog& log);
     ~Replayer();
     Replayer(const Replayer&) = delete;
@@ -15,10 +15,11 @@ public:
 
     bool startedByItself() const { return m_startedByItself; }
 
-    // The call, ready to be made. Each step is to be run, unless it is skipped, before the next one is asked for.
+    // Prepares the call. Run each step, unless it is skipped, before requesting the next.
     Step step(const LoggedCall& call);
 
-    // Closes what the log left open and shuts the plug-in down when the log does not. Gives what that was: sentences.
+    // Closes what the log left open, and shuts the plug-in down if the log does not. Returns what that was, as
+    // sentences.
     std::vector<std::string> finish();
 
 private:
@@ -33,7 +34,7 @@ private:
     bool m_isRunning = false;
 };
 
-// Suites that the user's host did not give, as far as the log tells: those that were asked for and never given.
+// Suites that the user's host did not provide, according to the log: those that were requested but never acquired.
 std::vector<hostkit::SuiteId> refusedSuitesOf(const RecordedLog& log);
 
 }  // namespace replay

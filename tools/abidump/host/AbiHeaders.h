@@ -1,7 +1,7 @@
-// What abidump describes: the host's own headers, in the folder that QUORVANE_HOST_HEADERS names.
+// Includes what abidump describes: the host's own headers, in the folder QUORVANE_HOST_HEADERS.
 //
-// Nobody of us has had these headers: a name below that they spell otherwise stops the compilation, and is put right
-// here, by an alias with our name, so that the tables and their text stay as they are.
+// We never had these headers: a name below that is different in them fails to compile. Fix it here with an alias for
+// our name, so that the tables and their text stay the same.
 #pragma once
 
 #include <SPBasic.h>
@@ -35,7 +35,8 @@ namespace abidump {
 inline constexpr char kHeaders[] = "the host's headers";
 inline constexpr std::int64_t kInterfaceVersion = IMPORTMOD_VERSION;
 
-// Records that are part of another are known by the place where they stand, whatever the host calls them.
+// The types of these records are deduced from the members that contain them, whatever their names in the host's
+// headers.
 using PlugMemoryFuncs = std::remove_pointer_t<decltype(piSuites::memFuncs)>;
 using PlugUtilFuncs = std::remove_pointer_t<decltype(piSuites::utilFuncs)>;
 using ClassDataFuncs = std::remove_pointer_t<decltype(imCallbackFuncs::classFuncs)>;

@@ -1,5 +1,5 @@
-// What abidump describes: our own words for the host's interface. The other file of this name, in the folder "host",
-// takes the host's headers instead; CMake chooses.
+// Includes what abidump describes: our own definition of the host's interface. The file of the same name in the folder
+// "host" uses the host's headers instead; CMake chooses.
 #pragma once
 
 #include "sdk/SdkAsyncImporter.h"

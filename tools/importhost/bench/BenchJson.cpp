@@ -1,4 +1,4 @@
-// A measured file as JSON for programs.
+// The measurements of a file as JSON.
 #include "importhost/bench/Measurement.h"
 
 #include "hostkit/system/Text.h"
@@ -11,7 +11,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Adds the members of one row to an object that has its name.
+// Adds the members of one row to an object that already has its name.
 Json withRow(Json json, const Row& row) {
     json["count"] = row.waits.count;
     json["failed"] = row.failed;

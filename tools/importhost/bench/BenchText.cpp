@@ -1,4 +1,4 @@
-// A measured file as a table for people.
+// The measurements of a file as a table.
 #include "importhost/bench/Measurement.h"
 #include "importhost/bench/Sampling.h"
 #include "importhost/bench/TextTable.h"

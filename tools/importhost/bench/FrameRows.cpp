@@ -32,7 +32,7 @@ Row framesAtOnce(const std::string& name, VideoClip& clip, const std::vector<std
     return row.finish();
 }
 
-// The host computes: a host that slept would leave its processor to the plug-in.
+// The host computes: sleeping would leave its processor to the plug-in.
 void beBusy(int milliseconds) {
     const Stopwatch watch;
     while (watch.milliseconds() < milliseconds) {
@@ -49,7 +49,7 @@ Row framesWithoutAhead(VideoClip& clip, const std::vector<std::int64_t>& indexes
     return row.finish();
 }
 
-// As many as wanted are announced at any time; the host waits for one, announces another, and works on the one it got.
+// `ahead` frames are announced at any time: the host waits for one, announces another, and works on the first.
 Row framesAhead(hostkit::AsyncSession& async, VideoClip& clip, const std::vector<std::int64_t>& indexes,
                 std::size_t ahead, ReadCounter& counter, const BenchOptions& options, FileMeasurement& file) {
     const std::vector<AsyncStep> plan = asyncPlan(indexes.size(), {.ahead = ahead});
@@ -105,7 +105,7 @@ void measureAhead(Editor& editor, VideoClip& clip, ReadCounter& counter, const B
         file.failures.push_back("The plug-in gave no asynchronous importer: " + hostkit::resultText(created) + ".");
         return;
     }
-    // Its codec starts for its first frame, which is no row's to pay for.
+    // The codec starts for the first frame, which is not measured.
     async.announce(clip.timeOf(0), {clip.wanted(clip.formats().front())});
     async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
     for (const std::size_t ahead : kAhead) {

@@ -1,4 +1,4 @@
-// The measured rows of a clip's pictures.
+// Measures a clip's pictures.
 #pragma once
 
 #include "importhost/bench/Measurement.h"
@@ -6,10 +6,10 @@
 
 namespace importhost::bench {
 
-// Linear, reverse and random frames, each waited for.
+// Synchronous frames: linear, reverse and random.
 void measureFrames(VideoClip& clip, ReadCounter& counter, const BenchOptions& options, FileMeasurement& file);
 
-// Frames announced ahead, for a host that works between them.
+// Asynchronous frames, for a host that works between them.
 void measureAhead(Editor& editor, VideoClip& clip, ReadCounter& counter, const BenchOptions& options,
                   FileMeasurement& file);
 

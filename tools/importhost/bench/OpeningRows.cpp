@@ -9,7 +9,7 @@ namespace importhost::bench {
 
 namespace {
 
-// The system has the file in its memory from the first time on: that time stands apart.
+// After the first time the system has the file in memory, so the first time is separate.
 void setTimes(Row& row, std::vector<double> times) {
     if (!times.empty()) {
         row.first = times.front();

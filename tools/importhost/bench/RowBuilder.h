@@ -1,4 +1,4 @@
-// Collects the times of one row while it is measured, with a bar on the terminal.
+// Collects the times of one row, with a progress bar on the terminal.
 #pragma once
 
 #include "importhost/bench/Measurement.h"
@@ -10,7 +10,8 @@
 
 namespace importhost::bench {
 
-// A long measurement ends when its user wants it to, with clips closed and the log's switch put back.
+// Throws hostkit::Interrupted if the user interrupted the program, so that clips are closed and the log's switch is
+// restored.
 inline void expectNoInterrupt() {
     if (hostkit::wasInterrupted()) {
         throw hostkit::Interrupted();
@@ -19,7 +20,7 @@ inline void expectNoInterrupt() {
 
 class RowBuilder {
 public:
-    // So many things will be asked for. Counting of reads and the row's own clock start now.
+    // `requests` requests will follow. Starts counting reads and the row's own clock.
     RowBuilder(const std::string& name, std::size_t requests, ReadCounter& counter, std::vector<std::string>& failures)
         : m_counter(counter), m_failures(failures), m_progress(name, static_cast<std::int64_t>(requests)) {
         m_row.name = name;
@@ -29,14 +30,14 @@ public:
 
     void delivered(double milliseconds) { m_waits.push_back(milliseconds); }
 
-    // Only the row's first failure is told; the others are counted.
+    // Only the row's first failure is reported; the others are counted.
     void failed(const std::string& what, const std::string& answer) {
         if (m_row.failed++ == 0) {
             m_failures.push_back(what + " failed (" + m_row.name + "): " + answer + ".");
         }
     }
 
-    // After each thing that was asked for. Throws hostkit::Interrupted.
+    // Call after each request. Throws hostkit::Interrupted.
     void step() {
         m_progress.step();
         expectNoInterrupt();

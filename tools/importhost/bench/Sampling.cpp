@@ -27,7 +27,7 @@ std::vector<std::int64_t> spreadIndexes(std::int64_t total, std::int64_t most) {
 }
 
 std::vector<std::int64_t> randomIndexes(std::int64_t total, std::int64_t count, std::uint64_t seed) {
-    std::mt19937_64 random(seed);       // its numbers are the same in every library; distributions' are not
+    std::mt19937_64 random(seed);       // its numbers are the same in every library, unlike those of distributions
     std::set<std::int64_t> known;
     std::vector<std::int64_t> indexes;
     const auto wanted = static_cast<std::size_t>(std::clamp<std::int64_t>(count, 0, std::max<std::int64_t>(total, 0)));

@@ -45,7 +45,7 @@ SoundRow measureStream(Editor& editor, csSDK_int32 stream, ReadCounter& counter,
     return sound;
 }
 
-// The streams that a host would find, with sound or without.
+// The streams that a host would find: true for those with sound.
 std::vector<bool> soundOfStreams(Editor& editor, const std::filesystem::path& path) {
     hostkit::ClipSession session(editor.session(), path);
     std::vector<bool> hasSound;

@@ -1,4 +1,4 @@
-// Numbers for people out of many measured times.
+// Statistics of measured times.
 #pragma once
 
 #include <chrono>
@@ -9,12 +9,12 @@ namespace importhost::bench {
 
 struct Summary {
     std::size_t count = 0;
-    double median = 0.0;            // all in milliseconds; zeros without any time
+    double median = 0.0;            // all in milliseconds; zero if there are no times
     double p95 = 0.0;               // 95 of 100 took no longer
     double worst = 0.0;
     double total = 0.0;
 
-    // How many of them there would be in a second; 0 when they took no time at all.
+    // Requests per second; 0 if they took no time.
     double perSecond() const { return total > 0.0 ? 1000.0 * static_cast<double>(count) / total : 0.0; }
 };
 

@@ -1,4 +1,4 @@
-// Rows of short texts in columns: the first to the left, the others to the right.
+// Formats short texts as a table: the first column left-aligned, the others right-aligned.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@ namespace importhost::bench {
 
 class TextTable {
 public:
-    // A row may be shorter than others.
+    // Rows may differ in length.
     void add(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
 
-    // A line for each row, with two blanks before it and at least two between columns.
+    // One line per row, indented by two blanks, with at least two blanks between columns.
     std::string text() const;
 
 private:

@@ -17,7 +17,7 @@ bool isSame(char left, char right) {
     return std::tolower(static_cast<unsigned char>(left)) == std::tolower(static_cast<unsigned char>(right));
 }
 
-// Also true for a file without any content.
+// Also true for an empty file.
 bool begins(const std::filesystem::path& path, std::string_view beginning) {
     std::ifstream in(path, std::ios::binary);
     std::string start(beginning.size(), '\0');

@@ -1,4 +1,4 @@
-// A report that a run writes at its end: a path that was given by mistake must not cost a user a film.
+// A report written at the end of a run. Protects the user's other files from being overwritten by mistake.
 #pragma once
 
 #include <filesystem>
@@ -10,25 +10,25 @@ namespace importhost {
 
 class OutputTarget {
 public:
-    // Throws UsageError when this UTF-8 path cannot be written, is one of the run's inputs, or is a file that is there
-    // and not an earlier report: one that does not begin as `beginning` says, in whatever case. An empty path is good:
-    // nothing is written. A file that is missing is made, empty: better found before a long run than after it.
+    // Throws UsageError if this UTF-8 path cannot be written, is one of the run's inputs, or is an existing file other
+    // than an earlier report: one that does not begin with `beginning`, ignoring case. With an empty path nothing is
+    // written. Creates a missing file, empty: an error is better found before a long run than after it.
     OutputTarget(std::string path, std::string_view beginning, const std::vector<std::filesystem::path>& inputs);
 
-    // Takes away a file that was made here and never written: a run that was interrupted leaves none.
+    // Removes a file that was created here but never written, if the run was interrupted.
     ~OutputTarget();
     OutputTarget(const OutputTarget&) = delete;
     OutputTarget& operator=(const OutputTarget&) = delete;
 
     bool isWanted() const { return !m_path.empty(); }
 
-    // Replaces what the file held, and tells so on standard output. Throws std::runtime_error when the system refuses.
+    // Replaces the file's contents, and reports that on standard output. Throws std::runtime_error on failure.
     void write(const std::string& text);
 
 private:
     std::string m_path;
     std::filesystem::path m_target;
-    bool m_isNew = false;           // made here, and empty still
+    bool m_isNew = false;           // created here, and still empty
 };
 
 }  // namespace importhost

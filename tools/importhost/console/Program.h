@@ -1,4 +1,4 @@
-// What every part of the program knows of it: its version and how it ends.
+// Shared by all parts of the program: its version and exit codes.
 #pragma once
 
 #include <stdexcept>
@@ -8,12 +8,12 @@ namespace importhost {
 
 enum ExitCode {
     kGood = 0,
-    kFailed = 1,            // the plug-in or a file failed, or something was left uneven
+    kFailed = 1,            // the plug-in or a file failed, or something was not released
     kUsage = 2,
     kNotLoaded = 3,
 };
 
-// The arguments do not fit what they name; found only after it was opened.
+// An invalid argument that was only found after opening what it names.
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

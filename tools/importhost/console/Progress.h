@@ -1,4 +1,4 @@
-// A bar on the terminal while frames are made; nothing at all when the errors go elsewhere.
+// A progress bar on the terminal; nothing if standard error is redirected.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,13 @@ namespace importhost {
 class Progress {
 public:
     Progress(std::string what, std::int64_t total);
-    ~Progress();                        // takes the bar away
+    ~Progress();                        // removes the bar
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
     void step();
 
-    // Makes room for a line of text; the next step draws the bar again.
+    // Clears the line for other text; the next step draws the bar again.
     void clear();
 
     // "frames [#####.....]  50%  12 of 24"
@@ -25,7 +25,7 @@ private:
     std::string m_what;
     std::int64_t m_total;
     std::int64_t m_done = 0;
-    std::size_t m_drawn = 0;            // characters on the terminal now
+    std::size_t m_drawn = 0;            // characters currently on the terminal
     bool m_shown;
 };
 

@@ -9,10 +9,10 @@ namespace importhost {
 
 struct Range {
     std::int64_t first = 0;
-    std::int64_t last = -1;         // included; -1: the last one there is
+    std::int64_t last = -1;         // inclusive; -1: the end
 };
 
-// "A-B", "A-" up to the end, "A" alone; nothing for any other text.
+// "A-B", "A-" (to the end) or "A"; empty for any other text.
 std::optional<Range> rangeOf(std::string_view text);
 
 }  // namespace importhost

@@ -1,4 +1,4 @@
-// What differs between systems for a command-line program.
+// System-specific functions of a command-line program.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@ void useUtf8Output();
 
 bool errorsGoToATerminal();
 
-// A fault ends the process at once, without a box that waits for a click. Children inherit that.
+// A crash ends the process at once, without a dialog. Inherited by child processes.
 void failWithoutDialogs();
 
-// Lets this process end when the one that started it does, however that ends.
+// Ends this process when its parent ends, however that happens.
 void endWithParent();
 
-// The word as the system's usual shell takes it unchanged, to paste.
+// The word quoted for the system's usual shell.
 std::string shellWord(const std::string& word);
 
 }  // namespace importhost

@@ -14,11 +14,11 @@ void failWithoutDialogs() {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
 }
 
-void endWithParent() {}     // the parent's job sees to it
+void endWithParent() {}     // done by the parent's job object
 
 bool errorsGoToATerminal() { return _isatty(_fileno(stderr)) != 0; }
 
-// No path holds a quotation mark here, and nothing else of ours does.
+// Neither paths nor our own arguments contain quotation marks.
 std::string shellWord(const std::string& word) {
     const bool isPlain = !word.empty() && word.find_first_of(" \t*?&|<>()[]{};!`#~^%$@,='") == std::string::npos;
     return isPlain ? word : "\"" + word + "\"";

@@ -13,7 +13,7 @@ namespace importhost::doctor {
 
 namespace {
 
-// The resource by which the host knows an importer.
+// The resource by which the host recognises an importer.
 constexpr std::string_view kMarkType = "IMPT";
 constexpr std::string_view kMarkName = "#1000";
 
@@ -61,7 +61,7 @@ Examined examine(const std::filesystem::path& plugin) {
     return examined;
 }
 
-// Hosts may spell the folder that they share in capitals or not.
+// Hosts may write the same folder in different letter case.
 bool isExamined(const std::vector<Examined>& copies, const std::filesystem::path& path) {
     return std::any_of(copies.begin(), copies.end(), [&](const Examined& one) {
         std::error_code ignored;
@@ -69,7 +69,7 @@ bool isExamined(const std::vector<Examined>& copies, const std::filesystem::path
     });
 }
 
-// Two hosts may share a folder, and one folder may lie in another.
+// Hosts may share a folder, and one folder may contain another.
 void examineFolders(Facts& facts) {
     for (const PluginFolder& folder : facts.folders) {
         const FolderContent content = contentOf(folder.path);
@@ -97,7 +97,7 @@ LogState logState(bool isOn, const std::filesystem::path& folder) {
             return state;
         }
     }
-    // Names begin with the time of their beginning.
+    // Names contain the time of creation.
     for (std::filesystem::directory_iterator entry(folder, ignored), end; !ignored && entry != end;
          entry.increment(ignored)) {
         if (entry->path().extension() == ".log" && (!state.newest || entry->path() > *state.newest)) {

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    // The same cause in two copies is one thing to fix.
+    // The same cause in two copies is listed once.
     void add(const std::string& text) {
         if (std::find(m_toMend.begin(), m_toMend.end(), text) == m_toMend.end()) {
             m_toMend.push_back(text);
@@ -51,7 +51,7 @@ private:
         }
     }
 
-    // The newest host's folder that exists. Folders of hosts that were removed stay registered.
+    // The newest host's folder that exists. Folders of removed hosts stay registered.
     const PluginFolder* newestHost() const {
         for (const PluginFolder& folder : m_facts.folders) {
             if (folder.exists) {
@@ -80,7 +80,7 @@ private:
         return folder.hostVersion.empty() ? "Premiere Pro" : "Premiere Pro " + folder.hostVersion;
     }
 
-    // Those that one host sees, in both spellings of its folder.
+    // The copies seen by one host, in both spellings of its folder.
     std::vector<const PluginCopy*> copiesFor(const std::string& hostVersion) const {
         std::vector<const PluginCopy*> copies;
         for (const Examined& examined : m_facts.copies) {

@@ -8,11 +8,11 @@
 
 namespace importhost::doctor {
 
-// What there is to fix, each a short text that says what is wrong and what to do; empty when all is well.
-// `programVersion`: of this program, to which a plug-in of the same package belongs.
+// What to fix, each a short text that says what is wrong and what to do; empty if everything is correct.
+// `programVersion` is the version of this program, which the plug-in should have too.
 std::vector<std::string> thingsToFix(const Facts& facts, const FileVersion& programVersion);
 
-// The page for a report: the facts, then what there is to fix.
+// The page for a report: the facts, then what to fix.
 std::string pageOf(const Facts& facts, const std::string& programVersion, const std::vector<std::string>& toFix);
 
 }  // namespace importhost::doctor

@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::string_view kVersionResource = "#16";
 
-// The fixed part begins with this number, lowest byte first; the file's version stands 8 bytes behind it.
+// The fixed part begins with this number, lowest byte first; the file's version is 8 bytes after it.
 constexpr std::array<std::uint8_t, 4> kFixedPart = {0xBD, 0x04, 0xEF, 0xFE};
 constexpr std::size_t kVersionOffset = 8;
 constexpr std::size_t kVersionBytes = 8;
 
-// Nothing in files without such a resource.
+// Null for files without such a resource.
 const std::vector<std::uint8_t>* versionResource(const hostkit::LibraryFile& file) {
     if (file.resources) {
         for (const hostkit::LibraryResource& resource : *file.resources) {
@@ -32,7 +32,7 @@ std::uint32_t wordAt(const std::vector<std::uint8_t>& bytes, std::size_t offset)
     return bytes[offset] + 256U * bytes[offset + 1];
 }
 
-// The resource as 16-bit units: its texts stand on even offsets.
+// The resource as 16-bit units: its texts are at even offsets.
 std::u16string unitsOf(const std::vector<std::uint8_t>& bytes) {
     std::u16string units;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -71,7 +71,7 @@ std::optional<FileVersion> fileVersion(const hostkit::LibraryFile& file) {
     if (offset + kVersionBytes > bytes->size()) {
         return std::nullopt;
     }
-    // Two 32-bit numbers, each with its more important half in the upper 16 bits.
+    // Two 32-bit numbers, each with its more significant half in the upper 16 bits.
     return FileVersion{{wordAt(*bytes, offset + 2), wordAt(*bytes, offset), wordAt(*bytes, offset + 6),
                         wordAt(*bytes, offset + 4)}};
 }

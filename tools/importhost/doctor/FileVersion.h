@@ -1,4 +1,4 @@
-// Versions as numbers, and what the file of a library states about itself.
+// Version numbers, and the version and description in a library's file.
 #pragma once
 
 #include "hostkit/plugin/LibraryFile.h"
@@ -18,14 +18,14 @@ struct FileVersion {
     auto operator<=>(const FileVersion&) const = default;
 };
 
-// "1.2" or up to four numbers; what is missing, or is no number, is 0.
+// Parses "1.2" or up to four numbers; missing or invalid ones are 0.
 FileVersion versionOf(std::string_view text);
 
-// "1.2.3", with the fourth number only when it is not 0.
+// "1.2.3"; the fourth number is included unless it is 0.
 std::string asText(const FileVersion& version);
 
-// From the version resource; nothing in files without one, and on systems without resources.
+// From the version resource; empty for files without one, and on systems without resources.
 std::optional<FileVersion> fileVersion(const hostkit::LibraryFile& file);
-std::string fileDescription(const hostkit::LibraryFile& file);          // then empty
+std::string fileDescription(const hostkit::LibraryFile& file);          // likewise
 
 }  // namespace importhost::doctor

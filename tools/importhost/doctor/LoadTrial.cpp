@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::seconds kTimeLimit(60);
 
-// The answer is two lines: one of these words, then the codec's path or the failure.
+// The answer is two lines: one of these words, then the codec's path or the error.
 constexpr std::string_view kLoaded = "loaded";
 constexpr std::string_view kFailed = "failed";
 
@@ -38,7 +38,7 @@ LoadTrial tryToLoad(const std::filesystem::path& plugin) {
     if (word == kFailed) {
         return {false, rest, {}};
     }
-    // The exit counts as well: taking the plug-in out of memory is part of what a host does with it.
+    // The exit counts too: a host also unloads the plug-in.
     if (word != kLoaded || child.exitCode != 0) {
         return {false, "A program that loads it ends with exit code " + std::to_string(child.exitCode) + ".", {}};
     }
@@ -47,8 +47,8 @@ LoadTrial tryToLoad(const std::filesystem::path& plugin) {
 
 void tryAsChild(const std::filesystem::path& plugin) {
     try {
-        // Windows looks for libraries in the present folder too, which is another one when the host runs; the
-        // plug-in's own is looked in anyway.
+        // Windows also searches the current folder, which is a different one for the host; the plug-in's own folder is
+        // searched anyway.
         std::filesystem::current_path(plugin.parent_path());
         const hostkit::PluginLibrary library(plugin);
         const void* function = hostkit::PluginLibrary::symbolOfLoadedLibrary(codecFileName(), "quorvane_open");

@@ -1,5 +1,5 @@
-// Loading a plug-in to see whether it can be loaded: in a program of its own, since one that crashes or hangs at that
-// is just what is looked for. Nothing of it is called, so that it writes no log.
+// Tests whether a plug-in can be loaded: in a separate process, because it may crash or hang. The plug-in is not
+// called, so it writes no log.
 #pragma once
 
 #include <filesystem>
@@ -9,17 +9,17 @@ namespace importhost::doctor {
 
 struct LoadTrial {
     bool loads = false;
-    std::string failure;                // a sentence when it does not
-    std::filesystem::path codec;        // the codec library that was loaded with it; empty when it was not found so
+    std::string failure;                // a sentence, if it cannot be loaded
+    std::filesystem::path codec;        // the codec library that was loaded with it; empty if unknown
 };
 
 // The file name of the codec library.
 std::string codecFileName();
 
-// Starts this program again, with `--try PLUGIN`, and takes its answer.
+// Starts this program again, with `--try PLUGIN`, and reads its answer.
 LoadTrial tryToLoad(const std::filesystem::path& plugin);
 
-// That program's part: loads the plug-in and prints the answer.
+// Runs in that process: loads the plug-in and prints the answer.
 void tryAsChild(const std::filesystem::path& plugin);
 
 }  // namespace importhost::doctor

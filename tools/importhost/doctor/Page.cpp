@@ -8,7 +8,7 @@ namespace {
 
 using hostkit::toUtf8;
 
-// A fact under the thing that it is about.
+// One fact, indented below its subject.
 std::string factLine(std::string name, const std::string& value) {
     name.resize(std::max<std::size_t>(name.size(), 15), ' ');
     return "    " + name + " " + value + "\n";

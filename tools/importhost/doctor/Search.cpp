@@ -19,12 +19,12 @@ std::string inSmallLetters(std::string text) {
     return text;
 }
 
-// Without a separator at its end.
+// Removes a separator at the end.
 std::filesystem::path plain(const std::filesystem::path& folder) {
     return folder.has_filename() ? folder : folder.parent_path();
 }
 
-// The same path with every folder "Plug-ins" spelt "Plugins" or the other way round.
+// The same path with each folder "Plug-ins" changed to "Plugins" or the other way round.
 std::filesystem::path otherSpelling(const std::filesystem::path& folder) {
     std::filesystem::path other;
     for (const std::filesystem::path& part : folder) {

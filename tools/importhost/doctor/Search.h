@@ -1,4 +1,4 @@
-// Where hosts look for plug-ins, and what lies there.
+// Finds the folders in which hosts look for plug-ins, and the plug-ins there.
 #pragma once
 
 #include "importhost/doctor/Facts.h"
@@ -6,14 +6,14 @@
 
 namespace importhost::doctor {
 
-// The folders of these hosts, newest host first, each in the spelling that exists ("Plug-ins" or "Plugins", which is
-// the host's way too; both when both exist), or else as it was registered. Without hosts: the usual folder.
+// The folders of these hosts, newest host first, each in the spelling that exists ("Plug-ins" or "Plugins"; both if
+// both exist, as the host does), otherwise as registered. Without hosts: the usual folder.
 std::vector<PluginFolder> pluginFolders(std::vector<RegisteredHost> hosts, const std::filesystem::path& usual);
 
-// A folder with its subfolders. What cannot be read is passed over.
+// Contents of a folder and its subfolders. Unreadable ones are skipped.
 struct FolderContent {
-    std::vector<std::filesystem::path> plugins;         // in alphabetical order; also renamed ones with our name in it
-    std::vector<std::filesystem::path> shortcuts;       // to such
+    std::vector<std::filesystem::path> plugins;         // sorted; includes renamed ones with our name
+    std::vector<std::filesystem::path> shortcuts;       // to plug-ins
 };
 FolderContent contentOf(const std::filesystem::path& folder);
 

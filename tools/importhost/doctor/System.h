@@ -1,4 +1,4 @@
-// What the doctor asks of the operating system. Nothing here changes anything.
+// What the doctor needs from the operating system. Nothing here changes anything.
 #pragma once
 
 #include <filesystem>
@@ -8,28 +8,28 @@
 
 namespace importhost::doctor {
 
-// "Windows 10 Pro, build 19045"; on other systems a word that says so.
+// "Windows 10 Pro, build 19045"; on other systems a text that says so.
 std::string systemName();
 
-// Whether the host exists for this system.
+// True if the host exists for this system.
 bool hostRunsHere();
 
 struct RegisteredHost {
     std::string version;                // "22.0"
-    std::filesystem::path folder;       // its plug-ins' folder, as it was registered
+    std::filesystem::path folder;       // its plug-in folder, as registered
 };
 
-// The hosts that are known to the system, in no order.
+// The hosts registered in the system, in no particular order.
 std::vector<RegisteredHost> registeredHosts();
 
-// The folder in which a host looks that says nothing else.
+// The default plug-in folder of hosts that register none.
 std::filesystem::path usualPluginFolder();
 
-// Where the system finds a library that a plug-in in `folder` names: there, or among its own places. Not the present
-// folder, which is another one when the host runs.
+// Where the system finds a library for a plug-in in `folder`: there, or in the system's own folders. Not the current
+// folder, which is a different one for the host.
 std::optional<std::filesystem::path> findLibrary(const std::string& fileName, const std::filesystem::path& folder);
 
-// The file of the loaded library that holds the function at `address`; empty when there is none.
+// The file of the loaded library that contains the function at `address`; empty if none does.
 std::filesystem::path libraryAt(const void* address);
 
 }  // namespace importhost::doctor

@@ -13,9 +13,9 @@ namespace {
 constexpr wchar_t kHosts[] = L"Software\\Adobe\\Premiere Pro";
 constexpr wchar_t kFolderValue[] = L"CommonPluginInstallPath";
 constexpr wchar_t kWindows[] = L"Software\\Microsoft\\Windows NT\\CurrentVersion";
-constexpr DWORD kMaxKeyName = 256;      // what the system allows, with a terminator
+constexpr DWORD kMaxKeyName = 256;      // the system's limit, including a terminator
 
-// A text value; empty when there is none.
+// A text value; empty if it does not exist.
 std::wstring registryText(const std::wstring& key, const wchar_t* value) {
     DWORD bytes = 0;
     constexpr DWORD kFlags = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ | RRF_NOEXPAND;
@@ -79,7 +79,7 @@ std::optional<std::filesystem::path> findLibrary(const std::string& fileName, co
     if (std::error_code ignored; std::filesystem::exists(beside, ignored)) {
         return beside;
     }
-    // Windows' folders and those of PATH.
+    // Windows' own folders and those of PATH.
     wchar_t system[MAX_PATH] = {};
     wchar_t windows[MAX_PATH] = {};
     GetSystemDirectoryW(system, MAX_PATH);

@@ -12,7 +12,7 @@ constexpr int kCheckerSquare = 8;
 constexpr int kCheckerDark = 96;
 constexpr int kCheckerLight = 144;
 
-// 8-bit RGB, with a checkerboard behind what is transparent.
+// 8-bit RGB, with a checkerboard under transparent parts.
 std::vector<std::uint8_t> opaqueRgb(const Picture& picture) {
     const auto channels = static_cast<std::size_t>(picture.channels());
     const int shift = picture.bits - 8;

@@ -1,4 +1,4 @@
-// A picture of 8-bit RGB to draw on: rectangles, text, scaled pictures.
+// An 8-bit RGB picture to draw on: rectangles, text, scaled pictures.
 #pragma once
 
 #include "importhost/pictures/Picture.h"
@@ -16,14 +16,14 @@ class Canvas {
 public:
     Canvas(int width, int height, Ink background);
 
-    // Parts outside the canvas are left out.
+    // Parts outside the canvas are clipped.
     void fill(int x, int y, int width, int height, Ink ink);
 
-    // `size` times the letters' smallest height of 7 pixels; characters beyond ASCII appear as '?'.
+    // Letters are `size` * 7 pixels high; non-ASCII characters appear as '?'.
     void text(int x, int y, const std::string& text, int size, Ink ink);
     static int textWidth(const std::string& text, int size);
 
-    // Scaled to the rectangle. Transparent parts show a checkerboard.
+    // Draws a picture scaled to the rectangle. Transparent parts show a checkerboard.
     void picture(int x, int y, int width, int height, const Picture& picture);
 
     const Picture& result() const { return m_picture; }

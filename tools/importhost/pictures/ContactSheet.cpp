@@ -26,7 +26,7 @@ constexpr int kTextLine = 24;
 constexpr int kHeaderHeight = kTitleLine + kTextLine + 14;
 constexpr int kCaptionHeight = 26;
 
-// A text that is too long loses its end.
+// Truncates a text that is too long.
 std::string fitted(std::string text, int width, int size) {
     if (Canvas::textWidth(text, size) <= width) {
         return text;
@@ -50,7 +50,7 @@ void drawTile(Canvas& canvas, const SheetTile& tile, int x, int y, const SheetLa
     const int captionY = y + layout.tileHeight + 8;
     const int timeWidth = Canvas::textWidth(tile.time, kTextSize);
     canvas.text(x, captionY, tile.label, kTextSize, kLabel);
-    // Narrow tiles have room for the number only.
+    // Narrow tiles show only the number.
     if (Canvas::textWidth(tile.label, kTextSize) + timeWidth + 8 <= layout.tileWidth) {
         canvas.text(x + layout.tileWidth - timeWidth, captionY, tile.time, kTextSize, kFaint);
     }

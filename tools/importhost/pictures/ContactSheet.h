@@ -1,4 +1,4 @@
-// A clip at a glance: thumbnails in a grid, with frame number and time under each and the clip's name on top.
+// A contact sheet: thumbnails in a grid, with frame number and time under each and the clip's name at the top.
 #pragma once
 
 #include "importhost/pictures/Picture.h"
@@ -10,9 +10,9 @@
 namespace importhost {
 
 struct SheetTile {
-    std::optional<Picture> picture;     // none: the frame failed, and `note` says how
-    std::string label;                  // under the picture, on the left
-    std::string time;                   // under the picture, on the right
+    std::optional<Picture> picture;     // empty if the frame failed; then `note` says how
+    std::string label;                  // below the picture, on the left
+    std::string time;                   // below the picture, on the right
     std::string note;
 };
 
@@ -22,10 +22,10 @@ struct SheetLayout {
     int tileHeight = 180;
 };
 
-// A tile's height for a clip's frame size, at the tile's width.
+// The height of a tile for a clip's frame size and the tile's width.
 int tileHeightFor(int tileWidth, int frameWidth, int frameHeight);
 
-// Without a title and a subtitle there is no room left for them.
+// No space is reserved for an empty title and subtitle.
 Picture drawSheet(const std::string& title, const std::string& subtitle, const std::vector<SheetTile>& tiles,
                   const SheetLayout& layout);
 

@@ -28,7 +28,7 @@ void unpackBytes(const std::uint8_t* row, int width, Sample* out) {
     }
 }
 
-// Two pixels share their chroma; the second one of an odd row's last pair is not wanted.
+// Two pixels share their chroma; the second pixel of an odd row's last pair is ignored.
 template <int y0, int u, int y1, int v>
 void unpackPairs(const std::uint8_t* row, int width, Sample* out) {
     for (int x = 0; x < width; ++x) {
@@ -78,7 +78,7 @@ struct PictureFormat {
     PrPixelFormat format;
     Unpack unpack;
     Colour colour;
-    int full;               // the value of full intensity
+    int full;               // value of full intensity
     bool hasAlpha;
 };
 
@@ -121,10 +121,10 @@ std::uint16_t component(double intensity, int outFull) {
 }
 
 struct Rgb {
-    double red, green, blue;        // 0 ... 1 within range
+    double red, green, blue;        // 0 ... 1 for values within range
 };
 
-// Limited range: luma from 16 to 235, chroma 16 to 240 around 128, in steps of 8 bits.
+// Limited range: luma from 16 to 235, chroma from 16 to 240 around 128, in 8-bit steps.
 Rgb fromYuv(const Sample& sample, const PictureFormat& format) {
     const double step = (format.full + 1) / 256.0;
     const double y = (sample.first / step - 16.0) / 219.0;
@@ -154,7 +154,7 @@ void append(Picture& picture, const Sample& sample, const PictureFormat& format)
     }
 }
 
-// Rows in memory, from the picture's top row down.
+// Calls `use` for the rows in memory, from the picture's top row down.
 template <class Use>
 void forEachRow(const FrameView& frame, Use use) {
     const hostkit::PixelFormatRow* facts = hostkit::findPixelFormat(frame.format);

@@ -14,16 +14,16 @@ struct Picture {
     int height = 0;
     int bits = 8;                               // 8 or 16
     bool hasAlpha = false;
-    std::vector<std::uint16_t> components;      // R G B (A), `bits` of each are used
+    std::vector<std::uint16_t> components;      // R G B (A), with `bits` significant bits each
 
     int channels() const { return hasAlpha ? 4 : 3; }
 };
 
-// Whether pictures can be made of this format.
+// True if frames of this format can be converted to pictures.
 bool isPictureFormat(csSDK_uint32 format);
 
-// Formats of 8 bits give 8, all others 16. YUV is converted with the format's own matrix from limited range; alpha is
-// kept as it is. Nothing for a format that is not a picture format.
+// 8 bits per component for 8-bit formats, otherwise 16. YUV is converted with the format's own matrix from limited
+// range; alpha is unchanged. Empty for a format that is not a picture format.
 std::optional<Picture> pictureOf(const hostkit::FrameView& frame);
 
 // The frame's rows without padding, top row first; the whole buffer for formats without rows.

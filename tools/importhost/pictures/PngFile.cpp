@@ -19,7 +19,7 @@ void appendBytes(png_structp png, png_bytep bytes, std::size_t count) {
 }
 void flushBytes(png_structp) {}
 
-// libpng's two records, freed together.
+// libpng's two structures, freed together.
 class PngRecords {
 public:
     PngRecords()
@@ -42,7 +42,7 @@ private:
     png_infop m_info;
 };
 
-// A row as the file has it: 16-bit components with the high byte first.
+// A row as stored in the file: 16-bit components with the high byte first.
 void packRow(const Picture& picture, std::size_t first, std::size_t count, std::vector<png_byte>& out) {
     out.clear();
     for (std::size_t i = first; i < first + count; ++i) {

@@ -12,13 +12,13 @@ namespace importhost {
 
 namespace {
 
-// The font takes text that it may write to, and knows only ASCII.
+// The font library needs writable text, and supports only ASCII.
 std::string asciiOf(const std::string& text) {
     std::string ascii;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
         if (byte >= 0x80 && byte < 0xC0) {
-            continue;       // a further byte of a character that has its '?' already
+            continue;       // a continuation byte of a character that already has its '?'
         }
         ascii.push_back(byte >= 0x20 && byte < 0x7F ? character : '?');
     }
@@ -35,8 +35,8 @@ static_assert(sizeof(Vertex) == 16);
 
 std::vector<TextQuad> textQuads(const std::string& text) {
     std::string ascii = asciiOf(text);
-    // A letter takes 270 bytes on average, but a short text of wide letters takes more than that; the font leaves out
-    // what finds no room.
+    // A letter takes 270 bytes on average, but a short text of wide letters takes more; the font library drops what
+    // does not fit.
     constexpr std::size_t kQuadsPerLetter = 16;
     std::vector<Vertex> vertices(ascii.size() * kQuadsPerLetter * 4);
     const int count = stb_easy_font_print(0.0f, 0.0f, ascii.data(), nullptr, vertices.data(),

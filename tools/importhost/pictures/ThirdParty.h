@@ -1,4 +1,4 @@
-// What is used of stb, whose functions are defined in headers: declared here, compiled once.
+// The functions of stb in use. stb is header-only: declared here, compiled once.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ struct TextQuad {
 std::vector<TextQuad> textQuads(const std::string& text);
 int textUnits(const std::string& text);             // its width
 
-// 8-bit RGB, without padding, filtered in linear light.
+// Resizes 8-bit RGB without padding, filtered in linear light.
 std::vector<std::uint8_t> resizeRgb(const std::vector<std::uint8_t>& pixels, int width, int height, int newWidth,
                                     int newHeight);
 

@@ -13,7 +13,7 @@ namespace importhost {
 
 namespace {
 
-// Beyond these a difference is no longer read, only seen to be there; a report for programs has all.
+// More differences than this are only counted in the text; the JSON report has all of them.
 constexpr std::size_t kMostLinesOfACall = 20;
 constexpr std::size_t kMostCallsWithLines = 50;
 

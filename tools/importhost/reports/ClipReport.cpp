@@ -62,7 +62,7 @@ ClipReport reportOf(hostkit::ImporterSession& session, const std::filesystem::pa
         report.streams.push_back(describeStream(clip, static_cast<csSDK_int32>(report.streams.size())));
     } while (report.streams.back().result == imIterateStreams && report.streams.size() < 256);
     if (report.streams.size() > 1) {
-        clip.info(0);       // the plug-in keeps the stream that was asked for last; the rest is about the first one
+        clip.info(0);       // the plug-in keeps the last stream asked for; the rest is about the first one
     }
     if (!report.isGood()) {
         report.refusal = describeRefusal(path);

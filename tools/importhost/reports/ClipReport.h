@@ -1,4 +1,4 @@
-// Everything that the plug-in tells about a clip, gathered in the editor's order of calls; and as text and as JSON.
+// Everything that the plug-in says about a clip, collected in the editor's order of calls; as text and as JSON.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -16,8 +16,8 @@ namespace importhost {
 struct StreamReport {
     csSDK_int32 result = 0;
     imFileInfoRec8 info = {};
-    csSDK_int32 layoutResult = imUnsupported;   // asked for streams with sound only
-    std::vector<csSDK_int32> labels;            // one per channel, when the layout was given
+    csSDK_int32 layoutResult = imUnsupported;   // requested only for streams with sound
+    std::vector<csSDK_int32> labels;            // one per channel, if there is a layout
     Levels levels;
 
     bool isDescribed() const { return hostkit::isDescribed(result); }
@@ -46,10 +46,10 @@ struct ClipReport {
     bool isGood() const { return openResult == imNoErr && !streams.empty() && streams.front().isDescribed(); }
 };
 
-// Opens, asks and closes.
+// Opens and closes the clip.
 ClipReport reportOf(hostkit::ImporterSession& session, const std::filesystem::path& path);
 
-// The clip's duration in seconds, by its pictures or else by its sound.
+// The clip's duration in seconds, according to its pictures or else its sound.
 double secondsOf(const imFileInfoRec8& info);
 
 std::string asText(const Editor& editor);       // what the plug-in offers
@@ -57,10 +57,10 @@ std::string asText(const ClipReport& report, const Editor& editor);
 nlohmann::ordered_json asJson(const Editor& editor);
 nlohmann::ordered_json asJson(const ClipReport& report, const Editor& editor);
 
-// The name that the plug-in gave to a subtype; empty when it gave none.
+// The plug-in's name for a subtype; empty if it has none.
 std::string subTypeName(const Editor& editor, csSDK_int32 subType);
 
-// A channel's speaker, or its number from 1 when the layout names none.
+// A channel's speaker, or its number from 1 if the layout has none.
 std::string channelName(const StreamReport& stream, std::size_t channel);
 
 // "0:01:02.345" and "29.970 fps (30000/1001)".

@@ -28,7 +28,7 @@ SheetTile tileOf(VideoClip& clip, std::int64_t index, PrPixelFormat format) {
     return tile;
 }
 
-// The start of part `part` of `parts` equal ones, without a product that leaves 64 bits.
+// The start of part `part` of `parts` equal ones, computed without 64-bit overflow.
 std::int64_t startOf(std::int64_t part, std::int64_t parts, std::int64_t frames) {
     return frames / parts * part + frames % parts * part / parts;
 }

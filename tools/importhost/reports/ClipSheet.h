@@ -1,4 +1,4 @@
-// The frames of a clip for its contact sheet, spread evenly from the first one on.
+// The frames of a clip for its contact sheet, spread evenly from the first one.
 #pragma once
 
 #include "importhost/clips/VideoClip.h"
@@ -9,11 +9,11 @@
 
 namespace importhost {
 
-// As many as are asked for, or as the clip has; at least one.
+// `wanted`, or the number of the clip's frames if it has fewer; at least one.
 std::int64_t sheetTileCount(const VideoClip& clip, int wanted);
 
-// A frame that fails is a tile without a picture. `made` is called after each. Throws ClipFailure when no offered
-// pixel format can be shown as a picture.
+// A failed frame is a tile without a picture. `made` is called after each. Throws ClipFailure if no offered pixel
+// format can be shown as a picture.
 std::vector<SheetTile> sheetTiles(VideoClip& clip, int wanted, const std::function<void()>& made = [] {});
 
 }  // namespace importhost

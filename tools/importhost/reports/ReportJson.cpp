@@ -1,4 +1,4 @@
-// The reports as JSON, with the plug-in's numbers as they came.
+// The reports as JSON, with the plug-in's original numbers.
 #include "importhost/reports/ClipReport.h"
 
 #include "hostkit/host/PixelFormatTable.h"

@@ -17,7 +17,7 @@ namespace {
 using hostkit::codeText;
 using hostkit::codeTextHighFirst;
 
-// Lines of a label and a value; further lines of one value stand under the first.
+// Lines of a label and a value; further lines of a value are aligned with the first.
 class Lines {
 public:
     void heading(const std::string& text) { m_text.append(text).append("\n"); }
@@ -54,7 +54,7 @@ void addVideo(Lines& lines, const imFileInfoRec8& info, const Editor& editor) {
                                 subTypeName(editor, video.subType));
 }
 
-// A row of bars for each channel, between edges that stand under each other.
+// A row of bars for each channel, between aligned edges.
 void addLevels(Lines& lines, const StreamReport& stream) {
     std::size_t width = 0;
     for (std::size_t channel = 0; channel < stream.levels.peaks.size(); ++channel) {

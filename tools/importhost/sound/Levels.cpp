@@ -8,14 +8,14 @@ namespace importhost {
 
 namespace {
 
-constexpr std::int64_t kBlock = 4096;           // sample frames asked for at once
+constexpr std::int64_t kBlock = 4096;           // sample frames per request
 
-// The lower blocks of a character cell, an eighth to eight eighths high.
+// Lower block characters, one eighth to eight eighths high.
 constexpr const char* kBars[] = {"\xE2\x96\x81", "\xE2\x96\x82", "\xE2\x96\x83", "\xE2\x96\x84",
                                  "\xE2\x96\x85", "\xE2\x96\x86", "\xE2\x96\x87", "\xE2\x96\x88"};
 constexpr float kBarCount = 8.0f;
 
-// One column's peaks; those of an earlier part of it are kept.
+// Updates the peaks of one column.
 csSDK_int32 raise(std::vector<std::vector<float>>& peaks, hostkit::ClipSession& clip, std::int64_t first,
                   std::int64_t end) {
     for (std::int64_t position = first; position < end; position += kBlock) {
@@ -43,7 +43,7 @@ Levels levelsOf(hostkit::ClipSession& clip, const imFileInfoRec8& info) {
     levels.result = imNoErr;
     levels.peaks.resize(static_cast<std::size_t>(channels));
     const std::int64_t columns = std::min(kLevelColumns, frames);
-    // Whole stretches and the rest apart, so that no product leaves 64 bits.
+    // Quotient and remainder are used separately to avoid 64-bit overflow.
     const auto startOf = [&](std::int64_t column) {
         return frames / columns * column + frames % columns * column / columns;
     };
@@ -60,7 +60,7 @@ Levels levelsOf(hostkit::ClipSession& clip, const imFileInfoRec8& info) {
 float peakOf(const std::vector<float>& samples) {
     float peak = 0.0f;
     for (const float sample : samples) {
-        peak = std::fabs(sample) > peak ? std::fabs(sample) : peak;     // false for what is no number
+        peak = std::fabs(sample) > peak ? std::fabs(sample) : peak;     // false for NaN
     }
     return peak;
 }

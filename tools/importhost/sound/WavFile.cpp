@@ -21,14 +21,14 @@ constexpr csSDK_int32 kSpeakers[] = {
     kPrAudioChannelLabel_TopBackRight,
 };
 
-constexpr std::uint32_t kHeaderBytes = 80;          // up to the first sample, without the chunk of large sizes
+constexpr std::uint32_t kHeaderBytes = 80;          // before the first sample, without the chunk of 64-bit sizes
 constexpr std::uint32_t kChunkHeaderBytes = 8;
 constexpr std::uint32_t kFormatBytes = 40;
 constexpr std::uint32_t kSizeChunkBytes = 28;
-constexpr std::uint32_t kInSizeChunk = 0xFFFFFFFF;  // a size that stands in the chunk of large sizes
+constexpr std::uint32_t kInSizeChunk = 0xFFFFFFFF;  // the size is in the chunk of 64-bit sizes
 constexpr std::uint16_t kExtensible = 0xFFFE;
 constexpr std::uint16_t kSampleBits = 32;
-// "IEEE float" as a GUID: the old 16-bit tag 3 and the tail that all such GUIDs share.
+// "IEEE float" as a GUID: the old 16-bit tag 3 and the suffix shared by all such GUIDs.
 constexpr unsigned char kFloatGuid[16] = {3, 0, 0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
 
 std::uint32_t speakerOf(csSDK_int32 label) {
@@ -54,7 +54,7 @@ std::uint32_t speakerMaskOf(const std::vector<csSDK_int32>& labels) {
     std::uint32_t mask = 0;
     for (const csSDK_int32 label : labels) {
         const std::uint32_t speaker = speakerOf(label);
-        if (speaker <= mask) {      // none, the same again, or one that the mask puts before an earlier channel
+        if (speaker <= mask) {      // no speaker, a repeated one, or one that the mask has before an earlier channel
             return 0;
         }
         mask |= speaker;
@@ -89,13 +89,13 @@ std::string wavHeader(const WavFormat& format, std::uint64_t sampleFrames) {
     addNumber(bytes, format.sampleRate * frameBytes);
     addNumber(bytes, frameBytes, 2);
     addNumber(bytes, kSampleBits, 2);
-    addNumber(bytes, 22, 2);                        // what follows of the format
+    addNumber(bytes, 22, 2);                        // bytes that follow in the format
     addNumber(bytes, kSampleBits, 2);               // all bits are in use
     addNumber(bytes, format.mask);
     for (const unsigned char byte : kFloatGuid) {
         bytes.push_back(static_cast<char>(byte));
     }
-    bytes.append("fact");                           // wanted for everything that is not integer PCM
+    bytes.append("fact");                           // required for everything except integer PCM
     addNumber(bytes, 4);
     addNumber(bytes, isLarge ? kInSizeChunk : sampleFrames);
     bytes.append("data");

@@ -1,5 +1,5 @@
-// Writes a WAV file of 32-bit float samples with an extensible header, so that any number of channels and their
-// speakers can be told. Beyond 4 GiB it is an RF64 file.
+// Writes a WAV file of 32-bit float samples with an extensible header, which supports any number of channels and their
+// speakers. Above 4 GiB it is an RF64 file.
 #pragma once
 
 #include "sdk/SdkImporter.h"
@@ -12,8 +12,8 @@
 
 namespace importhost {
 
-// The speakers of the channels as a mask, lowest bit first channel. 0, which means "no speakers known", when a channel
-// has a label without a speaker or when the channels stand in another order than the mask can tell.
+// The speakers of the channels as a mask, lowest bit for the first channel. 0, "no speakers known", if a channel has a
+// label without a speaker or the channels are not in the order of the mask.
 std::uint32_t speakerMaskOf(const std::vector<csSDK_int32>& labels);
 
 struct WavFormat {
@@ -22,24 +22,24 @@ struct WavFormat {
     std::uint32_t mask;             // speakers, as from speakerMaskOf
 };
 
-// The bytes before the first sample. RF64, with sizes of 64 bits, where 32 bits do not hold the size of the file.
+// The bytes before the first sample. RF64, with 64-bit sizes, if the size of the file exceeds 32 bits.
 std::string wavHeader(const WavFormat& format, std::uint64_t sampleFrames);
 
 class WavFile {
 public:
-    // Makes the file for so many sample frames. Throws std::runtime_error with a whole sentence, as all others do, when
-    // it cannot be written.
+    // Creates the file for `sampleFrames` sample frames. Throws std::runtime_error with a complete sentence on failure,
+    // as do the other functions.
     WavFile(const std::filesystem::path& path, const WavFormat& format, std::uint64_t sampleFrames);
 
-    // Removes a file that was not finished: its header claims sound that it does not have. Devices and the like stay.
+    // Removes an unfinished file: its header claims sound that is missing. Devices and the like are not removed.
     ~WavFile();
     WavFile(const WavFile&) = delete;
     WavFile& operator=(const WavFile&) = delete;
 
-    // Appends sample frames: one list of equally many samples for each channel.
+    // Appends sample frames: one list of equally many samples per channel.
     void write(const std::vector<std::vector<float>>& samples);
 
-    // Ends the file, once all sample frames are written.
+    // Completes the file. Call it after all sample frames have been written.
     void finish();
 
 private:

@@ -9,7 +9,7 @@ namespace importhost {
 
 namespace {
 
-constexpr std::int64_t kWaveformBlock = 4096;           // sample frames asked for at once
+constexpr std::int64_t kWaveformBlock = 4096;           // sample frames per request
 
 void widen(Extent& extent, const std::vector<float>& samples) {
     for (const float sample : samples) {
@@ -35,7 +35,7 @@ std::vector<Extent> columnOf(SoundClip& clip, std::int64_t first, std::int64_t e
 Waveform waveformOf(SoundClip& clip, std::int64_t columns) {
     const std::int64_t frames = std::max<std::int64_t>(clip.sampleFrames(), 0);
     const std::int64_t count = std::min(columns, frames);
-    // Whole stretches and the rest apart, so that no product leaves 64 bits.
+    // Quotient and remainder are used separately to avoid 64-bit overflow.
     const auto startOf = [&](std::int64_t column) {
         return frames / count * column + frames % count * column / count;
     };

@@ -1,4 +1,4 @@
-// The outline of a sound over time, channel by channel: the lowest and the highest sample of each column.
+// The waveform of a sound, channel by channel: the lowest and the highest sample of each column.
 #pragma once
 
 #include "importhost/clips/SoundClip.h"
@@ -17,17 +17,16 @@ struct Extent {
 };
 
 struct Waveform {
-    std::vector<std::vector<Extent>> channels;  // per channel, the same number of columns for each
-    bool isSampled = false;                     // not all of the sound was looked at
-    std::string failure;                        // why columns are missing at the end; empty when none are
+    std::vector<std::vector<Extent>> channels;  // one per channel, all with the same number of columns
+    bool isSampled = false;                     // true if not all of the sound was read
+    std::string failure;                        // why columns are missing at the end; empty if none are
 };
 
-// Of each column at most this many sample frames, from its start on: a picture of a long clip must not take as long
-// as playing it.
+// Maximum number of sample frames read at the start of each column: a picture of a long clip must not take as long as
+// playing it.
 inline constexpr std::int64_t kMostFramesOfAWaveColumn = 16384;
 
-// At most `columns` of them, fewer for a sound of fewer sample frames. Reads in blocks. What is no number counts as
-// silence.
+// Returns at most `columns` columns, fewer if there are fewer sample frames. Reads in blocks. NaN counts as silence.
 Waveform waveformOf(SoundClip& clip, std::int64_t columns);
 
 }  // namespace importhost
