@@ -21,8 +21,8 @@ void AsyncFrames::create() {
     }
 }
 
-// The editor drops what is pending and ends the asynchronous importer, then quiets the file; coming back, it opens the
-// file again with the same private data.
+// The editor drops pending frames, closes the asynchronous importer and quiets the file; on return, it opens the file
+// again with the same private data.
 void AsyncFrames::refocus() {
     if (const csSDK_int32 flushed = m_async.flush(); flushed != aiNoError) {
         throw ClipFailure("Announced frames could not be dropped: " + asyncResultText(flushed) + ".");

@@ -1,4 +1,4 @@
-// The played editor of one run of the program: host, plug-in and session, from loading to the last check.
+// The simulated editor of one run of the program: host, plug-in and session, from loading to the final checks.
 #pragma once
 
 #include "hostkit/plugin/PluginLog.h"
@@ -14,24 +14,24 @@
 namespace importhost {
 
 struct EditorOptions {
-    std::filesystem::path plugin;       // empty: the usual file name beside the program
-    std::string profile;                // empty: the default one
+    std::filesystem::path plugin;       // empty: the default file name in the program's folder
+    std::string profile;                // empty: the default profile
     bool log = false;
-    std::vector<hostkit::SuiteId> refusedSuites = {};       // beside those of the profile
-    bool starts = true;                 // plays the plug-in's start and shutdown; else they are left to the command
+    std::vector<hostkit::SuiteId> refusedSuites = {};       // in addition to those of the profile
+    bool starts = true;                 // calls the plug-in's start and shutdown; otherwise the command does
 };
 
-// The plug-in that the options name, or the usual one beside the program.
+// The plug-in in the options, or else the default one in the program's folder.
 std::filesystem::path pluginPathOf(const EditorOptions& options);
 
-// The plug-in's library cannot be loaded.
+// Thrown if the plug-in's library cannot be loaded.
 struct CannotLoad : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
 class Editor {
 public:
-    // Loads the plug-in and starts it. Throws CannotLoad.
+    // Loads and starts the plug-in. Throws CannotLoad.
     explicit Editor(const EditorOptions& options);
     ~Editor();
 
@@ -41,11 +41,11 @@ public:
     const hostkit::StartAnswer& started() const { return m_started; }
     const std::filesystem::path& pluginPath() const { return m_pluginPath; }
 
-    // Shuts down the plug-in if it was started here, unloads it and tells what it left uneven or did wrong; clips must
-    // be gone by then. Further calls give the same sentences.
+    // Shuts down the plug-in if it was started here, unloads it and returns sentences about what it did not release or
+    // did wrong. All clips must be closed. Further calls return the same sentences.
     const std::vector<std::string>& finish();
 
-    // Files that the plug-in's log wrote in this run; complete after finish().
+    // Log files that the plug-in wrote in this run; complete after finish().
     std::vector<std::filesystem::path> logFiles() const { return m_log.newFiles(); }
 
 private:

@@ -15,7 +15,7 @@ namespace importhost {
 
 namespace {
 
-constexpr float kHighestRate = 1e6f;        // Hz; far above any sound, far below what a number of samples can bear
+constexpr float kHighestRate = 1e6f;        // Hz; far above any sound, and safe for calculations with sample numbers
 
 }  // namespace
 
@@ -30,7 +30,7 @@ SoundClip::SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_in
         throw ClipFailure(m_name + " cannot be opened: " + hostkit::resultText(opened) + ": " + openFailure(path) +
                           ".");
     }
-    // As the editor does: one stream after the other, as long as the answers promise another one.
+    // Like the editor: one stream after the other, as long as the results promise another one.
     for (csSDK_int32 stream = 0; stream <= streamIndex; ++stream) {
         m_info = m_clip.info(stream);
         const bool isLast = m_info->result == imNoErr || m_info->result == imBadStreamIndex;

@@ -1,4 +1,4 @@
-// A clip opened for the sound of one of its streams: what it is, and its samples.
+// A clip opened for the sound of one stream: its description and its samples.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -13,23 +13,22 @@ namespace importhost {
 
 class SoundClip {
 public:
-    // Opens the clip as the editor does and asks for this stream, from 0. Throws ClipFailure when the plug-in refuses
-    // it, when there is no sound in the stream, and for a sound that the editor could not take; UsageError when the
-    // file does not have the stream.
+    // Opens the clip like the editor and describes stream `streamIndex`, from 0. Throws ClipFailure if the plug-in
+    // refuses the clip, if there is no sound in the stream, and for a sound that the editor does not support; UsageError
+    // if the file does not have the stream.
     SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex);
 
     csSDK_int32 channels() const { return m_info->record->audInfo.numChannels; }
     std::uint32_t sampleRate() const;                       // Hz
-    // False for the substitute of sound that the plug-in cannot use.
+    // False for the substitute that the plug-in describes instead of unusable sound.
     bool isUsable() const { return m_info->record->audInfo.sampleType != kPrAudioSampleType_Other; }
     std::int64_t sampleFrames() const { return m_info->record->audDuration; }
-    const std::vector<csSDK_int32>& labels() const { return m_labels; }     // none when the plug-in gives no layout
+    const std::vector<csSDK_int32>& labels() const { return m_labels; }     // empty if the plug-in reports no layout
 
-    // The sample frames first, first + 1, ... of every channel. Throws ClipFailure when the plug-in fails or leaves
-    // samples out.
+    // Sample frames [first, first + count) of every channel. Throws ClipFailure if the plug-in fails or omits samples.
     std::vector<std::vector<float>> read(std::int64_t first, std::uint32_t count);
 
-    // For those who ask in another way.
+    // For other kinds of requests.
     hostkit::ClipSession& session() { return m_clip; }
 
 private:
@@ -39,7 +38,7 @@ private:
     std::vector<csSDK_int32> m_labels;
 };
 
-// Whether a sample is still as the host's buffer held it before the call.
+// True if the sample still has the value from before the call.
 bool isUndelivered(float sample);
 
 }  // namespace importhost
