@@ -9,7 +9,7 @@
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
-SetDateSave off                 ; the same files give the same installer
+SetDateSave off                 ; the same files produce the same installer
 RequestExecutionLevel admin
 ManifestDPIAware true
 

@@ -150,7 +150,7 @@ Bytes bytesOf(const Idx1Entry& entry) {
     return join({fourcc(entry.chunkId), u32(entry.flags), u32(entry.offset), u32(entry.length)});
 }
 
-// Indexes have a million entries in some tests: these are appended in place.
+// Some tests have indexes with a million entries; these are appended in place.
 Bytes bytesOf(const SuperIndex& index) {
     const auto count = static_cast<std::uint32_t>(index.entries.size());
     Bytes bytes = join({u16(index.longsPerEntry), u8(index.indexSubType), u8(index.indexType),

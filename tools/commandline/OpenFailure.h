@@ -1,9 +1,9 @@
-// Why a file cannot be opened for reading.
+// Finds out why a file cannot be opened for reading.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-// For the end of a message: "there is no such file", "it is a directory". To be asked after an open failed, as a file
-// that is in order gets a text too.
+// The end of a message, such as "there is no such file" or "it is a directory". Call it only after an open failed: a
+// readable file gets a text too.
 std::string openFailure(const std::filesystem::path& path);

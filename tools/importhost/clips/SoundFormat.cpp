@@ -37,7 +37,7 @@ std::string formatName(std::uint32_t tag) {
                                            : std::string(known->name) + " (" + number + ")";
 }
 
-// Fields that the record is too short for are 0.
+// Fields missing from a short record are 0.
 std::string formatText(const std::vector<std::uint8_t>& bytes) {
     WaveFormatExtensible format;
     std::memcpy(&format, bytes.data(), std::min(bytes.size(), sizeof format));

@@ -1,4 +1,4 @@
-// What a clip's sound is where the plug-in does not take it; the plug-in's answers do not tell.
+// Describes a clip's sound that the plug-in does not support; the plug-in's results do not.
 #pragma once
 
 #include "sdk/SdkTypes.h"
@@ -8,8 +8,8 @@
 
 namespace importhost {
 
-// "'a.avi' has no sound in stream 0.", or what it has there that the plug-in cannot use. Streams count as the editor
-// counts them.
+// "'a.avi' has no sound in stream 0.", or the unsupported format of that stream. Streams are counted like in the
+// editor.
 std::string noSoundText(const std::filesystem::path& path, csSDK_int32 stream);
 
 }  // namespace importhost

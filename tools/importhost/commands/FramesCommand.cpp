@@ -176,7 +176,7 @@ private:
     std::string m_format;
     std::string m_writer = "png";
     std::string m_folder = ".";
-    AsyncOptions m_async{.ahead = 0, .refocusEvery = 50};      // 0 ahead: not asynchronous
+    AsyncOptions m_async{.ahead = 0, .refocusEvery = 50};      // 0: synchronous
 };
 
 }  // namespace

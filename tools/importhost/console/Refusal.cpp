@@ -7,7 +7,7 @@ namespace importhost {
 
 namespace {
 
-// A kind of file that is not AVI, or nothing.
+// The kind of a file that is not AVI; empty for an AVI file.
 std::string otherKind(const std::filesystem::path& path) {
     char head[12] = {};
     std::ifstream file(path, std::ios::binary);

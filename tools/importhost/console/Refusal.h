@@ -1,4 +1,4 @@
-// Why the plug-in refused a file, as far as the file itself tells.
+// Finds out why the plug-in refused a file, as far as the file itself shows.
 #pragma once
 
 #include <filesystem>
@@ -6,8 +6,8 @@
 
 namespace importhost {
 
-// For the end of a message about a file that was opened and not described: "it does not begin as an AVI file does", or
-// how to get the plug-in's own words. For one that was not opened there is openFailure().
+// The end of a message about a file that was opened but not described: "it does not begin as an AVI file does", or
+// where to find the plug-in's own message. For a file that could not be opened, use openFailure().
 std::string describeRefusal(const std::filesystem::path& path);
 
 }  // namespace importhost

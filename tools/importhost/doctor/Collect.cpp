@@ -108,7 +108,7 @@ LogState logState(bool isOn, const std::filesystem::path& folder) {
     return state;
 }
 
-Facts collectFacts(const std::filesystem::path& named, const std::filesystem::path& beside) {
+Facts collectFacts(const std::filesystem::path& named, const std::filesystem::path& own) {
     Facts facts;
     facts.system = systemName();
     facts.hostRunsHere = hostRunsHere();
@@ -117,7 +117,7 @@ Facts collectFacts(const std::filesystem::path& named, const std::filesystem::pa
     }
     if (!named.empty() || !facts.hostRunsHere) {
         facts.copyWasNamed = true;
-        facts.copies.push_back(examine(std::filesystem::absolute(named.empty() ? beside : named)));
+        facts.copies.push_back(examine(std::filesystem::absolute(named.empty() ? own : named)));
     } else {
         examineFolders(facts);
     }

@@ -86,7 +86,7 @@ private:
         for (const Examined& examined : m_facts.copies) {
             const bool isSeen =
                 std::any_of(m_facts.folders.begin(), m_facts.folders.end(), [&](const PluginFolder& folder) {
-                    return folder.hostVersion == hostVersion && lies(examined.copy.path, folder.path);
+                    return folder.hostVersion == hostVersion && isIn(folder.path, examined.copy.path);
                 });
             if (isSeen) {
                 copies.push_back(&examined.copy);
@@ -95,7 +95,7 @@ private:
         return copies;
     }
 
-    static bool lies(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    static bool isIn(const std::filesystem::path& folder, const std::filesystem::path& file) {
         return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
     }
 

@@ -72,7 +72,7 @@ std::string logText(const LogState& log) {
                                                      : "none");
 }
 
-std::string mendText(const std::vector<std::string>& toFix) {
+std::string fixesText(const std::vector<std::string>& toFix) {
     if (toFix.empty()) {
         return "\nNothing to fix.\n";
     }
@@ -87,7 +87,7 @@ std::string mendText(const std::vector<std::string>& toFix) {
 
 std::string pageOf(const Facts& facts, const std::string& programVersion, const std::vector<std::string>& toFix) {
     return "importhost " + programVersion + " doctor\n" + facts.system + "\n" + foldersText(facts) + copiesText(facts) +
-           logText(facts.log) + mendText(toFix);
+           logText(facts.log) + fixesText(toFix);
 }
 
 }  // namespace importhost::doctor

@@ -13,9 +13,9 @@ std::vector<RegisteredHost> registeredHosts() { return {}; }
 std::filesystem::path usualPluginFolder() { return {}; }
 
 std::optional<std::filesystem::path> findLibrary(const std::string& fileName, const std::filesystem::path& folder) {
-    const std::filesystem::path beside = folder / fileName;
+    const std::filesystem::path own = folder / fileName;
     std::error_code ignored;
-    return std::filesystem::exists(beside, ignored) ? std::optional(beside) : std::nullopt;
+    return std::filesystem::exists(own, ignored) ? std::optional(own) : std::nullopt;
 }
 
 std::filesystem::path libraryAt(const void* address) {

@@ -75,9 +75,9 @@ std::filesystem::path usualPluginFolder() {
 }
 
 std::optional<std::filesystem::path> findLibrary(const std::string& fileName, const std::filesystem::path& folder) {
-    const std::filesystem::path beside = folder / hostkit::pathFromUtf8(fileName);
-    if (std::error_code ignored; std::filesystem::exists(beside, ignored)) {
-        return beside;
+    const std::filesystem::path own = folder / hostkit::pathFromUtf8(fileName);
+    if (std::error_code ignored; std::filesystem::exists(own, ignored)) {
+        return own;
     }
     // Windows' own folders and those of PATH.
     wchar_t system[MAX_PATH] = {};

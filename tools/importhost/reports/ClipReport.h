@@ -37,7 +37,7 @@ struct ClipReport {
     std::filesystem::path path;
     csSDK_int32 openResult = 0;
     std::vector<StreamReport> streams;
-    std::string refusal;                        // why it is not good, when it is not
+    std::string refusal;                        // why the clip was refused, if it was
     std::vector<PrPixelFormat> pixelFormats;
     csSDK_int32 analysisResult = imUnsupported;
     std::string analysis;

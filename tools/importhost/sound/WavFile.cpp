@@ -112,7 +112,7 @@ WavFile::WavFile(const std::filesystem::path& path, const WavFormat& format, std
 WavFile::~WavFile() {
     std::error_code ignored;
     if (!m_isFinished && std::filesystem::is_regular_file(m_path, ignored)) {
-        m_out.close();      // an open file cannot be removed everywhere
+        m_out.close();      // some systems cannot remove an open file
         std::filesystem::remove(m_path, ignored);
     }
 }
