@@ -1,4 +1,4 @@
-// A subcommand of the program. To add one, add a file and a row in CommandLine.cpp.
+// A subcommand of the program. To add one, add a file, its maker below and a row in CommandLine.cpp.
 #pragma once
 
 #include "importhost/clips/Editor.h"
