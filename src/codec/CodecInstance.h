@@ -16,8 +16,8 @@ std::string codecParameterName(std::uint32_t parameter);
 // A format record as the library requires it before a call, for a request or for an answer.
 QuorvaneFormat preparedFormat();
 
-// Opens an instance at construction and closes it at destruction. Closing also ends a running decode session. Every
-// failing call throws QuorvaneError. Calls on one instance must not overlap.
+// Opens an instance at construction and closes it at destruction. A running decode session is closed with it, without
+// decompressEnd. Every failing call throws QuorvaneError. Calls on one instance must not overlap.
 class CodecInstance {
 public:
     CodecInstance();

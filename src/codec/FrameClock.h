@@ -10,9 +10,9 @@
 // Result for a time whose frame cannot be computed in 64 bits; no stream has that many frames.
 inline constexpr std::uint32_t kNoSuchFrame = 0xFFFFFFFF;
 
-// Returns the duration in ticks, rounded down, of a frame at `rate` / `scale` frames per second; neither may be 0.
-// Returns 0 if it cannot be computed in 64 bits. The fraction is reduced first: both numbers may be multiples of a real
-// rate's, too large for the product.
+// Returns the duration in ticks, truncated, of a frame at `rate` / `scale` frames per second; neither may be 0. Returns
+// 0 if it cannot be computed in 64 bits. The fraction is reduced first: both numbers may be multiples of a real rate's,
+// too large for the product.
 inline PrTime ticksPerFrame(std::int32_t rate, std::int32_t scale, PrTime ticksPerSecond) {
     const std::int64_t common = std::gcd(std::int64_t{scale}, std::int64_t{rate});
     const std::int64_t factor = scale / common;

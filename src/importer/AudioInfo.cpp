@@ -14,8 +14,8 @@ namespace {
 constexpr std::uint32_t kMaxReportedRate = 192000;
 constexpr std::uint32_t kMinReportedRate = 1000;
 
-// Labels of the mask's bits, lowest first. The host numbers the speakers in a different order: the centre ones at 0x40
-// to 0x100 and the top ones from 0x2000 are swapped.
+// Labels of the mask's bits, lowest first. The host orders some speakers differently: the centre ones at 0x40 to 0x100
+// and the top ones from 0x2000.
 constexpr PrAudioChannelLabel kMaskLabels[] = {
     kPrAudioChannelLabel_FrontLeft,         kPrAudioChannelLabel_FrontRight,
     kPrAudioChannelLabel_FrontCenter,       kPrAudioChannelLabel_LowFrequency,
