@@ -1,5 +1,6 @@
-// What of a request's time is waiting for memory: frames without their decode, where between two requests so much other
-// memory is gone through, line by line, as a decode goes through its own. The requests' work is the same in all rows.
+// How much of a request's time is waiting for memory: frames without their decode. Between two requests a loop reads
+// some amount of other memory, one cache line after another, and evicts what a decode would evict. The requests do the
+// same work in all rows.
 #include "bench/frames/FrameSamples.h"
 #include "measured/MeasuredClip.h"
 

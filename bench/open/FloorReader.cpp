@@ -24,7 +24,7 @@ struct Table {
     std::vector<Run> runs;  // the standard indexes; empty for "idx1"
 };
 
-/// Where the index lies and how long the tables get, found out before the time runs.
+/// Where the index lies and how long the tables get, determined before time is measured.
 struct Plan {
     std::vector<Table> tables;  // one for each stream
     Run idx1{};

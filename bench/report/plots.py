@@ -45,7 +45,7 @@ def draw(rows, plot, folder, partial=False):
     programs ran."""
     empty = [series["label"] for series in plot["series"] if not rows.matching(series["rows"])]
     if empty and not partial:
-        raise ValueError(f"plot {plot['file']}: no program gave rows of {empty}")
+        raise ValueError(f"plot {plot['file']}: no rows for {empty}")
     if len(empty) == len(plot["series"]):
         return None
     figure, axes = pyplot.subplots(figsize=(7, 4.2))

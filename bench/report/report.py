@@ -15,9 +15,9 @@ from rows import Rows
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--results", type=Path, required=True, help="folder of the programs' JSON files")
-    parser.add_argument("--targets", type=Path, required=True, help="folder whose folders have a targets.json")
-    parser.add_argument("--out", type=Path, required=True, help="where the report goes")
-    parser.add_argument("--partial", action="store_true", help="only some programs ran: rows may be missing")
+    parser.add_argument("--targets", type=Path, required=True, help="folder whose subfolders have a targets.json")
+    parser.add_argument("--out", type=Path, required=True, help="folder of the report")
+    parser.add_argument("--partial", action="store_true", help="allow missing rows: only some programs ran")
     options = parser.parse_args()
 
     rows = Rows(options.results)

@@ -1,4 +1,4 @@
-// AVI files of every kind, as small as they can be.
+// AVI files of every kind, as small as possible.
 #include "seeds/Seeds.h"
 
 #include "aviwriter/Blocks.h"
@@ -84,7 +84,7 @@ void addIndexes(SeedList& seeds) {
 
 Bytes strl(const StreamHeader& header, const Bytes& format) { return list("strl", {strh(header), strf(format)}); }
 
-// Files that no writer finishes.
+// Files that no writer would produce.
 void addDamaged(SeedList& seeds) {
     const Bytes video = strl({}, bytesOf(BitmapInfo{}));
     const Bytes audio = strl({.type = "auds"}, waveFormatEx({}));
