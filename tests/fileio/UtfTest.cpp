@@ -55,7 +55,7 @@ TEST(Utf, BytesThatNeverOccurBecomeReplacementCharacters) {
     EXPECT_EQ(utf16FromUtf8("\xFE" "a\xFF"), u"\uFFFDa\uFFFD");
 }
 
-TEST(Utf, ALeadByteWithoutItsContinuationKeepsTheNextCharacter) {
+TEST(Utf, ALoneLeadByteKeepsTheNextCharacter) {
     EXPECT_EQ(utf16FromUtf8("\xC3" "a"), u"\uFFFDa");
 }
 
@@ -92,7 +92,7 @@ TEST(FourCCToString, WritesOtherBytesAsTheirValueInBrackets) {
     EXPECT_EQ(FourCCToString(0xFF80E909, false), "[9][233][128][255]");
 }
 
-TEST(FourCCToString, FourBytesOfThreeDigitsAreTheLongestText) {
+TEST(FourCCToString, FourUnprintableBytesAreTheLongestText) {
     EXPECT_EQ(FourCCToString(0xFFFFFFFF, true), "[255][255][255][255]");
 }
 

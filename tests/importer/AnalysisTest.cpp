@@ -11,7 +11,7 @@ using hostkit::HostRecord;
 
 namespace {
 
-// Two frames of a known size; the codec is never asked for them.
+// Two frames of a known size, which are never decoded.
 VideoSketch sizedVideo() {
     return {.width = 8, .height = 4, .rate = 30000, .scale = 1001, .frames = {Bytes(1000), Bytes(48)}};
 }

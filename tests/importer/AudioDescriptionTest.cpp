@@ -1,4 +1,4 @@
-// The description of a file's sound: which formats are taken, and what the host and the log get of them.
+// The description of a file's sound: which formats are accepted, and their values in the host's record and in the log.
 #include "importer/support/ImporterTest.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ protected:
         return clipOf({shortVideo(), audioStream({.format = format, .length = length})});
     }
 
-    // The sound is one of two, so that an invalid description is kept.
+    // The file has two sounds, because then an invalid description is kept.
     std::unique_ptr<ClipSession> clipWithInvalid(const Bytes& format) {
         return clipOf({shortVideo(), audioStream({.format = format}), audioStream({})});
     }
@@ -29,7 +29,7 @@ protected:
         return clip;
     }
 
-    // What fetching the information of stream 0 logs from the sound's construction on.
+    // The log of fetching the information of stream 0, from the construction of the sound on.
     Lines soundLog(ClipSession& clip) {
         const Lines lines = handlerLogOf([&] { clip.info(0); });
         const auto begin = std::find(lines.begin(), lines.end(), "AudioInfo::AudioInfo()");
@@ -70,7 +70,7 @@ Bytes withSubFormat(std::array<std::uint8_t, 16> guid) {
 
 }  // namespace
 
-// --- Formats that are taken ---------------------------------------------------------------------------------------
+// --- Accepted formats ---------------------------------------------------------------------------------------------
 
 TEST_F(AudioDescription, Takes16BytesWithoutASizeOfExtras) {
     const Bytes format = aviwriter::pcmWaveFormat({.channels = 2, .bitsPerSample = 16});
@@ -123,7 +123,7 @@ TEST_F(AudioDescription, TakesASizeOfExtrasThatTheFileDoesNotHold) {
     expectSound(aviwriter::waveFormatEx({.cbSize = std::uint16_t{0xFFFF}}), 2, 48000.0f, 3);
 }
 
-// --- Formats that are refused -------------------------------------------------------------------------------------
+// --- Refused formats ----------------------------------------------------------------------------------------------
 
 TEST_F(AudioDescription, RefusesFifteenBytes) {
     Bytes format = aviwriter::pcmWaveFormat({});

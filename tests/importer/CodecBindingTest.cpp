@@ -1,4 +1,4 @@
-// The codec binding by itself: the calls that no selector makes, and the errors that no log shows whole.
+// The codec binding alone: the calls that no selector makes, and the errors that no log shows completely.
 #include "codec/CodecInstance.h"
 #include "codec/PixelFormatDump.h"
 #include "codec/PixelFormatTables.h"
@@ -26,7 +26,7 @@ protected:
         EXPECT_EQ(counters.unpreparedOutputs, 0u);
     }
 
-    // The message of the error that `action` throws, with the code in front.
+    // The code and the message of the error that `action` throws.
     static std::string errorOf(const std::function<void()>& action) {
         try {
             action();
@@ -79,7 +79,7 @@ TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
     EXPECT_FALSE(codec.canDecompress(m_stream, request));
     StandinCounters counters;
     standin_counters(&counters);
-    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "nobody wants to know why";
+    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "the error text is not needed";
     request.type = 2;
     request.colorSpace = 2;
     request.flags = 1;

@@ -1,4 +1,4 @@
-// What becomes of a failing codec library, and of a host that gives no frame buffer.
+// A failing codec library, and a host that provides no frame buffer.
 #include "importer/support/ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -6,7 +6,7 @@ using hostkit::HostCall;
 
 namespace {
 
-constexpr std::uint32_t kQueriesOfTable = 17;       // one for each decode format, after the one that describes
+constexpr std::uint32_t kQueriesOfTable = 17;       // one for each decode format, after the describing one
 
 class CodecFailure : public ImporterTest {
 protected:
@@ -28,13 +28,13 @@ protected:
         return clip.frame(0, {frameFormat(format)});
     }
 
-    // What a request logs behind its formats.
+    // The log of a request after its formats.
     Lines decoderLog(ClipSession& clip, csSDK_int32 expectedResult) {
         const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(clip).result, expectedResult); });
         return {lines.begin() + 5, lines.end()};
     }
 
-    // Describing the stream gives `result`; the log's lines from behind the suites on.
+    // Expects describing the stream to return `result`; returns the lines of the log after the suites'.
     Lines describingLog(ClipSession& clip, csSDK_int32 result) {
         Lines lines = handlerLogOf([&] { EXPECT_EQ(clip.info(0).result, result); });
         std::erase_if(lines, [](const std::string& line) { return line.starts_with("Acquiring suite: "); });
@@ -110,7 +110,7 @@ TEST_F(CodecFailure, OfAllDecodeFormatsMakesABadFile) {
 
 TEST_F(CodecFailure, OfOneDecodeFormatLeavesItOut) {
     auto opened = closedInfoClip();
-    standin().fail(kStandinDecompressQuery, 2 + 6, 1, 7);           // vuyx is the seventh of the table
+    standin().fail(kStandinDecompressQuery, 2 + 6, 1, 7);           // vuyx is the table's seventh format
     EXPECT_EQ(opened->info(0).result, 0);
     EXPECT_EQ(opened->pixelFormats(), (std::vector<PrPixelFormat>{PrPixelFormat_VUYX_4444_8u_709}));
 }

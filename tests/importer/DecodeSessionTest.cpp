@@ -1,4 +1,4 @@
-// The decode session: opened once for frames of one pixel format, opened anew for another.
+// The decode session: opened once for all frames in one pixel format, and again for another.
 #include "importer/support/ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -36,7 +36,7 @@ protected:
                 standin().calls(kStandinDecompressEnd)};
     }
 
-    // The last line is the decoder's: nothing comes after it in a frame that succeeds.
+    // The decoder's line is the last one of a successful frame.
     std::string lastLineOf(ClipSession& clip, PrPixelFormat format) {
         return handlerLogOf([&] { decode(clip, 0, format); }).back();
     }

@@ -1,4 +1,4 @@
-// Dropped frames: which other frame stands in for one that was written empty.
+// Dropped frames: which other frame replaces one that was written empty.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/host/PixelFormatTable.h"
@@ -11,7 +11,7 @@ constexpr PrTime kTicksPerFrame = 10160640000;   // at 25 frames per second
 
 class DroppedFrame : public ImporterTest {
 protected:
-    // A clip whose frames are drawn as text: "x" holds data, "." is dropped.
+    // A clip with frames given as text: "x" holds data, "." is dropped.
     std::unique_ptr<ClipSession> clipOf(const std::string& frames) {
         VideoSketch video;
         video.frames = framesOf(video, static_cast<std::uint32_t>(frames.size()));
@@ -23,7 +23,7 @@ protected:
         return openClip("clip.avi", aviFile({videoStream(video)}));
     }
 
-    // The number of the frame whose picture comes for frame `number`; -1 when none does.
+    // The number of the frame whose picture is delivered for frame `number`, or -1.
     static int shownFor(ClipSession& clip, int number) {
         const auto answer = clip.frame(kTicksPerFrame * number, {frameFormat(PrPixelFormat_VUYX_4444_8u)});
         return answer.result == 0 ? firstBytes(answer).at(0) - kFirstFrameValue : -1;
@@ -76,8 +76,8 @@ TEST_F(DroppedFrame, ShowsTheLastFrameForAllOthers) {
     EXPECT_EQ(shownForAll(*clipOf("...x"), 4), (std::vector<int>{3, 3, 3, 3}));
 }
 
-// The rule by itself, for each way in which eight frames can be dropped. Twenty more of one kind lie before or behind
-// them, so that the search has more than one group of the index to look through.
+// The search alone, for each combination of eight dropped or present frames. Twenty more of one kind come before or
+// after them, so that the search covers several groups of the index.
 TEST_F(DroppedFrame, IsStoodInForByTheSameFrameAsASearchOneByOneFinds) {
     for (const std::string& around : {std::string(20, '.'), std::string(20, 'x')}) {
         for (unsigned drops = 0; drops < 256; drops += 15) {
@@ -110,7 +110,7 @@ TEST_F(DroppedFrame, FindsNoFrameWhenAllAreDropped) {
 
 TEST_F(DroppedFrame, ReadsNothingWhenAllAreDropped) {
     auto clip = clipOf("...");
-    clip->quiet();      // any read would fail now, with another result
+    clip->quiet();      // now any read would fail, with another result
     EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_VUYX_4444_8u)}).result, 28);
     EXPECT_EQ(standin().calls(kStandinDecompressBegin), 0u);
 }
@@ -120,7 +120,7 @@ TEST_F(DroppedFrame, FindsNoFrameWhenTheOnlyOneIsDropped) {
 }
 
 TEST_F(DroppedFrame, ShowsSmallFramesAfterBigOnesWhole) {
-    // The second frame compresses far better than the first, whose bytes the buffer once held.
+    // The second frame is far smaller than the first, whose bytes were in the buffer before.
     VideoSketch video;
     standin::Picture noise = standin::makePicture({103, 8, 4, 1, 1});
     std::uint16_t value = 1;

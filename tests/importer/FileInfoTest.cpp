@@ -1,4 +1,4 @@
-// The selection of a stream and the description that the host gets of it.
+// The selection of a stream and its description for the host.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -19,7 +19,7 @@ protected:
         return clip;
     }
 
-    // Stream information into a record that is full of `fill` but for what the host must say.
+    // Fetches stream information into a record filled with `fill`, except for the fields that the host must set.
     Answer<imFileInfoRec8> infoInto(std::uint8_t fill, const ClipSession& clip, csSDK_int32 streamIndex) {
         HostRecord<imFileInfoRec8> record(profile().recordSizes().fileInfo);
         std::memset(record.data(), fill, record.size());

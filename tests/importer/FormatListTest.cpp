@@ -1,4 +1,4 @@
-// What the plug-in declares before any file is opened: the import format and the list of subtypes.
+// The plug-in's declarations before any file is opened: the import format and the list of subtypes.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -12,7 +12,7 @@ namespace {
 
 class FormatList : public ImporterTest {
 protected:
-    // A record that a host would zero holds this instead, so that every byte written shows.
+    // Fills the record, which a host would zero, with `fill`, so that every written byte shows.
     Answer<imIndFormatRec> formatInto(std::uint8_t fill, csSDK_int32 index) {
         HostRecord<imIndFormatRec> record;
         std::memset(record.get(), fill, sizeof(imIndFormatRec));

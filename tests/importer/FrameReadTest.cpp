@@ -1,4 +1,4 @@
-// Reading a frame's bytes from files that are damaged, cut short or gone.
+// Reading a frame's bytes from files that are damaged, truncated or missing.
 #include "importer/support/ImporterTest.h"
 
 #include "importer/support/ProcessMemory.h"
@@ -15,15 +15,15 @@ constexpr std::uint64_t kMebibyte = 1 << 20;
 
 class FrameRead : public ImporterTest {
 protected:
-    // Three frames of 100 bytes. Behind the last one follow the 56 bytes of the index, so that 156 bytes of the file
-    // are left from its start on.
+    // Three frames of 100 bytes. The 56 bytes of the index follow the last one, so there are 156 bytes from its start
+    // to the end of the file.
     Bytes threeFrames() { return aviFile({videoStream({.frames = {Bytes(100), Bytes(100), Bytes(100)}})}); }
 
     static std::size_t indexEntry(const Bytes& file, std::size_t number) {
         return positionOf(file, "idx1") + 8 + 16 * number;
     }
 
-    // The file, but its index says this of the last frame.
+    // The same file, except that its index states this size for the last frame.
     Bytes withLastFrameClaiming(std::uint32_t size) {
         Bytes file = threeFrames();
         aviwriter::overwrite(file, indexEntry(file, 2) + 12, u32(size));
@@ -57,7 +57,7 @@ TEST_F(FrameRead, FailsOneByteBehindTheEnd) {
 
 TEST_F(FrameRead, ReadsToTheVeryEndOfTheFile) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(156));
-    EXPECT_EQ(frame(*clip, 2).result, 8) << "read, but no frame of the codec";
+    EXPECT_EQ(frame(*clip, 2).result, 8) << "read, but not a frame of the codec";
 }
 
 TEST_F(FrameRead, FailsWhenTheFrameLiesBehindTheFile) {

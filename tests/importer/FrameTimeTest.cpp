@@ -1,4 +1,4 @@
-// From a frame request's time and size to the frame: everything that is settled before a byte is read.
+// From a frame request's time and size to the frame: everything that is decided before a byte is read.
 #include "importer/support/ImporterTest.h"
 
 #include <limits>
@@ -16,7 +16,7 @@ protected:
         return openClip("clip.avi", aviFile({shortVideo(frames, video)}));
     }
 
-    // The number of the frame delivered for a time; -1 and a result other than "not found" count as failures.
+    // The number of the frame delivered for a time, or -1 if there is none. Any other failure fails the test.
     static int frameAt(ClipSession& clip, PrTime time) {
         const auto answer = clip.frame(time, {frameFormat(PrPixelFormat_VUYX_4444_8u)});
         EXPECT_TRUE(answer.result == 0 || answer.result == 28) << answer.result;
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-// 1000 ticks a second.
+// A host with 1000 ticks per second.
 class CoarseFrameTime : public FrameTime {
 protected:
     hostkit::HostProfile profile() const override { return hostkit::hostProfile("coarse-ticks"); }
@@ -76,7 +76,7 @@ TEST_F(CoarseFrameTime, KeepsTheLowBitsOfAHugeFrameNumber) {
 
 TEST_F(CoarseFrameTime, FindsNoFrameAtTheFarEndsOfTime) {
     auto clip = clipOf({.rate = 30});
-    // Both quotients leave huge numbers in their low 32 bits.
+    // The low 32 bits of both quotients are huge numbers.
     EXPECT_EQ(frameAt(*clip, kHighest), -1);
     EXPECT_EQ(frameAt(*clip, kLowest), -1);
 }
@@ -112,11 +112,11 @@ TEST_F(FrameTime, TakesTheRateOfAStreamThatStatesNoneFor30) {
     EXPECT_EQ(frameAt(*clip, 8467200000 * 2), 2);
 }
 
-// --- Rates that no stream has -------------------------------------------------------------------------------------
+// --- Unrealistic rates --------------------------------------------------------------------------------------------
 
 TEST_F(FrameTime, CountsTheFewTicksOfTheHighestRate) {
     auto clip = clipOf({.rate = 0x7FFFFFFF});
-    // 254016000000 / 2147483647 is 118 and a bit.
+    // 254016000000 / 2147483647 is 118 and a fraction.
     EXPECT_EQ(frameAt(*clip, 118 * 4 - 1), 3);
     EXPECT_EQ(frameAt(*clip, 118 * 4), 4);
 }

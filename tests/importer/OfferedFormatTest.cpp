@@ -1,4 +1,4 @@
-// The pixel formats that are offered for each compressed type, and their enumeration.
+// The pixel formats offered for each compressed type, and their enumeration.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -93,7 +93,7 @@ TEST_F(OfferedFormat, AreAllDelivered) {
     }
 }
 
-// A host may keep to a format that it met in another clip: whether it can be had is for the codec to say.
+// A host may request a format that another clip offered: the codec decides whether it is possible.
 TEST_F(OfferedFormat, AreNotAllThatCanBeDelivered) {
     VideoSketch grey = {.type = 104};
     grey.frames = {frameOf(grey, 128)};

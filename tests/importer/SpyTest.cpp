@@ -1,4 +1,4 @@
-// What the codec library gets to see of the importer, word for word.
+// The importer's calls to the codec library, word for word.
 #include "importer/support/ImporterTest.h"
 
 #include "spy/SpyCodec.h"
@@ -11,7 +11,7 @@ using hostkit::ClipSession;
 
 namespace {
 
-// The description that a codec instance is asked for first, without a request.
+// The first query of a codec instance, without a request, which asks for the stream's description.
 constexpr char kDescribe[] = "query 1 [51 53 5a] null into {0 0 254 1 0 0 0 0 0}";
 
 class Spy : public ImporterTest {
@@ -29,7 +29,7 @@ protected:
     static Function* function(const char* name) {
         void* address = hostkit::PluginLibrary::symbolOfLoadedLibrary(CODEC_LIBRARY_NAME, name);
         if (address == nullptr) {
-            throw std::runtime_error("the plug-in has not loaded the codec library that stands beside it");
+            throw std::runtime_error("the plug-in has not loaded the codec library in its own folder");
         }
         return reinterpret_cast<Function*>(address);
     }
@@ -42,7 +42,7 @@ protected:
     static void deliver(const QuorvaneFormat& format) { function<decltype(spy_deliver)>("spy_deliver")(&format); }
     static void acceptOnly(std::uint32_t type) { function<decltype(spy_accept_only)>("spy_accept_only")(type); }
 
-    // The calls since the last look.
+    // The calls since the last call of this function.
     Lines calls() {
         std::istringstream text(function<decltype(spy_calls)>("spy_calls")());
         Lines lines;
@@ -73,7 +73,7 @@ protected:
     hostkit::HostProfile profile() const override { return hostkit::hostProfile("odd-rows"); }
 };
 
-// The handle in a call's line, behind the function's name.
+// The handle in a call's line, after the function's name.
 std::string handleOf(const std::string& line) {
     std::istringstream words(line);
     std::string function;
@@ -82,7 +82,7 @@ std::string handleOf(const std::string& line) {
     return handle;
 }
 
-// The line with another name for the handle, if it is this one's.
+// The line with `handle` replaced by `name`, if it is a call with this handle.
 std::string withHandle(const std::string& line, const std::string& handle, const std::string& name) {
     const std::size_t at = line.find(' ');
     return handleOf(line) != handle ? line : line.substr(0, at + 1) + name + line.substr(at + 1 + handle.size());

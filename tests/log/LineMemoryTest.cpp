@@ -1,5 +1,5 @@
-// What a line of the log takes of the heap, what becomes of it when there is none, and a thread that stays inside a
-// line for as long as its memory takes to come.
+// The heap memory of a log line, a line for which there is no memory, and a thread that is inside a line while it waits
+// for memory.
 #include "avi/CountingHeap.h"
 #include "hostkit/plugin/PluginLog.h"
 #include "log/Log.h"
@@ -34,7 +34,7 @@ protected:
         return heap::allocations();
     }
 
-    // The messages of the one file there is.
+    // The messages of the only log file.
     std::vector<std::string> messages() const {
         std::vector<std::string> all;
         for (const auto& file : std::filesystem::directory_iterator(m_sandbox.logFolder())) {
@@ -48,7 +48,7 @@ protected:
     ProfileSandbox m_sandbox;
 };
 
-// A thread inside a line until it is let go.
+// A thread that stays inside a line until it is released.
 class LineInProgress {
 public:
     LineInProgress() {
@@ -113,7 +113,7 @@ TEST_F(LogLineMemory, IsNotWaitedForOnceTheModuleGoes) {
     LogWriter* const left = logSettings.logger;
     CloseLog();
     EXPECT_EQ(logSettings.logger, nullptr);
-    line.finish();   // into a file that is still open
+    line.finish();   // written to a file that is still open
     EXPECT_EQ(messages().back(), "the long line");
     EXPECT_EQ(messages().size(), 4u);
     delete left;

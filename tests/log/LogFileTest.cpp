@@ -1,4 +1,4 @@
-// The log of the loaded plug-in: when a file appears, how it begins and ends, what its lines look like.
+// The log of the loaded plug-in: when a file appears, how it begins and ends, and the form of its lines.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ std::string bytesOf(const std::filesystem::path& file) {
 
 std::filesystem::path outerFolder() { return hostkit::pluginLogFolder().parent_path(); }
 
-// The raw lines of the one file there is.
+// The raw lines of the only log file.
 std::vector<std::string> rawLines() {
     const auto files = filesIn(hostkit::pluginLogFolder());
     return files.size() == 1 ? hostkit::readLogLines(files.front()) : std::vector<std::string>{};
@@ -72,7 +72,7 @@ TEST(LogFile, TheTimeInTheNameIsTheTimeOfTheFirstLine) {
     std::string first = rawLines().at(0).substr(1, 19);
     std::erase_if(first, [](char c) { return c == '-' || c == ':'; });
     std::replace(first.begin(), first.end(), ' ', '_');
-    // The name is made first; the second may change before the line is written.
+    // The name is created first; the second may change before the line is written.
     EXPECT_LE(name, first);
     EXPECT_EQ(name.substr(0, 8), first.substr(0, 8));
 }

@@ -1,4 +1,4 @@
-// The log call by itself, without the plug-in around it.
+// The log call, tested without the plug-in.
 #include "log/Log.h"
 #include "log/ProfileSandbox.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kName[] = "log_line_test";
 
-// Before any test ran, as a module finds it that has not configured its log.
+// The defaults, read before any test runs: those of a module that has not configured its log.
 const std::string nameAtStart = logSettings.name;
 const bool enabledAtStart = LogEnabled();
 const bool consoleAtStart = logSettings.console;
@@ -100,7 +100,7 @@ TEST_F(LogLine, AMessageOfAMillionCharactersIsWrittenWhole) {
     EXPECT_EQ(messages().back(), text);
 }
 
-// Lengths around the room that a line's buffer has beside the message.
+// Lengths around the size of a line's buffer.
 TEST_F(LogLine, MessagesOfEveryLengthAreWrittenWhole) {
     for (std::size_t length = 1; length <= 300; ++length) {
         Log("%s", std::string(length, 'y').c_str());
@@ -139,7 +139,7 @@ TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
 }
 
 TEST_F(LogLine, HasTheTimeOfTheUsersZone) {
-    const EnvironmentVariable zone("TZ", "QVT-5");   // five hours ahead of Greenwich
+    const EnvironmentVariable zone("TZ", "QVT-5");   // UTC+5
     const auto stamp = [] {
         const std::time_t there = std::time(nullptr) + 5 * 3600;
         char text[32];

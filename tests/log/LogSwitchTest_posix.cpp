@@ -1,4 +1,4 @@
-// The native build's switch, and a user without a profile folder.
+// The log switch of the native build, and a user without a profile folder.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kSwitch[] = "QUORVANE_ENABLE_ADOBE_LOG";
 
-// Whether a load and a call write a log with the switch as it is now.
+// Whether loading and calling the plug-in writes a log with the current switch.
 bool callWritesALog(hostkit::Host& host) {
     const ProfileSandbox sandbox;
     {
@@ -21,7 +21,7 @@ bool callWritesALog(hostkit::Host& host) {
 
 class LogSwitchVariable : public testing::Test {
 protected:
-    hostkit::LogSwitch m_saved{false};   // puts the variable back afterwards
+    hostkit::LogSwitch m_saved{false};   // restores the variable afterwards
     hostkit::Host m_host;
 };
 
