@@ -170,7 +170,7 @@ TEST(PixelFormatNames, TellingValues) {
     EXPECT_STREQ(PixelFormatName(0xFFFFFFFF), "????");
 }
 
-TEST(PixelFormatNames, TheCaseOfBgraTellsTheDepth) {
+TEST(PixelFormatNames, TheCaseOfBgraDistinguishesTheDepths) {
     EXPECT_STREQ(PixelFormatName(codeOf("BGRA")), "????");
     EXPECT_STREQ(PixelFormatName(codeOf("BGra")), "PrPixelFormat_BGRA_4444_32f");
     EXPECT_STREQ(PixelFormatName(codeOf("Bgra")), "PrPixelFormat_BGRA_4444_16u");

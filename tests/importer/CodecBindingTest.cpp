@@ -71,7 +71,7 @@ TEST_F(CodecBinding, PreparesARequestWithTheTwoFixedWords) {
                   format.word8, 0u);
 }
 
-TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
+TEST_F(CodecBinding, ReportsWhichRequestsItCanDecodeInto) {
     CodecInstance codec;
     QuorvaneFormat request = preparedFormat();
     request.type = 3;
@@ -96,7 +96,7 @@ TEST_F(CodecBinding, NamesTheRequestOfAFailingBegin) {
               "decompressBegin({28 bytes}, {0,0,254,1,3,0,0,2,0})");
 }
 
-TEST_F(CodecBinding, NamesNothingOfAFailingEnd) {
+TEST_F(CodecBinding, NamesNoArgumentsOfAFailingEnd) {
     CodecInstance codec;
     EXPECT_EQ(errorOf([&] { codec.decompressEnd(); }),
               "2147500039 Quorvane error (-2147467257): no decode session is running that could be ended: "
@@ -127,7 +127,7 @@ TEST_F(CodecBinding, NamesTheParameterThatCannotBeRead) {
     EXPECT_TRUE(error.ends_with(", can flip)")) << error;
 }
 
-TEST_F(CodecBinding, AsksAParameterWithTheTypeInTheValue) {
+TEST_F(CodecBinding, PassesTheTypeInTheParametersValue) {
     CodecInstance codec;
     std::uint32_t value = 31;
     codec.getParam(9, value);
@@ -145,13 +145,13 @@ TEST_F(CodecBinding, NamesTheFormatsOfAFailingCompressQuery) {
               "compressQuery({0,0,254,1,3,0,0,0,0}, {0,0,254,1,0,0,0,0,0}, 0)");
 }
 
-TEST_F(CodecBinding, ProbesWhatTheEncoderWouldMake) {
+TEST_F(CodecBinding, ReportsTheEncodersOutputFormat) {
     QuorvaneFormat input = preparedFormat();
     input.type = 2;
     EXPECT_EQ(ProbeEncoder(input).type, 102u);
 }
 
-TEST_F(CodecBinding, HasTheEncodersFurtherValueWrittenWhereItIsReadAgain) {
+TEST_F(CodecBinding, WritesTheEncodersFurtherValueWhereItIsReadBack) {
     CodecInstance codec;
     QuorvaneFormat input = preparedFormat();
     input.type = 2;
@@ -178,7 +178,7 @@ TEST_F(CodecBinding, TakesNamesFromTheLibrary) {
     EXPECT_EQ(codecParameterName(9), "supports 0-32768");
 }
 
-TEST_F(CodecBindingWithTables, FindNoTypeThatIsNotInThem) {
+TEST_F(CodecBindingWithTables, FindNoUnlistedType) {
     try {
         GetSubTypeInfo_by_quoTypeComp(117);
         FAIL() << "117 was found";

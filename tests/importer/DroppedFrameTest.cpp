@@ -55,7 +55,7 @@ TEST_F(DroppedFrame, LogsTheFrameReadInstead) {
     EXPECT_EQ(lines[5], "Empty frame: 5, frame read: 3");
 }
 
-TEST_F(DroppedFrame, LogsNothingOfAFrameThatIsThere) {
+TEST_F(DroppedFrame, LogsNothingForAPresentFrame) {
     auto clip = clipOf("x.x");
     for (const std::string& line : handlerLogOf([&] { shownFor(*clip, 2); })) {
         EXPECT_FALSE(line.starts_with("Empty frame")) << line;
@@ -78,7 +78,7 @@ TEST_F(DroppedFrame, ShowsTheLastFrameForAllOthers) {
 
 // The search alone, for each combination of eight dropped or present frames. Twenty more of one kind come before or
 // after them, so that the search covers several groups of the index.
-TEST_F(DroppedFrame, IsStoodInForByTheSameFrameAsASearchOneByOneFinds) {
+TEST_F(DroppedFrame, IsReplacedByTheFrameThatALinearSearchFinds) {
     for (const std::string& around : {std::string(20, '.'), std::string(20, 'x')}) {
         for (unsigned drops = 0; drops < 256; drops += 15) {
             std::string pattern;
@@ -119,7 +119,7 @@ TEST_F(DroppedFrame, FindsNoFrameWhenTheOnlyOneIsDropped) {
     EXPECT_EQ(shownFor(*clipOf("."), 0), -1);
 }
 
-TEST_F(DroppedFrame, ShowsSmallFramesAfterBigOnesWhole) {
+TEST_F(DroppedFrame, ShowsSmallFramesCompletelyAfterBigOnes) {
     // The second frame is far smaller than the first, whose bytes were in the buffer before.
     VideoSketch video;
     standin::Picture noise = standin::makePicture({103, 8, 4, 1, 1});

@@ -44,7 +44,7 @@ TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameIsLogged) {
     expectProblems({kLostFrame});
 }
 
-TEST_F(ThrowingHost, OfNoStandardExceptionAtTheDisposalOfAFailedFrameIsLogged) {
+TEST_F(ThrowingHost, AtADisposalWithANonstandardExceptionIsLogged) {
     auto opened = clip();
     standin().fail(kStandinDecompress, 1, 1, 12);
     throwANumberFrom(HostCall::DisposePPix);
@@ -53,7 +53,7 @@ TEST_F(ThrowingHost, OfNoStandardExceptionAtTheDisposalOfAFailedFrameIsLogged) {
     expectProblems({kLostFrame});
 }
 
-TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameGetsTheNextOne) {
+TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameGetsTheNextFrame) {
     auto opened = clip();
     standin().fail(kStandinDecompress, 1, 1, 12);
     host().faults().throwFrom(HostCall::DisposePPix, "no disposal today");
@@ -78,7 +78,7 @@ TEST_F(ThrowingHost, AtTheReleaseOfASuiteIsLoggedByTheClose) {
     expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
 }
 
-TEST_F(ThrowingHost, OfNoStandardExceptionAtTheReleaseOfASuiteIsLoggedByTheClose) {
+TEST_F(ThrowingHost, AtAReleaseWithANonstandardExceptionIsLogged) {
     auto opened = clip();
     throwANumberFrom(HostCall::ReleaseSuite);
     const Lines lines = logOf([&] { EXPECT_EQ(opened->close(), 0); });
@@ -86,7 +86,7 @@ TEST_F(ThrowingHost, OfNoStandardExceptionAtTheReleaseOfASuiteIsLoggedByTheClose
     expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
 }
 
-TEST_F(ThrowingHost, AtTheReleaseOfEverySuiteOfAFileGetsTheFileFree) {
+TEST_F(ThrowingHost, AtTheReleaseOfAllSuitesStillReleasesTheFile) {
     auto opened = clip();
     host().faults().throwFrom(HostCall::ReleaseSuite, "no release today", 1, 6);
     const Lines lines = logOf([&] { EXPECT_EQ(opened->close(), 0); });
@@ -103,7 +103,7 @@ TEST_F(ThrowingHost, AtTheReleaseOfEverySuiteOfAFileGetsTheFileFree) {
 }
 
 // The host knows of no channel, and would request sound without any buffer.
-TEST_F(ThrowingHost, AtTheDescriptionIsNotGivenTheStreamsThatItWasNotToldOf) {
+TEST_F(ThrowingHost, AtTheDescriptionGetsNoUndescribedStreams) {
     ClipSession clip(session(), write("sound.avi", aviFile({shortVideo(), audioStream({}), audioStream({})})));
     clip.open();
     host().faults().throwFrom(HostCall::AcquireSuite, "no suite today");

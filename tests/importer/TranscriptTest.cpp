@@ -77,7 +77,7 @@ Lines withoutDump(const Lines& lines) {
 
 }  // namespace
 
-TEST_F(Transcript, OfTheStartHoldsTheDumpOfAllTables) {
+TEST_F(Transcript, OfTheStartContainsTheDumpOfAllTables) {
     expectGolden("start_with_dump", log());
 }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(LogAtExit, NeverWaitsForThreadsThatAreGone) {
+TEST(LogAtExit, NeverWaitsForTerminatedThreads) {
     const ProfileSandbox sandbox;
     const hostkit::LogSwitch on(true);
     for (int run = 0; run < 20; ++run) {

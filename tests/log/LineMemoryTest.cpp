@@ -80,7 +80,7 @@ TEST_F(LogLineMemory, IsOneBufferForALongLine) {
     EXPECT_EQ(allocationsOf(std::string(100'000, 'x').c_str()), 1u);
 }
 
-TEST_F(LogLineMemory, ThatIsMissingDropsTheLine) {
+TEST_F(LogLineMemory, WhenMissingDropsTheLine) {
     heap::startCounting();
     heap::failFrom(0);
     Log("no memory for this");
@@ -90,7 +90,7 @@ TEST_F(LogLineMemory, ThatIsMissingDropsTheLine) {
     EXPECT_EQ(messages().back(), "the second line");
 }
 
-TEST_F(LogLineMemory, ThatIsMissingForTheClosingLineDropsItAlone) {
+TEST_F(LogLineMemory, WhenMissingForTheClosingLineDropsOnlyThat) {
     heap::startCounting();
     heap::failFrom(0);
     CloseLog();
@@ -98,7 +98,7 @@ TEST_F(LogLineMemory, ThatIsMissingForTheClosingLineDropsItAlone) {
     EXPECT_EQ(messages().back(), "the first line opens the file");
 }
 
-TEST_F(LogLineMemory, IsWaitedForByOtherLines) {
+TEST_F(LogLineMemory, BlocksOtherLinesWhileAllocated) {
     LineInProgress line;
     std::thread other([] { Log("after it"); });
     line.finish();
@@ -106,7 +106,7 @@ TEST_F(LogLineMemory, IsWaitedForByOtherLines) {
     EXPECT_EQ(messages().size(), 5u);
 }
 
-TEST_F(LogLineMemory, IsNotWaitedForOnceTheModuleGoes) {
+TEST_F(LogLineMemory, DoesNotBlockTheEndOfTheModule) {
     LineInProgress line;
     StopWaitingForLog();
     Log("dropped");
@@ -119,7 +119,7 @@ TEST_F(LogLineMemory, IsNotWaitedForOnceTheModuleGoes) {
     delete left;
 }
 
-TEST_F(LogLineMemory, IsNoHindranceToACloseOnceItWasHad) {
+TEST_F(LogLineMemory, DoesNotBlockACloseOnceAllocated) {
     LineInProgress line;
     StopWaitingForLog();
     line.finish();

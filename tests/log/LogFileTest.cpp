@@ -42,7 +42,7 @@ TEST(LogFile, NothingIsCreatedWhileTheSwitchIsOff) {
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
 
-TEST(LogFile, LoadingAloneCreatesNothing) {
+TEST(LogFile, LoadingCreatesNothing) {
     PluginRun run;
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
@@ -53,7 +53,7 @@ TEST(LogFile, UnloadingWithoutACallCreatesNothing) {
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
 
-TEST(LogFile, TheFirstCallCreatesBothFoldersAndOneFileNamedAfterTheTime) {
+TEST(LogFile, TheFirstCallCreatesFoldersAndAFileNamedAfterTheTime) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const auto files = filesIn(outerFolder() / "adobe");
@@ -77,14 +77,14 @@ TEST(LogFile, TheTimeInTheNameIsTheTimeOfTheFirstLine) {
     EXPECT_EQ(name.substr(0, 8), first.substr(0, 8));
 }
 
-TEST(LogFile, FoldersThatExistAreUsed) {
+TEST(LogFile, ExistingFoldersAreUsed) {
     PluginRun run;
     std::filesystem::create_directories(hostkit::pluginLogFolder());
     run.call(kSelectorWithoutHandler);
     EXPECT_EQ(filesIn(hostkit::pluginLogFolder()).size(), 1u);
 }
 
-TEST(LogFile, BeginsWithLogOpenedAndNeverTellsModuleInit) {
+TEST(LogFile, BeginsWithLogOpenedAndNeverSaysModuleInit) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const std::vector<std::string> messages = run.messages();
@@ -114,7 +114,7 @@ TEST(LogFile, UnloadingWritesModuleDestroyAndThenLogClosed) {
     EXPECT_EQ(run.newMessages(), (std::vector<std::string>{"Module destroy", "Log closed"}));
 }
 
-TEST(LogFile, EveryLineOpensWithTimeAndThreadNumber) {
+TEST(LogFile, EveryLineBeginsWithTimeAndThreadNumber) {
     PluginRun run;
     run.session().start();
     const std::regex shape("\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\] \\[[0-9]+\\] .+");
@@ -142,7 +142,7 @@ TEST(LogFile, EachThreadHasItsOwnNumber) {
     EXPECT_NE(numbers[0], numbers[2]);
 }
 
-TEST(LogFile, LinesEndAsTheSystemsTextFilesDo) {
+TEST(LogFile, LinesHaveTheSystemsLineEnds) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const auto files = filesIn(hostkit::pluginLogFolder());
@@ -160,7 +160,7 @@ TEST(LogFile, LinesEndAsTheSystemsTextFilesDo) {
 #endif
 }
 
-TEST(LogFile, AMessageOfManyThousandCharactersIsWrittenWhole) {
+TEST(LogFile, AMessageOfThousandsOfCharactersIsComplete) {
     PluginRun run;
     run.session().init();
     run.newMessages();

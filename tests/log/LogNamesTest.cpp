@@ -103,13 +103,13 @@ TEST(LogNames, TheLastNameIsUsed) {
     EXPECT_TRUE(nameOf(files.front()).ends_with("_999.log")) << files.front();
 }
 
-TEST(LogNames, WithAllNamesTakenNothingIsWrittenAndTheCallAnswersAsEver) {
+TEST(LogNames, WithAllNamesTakenNothingIsLoggedAndCallsSucceed) {
     csSDK_int32 result = -1;
     EXPECT_EQ(filesBesideTakenNames(1000, result), std::vector<std::filesystem::path>{});
     EXPECT_EQ(result, imUnsupported);
 }
 
-TEST(LogNames, FilesThatTakeANameAreLeftAsTheyAre) {
+TEST(LogNames, ExistingFilesAreLeftUnchanged) {
     Place place;
     const std::time_t now = std::time(nullptr);
     for (int second = 0; second < 64; ++second) {

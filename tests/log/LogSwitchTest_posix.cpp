@@ -57,7 +57,7 @@ protected:
     std::filesystem::path m_home;
 };
 
-TEST_F(LogWithoutProfile, CallsAnswerAsEver) {
+TEST_F(LogWithoutProfile, CallsSucceed) {
     EXPECT_EQ(m_run.session().init().result, imNoErr);
     EXPECT_EQ(m_run.call(kSelectorWithoutHandler), imUnsupported);
     EXPECT_EQ(m_run.host().errorEvents(), std::vector<hostkit::ErrorEvent>{});
@@ -72,7 +72,7 @@ TEST_F(LogWithoutProfile, NothingIsCreatedInTheWorkingFolder) {
     EXPECT_FALSE(std::filesystem::exists("/quorvane"));
 }
 
-TEST_F(LogWithoutProfile, AnEmptyHomeIsNone) {
+TEST_F(LogWithoutProfile, AnEmptyHomeCountsAsNone) {
     setenv("HOME", "", 1);
     m_run.call(kSelectorWithoutHandler);
     m_run.unload();
@@ -88,7 +88,7 @@ TEST_F(LogWithoutProfile, OpeningIsTriedOnlyOnce) {
     EXPECT_FALSE(std::filesystem::exists(m_home / "quorvane"));
 }
 
-TEST_F(LogWithoutProfile, AFileInTheWayOfTheFolderIsSilentToo) {
+TEST_F(LogWithoutProfile, AFileInPlaceOfTheFolderIsIgnoredToo) {
     setenv("HOME", "/dev/null", 1);
     EXPECT_EQ(m_run.call(kSelectorWithoutHandler), imUnsupported);
     m_run.unload();

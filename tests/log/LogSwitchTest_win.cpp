@@ -72,12 +72,12 @@ TEST_F(LogSwitchValue, IsOnForTheTextZero) {
     EXPECT_TRUE(callWritesALog(m_host));
 }
 
-TEST_F(LogSwitchValue, IsOnForATextOfThreeCharacters) {
+TEST_F(LogSwitchValue, IsOnForAThreeCharacterText) {
     setText("yes");
     EXPECT_TRUE(callWritesALog(m_host));
 }
 
-TEST_F(LogSwitchValue, IsOffForATextThatFillsMoreThanFourBytes) {
+TEST_F(LogSwitchValue, IsOffForATextLongerThanFourBytes) {
     setText("true");
     EXPECT_FALSE(callWritesALog(m_host));
 }

@@ -14,7 +14,7 @@ compare_sound=$2
 emulator=${3:-}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cd "$folder"    # names without folders mean the same to both systems
+cd "$folder"    # file names without folders are the same on both systems
 comparisons=()
 
 encode() {
