@@ -1,4 +1,4 @@
-// Captures that broke off, copies that stopped, and what is no clip at all.
+// Interrupted captures, incomplete copies, and files that are not clips.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -11,13 +11,13 @@ constexpr std::uint64_t kGibibyte = std::uint64_t{1} << 30;
 
 std::size_t moviAt(const Bytes& file) { return positionOf(file, "movi") - 8; }
 
-// The clip up to the end of its media, as a recorder leaves it that had no time to write the index.
+// The clip up to the end of its media, as left by a recorder that could not write the index.
 Bytes withoutIndex() {
     const Bytes clip = honestClip();
     return cutTo(clip, positionOf(clip, "idx1"));
 }
 
-// With the sizes that a recorder writes last.
+// The same with these sizes, which a recorder writes last.
 Bytes died(std::uint32_t riffSize, std::uint32_t moviSize) {
     Bytes file = withoutIndex();
     overwrite(file, 4, u32(riffSize));
@@ -37,7 +37,7 @@ Bytes diedWithoutIndex() {
     return died(u32Of(end - 8), u32Of(end - moviAt(honestClip()) - 8));
 }
 
-// Without the last segment's indexes, which are still missing from the super indexes.
+// A clip without the last segment's indexes, which the super indexes do not list yet.
 Bytes diedInTheSecondSegment() {
     Bytes file = openDmlClip(2);
     for (std::size_t stream = 0; stream < 2; ++stream) {

@@ -1,4 +1,4 @@
-// Headers with extreme values, and a structure that does not hold.
+// Headers with extreme values, and invalid structures.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -29,14 +29,14 @@ Bytes claiming(Bytes file, const char* listType, std::uint32_t size) {
 Bytes headersClaimingTooLittle() { return claiming(honestClip(), "hdrl", 4 + 8 + 56); }
 Bytes streamClaimingTheNext() { return claiming(honestClip(), "strl", 1000); }
 
-// A name of odd length, without the pad byte that belongs behind it.
+// A name of odd length, without its pad byte.
 Bytes paddingMissing() {
     Bytes name = chunk("strn", text("cam"));
     name.pop_back();
     return clipWith(headers({list("strl", {strh(videoHeader()), name, strf(videoFormat())}), soundList()}));
 }
 
-// Pictures of odd size without their pad bytes; the index says where they are.
+// Pictures of odd size without their pad bytes; the index has their positions.
 Bytes mediaPaddingMissing() {
     std::vector<Bytes> chunks;
     std::vector<Idx1Entry> entries;
@@ -86,7 +86,7 @@ Bytes negativeRateAndScale() { return clipOfVideo(withRate(0xFFFFFFE7, 0xFFFFFFF
 Bytes rateInHugeNumbers() { return clipOfVideo(withRate(1'000'000'000, 40'000'000)); }
 Bytes highestScale() { return clipOfVideo(withRate(1, 0x7FFFFFFF)); }
 
-// The clip, then dropped pictures: as many as are too long for a host to count, by one.
+// The clip followed by dropped pictures: one more than a host can count.
 Bytes tooLongInHugeNumbers() {
     std::vector<Idx1Entry> entries = mediaEntries();
     entries.insert(entries.end(), 54 - kPictures, {.length = 0});
@@ -137,7 +137,7 @@ Bytes damagedPicture() {
 
 Bytes picturesOfAnotherSize() {
     Bytes file = honestClip();
-    // The width in the extra data: the pictures have another.
+    // The width in the extra data, which differs from that of the pictures.
     overwrite(file, positionOf(file, "QSX1") + 12, u32(16));
     return file;
 }

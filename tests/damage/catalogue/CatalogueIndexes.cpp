@@ -1,4 +1,4 @@
-// "idx1" indexes that lead to the wrong place, to nowhere, or too often to the same.
+// "idx1" indexes with wrong, invalid or repeated positions.
 #include "damage/catalogue/Catalogue.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 using namespace aviwriter;
 
-// The clip with every entry changed; `number` counts pictures or sound chunks of their own stream.
+// The clip with every entry changed; `number` counts the pictures or sound chunks of a stream.
 template <typename Change>
 Bytes changedEntries(Change change) {
     std::vector<Idx1Entry> entries = mediaEntries();
@@ -76,7 +76,7 @@ Bytes droppedPictures() {
     });
 }
 
-// All of the sound, the first two pictures, and the run between these.
+// All of the sound, and the first two pictures with a run of dropped ones between them.
 Bytes aLongRunOfDroppedPictures() {
     std::vector<Idx1Entry> entries;
     for (const Idx1Entry& entry : mediaEntries()) {
@@ -107,7 +107,7 @@ Bytes raggedIndex() {
     return cutTo(file, index + 8 + 16 * 12 + 5);
 }
 
-// In the file's hole, which reads as zeros.
+// A picture in the file's hole, which reads as zeros.
 Bytes pictureInAHole() { return withPicture(5, {.offset = 2 << 20, .length = 64}); }
 constexpr std::uint32_t kHole = 64 << 20;
 Bytes indexRunsIntoAHole() {

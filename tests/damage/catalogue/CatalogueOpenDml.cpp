@@ -1,4 +1,4 @@
-// OpenDML indexes: an index of indexes that leads to the wrong ones, and indexes that lead to the wrong place.
+// OpenDML indexes: super indexes that point at the wrong indexes, and indexes with wrong positions.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -76,7 +76,7 @@ Bytes superIndexClaimingMore() {
     return changedSuperIndexes([](Bytes& file, std::size_t first) { overwrite(file, first - 20, u32(6)); });
 }
 
-// One standard index of the video differs.
+// Overwrites part of the video's third standard index.
 Bytes changedStandardIndex(std::size_t at, const Bytes& with) {
     Bytes file = openDmlClip(5);
     overwrite(file, positionOf(file, "ix00", 2) + at, with);
@@ -88,7 +88,7 @@ Bytes standardIndexOfAnotherBase() { return changedStandardIndex(8 + 12, u64(std
 Bytes standardIndexOfNegativeBase() { return changedStandardIndex(8 + 12, u64(~std::uint64_t{0} << 20)); }
 Bytes standardIndexIsZeros() { return changedStandardIndex(0, filled(8 + 24 + 16)); }
 
-// The video's standard indexes, counted from 0: a header of 8 and one of 24 bytes, then two entries of 8.
+// Each of the video's standard indexes has headers of 8 and 24 bytes, then two entries of 8.
 constexpr std::size_t kEntries = 8 + 24;
 std::size_t videoIndexAt(const Bytes& file, std::size_t number) { return positionOf(file, "ix00", number); }
 
@@ -105,7 +105,7 @@ Bytes entriesBackwards() {
     return file;
 }
 
-// Picture 4 lies at `at` in its own index, the third of the video's.
+// Picture 4 lies at `at` in its own index, the video's third.
 Bytes pictureInItsIndex(std::size_t at, std::uint32_t size) {
     Bytes file = openDmlClip(5);
     const std::size_t index = videoIndexAt(file, 2);
@@ -168,7 +168,7 @@ Bytes thirdIndexInAHole() {
     return file;
 }
 
-// The video's last index stands at the end, and claims a million pictures more than it has entries for.
+// The video's last index is at the end, and states a million more pictures than it has entries.
 constexpr std::uint32_t kInHole = 1'000'000;
 Bytes thirdIndexRunsIntoAHole() {
     Bytes file = openDmlClip(5);

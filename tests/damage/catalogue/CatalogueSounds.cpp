@@ -1,4 +1,4 @@
-// Sound formats at their limits and beyond them.
+// Sound formats at their limits and beyond.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -11,7 +11,7 @@ Bytes soundIn(const Bytes& format) {
     return clipWith(headers({videoList(), streamList(soundHeader(), format)}));
 }
 
-// The same with media of that kind; what may be wrong is the length that the header claims.
+// The same with matching media; only the length in the header may be wrong.
 Bytes soundOfShape(const SoundShape& shape, std::uint32_t frames = kSoundFrames) {
     const Bytes sound = streamList(soundHeader(frames), soundFormat(shape));
     return clipOfChunks(headers({videoList(), sound}), mediaChunks(shape));

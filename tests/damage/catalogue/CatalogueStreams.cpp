@@ -1,4 +1,4 @@
-// Too many streams, and streams in another order.
+// Too many streams, and streams in other orders.
 #include "damage/catalogue/Catalogue.h"
 
 #include <string>
@@ -29,12 +29,12 @@ Bytes otherStreams() {
                              soundList()}));
 }
 
-// The first character of a chunk's id counts tens without end: stream 100 follows "99" as ":0".
+// The first character of a chunk's id counts tens without a limit: after "99", stream 100 is ":0".
 std::string pairOf(std::uint32_t streamNumber) {
     return {static_cast<char>('0' + streamNumber / 10), static_cast<char>('0' + streamNumber % 10)};
 }
 
-// The clip, and further sound streams of 100 samples each, in a chunk of their own.
+// The clip, and further sound streams of 100 samples, each in one chunk.
 Bytes manyStreams(std::uint32_t sounds) {
     constexpr std::uint32_t kFrames = 100;
     std::vector<Bytes> streams(sounds, soundList(kFrames));
@@ -49,7 +49,7 @@ Bytes manyStreams(std::uint32_t sounds) {
 Bytes streams120() { return manyStreams(120); }
 Bytes streams200() { return manyStreams(200); }
 
-// Sound, video, sound, as streams 0 to 2; stream 2 stands first in the media and in the index, stream 0 last.
+// Sound, video and sound, as streams 0 to 2; in the media and in the index stream 2 comes first, stream 0 last.
 Bytes numbersOutOfOrder() {
     std::vector<Bytes> chunks;
     for (std::uint32_t number = 0; number < kPictures; ++number) {
@@ -64,7 +64,7 @@ Bytes numbersOutOfOrder() {
     return clipOfChunks(headers({soundList(), videoList(), soundList()}), chunks);
 }
 
-// The stream in between has no format; those behind it keep their numbers.
+// The middle stream has no format; later ones keep their numbers.
 Bytes damagedInBetween() {
     std::vector<Bytes> chunks = mediaChunks();
     for (Bytes& chunk : chunks) {

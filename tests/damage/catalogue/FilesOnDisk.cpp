@@ -28,7 +28,7 @@ std::filesystem::path writeDamaged(const std::filesystem::path& folder, const Da
     const Bytes bytes = file.make();
     const std::filesystem::path path = writeBytes(folder / (std::string(file.name) + ".avi"), bytes);
     if (file.zerosBehind > 0) {
-        // A hole where the file system knows holes.
+        // A hole, if the file system supports holes.
         std::filesystem::resize_file(path, bytes.size() + file.zerosBehind);
     }
     return path;

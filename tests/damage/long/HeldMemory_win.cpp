@@ -4,7 +4,7 @@
 
 namespace damage {
 
-// The heap takes its pages from the system in large parts.
+// The heap gets its pages from the system in large units.
 const std::uint64_t kHeldMemoryWanders = std::uint64_t{512} << 10;
 
 std::uint64_t heldMemory() { return hostkit::processSize().bytes; }
