@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kLine = 64;
 
-void goThrough(const std::vector<char>& memory) {
+void readThrough(const std::vector<char>& memory) {
     int sum = 0;
     for (std::size_t at = 0; at < memory.size(); at += kLine) {
         sum += memory[at];
@@ -27,7 +27,7 @@ void sweptFrames(benchmark::State& state) {
     std::vector<double> other;
     csSDK_int64 frame = 0;
     for (auto _ : state) {
-        goThrough(memory);
+        readThrough(memory);
         plugin.spy().clear();
         const std::uint64_t total = clip.getFrame(++frame);
         other.push_back(static_cast<double>(total - plugin.spy().reads().nanoseconds()));

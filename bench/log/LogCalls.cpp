@@ -22,7 +22,7 @@ namespace {
 constexpr int kCalls = 1000;
 
 // The mean time of one call, in nanoseconds.
-void tellPerCall(benchmark::State& state) {
+void reportPerCall(benchmark::State& state) {
     state.counters["perCall"] = benchmark::Counter(
         kCalls * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
@@ -33,7 +33,7 @@ void emptyCalls(benchmark::State& state) {
             emptyCall("line %d", i);
         }
     }
-    tellPerCall(state);
+    reportPerCall(state);
 }
 
 void logCallsOff(benchmark::State& state) {
@@ -42,7 +42,7 @@ void logCallsOff(benchmark::State& state) {
             Log("line %d", i);
         }
     }
-    tellPerCall(state);
+    reportPerCall(state);
 }
 
 // Gives the log a home folder of its own and turns it on, for the lifetime of the object.

@@ -133,7 +133,7 @@ bench::Opening bench::openAtFloor(const std::string& path) {
         fillFromStandardIndexes(file, plan, piece.get(), tables);
     }
     for (const Filled& table : tables) {
-        benchmark::DoNotOptimize(table.rows.get());  // nobody else looks at them, and they are to be written
+        benchmark::DoNotOptimize(table.rows.get());  // otherwise the unused rows would not be written
     }
     benchmark::ClobberMemory();
     result.seconds = stopwatch.seconds();

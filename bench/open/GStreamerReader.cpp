@@ -68,7 +68,7 @@ bench::Opening bench::openWithGStreamer(const std::string& path, double seconds)
     const bool known = gst_element_query_duration(demuxer, GST_FORMAT_TIME, &duration);
     gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     if (!known || std::abs(static_cast<double>(duration) / GST_SECOND - seconds) > 1) {
-        throw std::runtime_error("GStreamer gives " + path + " a duration of " +
+        throw std::runtime_error("GStreamer reports for " + path + " a duration of " +
                                  std::to_string(static_cast<double>(duration) / GST_SECOND) + " s");
     }
     return result;

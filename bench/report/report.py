@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes results.json, table.md and the plots of what the benchmark programs measured, and prints the table.
+"""Writes results.json, table.md and the plots from the benchmark programs' results, and prints the table.
 
-Its exit code tells whether the report could be made, not whether the targets are met: those depend on the machine.
+The exit code says whether the report could be written, not whether the targets are met, which depends on the machine.
 """
 import argparse
 import json

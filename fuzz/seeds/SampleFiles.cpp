@@ -92,7 +92,7 @@ void addDamaged(SeedList& seeds) {
     seeds.push_back({"sound-alone", riff("AVI ", {list("hdrl", {avih({}), audio}), list("movi", {})})});
     seeds.push_back({"no-index", riff("AVI ", {list("hdrl", {avih({.streams = 2}), video, audio, odml(3)}),
                                                listClaiming("LIST", "movi", 0, {chunk("00dc", filled(9))})})});
-    seeds.push_back({"zeros-behind", riff("AVI ", {list("hdrl", {avih({}), video})}) + filled(200)});
+    seeds.push_back({"zeros-after", riff("AVI ", {list("hdrl", {avih({}), video})}) + filled(200)});
     seeds.push_back({"many-streams", riff("AVI ", {list("hdrl", std::vector<Bytes>(12, audio))})});
     Bytes nested = chunk("JUNK", {});
     for (int depth = 0; depth < 40; ++depth) {

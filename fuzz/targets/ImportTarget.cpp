@@ -82,7 +82,7 @@ void expectNothingLeft(const hostkit::Host& host) {
     fuzz::expect(codec.outstandingInits == 0 && codec.openInstances == 0 && codec.runningSessions == 0,
                  "a codec instance is still open");
     fuzz::expect(codec.overlappingCalls == 0, "calls of the codec overlapped on one handle");
-    fuzz::expect(codec.unpreparedOutputs == 0, "the codec was given a record that was not prepared");
+    fuzz::expect(codec.unpreparedOutputs == 0, "the codec got a record that was not prepared");
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ protected:
     }
 
     // Gives a call that should wait, but does not, time to return.
-    void lookAround() {
+    void giveTimeToReturn() {
         for (int i = 0; i < 100; ++i) {
             messages();
             std::this_thread::yield();
@@ -106,7 +106,7 @@ TEST_F(HeldDecode, IsAwaitedAndItsFrameDisposedByAFlush) {
         return Seen{result, gate().isOpen(), host().frames().alive()};
     });
     EXPECT_TRUE(waitUntilLogged("[OnFlush]"));
-    lookAround();
+    giveTimeToReturn();
     EXPECT_EQ(logged("    OnFlush: [aiNoError] (0)"), 0);
     gate().open();
     const Seen seen = flushing.get();
@@ -125,7 +125,7 @@ TEST_F(HeldDecode, IsAwaitedByAFlushInTheHostsFrameCreationToo) {
         async.flush();
         return gate().isOpen();
     });
-    lookAround();
+    giveTimeToReturn();
     gate().open();
     EXPECT_TRUE(flushing.get());
     EXPECT_EQ(host().frames().alive(), 0);
@@ -141,7 +141,7 @@ TEST_F(HeldDecode, IsAwaitedAndItsFrameDisposedByTheClose) {
         return result;
     });
     EXPECT_TRUE(waitUntilLogged("QuorvaneAsyncImporter::~QuorvaneAsyncImporter()"));
-    lookAround();
+    giveTimeToReturn();
     EXPECT_EQ(logged("VideoInfo::~VideoInfo()"), 0);
     gate().open();
     EXPECT_EQ(closing.get(), aiNoError);
@@ -161,7 +161,7 @@ TEST_F(HeldDecode, IsDeliveredIfTheCloseComesDuringItsCollection) {
         return async.close();
     });
     isClosing.get_future().wait();
-    lookAround();
+    giveTimeToReturn();
     gate().open();
     const auto answer = collecting.get();
     EXPECT_EQ(answer.result, aiNoError);

@@ -221,8 +221,8 @@ private:
 
     /// A buffer for those of `size` bytes that the file has; the others would be zero.
     Buffer roomFor(std::int64_t position, std::uint32_t size) {
-        const std::int64_t behind = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
-        const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(behind));
+        const std::int64_t left = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
+        const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(left));
         if (present > kMostBytes) {
             throw TooCostly();
         }

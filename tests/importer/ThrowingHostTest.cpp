@@ -93,7 +93,7 @@ TEST_F(ThrowingHost, AtTheReleaseOfAllSuitesStillReleasesTheFile) {
     EXPECT_EQ(countOf(lines, "ERROR: ReleaseSuite() failed: no release today"), 6u);
     EXPECT_EQ(standin().counters().openInstances, 0u);
     ClipSession writer(session(), pathOf("clip.avi"), {.access = kPrOpenFileAccess_ReadWrite});
-    EXPECT_EQ(writer.open().result, 0) << "a file still open lets nobody write";
+    EXPECT_EQ(writer.open().result, 0) << "a file that is still open cannot be opened for writing";
     const std::string one = "version 1 was acquired 1 time and released 0 times.";
     expectProblems({"The suite 'Premiere Audio Suite' " + one,
                     "The suite 'Premiere Image Processing Suite' version 2 was acquired 3 times and released 2 times.",

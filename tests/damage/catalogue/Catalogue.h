@@ -18,7 +18,7 @@ struct DamagedFile {
     Bytes (*make)();
     const char* seen;                       // the text of sightOf()
     std::vector<const char*> logged = {};   // lines of the log about the damage, each once, in order
-    std::uint64_t zerosBehind = 0;          // number of zero bytes after it, which may be a hole
+    std::uint64_t zerosAfter = 0;          // number of zero bytes after it, which may be a hole
 };
 
 // The files by kind.

@@ -31,15 +31,15 @@ protected:
 
 TEST_P(Catalogue, IsSeenAndLoggedAsDescribed) {
     const DamagedFile& file = GetParam();
-    if (!canHold(m_folder.folder(), file.zerosBehind)) {
-        GTEST_SKIP() << "a file of " << file.zerosBehind << " zeros cannot be created in the temporary folder";
+    if (!canHold(m_folder.folder(), file.zerosAfter)) {
+        GTEST_SKIP() << "a file of " << file.zerosAfter << " zeros cannot be created in the temporary folder";
     }
     const auto path = writeDamaged(m_folder.folder(), file);
     const auto good = writeBytes(m_folder.folder() / "good.avi", honestClip());
     m_plugin.session().start();
 
     EXPECT_EQ(sightOf(m_plugin.session(), path), file.seen);
-    EXPECT_EQ(tellingLines(m_plugin.messages()), Lines(file.logged.begin(), file.logged.end()));
+    EXPECT_EQ(damageLines(m_plugin.messages()), Lines(file.logged.begin(), file.logged.end()));
     EXPECT_EQ(sightOf(m_plugin.session(), good), kGoodSight) << "a good file after it";
     EXPECT_EQ(sightOf(m_plugin.session(), path), file.seen) << "again";
 

@@ -157,20 +157,20 @@ std::string sightOf(hostkit::ImporterSession& session, const std::filesystem::pa
     return picturesOf(clip, *info.record.get()) + "; " + soundOf(clip, *info.record.get(), 0) + further;
 }
 
-std::vector<std::string> tellingLines(const std::vector<std::string>& messages) {
+std::vector<std::string> damageLines(const std::vector<std::string>& messages) {
     static const char* const kBeginnings[] = {
         "Failed to", "Avi ", "Invalid FPS", "Decompress ", "Compressed format size", "Unknown compressed",
         "frameIndex out", "ERROR", "importAudio: ", "Audio is INVALID", "No formats", "Empty frame"};
-    std::vector<std::string> telling;
+    std::vector<std::string> found;
     for (const std::string& message : messages) {
         const std::string line = withoutCall(message);
-        const bool tells = std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
+        const bool isAboutDamage = std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
                                        [&](const char* beginning) { return line.starts_with(beginning); });
-        if (tells && std::find(telling.begin(), telling.end(), line) == telling.end()) {
-            telling.push_back(line);
+        if (isAboutDamage && std::find(found.begin(), found.end(), line) == found.end()) {
+            found.push_back(line);
         }
     }
-    return telling;
+    return found;
 }
 
 }  // namespace damage

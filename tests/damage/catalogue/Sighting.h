@@ -23,6 +23,6 @@ inline constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures per 
 std::string sightOf(hostkit::ImporterSession& session, const std::filesystem::path& path);
 
 // The log's lines about damage, each once, in the order of their first appearance.
-std::vector<std::string> tellingLines(const std::vector<std::string>& messages);
+std::vector<std::string> damageLines(const std::vector<std::string>& messages);
 
 }  // namespace damage

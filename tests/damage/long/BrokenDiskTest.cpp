@@ -59,7 +59,7 @@ protected:
         return heard;
     }
 
-    Lines newTellingLines() { return tellingLines(m_plugin.newMessages()); }
+    Lines newDamageLines() { return damageLines(m_plugin.newMessages()); }
 
     // Truncates the file as another program would.
     void cutFile(std::size_t bytes) { std::filesystem::resize_file(m_file, bytes); }
@@ -83,20 +83,20 @@ TEST_F(BrokenDisk, AMissingShareLosesOnlyThePicturesMeanwhile) {
     EXPECT_EQ(picture(1), imFileReadFailed);
     EXPECT_EQ(picture(2), imFileReadFailed);
     EXPECT_EQ(soundHeard(), 0u);
-    EXPECT_EQ(newTellingLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 0",
+    EXPECT_EQ(newDamageLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 0",
                                         "importAudio: read error: 7680, read: 0"}));
     disk.clear();
     EXPECT_EQ(picture(1), imNoErr);
     EXPECT_EQ(picture(2), imNoErr);
     EXPECT_EQ(soundHeard(), 4800u);
-    EXPECT_EQ(newTellingLines(), Lines{});
+    EXPECT_EQ(newDamageLines(), Lines{});
 }
 
 TEST_F(BrokenDisk, AFailedSeekIsLoggedWithItsPosition) {
     DiskFaults disk(m_library);
     disk.fail(DiskCall::Seek, 1, DiskFaults::kForEver);
     EXPECT_EQ(picture(1), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Seek error: pos: " + at(pictureAt(1))});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Seek error: pos: " + at(pictureAt(1))});
     EXPECT_EQ(soundHeard(), 0u);
     disk.clear();
     EXPECT_EQ(picture(1), imNoErr);
@@ -107,7 +107,7 @@ TEST_F(BrokenDisk, DescribingOnAMissingShareIsABadFileUntilItReturns) {
     DiskFaults disk(m_library);
     disk.fail(DiskCall::Read, 1, DiskFaults::kForEver);
     EXPECT_EQ(m_clip->info(0).result, imBadFile);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to parse avi: riff structure is corrupt or invalid"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to parse avi: riff structure is corrupt or invalid"});
     disk.clear();
     EXPECT_EQ(m_clip->info(0).result, imNoErr);
     EXPECT_EQ(picture(3), imNoErr);
@@ -128,7 +128,7 @@ TEST_F(BrokenDisk, AShortReadLosesOnePicture) {
     DiskFaults disk(m_library);
     disk.halveReads();
     EXPECT_EQ(picture(4), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Read error: size: 64, read: 32"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Read error: size: 64, read: 32"});
     EXPECT_EQ(picture(4), imNoErr);
 }
 
@@ -136,7 +136,7 @@ TEST_F(BrokenDisk, AShortReadSilencesTheRestOfOneRequest) {
     DiskFaults disk(m_library);
     disk.halveReads(2);
     EXPECT_EQ(soundHeard(), 1920u + 960u);
-    EXPECT_EQ(newTellingLines(), Lines{"importAudio: read error: 7680, read: 3840"});
+    EXPECT_EQ(newDamageLines(), Lines{"importAudio: read error: 7680, read: 3840"});
     EXPECT_EQ(soundHeard(), 4800u);
 }
 
@@ -146,7 +146,7 @@ TEST_F(BrokenDisk, AFileEndingWithinAPictureKeepsThePicturesBefore) {
     EXPECT_EQ(picture(4), imNoErr);
     EXPECT_EQ(picture(5), imFileReadFailed);
     EXPECT_EQ(picture(6), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 10",
+    EXPECT_EQ(newDamageLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 10",
                                         "Failed to read frame from AVI: Read error: size: 64, read: 0"}));
     disk.clear();
     EXPECT_EQ(picture(5), imNoErr);
@@ -179,7 +179,7 @@ TEST_F(BrokenDisk, AReplacedFileIsNoticedByTheNextDescription) {
     ASSERT_EQ(m_clip->open().result, imNoErr);
     EXPECT_EQ(picture(3), imBadCompression);
     EXPECT_EQ(m_clip->info(0).result, imBadFile);
-    EXPECT_EQ(newTellingLines(),
+    EXPECT_EQ(newDamageLines(),
               (Lines{"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec",
                      "Failed to parse avi: AVI chunk missing"}));
     m_clip->quiet();
@@ -204,7 +204,7 @@ TEST_F(BrokenDisk, AFileCutWhileQuietKeepsThePicturesBefore) {
 class LargePicture : public BrokenDisk {
 protected:
     // Number of size queries for one picture of `bytes` bytes. The file has the bytes, but they are not a picture.
-    int questionsFor(std::uint32_t bytes) {
+    int sizeQueriesFor(std::uint32_t bytes) {
         std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
         entries[0].length = bytes;
         const Bytes file = aviwriter::join({clipIndexedBy(entries), aviwriter::filled(std::size_t{5} << 20)});
@@ -219,10 +219,10 @@ protected:
     }
 };
 
-TEST_F(LargePicture, OfFourMebibytesIsReadWithoutASizeQuery) { EXPECT_EQ(questionsFor(4u << 20), 0); }
+TEST_F(LargePicture, OfFourMebibytesIsReadWithoutASizeQuery) { EXPECT_EQ(sizeQueriesFor(4u << 20), 0); }
 
 TEST_F(LargePicture, OfOneByteMoreIsReadIfTheFileIsLargeEnough) {
-    EXPECT_EQ(questionsFor((4u << 20) + 1), 1);
+    EXPECT_EQ(sizeQueriesFor((4u << 20) + 1), 1);
 }
 
 TEST_F(LargePicture, LargerThanTheFileIsNotRead) {
@@ -240,7 +240,7 @@ TEST_F(LargePicture, LargerThanTheFileIsNotRead) {
 
 constexpr std::uint32_t kLargestFrame = (4u << 20) + 32 * 8 * 4;
 
-TEST_F(LargePicture, OfTheLargestSizeForItsPixelsIsRead) { EXPECT_EQ(questionsFor(kLargestFrame), 1); }
+TEST_F(LargePicture, OfTheLargestSizeForItsPixelsIsRead) { EXPECT_EQ(sizeQueriesFor(kLargestFrame), 1); }
 
 class TooLargePicture : public BrokenDisk {
 protected:
@@ -263,7 +263,7 @@ TEST_F(TooLargePicture, ByOneByteIsNotReadEvenIfTheFileHasIt) {
     DiskFaults disk(m_library);
     EXPECT_EQ(clip.frame(0, {{0, 0, PrPixelFormat_VUYX_4444_8u}}).result, imFileReadFailed);
     EXPECT_EQ(disk.calls(DiskCall::Read), 0);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Frame too large: size: 4195329"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Frame too large: size: 4195329"});
 }
 
 TEST_F(TooLargePicture, ByGigabytesIsNotReadForAnyAnnouncement) {

@@ -11,6 +11,6 @@ namespace damage {
 std::uint64_t heldMemory();
 
 // By how many bytes that varies without a leak.
-extern const std::uint64_t kHeldMemoryWanders;
+extern const std::uint64_t kHeldMemoryVariation;
 
 }  // namespace damage

@@ -5,7 +5,7 @@
 namespace damage {
 
 // Each thread keeps a few freed blocks for later use.
-const std::uint64_t kHeldMemoryWanders = std::uint64_t{64} << 10;
+const std::uint64_t kHeldMemoryVariation = std::uint64_t{64} << 10;
 
 std::uint64_t heldMemory() {
     const struct mallinfo2 heap = mallinfo2();

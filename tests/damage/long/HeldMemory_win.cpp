@@ -5,7 +5,7 @@
 namespace damage {
 
 // The heap gets its pages from the system in large units.
-const std::uint64_t kHeldMemoryWanders = std::uint64_t{512} << 10;
+const std::uint64_t kHeldMemoryVariation = std::uint64_t{512} << 10;
 
 std::uint64_t heldMemory() { return hostkit::processSize().bytes; }
 

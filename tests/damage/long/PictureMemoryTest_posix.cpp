@@ -73,7 +73,7 @@ TEST(PictureMemory, WhenMissingMakesAPictureUnreadable) {
             const MemoryLimit limit(256 * kMiB);
             EXPECT_EQ(clip.frame(0, {{0, 0, PrPixelFormat_VUYX_4444_8u}}).result, imFileReadFailed);
         }
-        EXPECT_EQ(tellingLines(plugin.newMessages()),
+        EXPECT_EQ(damageLines(plugin.newMessages()),
                   Lines{"Failed to read frame from AVI: out of memory, size: 1073741824"});
     }
     plugin.session().shutdown();

@@ -42,7 +42,7 @@ struct Held {
 };
 
 // Prints the counts, for longer runs.
-void tellOf(const char* when, const Held& held) {
+void printHeld(const char* when, const Held& held) {
     std::cout << when << ": " << (SOAK_COMPARES_MEMORY ? std::to_string(held.bytes) : "uncounted")
               << " bytes of memory, " << held.handles << " handles\n";
 }
@@ -69,14 +69,14 @@ protected:
         m_files.push_back({writeBytes(m_folder.folder() / "good.avi", honestClip()), ""});
         m_files.push_back({writeBytes(m_folder.folder() / "good-opendml.avi", openDmlClip(5)), ""});
         for (const DamagedFile& file : damagedFiles()) {
-            if (file.zerosBehind == 0) {   // files of gigabytes have their own tests
+            if (file.zerosAfter == 0) {   // files of gigabytes have their own tests
                 m_files.push_back({writeDamaged(m_folder.folder(), file), ""});
             }
         }
     }
 
     // One asynchronous frame, one that is announced and never collected, one that is not announced.
-    std::string playedAhead(ClipSession& clip) {
+    std::string asyncFramesOf(ClipSession& clip) {
         AsyncSession async(m_plugin.session(), clip);
         std::string text = "ahead " + hostkit::resultText(async.create().result);
         if (async.isOpen()) {
@@ -91,7 +91,7 @@ protected:
     }
 
     // The calls that sightOf does not make, and a clip that is quieted and reopened.
-    std::string usedOtherwise(const std::filesystem::path& path) {
+    std::string otherCallsOf(const std::filesystem::path& path) {
         ClipSession clip(m_plugin.session(), path);
         if (clip.open().result != imNoErr) {
             return "not opened";
@@ -101,7 +101,7 @@ protected:
         text += ", layout " + hostkit::resultText(clip.channelLayout().result);
         text += ", analysis " + clip.analysis().text;
         text += ", data rate " + std::to_string(clip.dataRate().samples.size());
-        text += ", " + playedAhead(clip);
+        text += ", " + asyncFramesOf(clip);
         text += ", quiet " + hostkit::resultText(clip.quiet());
         text += ", frame " + hostkit::resultText(clip.frame(kMiddle, anyFormat()).result);
         text += ", again " + hostkit::resultText(clip.open().result);
@@ -110,7 +110,7 @@ protected:
     }
 
     std::string visit(const std::filesystem::path& path) {
-        return sightOf(m_plugin.session(), path) + "\n" + usedOtherwise(path);
+        return sightOf(m_plugin.session(), path) + "\n" + otherCallsOf(path);
     }
 
     void expectNothingHeld() {
@@ -134,7 +134,7 @@ protected:
     }
 
     // Visits every file once, in random order.
-    void goRound(std::mt19937& random) {
+    void visitAll(std::mt19937& random) {
         std::shuffle(m_files.begin(), m_files.end(), random);
         for (const Visited& file : m_files) {
             m_plugin.host().forgetErrorEvents();
@@ -153,7 +153,7 @@ protected:
 // system, and 60 times on Linux.
 bool isFlat(const Held& before, const Held& after) {
     return after.handles <= before.handles &&
-           (!SOAK_COMPARES_MEMORY || after.bytes <= before.bytes + kHeldMemoryWanders);
+           (!SOAK_COMPARES_MEMORY || after.bytes <= before.bytes + kHeldMemoryVariation);
 }
 
 // Something that is allocated once and kept can be allocated at any time: a lock takes a handle when two threads first
@@ -167,18 +167,18 @@ TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
         file.seen = visit(file.path);
     }
     std::mt19937 random(kSeed);
-    goRound(random);
+    visitAll(random);
     bool flat = false;
     for (int stretch = 0; stretch < kMostStretches && !flat && !HasFatalFailure(); ++stretch) {
         const Held before;
-        tellOf("before", before);
+        printHeld("before", before);
         // Each round opens each of some 190 files twice.
         for (int round = 0; round < rounds() && !HasFatalFailure(); ++round) {
-            goRound(random);
+            visitAll(random);
         }
         expectNothingHeld();
         const Held after;
-        tellOf("after", after);
+        printHeld("after", after);
         flat = isFlat(before, after);
     }
     EXPECT_TRUE(flat) << "each of " << kMostStretches << " stretches leaked something";

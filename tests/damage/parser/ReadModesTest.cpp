@@ -109,11 +109,11 @@ protected:
         m_expected = allOf(m_parser, m_usable);
     }
 
-    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosBehind); }
+    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosAfter); }
 
     // A hole of a megabyte has the same effect as one of 64, in less than 64 million reads.
     ShortFile withShortHole() const {
-        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosBehind, 1 << 20));
+        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosAfter, 1 << 20));
     }
 
     // Expects this parser to have the same result as the plainest one for the file in its current state.
@@ -145,8 +145,8 @@ TEST_P(ReadModes, WholeMatchesThePlainestParser) {
 TEST_P(ReadModes, FromDiskHasTheSameResult) {
     const TempFolder folder;
     const std::filesystem::path path = writeBytes(folder.folder() / "file.avi", m_bytes);
-    if (GetParam().zerosBehind > 0) {
-        std::filesystem::resize_file(path, m_bytes.size() + GetParam().zerosBehind);
+    if (GetParam().zerosAfter > 0) {
+        std::filesystem::resize_file(path, m_bytes.size() + GetParam().zerosAfter);
     }
     fileio::SystemFile file;
     ASSERT_TRUE(file.open(folder.path("file.avi").c_str(), fileio::kOpenRead | fileio::kOpenShareRead));

@@ -17,7 +17,7 @@ using aviwriter::Bytes;
 // Whether the plain parse takes too long or too much of the call stack.
 bool isCostly(const DamagedFile& file) {
     static const std::set<std::string> names = {"zeros", "lists-inside-each-other", "long-run-of-dropped-pictures"};
-    return file.zerosBehind > 0 || names.contains(file.name);
+    return file.zerosAfter > 0 || names.contains(file.name);
 }
 
 std::vector<ReadSample> allSamples() {
@@ -26,7 +26,7 @@ std::vector<ReadSample> allSamples() {
         samples.push_back({file.name, file.make});
     }
     for (const DamagedFile& file : damagedFiles()) {
-        samples.push_back({file.name, file.make, file.zerosBehind, isCostly(file)});
+        samples.push_back({file.name, file.make, file.zerosAfter, isCostly(file)});
     }
     return samples;
 }

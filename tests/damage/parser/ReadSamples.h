@@ -14,7 +14,7 @@ namespace damage {
 struct ReadSample {
     std::string name;
     aviwriter::Bytes (*make)();
-    std::uint64_t zerosBehind = 0;  // after the bytes that `make` returns
+    std::uint64_t zerosAfter = 0;  // after the bytes that `make` returns
     // Too many chunks or entries, or lists too deep, for the plainest parser. The whole file is then compared with
     // itself, and parts that are small enough with that parser.
     bool isCostly = false;

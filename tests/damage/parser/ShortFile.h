@@ -12,7 +12,7 @@ namespace damage {
 class ShortFile : public fileio::File {
 public:
     // `bytes`, which must outlive this object, followed by zeros. Initially reads return everything.
-    explicit ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosBehind = 0);
+    explicit ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosAfter = 0);
 
     // Truncates the file.
     void cutAt(std::uint64_t end) { m_size = m_end = end; }
