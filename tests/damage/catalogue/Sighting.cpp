@@ -165,7 +165,7 @@ std::vector<std::string> damageLines(const std::vector<std::string>& messages) {
     for (const std::string& message : messages) {
         const std::string line = withoutCall(message);
         const bool isAboutDamage = std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
-                                       [&](const char* beginning) { return line.starts_with(beginning); });
+                                                [&](const char* beginning) { return line.starts_with(beginning); });
         if (isAboutDamage && std::find(found.begin(), found.end(), line) == found.end()) {
             found.push_back(line);
         }
