@@ -192,7 +192,7 @@ const DamagedFile kBrokenOpenDml[] = {
     {"opendml-in-disorder", "second and fourth segment are exchanged in the index", superIndexInDisorder,
      "10 pictures: 0-1 right, 2 shows 6, 3 shows 7, 4-5 right, 6 shows 2, 7 shows 3, 8-9 right; "
      "19200 samples of sound, other sound from 3840 on"},
-    {"opendml-of-one-place", "the index has the first segment five times", superIndexOfOnePlace,
+    {"opendml-of-one-place", "the index lists the first segment five times", superIndexOfOnePlace,
      "10 pictures: 0-1 right, 2 shows 0, 3 shows 1, 4 shows 0, 5 shows 1, 6 shows 0, 7 shows 1, "
      "8 shows 0, 9 shows 1; "
      "19200 samples of sound, other sound from 3840 on"},
@@ -219,11 +219,11 @@ const DamagedFile kBrokenOpenDml[] = {
      "no pictures; 19200 samples of sound, all right"},
     {"opendml-more-entries", "an index claims 1000 entries instead of two", standardIndexClaimingMore,
      "no pictures; 19200 samples of sound, all right"},
-    {"opendml-far-base", "an index counts from a place that no file has", standardIndexOfAnotherBase,
+    {"opendml-far-base", "an index has an impossible base offset", standardIndexOfAnotherBase,
      "10 pictures: 0-3 right, 4-5 imFileReadFailed (33), 6-9 right; 19200 samples of sound, all right",
      {"Failed to read frame from AVI: Seek error: pos: 4611686018427387924",
       "Failed to read frame from AVI: Seek error: pos: 4611686018427395684"}},
-    {"opendml-negative-base", "an index counts from a place before the file", standardIndexOfNegativeBase,
+    {"opendml-negative-base", "an index has a negative base offset", standardIndexOfNegativeBase,
      "10 pictures: 0-3 right, 4-5 imFileReadFailed (33), 6-9 right; 19200 samples of sound, all right",
      {"Failed to read frame from AVI: Seek error: pos: -1048556",
       "Failed to read frame from AVI: Seek error: pos: -1040796"}},
@@ -231,7 +231,7 @@ const DamagedFile kBrokenOpenDml[] = {
      "10 pictures: 0 shows 1, 1 shows 0, 2 shows 3, 3 shows 2, 4 shows 5, 5 shows 4, 6 shows 7, 7 shows 6, "
      "8 shows 9, 9 shows 8; "
      "19200 samples of sound, other sound from 0 on"},
-    {"opendml-entries-into-the-sound", "pictures 4 and 5 reach 4000 bytes into the sound behind them",
+    {"opendml-entries-into-the-sound", "pictures 4 and 5 reach 4000 bytes into the sound after them",
      entriesIntoTheSound,
      "10 pictures: 0-3 right, 4-5 imBadCompression (8), 6-9 right; 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466491): the frame's plane sizes contradict each other"}},
@@ -246,7 +246,7 @@ const DamagedFile kBrokenOpenDml[] = {
      {"Decompress failed: Quorvane error (-2147466495): the frame is truncated"}},
     {"opendml-in-a-hole", "the video's third index lies in a hole of the file, which reads as zeros", thirdIndexInAHole,
      "no pictures; 19200 samples of sound, all right", {}, 8 * kMebibyte},
-    {"opendml-runs-into-a-hole", "the video's last index goes on for a million entries in a hole of the file",
+    {"opendml-runs-into-a-hole", "the video's last index continues for a million entries in a hole of the file",
      thirdIndexRunsIntoAHole,
      "1000010 pictures: 0-1 right, 500005 shows 9, 1000008-1000009 shows 9; 19200 samples of sound, all right",
      {"Empty frame: 500005, frame read: 9",
@@ -255,7 +255,7 @@ const DamagedFile kBrokenOpenDml[] = {
      8 * kInHole},
     {"opendml-zeros", "an index was overwritten with zeros", standardIndexIsZeros,
      "no pictures; 19200 samples of sound, all right"},
-    {"opendml-damaged-beside-idx1", "the OpenDML index is unreadable, `idx1` is not", damagedOpenDmlBesideIdx1,
+    {"opendml-damaged-beside-idx1", "the OpenDML index is unreadable, but `idx1` is not", damagedOpenDmlBesideIdx1,
      "10 pictures, all right; 19200 samples of sound, all right"},
 };
 

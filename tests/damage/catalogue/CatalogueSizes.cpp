@@ -145,7 +145,7 @@ const DamagedFile kExtremeSizes[] = {
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"super-index-claiming-2-gib", "the video's index of indexes claims 2 GiB", superIndexClaiming<k2GiB>,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"super-index-claiming-2-gib-and-24", "the same claims 2 GiB and 24 bytes, from where on it has no entries",
+    {"super-index-claiming-2-gib-and-24", "the same claims 2 GiB and 24 bytes; from that size on it has no entries",
      superIndexClaiming<k2GiB + 24>,
      "no pictures; 19200 samples of sound, all right"},
     {"super-index-claiming-4-gib-less-1", "the video's index of indexes claims 4 GiB less one byte",

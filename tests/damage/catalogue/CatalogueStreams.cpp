@@ -80,7 +80,7 @@ Bytes otherHandler() {
 }
 
 const DamagedFile kBrokenStreams[] = {
-    {"sound-first", "the sound's header stands before the video's, the chunks are named the other way", soundFirst,
+    {"sound-first", "the sound's header comes first, but the chunks are numbered the other way round", soundFirst,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
     {"sound-first-and-named-so", "the sound is stream 0, the video stream 1", soundFirstAndNamedSo,
@@ -94,18 +94,18 @@ const DamagedFile kBrokenStreams[] = {
     {"two-videos", "the second stream is video too, and has the sound's chunks", twoVideos,
      "10 pictures, all right; no sound",
      {"Avi has no audio stream"}},
-    {"other-streams", "text and music streams stand between video and sound", otherStreams,
+    {"other-streams", "text and music streams are between video and sound", otherStreams,
      "10 pictures, all right; 19200 samples of sound, silent"},
-    {"streams-120", "a video and 120 sound streams, each with sound of its own", streams120,
+    {"streams-120", "a video and 120 sound streams, each with its own sound", streams120,
      "10 pictures, all right; 19200 samples of sound, all right; "
      "streams 1-119 with 100 samples of sound, all right"},
-    {"streams-200", "a video and 200 sound streams, each with sound of its own", streams200,
+    {"streams-200", "a video and 200 sound streams, each with its own sound", streams200,
      "10 pictures, all right; 19200 samples of sound, all right; "
      "streams 1-199 with 100 samples of sound, all right"},
-    {"numbers-out-of-order", "sound, video and sound, which the index has from the last stream to the first",
+    {"numbers-out-of-order", "sound, video and sound, which the index lists from the last stream to the first",
      numbersOutOfOrder,
      "10 pictures, all right; 19200 samples of sound, all right; stream 1 with 19200 samples of sound, all right"},
-    {"damaged-in-between", "a sound stream without a format stands between video and sound", damagedInBetween,
+    {"damaged-in-between", "a sound stream without a format is between video and sound", damagedInBetween,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"other-handler", "the video's header names another codec", otherHandler,
      "10 pictures, all right; 19200 samples of sound, all right"},
