@@ -77,7 +77,7 @@ TEST_F(FloatSound, OfEightDeclaredBitsFillsAQuarterOfTheFrames) {
     EXPECT_TRUE(holds(clip.audio(0, 100, 2), floatsIn(firstOf(sound, 200), 2, 100)));
 }
 
-TEST_F(FloatSound, OfTwentyFourDeclaredBitsFillsThreeQuartersOfTheFrames) {
+TEST_F(FloatSound, OfTwentyFourDeclaredBitsFillsThreeQuarters) {
     const Bytes sound = noise(kStereo, 100);
     SoundClip clip(session(), soundFile(shortFormat(2, 24), {sound}, 133));
     EXPECT_TRUE(holds(clip.audio(0, 100, 2), floatsIn(firstOf(sound, 600), 2, 100)));

@@ -113,7 +113,7 @@ Bytes indexedBy(const std::vector<Idx1Entry>& entries) {
                          list("movi", {chunk("00dc", filled(10)), chunk("01wb", filled(6))}), idx1(entries)});
 }
 
-TEST(AvidumpIndexCheck, CountsEntriesThatPointAtNoChunkOfTheirStream) {
+TEST(AvidumpIndexCheck, CountsEntriesWithoutAChunkOfTheirStream) {
     const Idx1Entry good = {.offset = 4, .length = 10};
     const struct {
         Idx1Entry entry;
@@ -133,7 +133,7 @@ TEST(AvidumpIndexCheck, CountsEntriesThatPointAtNoChunkOfTheirStream) {
     }
 }
 
-TEST(AvidumpIndexCheck, TakesAThousandEntriesSpreadEvenlyUnlessAllAreListed) {
+TEST(AvidumpIndexCheck, ChecksAThousandEvenlySpreadEntriesByDefault) {
     std::vector<Idx1Entry> entries(2500, {.offset = 4, .length = 10});
     entries.back().offset = 5;
     entries[1250].offset = 5;

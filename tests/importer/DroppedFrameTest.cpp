@@ -62,7 +62,7 @@ TEST_F(DroppedFrame, LogsNothingForAPresentFrame) {
     }
 }
 
-TEST_F(DroppedFrame, ShowsTheNearestLaterFrameWhenTheFirstOnesAreDropped) {
+TEST_F(DroppedFrame, ShowsTheNearestLaterFrameIfTheFirstAreDropped) {
     auto clip = clipOf("..x.x");
     EXPECT_EQ(shownForAll(*clip, 5), (std::vector<int>{2, 2, 2, 2, 4}));
     EXPECT_TRUE(contains(handlerLogOf([&] { shownFor(*clip, 0); }), "Empty frame: 0, frame read: 2"));

@@ -53,7 +53,7 @@ TEST(LogFile, UnloadingWithoutACallCreatesNothing) {
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
 
-TEST(LogFile, TheFirstCallCreatesFoldersAndAFileNamedAfterTheTime) {
+TEST(LogFile, TheFirstCallCreatesFoldersAndAFileNamedByTime) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const auto files = filesIn(outerFolder() / "adobe");

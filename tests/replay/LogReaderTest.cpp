@@ -61,7 +61,7 @@ TEST(LogReader, TheResultOfACollectionIsTheAsynchronousOne) {
     EXPECT_EQ(log.calls.at(0).result, aiUnknownError);
 }
 
-TEST(LogReader, TheEndOfAnAsynchronousImporterIsACallWithoutAResult) {
+TEST(LogReader, TheAsynchronousCloseIsACallWithoutAResult) {
     const RecordedLog log = recording::read(line("7", "QuorvaneAsyncImporter::~QuorvaneAsyncImporter()") +
                                             line("7", "VideoInfo::~VideoInfo()") + ruled("7", "[imInit] (0)"));
     ASSERT_EQ(log.calls.size(), 2u);

@@ -33,7 +33,7 @@ TEST_F(CallOrder, HandlesAreNotReused) {
     EXPECT_NE(other, next);
 }
 
-TEST_F(CallOrder, ASecondBeginIsRefusedAndLeavesTheFirstSessionRunning) {
+TEST_F(CallOrder, ASecondBeginIsRefusedAndKeepsTheFirstSession) {
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     EXPECT_EQ(Result::kSessionRunning, begin(m_info, request(5)));
     EXPECT_EQ(Result::kOk, decompress(m_frame, m_buffer));

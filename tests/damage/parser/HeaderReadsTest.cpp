@@ -36,7 +36,7 @@ bool eightPassesHold(std::uint32_t chunks) {
     return holds;
 }
 
-// One read, and eight for each chunk except the first; allowed are two for each of these 128 KiB plus 1024.
+// There are one read, and eight for each chunk except the first; two for each of these 128 KiB plus 1024 are allowed.
 TEST(HeaderReads, ABlockPer64KiBAnd1024MoreMayBeRead) { EXPECT_TRUE(eightPassesHold(171)); }
 
 TEST(HeaderReads, FurtherBlocksEndTheWalk) { EXPECT_FALSE(eightPassesHold(172)); }
