@@ -1,6 +1,6 @@
-// Sound from the bytes that have been read to the host's buffers, against memcpy of the same bytes from one buffer to
-// another. Reads are left out; everything else of a request is in it, the search for the chunk and the seeks too. Of
-// 8-bit sound the host's conversion is left out as well: what remains is the change of signs.
+// Delivering sound to the host's buffers, compared with memcpy of the same bytes from one buffer to another. Reads do
+// not count; everything else in a request does, including the search for the chunk and the seeks. For 8-bit sound the
+// host's conversion does not count either: what remains is the change of signs.
 #include "measured/MeasuredClip.h"
 #include "measured/SampleFiles.h"
 
@@ -14,8 +14,8 @@ namespace {
 
 using aviwriter::SampleFormat;
 
-// 25 chunks of sound a second, as a recorder writes them. Requests begin in the middle of a chunk in the middle of the
-// file.
+// 25 chunks of sound per second, as a recorder writes them. Requests begin in the middle of a chunk in the middle of
+// the file.
 constexpr std::uint32_t kVideoFrames = 12 * 25;
 constexpr PrAudioSample kStart = 48000 + 777;
 
@@ -42,7 +42,7 @@ void sound(benchmark::State& state, SampleFormat format, std::uint16_t channels)
     request(state, soundClip(format, channels), kStart);
 }
 
-// The change of signs by itself, as good as: one chunk holds the whole second, so that there is one seek.
+// Little but the change of signs: one chunk holds the whole second, so there is only one seek.
 void signs(benchmark::State& state) {
     const aviwriter::SampleOptions options = {.width = 32, .height = 16, .frames = 3, .rate = 1,
                                               .audio = {{.format = SampleFormat::pcm8, .channels = 2}}};
@@ -60,7 +60,7 @@ void copy(benchmark::State& state, SampleFormat format, std::uint16_t channels) 
     }
 }
 
-// One video frame's worth, a second and ten of 48 kHz.
+// The length of one video frame, one second and ten seconds at 48 kHz.
 #define SOUND_ROWS(name, format, channels)                                                                            \
     BENCHMARK_CAPTURE(sound, name, format, channels)->Name("audio/plugin/" #name)->Arg(1920)->Arg(48000)->Arg(480000); \
     BENCHMARK_CAPTURE(copy, name, format, channels)->Name("audio/memcpy/" #name)->Arg(1920)->Arg(48000)->Arg(480000)

@@ -1,9 +1,9 @@
-// One case at a time for counting instructions:
+// Runs one case at a time, so that its instructions can be counted:
 //   quorvane_counts files FOLDER     writes the files that the cases need
-//   quorvane_counts CASE             runs the case in the folder where they lie
+//   quorvane_counts CASE             runs the case in the folder that holds them
 //
-// Counting goes on only inside measured(), which the counting program knows by its name. Each case first does its work
-// once uncounted, so that what only the first time costs is left out.
+// Only measured() is counted; the counting program knows it by name. Each case first does its work once uncounted, so
+// that one-time costs do not count.
 #include "aviwriter/AviFileWriter.h"
 #include "aviwriter/Sample.h"
 #include "log/Log.h"
@@ -25,7 +25,7 @@ constexpr std::size_t kFrameBytes = 32 * 16 * 8;
 constexpr csSDK_uint32 kSoundFrames = 1920;
 constexpr std::uint32_t kDroppedClipFrames = 10'000;
 
-// Streams that take turns, the first of them video, with chunks that are nothing but their index entries.
+// Interleaved streams, the first of them video. Chunks exist only as index entries.
 void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind index, std::uint32_t chunks,
                       std::uint32_t streams) {
     const standin::StreamInfo info = {.type = 104, .width = 32, .height = 16, .colorSpace = 2, .range = 1};
@@ -44,7 +44,7 @@ void writeIndexedClip(const std::filesystem::path& file, aviwriter::IndexKind in
     sink.close();
 }
 
-// One picture, and then only dropped ones.
+// One picture, then only dropped ones.
 void writeDroppedClip(const std::filesystem::path& file) {
     aviwriter::SampleOptions options = {.width = 32, .height = 16, .frames = kDroppedClipFrames};
     for (std::uint32_t frame = 1; frame < kDroppedClipFrames; ++frame) {
@@ -91,7 +91,7 @@ void countOpen(const char* file) {
     measured([&] { const MeasuredClip clip(plugin, file); });
 }
 
-// In hundreds, so that nothing else counts beside them.
+// A hundred at a time, so that other work is negligible.
 void countFrames(const char* file, csSDK_int64 first) {
     MeasuredPlugin plugin(kFrameBytes);
     plugin.spy().decodes().leaveOut(true);
@@ -115,7 +115,7 @@ void countSound(const char* file) {
     });
 }
 
-// The only case that is counted in this program itself, where the call is compiled in.
+// The only case that is counted in this program itself, because the call is compiled into it.
 void countLogOff() {
     measured([] {
         for (int line = 0; line < 1000; ++line) {

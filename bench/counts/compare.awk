@@ -1,9 +1,9 @@
-# Two lists of "case instructions calls": the recorded one, then the present one.
+# Compares two lists of "case instructions calls": the recorded one, then the current one.
 
 /^#/ { next }
 FNR == NR { instructions[$1] = $2; calls[$1] = $3; next }
 
-# By how many per cent a count differs from the recorded one.
+# Difference of a count from the recorded one, in percent.
 function change(now, before) { return before ? 100 * (now - before) / before : (now ? 100 : 0) }
 
 function tell(what, now, before,    percent) {

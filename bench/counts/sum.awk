@@ -1,5 +1,5 @@
-# From callgrind's output: the instructions within one object, and the calls that it makes of others.
-# Objects and functions are named once, as "(number) name", and then by "(number)" alone.
+# Sums callgrind's output: the instructions within one object, and its calls to other objects.
+# Objects and functions are named once, as "(number) name", and afterwards as "(number)" only.
 
 function numberOf(text) { return match(text, /^\([0-9]+\)/) ? substr(text, 1, RLENGTH) : "" }
 
@@ -22,7 +22,7 @@ function numberOf(text) { return match(text, /^\([0-9]+\)/) ? substr(text, 1, RL
     split(substr($0, 7), words, " ")
     if (ours && isElsewhere && !isOurs[called]) calls += words[1]
     isElsewhere = 0
-    skipNext = 1      # what follows is the called function's cost
+    skipNext = 1      # the next line is the called function's cost
     next
 }
 /^(\+|-|\*|[0-9])/ {

@@ -1,8 +1,8 @@
-// Frames ahead of time: the whole time of a run against the slowest of what it cannot do without.
+// Asynchronous frames: the total time of a run, compared with its slowest necessary part.
 //
-// The host announces `ahead` frames, then collects one after the other, announces the next behind each and is busy with
-// it for some milliseconds. Reading, decoding and the host's own work each take the time they take alone, one after the
-// other for all frames; at best the three overlap, and the run takes as long as the slowest of them: the floor.
+// The host announces `ahead` frames, then collects one after the other; after each it announces the next and is busy
+// with the collected one for some milliseconds. The floor is the longest of the total times for reading, decoding and
+// the host's own work, each measured alone: at best the three overlap, and the run takes as long as the slowest.
 #include "bench/frames/FrameSamples.h"
 #include "measured/MeasuredClip.h"
 
@@ -25,7 +25,7 @@ struct AloneTimes {
     double decode = 0;
 };
 
-// All frames one by one: what their reads and their decodes take when nothing overlaps.
+// Fetches all frames one by one: the times of their reads and decodes when nothing overlaps.
 AloneTimes runAlone(MeasuredPlugin& plugin, MeasuredClip& clip) {
     plugin.spy().clear();
     for (csSDK_int64 frame = 0; frame < kFrames; ++frame) {

@@ -1,5 +1,5 @@
-// The least that a frame can cost: a loop that knows beforehand where the file's frames lie and how they are decoded,
-// with the same host and the same watches around it. What a request takes beyond this is the plug-in's own.
+// The minimum cost of a frame: a loop that already knows where the file's frames are and how to decode them, with the
+// same host and the same measurements around it. Any time beyond this is the plug-in's own.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -17,14 +17,14 @@ class FloorFrames {
 public:
     FloorFrames(MeasuredPlugin& plugin, const std::filesystem::path& file);
 
-    // Gives the nanoseconds it took, without the frame's way back to the host.
+    // Returns the time in nanoseconds, without returning the frame to the host.
     std::uint64_t getFrame(std::uint64_t frame);
 
     hostkit::SpiedCall reads;
     hostkit::SpiedCall decodes;
 
 private:
-    const PrSDKPPixCreatorSuite* m_creator = nullptr;   // the host's, as the plug-in has them
+    const PrSDKPPixCreatorSuite* m_creator = nullptr;   // the host's, which the plug-in uses too
     const PrSDKPPixSuite* m_frames = nullptr;
     int m_descriptor;
     fileio::SystemFile m_file;

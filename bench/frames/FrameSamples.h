@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <vector>
 
-// 8-bit YUV 4:2:2, decoded into packed 4:2:2: at 1920 x 1080, and at 320 x 180.
+// 8-bit YUV 4:2:2, decoded into packed 4:2:2, at 1920 x 1080 and 320 x 180.
 inline constexpr std::size_t kBigFrameBytes = std::size_t{1920} * 1080 * 2;
 std::filesystem::path bigClip();
 std::filesystem::path smallClip();
 
-// The middle one of at least one value.
+// Median of `values`, which must not be empty.
 double medianOf(std::vector<double> values);

@@ -1,5 +1,6 @@
-// What of a request's time is waiting for memory: frames without their decode, where between two requests so much other
-// memory is gone through, line by line, as a decode goes through its own. The requests' work is the same in all rows.
+// How much of a request's time is waiting for memory: frames without their decode. Between two requests a loop reads
+// some amount of other memory, one cache line after another, and evicts what a decode would evict. The requests do the
+// same work in all rows.
 #include "bench/frames/FrameSamples.h"
 #include "measured/MeasuredClip.h"
 
@@ -9,7 +10,7 @@ namespace {
 
 constexpr std::size_t kLine = 64;
 
-void goThrough(const std::vector<char>& memory) {
+void readThrough(const std::vector<char>& memory) {
     int sum = 0;
     for (std::size_t at = 0; at < memory.size(); at += kLine) {
         sum += memory[at];
@@ -26,7 +27,7 @@ void sweptFrames(benchmark::State& state) {
     std::vector<double> other;
     csSDK_int64 frame = 0;
     for (auto _ : state) {
-        goThrough(memory);
+        readThrough(memory);
         plugin.spy().clear();
         const std::uint64_t total = clip.getFrame(++frame);
         other.push_back(static_cast<double>(total - plugin.spy().reads().nanoseconds()));

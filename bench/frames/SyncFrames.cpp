@@ -1,9 +1,9 @@
-// One frame after the other, as the host asks for them: what of a request's time is neither the reading of the file nor
-// the codec's decode.
+// Synchronous frames, one after the other: the part of a request's time that is neither reading the file nor the
+// codec's decode.
 //
-// A big picture's decode drives everything else out of the processor's caches, so that hundreds of nanoseconds of work
-// take microseconds, whoever does it. The same frames are therefore fetched in turn by a loop that does only what must
-// be done; the difference is the plug-in.
+// The decode of a large picture evicts everything else from the processor's caches, so that hundreds of nanoseconds of
+// work take microseconds in any program. A loop that does only what is necessary therefore fetches the same frames in
+// turn; the difference is the plug-in's cost.
 #include "bench/frames/FloorFrames.h"
 #include "bench/frames/FrameSamples.h"
 #include "measured/MeasuredClip.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-// Of each frame, in nanoseconds.
+// Nanoseconds per frame.
 struct Times {
     std::vector<double> read;
     std::vector<double> decode;
@@ -31,8 +31,8 @@ struct Times {
     }
 };
 
-// The row's time is both requests'; its counters are medians over the frames: reading, decoding and all else of the
-// plug-in's request, all else of the loop's, and what the plug-in takes beyond the loop.
+// The row's time covers both requests. Its counters are medians over the frames: reading, decoding and the rest of the
+// plug-in's request, the rest of the loop's request, and the plug-in's time beyond the loop's.
 void measure(benchmark::State& state, const std::filesystem::path& file) {
     MeasuredPlugin plugin(kBigFrameBytes);
     MeasuredClip clip(plugin, file);

@@ -1,4 +1,4 @@
-// A function that does nothing, elsewhere: what a call costs at least.
+// A function in another source that does nothing: the minimum cost of a call.
 #pragma once
 
 void emptyCall(const char* format, ...);

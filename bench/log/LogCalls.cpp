@@ -1,4 +1,5 @@
-// What the log costs: a call while it is off against an empty call, and a frame request with the log on, by the line.
+// The cost of the log: a call while it is off compared with an empty call, and the cost per line of a frame request
+// while it is on.
 #include "bench/log/EmptyCall.h"
 #include "log/Log.h"
 #include "measured/MeasuredClip.h"
@@ -17,11 +18,11 @@
 
 namespace {
 
-// In thousands, so that the loop's own cost is shared by all of them.
+// Calls per measurement: the loop's own cost becomes negligible.
 constexpr int kCalls = 1000;
 
 // The mean time of one call, in nanoseconds.
-void tellPerCall(benchmark::State& state) {
+void reportPerCall(benchmark::State& state) {
     state.counters["perCall"] = benchmark::Counter(
         kCalls * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
@@ -32,7 +33,7 @@ void emptyCalls(benchmark::State& state) {
             emptyCall("line %d", i);
         }
     }
-    tellPerCall(state);
+    reportPerCall(state);
 }
 
 void logCallsOff(benchmark::State& state) {
@@ -41,10 +42,10 @@ void logCallsOff(benchmark::State& state) {
             Log("line %d", i);
         }
     }
-    tellPerCall(state);
+    reportPerCall(state);
 }
 
-// A home of its own for the log, with the switch on; both end with the object.
+// Gives the log a home folder of its own and turns it on, for the lifetime of the object.
 class LogHome {
 public:
     LogHome() : m_folder(sampleFolder() / "log-home") {
@@ -64,7 +65,7 @@ public:
     LogHome(const LogHome&) = delete;
     LogHome& operator=(const LogHome&) = delete;
 
-    // Lines of all logs.
+    // Number of lines in all logs.
     std::size_t lines() const {
         std::size_t count = 0;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(m_folder)) {
@@ -81,7 +82,7 @@ private:
     std::string m_homeBefore;
 };
 
-// The row's time is a request; `perLine` is what of it is neither reading nor decoding, divided by its lines.
+// The row's time is one request. `perLine` is the part that is neither reading nor decoding, divided by the lines.
 void loggedFrames(benchmark::State& state) {
     const LogHome home;
     MeasuredPlugin plugin(320 * 180 * 2);

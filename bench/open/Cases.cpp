@@ -11,14 +11,14 @@ namespace bench {
 
 namespace {
 
-// At usual data rates a segment of one gigabyte has about as many chunks of each stream.
+// About the number of chunks per stream in a segment of one gigabyte at usual data rates.
 constexpr std::uint64_t kEntriesPerIndex = 16 * 1024;
 constexpr std::uint64_t kBytesPerChunk = 8 + 4 + 8;  // header, data, and its index entry
 
 std::filesystem::path folder() {
     const char* named = std::getenv("QUORVANE_BENCH_FILES");
     if (!named) {
-        throw std::runtime_error("QUORVANE_BENCH_FILES names no folder for the files to open");
+        throw std::runtime_error("QUORVANE_BENCH_FILES must name a folder for the files to open");
     }
     return named;
 }
@@ -68,7 +68,7 @@ std::string Case::file() const {
     fileName[fileName.find('/')] = '-';
     const std::filesystem::path path = folder() / fileName;
     if (!std::filesystem::exists(path)) {
-        // A run that is ended in the middle must not leave half a file under the name.
+        // An interrupted run must not leave an incomplete file under the final name.
         std::filesystem::path unfinished = path;
         unfinished += ".part";
         write(*this, unfinished);

@@ -24,7 +24,7 @@ struct Table {
     std::vector<Run> runs;  // the standard indexes; empty for "idx1"
 };
 
-/// Where the index lies and how long the tables get, found out before the time runs.
+/// Where the index lies and how long the tables get, determined before time is measured.
 struct Plan {
     std::vector<Table> tables;  // one for each stream
     Run idx1{};
@@ -133,7 +133,7 @@ bench::Opening bench::openAtFloor(const std::string& path) {
         fillFromStandardIndexes(file, plan, piece.get(), tables);
     }
     for (const Filled& table : tables) {
-        benchmark::DoNotOptimize(table.rows.get());  // nobody else looks at them, and they are to be written
+        benchmark::DoNotOptimize(table.rows.get());  // otherwise the unused rows would not be written
     }
     benchmark::ClobberMemory();
     result.seconds = stopwatch.seconds();

@@ -13,7 +13,7 @@ struct Unref {
     void operator()(gpointer object) const { gst_object_unref(object); }
 };
 
-/// Holds back a stream's data: nobody consumes it, and only the opening is wanted.
+/// Blocks a stream's data: nobody consumes it, only the opening is measured.
 GstPadProbeReturn keepBlocked(GstPad*, GstPadProbeInfo*, gpointer) {
     return GST_PAD_PROBE_OK;
 }
@@ -23,7 +23,7 @@ void onPadAdded(GstElement*, GstPad* pad, gpointer) {
                       keepBlocked, nullptr, nullptr);
 }
 
-/// All streams are there, and with them the index. The message wakes the one who waits.
+/// All streams are known, and so is the index. The message wakes the waiting thread.
 void onNoMorePads(GstElement* demuxer, gpointer) {
     gst_element_post_message(
         demuxer, gst_message_new_application(GST_OBJECT(demuxer), gst_structure_new_empty("all-streams")));
@@ -68,7 +68,7 @@ bench::Opening bench::openWithGStreamer(const std::string& path, double seconds)
     const bool known = gst_element_query_duration(demuxer, GST_FORMAT_TIME, &duration);
     gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     if (!known || std::abs(static_cast<double>(duration) / GST_SECOND - seconds) > 1) {
-        throw std::runtime_error("GStreamer gives " + path + " a duration of " +
+        throw std::runtime_error("GStreamer reports for " + path + " a duration of " +
                                  std::to_string(static_cast<double>(duration) / GST_SECOND) + " s");
     }
     return result;

@@ -20,7 +20,7 @@ bench::Opening bench::openWithPlugin(const std::string& path, bool openDml) {
     result.chunks.emplace();
     for (const auto& stream : parser.streams()) {
         if (stream->useOpenDmlIndex() != openDml) {
-            throw std::runtime_error("a stream of " + path + " does not use the index that was meant");
+            throw std::runtime_error("a stream of " + path + " does not use the intended index");
         }
         result.chunks->push_back(stream->chunkCount());
     }

@@ -1,4 +1,4 @@
-// Opening and indexing a file: the plug-in, two other readers, and the floor.
+// Opening and indexing a file: the plug-in, two other readers, and the minimum.
 #include "open/Cases.h"
 #include "open/HeapMode.h"
 #include "open/Readers.h"
@@ -19,14 +19,14 @@ double secondsOf(const bench::Case& of) {
     return static_cast<double>(of.chunks / of.streams) / 25;
 }
 
-/// A reader that tells what it knows must know every stream's chunks.
+/// A reader that reports its numbers of chunks must have found all of them.
 void checkChunks(const bench::Case& of, const bench::Opening& opening) {
     if (opening.chunks && *opening.chunks != of.chunksOfStreams()) {
         std::string known;
         for (const std::uint64_t chunks : *opening.chunks) {
             known.append(" ").append(std::to_string(chunks));
         }
-        throw std::runtime_error("by streams, so many chunks were indexed:" + known);
+        throw std::runtime_error("wrong numbers of chunks were indexed, by stream:" + known);
     }
 }
 
@@ -34,7 +34,7 @@ void run(benchmark::State& state, const bench::Case& of, bench::HeapMode mode, c
     try {
         const std::string path = of.file();
         bench::setUpHeap(mode);
-        open(path);  // whoever comes first warms the system's cache, and memory that is to be reused
+        open(path);  // fills the system's cache, and the heap with memory to reuse
         for (auto _ : state) {
             bench::setUpHeap(mode);
             const bench::Opening opening = open(path);

@@ -1,5 +1,5 @@
-// What an open file keeps in memory, and what opening takes at its peak: operator new is counted, and nothing else is
-// in use meanwhile.
+// The memory that an open file keeps, and the peak while opening it. Counts operator new; nothing else is in use
+// meanwhile.
 #include "avi/AviParser.h"
 #include "fileio/SystemFile.h"
 #include "open/Cases.h"

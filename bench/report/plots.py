@@ -41,11 +41,11 @@ def draw_bars(axes, rows, plot):
 
 
 def draw(rows, plot, folder, partial=False):
-    """Gives the file's name, or None when no row is there to draw. A series without rows is an error, unless only some
-    programs ran."""
+    """Draws a plot. Returns the file's name, or None if there are no rows. A series without rows is an error, unless
+    only some programs ran."""
     empty = [series["label"] for series in plot["series"] if not rows.matching(series["rows"])]
     if empty and not partial:
-        raise ValueError(f"plot {plot['file']}: no program gave rows of {empty}")
+        raise ValueError(f"plot {plot['file']}: no rows for {empty}")
     if len(empty) == len(plot["series"]):
         return None
     figure, axes = pyplot.subplots(figsize=(7, 4.2))

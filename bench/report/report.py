@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes results.json, table.md and the plots of what the benchmark programs measured, and prints the table.
+"""Writes results.json, table.md and the plots from the benchmark programs' results, and prints the table.
 
-Its exit code tells whether the report could be made, not whether the targets are met: those depend on the machine.
+The exit code says whether the report could be written, not whether the targets are met, which depends on the machine.
 """
 import argparse
 import json
@@ -15,9 +15,9 @@ from rows import Rows
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--results", type=Path, required=True, help="folder of the programs' JSON files")
-    parser.add_argument("--targets", type=Path, required=True, help="folder whose folders have a targets.json")
-    parser.add_argument("--out", type=Path, required=True, help="where the report goes")
-    parser.add_argument("--partial", action="store_true", help="only some programs ran: rows may be missing")
+    parser.add_argument("--targets", type=Path, required=True, help="folder whose subfolders have a targets.json")
+    parser.add_argument("--out", type=Path, required=True, help="folder of the report")
+    parser.add_argument("--partial", action="store_true", help="allow missing rows: only some programs ran")
     options = parser.parse_args()
 
     rows = Rows(options.results)

@@ -1,4 +1,4 @@
-"""Tests of what the report says about rows and targets. Need no plots."""
+"""Tests of the report's rows and targets, without plots."""
 import json
 import tempfile
 import unittest
@@ -58,11 +58,11 @@ class TableTest(unittest.TestCase):
         self.assertEqual(line_of(rows_of(row("a", 1234567)), row="a", unit="us"), "| it |  | 1,235 us |  |")
 
     def test_a_row_that_no_program_gave_is_an_error(self):
-        with self.assertRaisesRegex(ValueError, "'it' names a row that no program gave"):
+        with self.assertRaisesRegex(ValueError, "'it' names a row that no program wrote"):
             line_of(rows_of(row("a", 1)), row="mistyped")
 
     def test_a_divisor_that_no_program_gave_is_an_error(self):
-        with self.assertRaisesRegex(ValueError, "'it' names a row that no program gave"):
+        with self.assertRaisesRegex(ValueError, "'it' names a row that no program wrote"):
             line_of(rows_of(row("a", 1)), row="a", over="mistyped")
 
     def test_a_row_that_was_not_to_run_is_shown_as_such(self):

@@ -1,4 +1,4 @@
-"""The rows of all benchmark programs: times in nanoseconds and counters, as lists with a value per repetition."""
+"""The rows of all benchmark programs: times in nanoseconds and counters, each a list with a value per repetition."""
 import json
 import re
 import statistics
@@ -6,7 +6,7 @@ from pathlib import Path
 
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
-# What Google Benchmark itself says about a row; every other number in it is a counter of the program.
+# Google Benchmark's own fields of a row; every other number is a counter of the program.
 KNOWN_FIELDS = {
     "family_index", "per_family_instance_index", "repetitions", "repetition_index", "threads", "iterations",
     "real_time", "cpu_time",
@@ -29,7 +29,7 @@ class Rows:
         if row.get("error_occurred"):
             raise ValueError(f"{file}: {row['name']} failed: {row.get('error_message', '')}")
         if row.get("run_type", "iteration") != "iteration":
-            return  # means and medians of the program itself
+            return  # the program's own means and medians
         values = self.by_name.setdefault(SUFFIX.sub("", row["name"]), {})
         values.setdefault("time", []).append(row["real_time"] * NANOSECONDS[row.get("time_unit", "ns")])
         for name, value in row.items():
@@ -37,7 +37,7 @@ class Rows:
                 values.setdefault(name, []).append(value)
 
     def median(self, name, value="time"):
-        """None when no program gave this row."""
+        """None if no program wrote this row."""
         if name not in self.by_name:
             return None
         if value not in self.by_name[name]:
@@ -45,7 +45,7 @@ class Rows:
         return statistics.median(self.by_name[name][value])
 
     def matching(self, pattern):
-        """Names of the rows whose whole name matches, in the order in which they came."""
+        """Names of the rows whose whole name matches, in the order they were added."""
         return [name for name in self.by_name if re.fullmatch(pattern, name)]
 
     def as_json(self):

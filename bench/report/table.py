@@ -1,11 +1,11 @@
-"""Targets against rows, as Markdown. A row that is not there is an error, unless only some programs ran."""
+"""Compares targets with rows, as Markdown. A missing row is an error, unless only some programs ran."""
 from rows import NANOSECONDS
 
 TARGET_FIELDS = {"what", "row", "value", "over", "overValue", "unit", "atLeast", "atMost"}
 
 
 def measured(rows, target):
-    """None when a row is missing."""
+    """None if a row is missing."""
     unknown = set(target) - TARGET_FIELDS
     if unknown:
         raise ValueError(f"target '{target.get('what')}' has unknown fields: {sorted(unknown)}")
@@ -45,7 +45,7 @@ def line(rows, target, partial):
     value = measured(rows, target)
     if value is None:
         if not partial:
-            raise ValueError(f"target '{target['what']}' names a row that no program gave")
+            raise ValueError(f"target '{target['what']}' names a row that no program wrote")
         return f"| {target['what']} | {wanted(target)} | not run | |"
     unit = " " + target["unit"] if "unit" in target else ""
     verdict = {True: "met", False: "**not met**", None: ""}[is_met(target, value)]

@@ -1,9 +1,9 @@
-// What the engine calls in place of its own mutations.
+// The engine calls these instead of its own mutations.
 #include "mutator/AviMutator.h"
 
 #include <algorithm>
 
-// The engine's own mutation, in place.
+// The engine's own mutation, done in place.
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t mostBytes);
 
 namespace {

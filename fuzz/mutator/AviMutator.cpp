@@ -11,7 +11,7 @@ namespace fuzz {
 
 namespace {
 
-// The byte of the script's length.
+// The byte that holds the script's length.
 constexpr std::size_t kLengthSize = 1;
 
 bool holdsIndex(const Chunk& chunk) { return !chunk.isList && chunk.data.size() >= 16; }
@@ -21,7 +21,7 @@ void editOnce(RiffTree& tree, Random& random) {
         editStructure(tree, random);
         return;
     }
-    // Few chunks are indexes, so those are looked for longer.
+    // Few chunks are indexes, so several tries look for one.
     for (int tries = 0; tries < 8; ++tries) {
         const std::vector<Place> places = placesOf(tree);
         Chunk& chunk = places[random.below(places.size())].chunk();
@@ -35,7 +35,7 @@ void editOnce(RiffTree& tree, Random& random) {
     editStructure(tree, random);
 }
 
-// Empty when there is nothing to edit or the result is too long.
+// Returns nothing if there is nothing to edit or the result is too long.
 Bytes editFile(ByteView file, std::size_t mostBytes, Random& random) {
     RiffTree tree = readTree(file);
     const bool repairsFirst = random.once(8);

@@ -1,5 +1,4 @@
-// Mutations of an input whose file is an AVI file: of its structure, its indexes and its records, of the script, and
-// of plain bytes.
+// Mutations of an input that holds an AVI file: of its structure, indexes, records, script and plain bytes.
 #pragma once
 
 #include "mutator/Random.h"
@@ -9,13 +8,13 @@
 
 namespace fuzz {
 
-// Changes plain bytes without knowing what they are; what comes back has at most `mostBytes`.
+// Changes plain bytes without knowing their meaning. The result has at most `mostBytes`.
 using PlainMutation = std::function<Bytes(Bytes bytes, std::size_t mostBytes)>;
 
-// Gives an input of at most `mostBytes`.
+// Returns an input of at most `mostBytes`.
 Bytes mutateAvi(ByteView input, std::size_t mostBytes, Random& random, const PlainMutation& plain);
 
-// One input made of two.
+// Combines two inputs into one of at most `mostBytes`.
 Bytes crossAvi(ByteView one, ByteView other, std::size_t mostBytes, Random& random);
 
 }  // namespace fuzz

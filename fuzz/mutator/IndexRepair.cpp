@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint32_t kKeyFrame = 0x10;
 constexpr std::uint32_t kIndexPrefix = fourCC("ix00") & 0xFFFF;
 
-// The two digits with which a chunk's id names its stream, as they lie in an id's first two bytes.
+// The two digits of a chunk id that name its stream: the id's first two bytes.
 using Digits = std::uint32_t;
 
 Digits digitsOf(std::size_t stream) {
@@ -35,7 +35,7 @@ void put64(Bytes& data, std::size_t position, std::uint64_t value) {
     std::memcpy(data.data() + position, &value, sizeof value);
 }
 
-// Media data of a list and of the lists in it.
+// Collects the media data of a list and of its nested lists.
 void collectMedia(std::vector<Chunk>& chunks, std::vector<Chunk*>& media) {
     for (Chunk& chunk : chunks) {
         const std::uint32_t tens = chunk.id & 0xFF;
@@ -59,11 +59,11 @@ std::vector<Chunk*> mediaOf(Chunk& list, Digits digits) {
     return media;
 }
 
-// What the tables of one file are filled from.
+// The sources for the indexes of one file.
 struct Tables {
     Chunk* idx1 = nullptr;
-    Chunk* movi = nullptr;                                 // the one that idx1 is about
-    std::vector<Chunk*> superIndexes;                      // by stream number; null for a stream without
+    Chunk* movi = nullptr;                                 // the one that idx1 describes
+    std::vector<Chunk*> superIndexes;                      // by stream number; null if the stream has none
     std::vector<std::pair<Chunk*, Chunk*>> stdIndexes;     // with the movi list that holds it
 };
 
@@ -169,7 +169,7 @@ void repairIndexes(RiffTree& tree) {
     Tables tables;
     findTables(tree.chunks, nullptr, tables);
     makeRoom(tables);
-    writeTree(tree);   // now every chunk has its place
+    writeTree(tree);   // sets every chunk's position
     fillIdx1(tables);
     for (const auto& [index, movi] : tables.stdIndexes) {
         fillStdIndex(*index, *movi);

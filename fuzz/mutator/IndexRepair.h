@@ -1,12 +1,11 @@
-// Makes a file's indexes honest again after its structure has changed, so that what was changed is reached through
-// them.
+// Corrects a file's indexes after its structure has changed, so that the changed parts are reached through them.
 #pragma once
 
 #include "mutator/RiffTree.h"
 
 namespace fuzz {
 
-// Fills "idx1", every "ix##" and every "indx" with what the file holds. Chunks that are missing are not added.
+// Rewrites "idx1", every "ix##" and every "indx" to match the file. Does not add missing chunks.
 void repairIndexes(RiffTree& tree);
 
 }  // namespace fuzz

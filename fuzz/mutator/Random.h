@@ -1,4 +1,4 @@
-// Numbers drawn from the seed that the engine gives: the same seed, the same mutation.
+// Random numbers from the engine's seed: the same seed produces the same mutation.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ class Random {
 public:
     explicit Random(std::uint64_t seed) : m_state(seed) {}
 
-    // SplitMix64: good enough from any seed, neighbours included.
+    // SplitMix64: good enough from any seed, also from consecutive ones.
     std::uint64_t next() {
         m_state += 0x9E3779B97F4A7C15u;
         std::uint64_t value = m_state;
@@ -20,10 +20,10 @@ public:
         return value ^ value >> 31;
     }
 
-    // From 0 to `bound` - 1; `bound` must not be 0.
+    // A number from 0 to `bound` - 1; `bound` must not be 0.
     std::size_t below(std::size_t bound) { return static_cast<std::size_t>(next() % bound); }
 
-    // True once in `times`.
+    // True with probability 1 / `times`.
     bool once(std::size_t times) { return below(times) == 0; }
 
     template <class Container>

@@ -17,7 +17,7 @@ struct Field {
     std::size_t width;   // bytes
 };
 
-// A record's fields: those of its head, and those of each entry behind it.
+// A record's fields: those of its head, and those of each entry after it.
 struct Layout {
     std::span<const Field> head;
     std::size_t entriesAt = 0;
@@ -67,7 +67,7 @@ void setNumber(Bytes& data, Field field, std::uint64_t value) {
     std::memcpy(data.data() + field.offset, &value, field.width);
 }
 
-// Where limits and wraps lie, sizes of the records, and the codes that fields of a type hold.
+// Values around limits and overflows, sizes of the records, and the codes that type fields hold.
 constexpr std::uint64_t kEdges[] = {
     0, 1, 2, 3, 4, 7, 8, 9, 12, 15, 16, 17, 18, 20, 22, 23, 24, 25, 28, 30, 31, 32, 33, 39, 40, 41, 55, 56, 57, 64, 99,
     100, 127, 128, 248, 255, 256, 257, 512, 1000, 1001, 2559, 2560, 4096, 30000, 0x7FFF, 0x8000, 0xFFFE, 0xFFFF,
@@ -77,7 +77,7 @@ constexpr std::uint64_t kEdges[] = {
     fourCC("vids"), fourCC("auds"), fourCC("txts"), fourCC("QVAN"), fourCC("00dc"), fourCC("01wb"), fourCC("02wb"),
 };
 
-// A place in the file at which something is: a chunk, its data, the end.
+// The position of something in the file: a chunk, its data, or the end.
 std::uint64_t placeInFile(RiffTree& tree, Random& random) {
     const std::size_t fileSize = writeTree(tree).size();
     const std::vector<Place> places = placesOf(tree);
@@ -132,7 +132,7 @@ void changeOrder(Chunk& chunk, const Layout& layout, std::size_t count, Random& 
     }
 }
 
-// More entries, fewer, or a piece of one at the end.
+// Adds or removes entries, or leaves part of one at the end.
 void changeCount(Chunk& chunk, const Layout& layout, std::size_t count, Random& random) {
     const std::size_t end = layout.entriesAt + count * layout.entrySize;
     switch (random.below(4)) {
@@ -148,7 +148,7 @@ void changeCount(Chunk& chunk, const Layout& layout, std::size_t count, Random& 
     }
 }
 
-// A super index that leads to any chunk: the indexes of other streams, the headers, itself.
+// Makes a super index point at any chunk: the index of another stream, the headers, itself.
 void leadElsewhere(RiffTree& tree, Chunk& indx, const Layout& layout, std::size_t count, Random& random) {
     writeTree(tree);
     const std::vector<Place> places = placesOf(tree);

@@ -1,4 +1,4 @@
-// Edits inside the records of an AVI file: one field at a time is given a number that is likely to matter.
+// Edits inside the records of an AVI file: sets one field to a value that is likely to matter.
 #pragma once
 
 #include "mutator/Random.h"
@@ -6,11 +6,11 @@
 
 namespace fuzz {
 
-// Changes one field of a chunk's data, a known one where the chunk's id has any. False when the data is too short.
+// Changes one field of a chunk's data, a known one if the chunk's id has any. Returns false if the data is too short.
 bool editField(RiffTree& tree, Chunk& chunk, Random& random);
 
-// The same for a chunk that is an index; also makes its entries and the number it claims of them disagree, changes
-// their order, and lets them lead to each other and to themselves. False for a chunk that is none.
+// The same for an index chunk. Also makes the entries and their stated number disagree, changes their order, and makes
+// indexes point at each other and at themselves. Returns false if the chunk is not an index.
 bool editIndex(RiffTree& tree, Chunk& chunk, Random& random);
 
 }  // namespace fuzz

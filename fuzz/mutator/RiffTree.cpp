@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kHeaderSize = 8;
 constexpr std::size_t kListTypeSize = 4;
 
-// Deeper lists are left as bytes: the tree is walked by functions that call themselves.
+// Deeper lists stay plain bytes, because the tree is walked recursively.
 constexpr int kDeepest = 40;
 
 std::uint32_t u32At(ByteView bytes, std::size_t position) {

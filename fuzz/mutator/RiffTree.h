@@ -1,5 +1,5 @@
-// An AVI file as a tree that can be changed and written back. Sizes follow the contents by themselves; a size that did
-// not fit when the file was read stays as it was claimed.
+// An AVI file as a tree that can be changed and written back. Sizes follow the contents automatically; a size that did
+// not fit when the file was read stays as stated.
 #pragma once
 
 #include "support/Input.h"
@@ -15,19 +15,19 @@ struct Chunk {
     std::uint32_t id = 0;                       // four-character code
     std::uint32_t listType = 0;                 // of "RIFF" and "LIST"
     bool isList = false;
-    Bytes data;                                 // of a list: what follows its last whole chunk
+    Bytes data;                                 // of a list: the bytes after its last whole chunk
     std::vector<Chunk> children;
-    std::optional<std::uint32_t> claimedSize;   // where it is not the size of the contents
-    std::optional<std::uint8_t> pad;            // behind an odd number of bytes
-    std::size_t position = 0;                   // of the header, at the last write
+    std::optional<std::uint32_t> claimedSize;   // if it differs from the size of the contents
+    std::optional<std::uint8_t> pad;            // after an odd number of bytes
+    std::size_t position = 0;                   // of the header, as last written
 };
 
 struct RiffTree {
     std::vector<Chunk> chunks;
-    Bytes rest;                                 // behind the last whole chunk
+    Bytes rest;                                 // after the last whole chunk
 };
 
-// Where a chunk stands among its neighbours. Changing those makes other places of the same list invalid.
+// A chunk's position in its list. Changing the list invalidates its other places.
 struct Place {
     std::vector<Chunk>* siblings = nullptr;
     std::size_t index = 0;
@@ -37,13 +37,13 @@ struct Place {
 
 RiffTree readTree(ByteView file);
 
-// Sets every chunk's position. Writing what was read gives the same bytes.
+// Sets every chunk's position. Writing an unchanged tree returns the bytes it was read from.
 Bytes writeTree(RiffTree& tree);
 
 // Every chunk, in file order.
 std::vector<Place> placesOf(RiffTree& tree);
 
-// Data bytes as the header counts them: with a list's type and its children.
+// Number of data bytes as the header counts them: including a list's type and children.
 std::size_t contentSize(const Chunk& chunk);
 
 }  // namespace fuzz

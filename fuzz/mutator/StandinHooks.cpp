@@ -1,9 +1,9 @@
-// What the engine calls in place of its own mutations of stand-in streams.
+// The engine calls this instead of its own mutations of stand-in streams.
 #include "mutator/StandinMutator.h"
 
 #include <algorithm>
 
-// The engine's own mutation, in place.
+// The engine's own mutation, done in place.
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t mostBytes);
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t mostBytes,

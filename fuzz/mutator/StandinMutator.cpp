@@ -15,7 +15,7 @@ namespace fuzz {
 
 namespace {
 
-// Pictures that are made here; sides that are only claimed may have any length.
+// Of generated pictures; sides that are only stated may have any length.
 constexpr std::uint32_t kLongestSide = 40;
 
 constexpr std::uint32_t kSides[] = {0, 1, 2, 3, 5, 6, 7, 12, 13, 16, 40, 255, 4096, 16383, 16384, 16385, 65536};
@@ -40,7 +40,7 @@ standin::StreamInfo anyInfo(Random& random) {
     return info;
 }
 
-// Codes at random, or all at one end, where conversions clamp.
+// Random codes, or all at one end of the range, where conversions clamp.
 Bytes residualsOf(std::size_t size, Random& random) {
     Bytes residuals(size, static_cast<std::uint8_t>(random.next()));
     if (random.once(2)) {
@@ -52,7 +52,7 @@ Bytes residualsOf(std::size_t size, Random& random) {
     return residuals;
 }
 
-// A stream that is right in everything, but for a plane now and then.
+// A valid stream, except that a plane is sometimes damaged.
 Bytes newStream(Random& random) {
     const standin::StreamInfo info = anyInfo(random);
     const standin::TypeLayout layout = standin::typeLayout(info.type);
@@ -76,7 +76,7 @@ void set32(Bytes& stream, std::size_t position, std::uint32_t value) {
     }
 }
 
-// The same side in the extra data and in the frame, so that both agree on a picture that the data does not hold.
+// Sets the same side in the extra data and in the frame, so that both state a picture that the data does not hold.
 void claimSide(Bytes& stream, Random& random) {
     const std::size_t which = random.below(2);
     const std::uint32_t side = random.anyOf(kSides);

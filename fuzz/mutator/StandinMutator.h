@@ -1,4 +1,4 @@
-// Mutations of a stand-in stream: plain ones seldom get past the checksums, so these compress anew what they change.
+// Mutations of a stand-in stream: plain ones seldom get past the checksums, so these compress the changed data again.
 #pragma once
 
 #include "mutator/Random.h"
@@ -6,7 +6,7 @@
 
 namespace fuzz {
 
-// `stream` is extra data with a frame behind it. Gives another such stream.
+// `stream` is extra data followed by a frame. Returns another such stream.
 Bytes mutateStream(ByteView stream, Random& random);
 
 }  // namespace fuzz

@@ -15,7 +15,7 @@ constexpr std::uint32_t kIds[] = {fourCC("avih"), fourCC("strh"), fourCC("strf")
                                   fourCC("dmlh"), fourCC("ix00"), fourCC("ix01"), fourCC("00dc"), fourCC("01wb"),
                                   fourCC("02wb"), fourCC("JUNK"), fourCC("LIST"), fourCC("RIFF")};
 
-// Tables of a damaged file are seldom longer.
+// Damaged files seldom have longer tables.
 constexpr std::size_t kMostRepeats = 200;
 
 std::ptrdiff_t at(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
@@ -25,7 +25,7 @@ Place anyPlace(RiffTree& tree, Random& random) {
     return places[random.below(places.size())];
 }
 
-// The chunks of any list, or those outside all lists.
+// The chunks of a random list, or those outside all lists.
 std::vector<Chunk>& anyList(RiffTree& tree, Random& random) {
     std::vector<std::vector<Chunk>*> lists = {&tree.chunks};
     for (const Place& place : placesOf(tree)) {
@@ -89,7 +89,7 @@ void nest(Chunk& chunk, Random& random) {
     }
 }
 
-// A list's children take its place.
+// Replaces a list by its children.
 void unnest(const Place& place) {
     std::vector<Chunk> children = std::move(place.chunk().children);
     place.siblings->erase(place.siblings->begin() + at(place.index));

@@ -1,4 +1,4 @@
-// Edits of a file's structure: whole chunks and lists come, go, change places and lie about their sizes.
+// Edits of a file's structure: adds, removes and moves whole chunks and lists, and misstates their sizes.
 #pragma once
 
 #include "mutator/Random.h"
@@ -6,10 +6,10 @@
 
 namespace fuzz {
 
-// Makes one change. The tree must hold a chunk.
+// Makes one change. The tree must hold at least one chunk.
 void editStructure(RiffTree& tree, Random& random);
 
-// Copies a chunk of `other` into `tree`. Both must hold one.
+// Copies a chunk of `other` into `tree`. Both must hold at least one.
 void takeChunk(RiffTree& tree, RiffTree& other, Random& random);
 
 }  // namespace fuzz

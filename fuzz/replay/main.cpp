@@ -1,6 +1,6 @@
-// Runs a fuzzer's function over files, without the fuzzing engine.
+// Runs a fuzz target over files, without the fuzzing engine.
 //   replay_NAME FILE_OR_FOLDER...
-// Prints how many inputs there were. An input that ends the process is named by the last line.
+// Prints the number of inputs. If an input ends the process, the last line names it.
 #include "targets/Target.h"
 
 #include "commandline/Arguments.h"
@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// In the order of their names, so that every run is the same.
+// Sorted by name, so that every run is the same.
 std::vector<fs::path> filesOf(const fs::path& path) {
     if (!fs::is_directory(path)) {
         return {path};

@@ -1,4 +1,4 @@
-// Scripts behind files, and the inputs of the fuzzers that read no files.
+// Scripts appended to files, and the inputs of the fuzzers that read no files.
 #include "seeds/Seeds.h"
 
 #include "aviwriter/Blocks.h"
@@ -13,7 +13,7 @@ namespace fuzz {
 
 namespace {
 
-// Faults as FaultyDisk.cpp reads them: the kinds, then what each asks for.
+// Faults in the form that FaultyDisk.cpp reads: the kinds, then the arguments of each.
 const Bytes kReadScripts[] = {
     {}, {1, 3}, {2, 0x40, 0x00, 1}, {4, 0x00, 0x82, 4}, {8, 20}, {8, 0x85}, {16, 1, 0x80, 0x80}, {9, 6, 40},
 };
@@ -26,7 +26,7 @@ Bytes script(std::uint8_t settings, std::initializer_list<std::uint8_t> steps) {
     return bytes;
 }
 
-// The first frame in every format that may be offered.
+// Asks for the first frame in every format that may be offered.
 Bytes everyFormat() {
     constexpr std::uint8_t kFormats = 17;
     Bytes bytes = script(0x03, {byteOf(Step::Info), 0});
@@ -56,7 +56,7 @@ std::vector<Bytes> importScripts() {
 SeedList withScripts(const SeedList& files, const std::vector<Bytes>& scripts) {
     SeedList seeds;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        // Every file with three scripts, every script with many files.
+        // Combines every file with three scripts, and every script with many files.
         const std::size_t others = scripts.size() - 2;
         for (const std::size_t which : {std::size_t{0}, scripts.size() - 1, 1 + i % others}) {
             seeds.push_back({files[i].name + "-" + std::to_string(which), joinInput(files[i].bytes, scripts[which])});

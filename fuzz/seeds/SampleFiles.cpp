@@ -1,4 +1,4 @@
-// AVI files of every kind, as small as they can be.
+// AVI files of every kind, as small as possible.
 #include "seeds/Seeds.h"
 
 #include "aviwriter/Blocks.h"
@@ -84,7 +84,7 @@ void addIndexes(SeedList& seeds) {
 
 Bytes strl(const StreamHeader& header, const Bytes& format) { return list("strl", {strh(header), strf(format)}); }
 
-// Files that no writer finishes.
+// Files that no writer would produce.
 void addDamaged(SeedList& seeds) {
     const Bytes video = strl({}, bytesOf(BitmapInfo{}));
     const Bytes audio = strl({.type = "auds"}, waveFormatEx({}));
@@ -92,7 +92,7 @@ void addDamaged(SeedList& seeds) {
     seeds.push_back({"sound-alone", riff("AVI ", {list("hdrl", {avih({}), audio}), list("movi", {})})});
     seeds.push_back({"no-index", riff("AVI ", {list("hdrl", {avih({.streams = 2}), video, audio, odml(3)}),
                                                listClaiming("LIST", "movi", 0, {chunk("00dc", filled(9))})})});
-    seeds.push_back({"zeros-behind", riff("AVI ", {list("hdrl", {avih({}), video})}) + filled(200)});
+    seeds.push_back({"zeros-after", riff("AVI ", {list("hdrl", {avih({}), video})}) + filled(200)});
     seeds.push_back({"many-streams", riff("AVI ", {list("hdrl", std::vector<Bytes>(12, audio))})});
     Bytes nested = chunk("JUNK", {});
     for (int depth = 0; depth < 40; ++depth) {

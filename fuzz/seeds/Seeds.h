@@ -1,4 +1,4 @@
-// The inputs that fuzzing begins with.
+// The initial inputs of the fuzzers.
 #pragma once
 
 #include "support/Input.h"
@@ -17,7 +17,7 @@ using SeedList = std::vector<Seed>;
 // AVI files: every compressed type and sound format, each index, several segments, dropped frames, damage.
 SeedList sampleFiles();
 
-// Each file with scripts behind it: those that say how it is read, and those that also say what is asked of it.
+// Each file with scripts appended: those that say how it is read, and those that also say what is asked of it.
 SeedList withReadScripts(const SeedList& files);
 SeedList withImportScripts(const SeedList& files);
 

@@ -1,6 +1,6 @@
-// Writes the seeds: small files of every kind that the sample writer knows, with scripts behind them.
+// Writes the seeds: small files of every kind that the sample writer knows, followed by scripts.
 //   fuzz_seeds FOLDER [AVI_FILE...]
-// Makes the folders parser, import, audio_format and standin. The files named are taken in as further seeds.
+// Creates the folders parser, import, audio_format and standin. The named files are added as further seeds.
 #include "seeds/Seeds.h"
 
 #include "commandline/Arguments.h"

@@ -1,4 +1,4 @@
-// What must hold for any input. A fuzzer ends at the first thing that does not, so that the input is kept.
+// Assertions that must hold for any input. A fuzzer ends at the first failure, so that the input is kept.
 #pragma once
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 namespace fuzz {
 
 [[noreturn]] inline void fail(const std::string& sentence) {
-    std::fprintf(stderr, "NOT AS IT MUST BE: %s\n", sentence.c_str());
+    std::fprintf(stderr, "FAILED: %s\n", sentence.c_str());
     std::fflush(stderr);
     std::abort();
 }

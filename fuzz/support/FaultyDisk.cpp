@@ -15,7 +15,7 @@ bool touches(std::uint64_t position, std::uint64_t count, std::uint64_t from, st
     return position < from ? from - position < count : position - from < fromCount;
 }
 
-// A position in the file or a little behind it, more often at its front, where the headers are.
+// A position in the file or slightly past its end, more often near the start, where the headers are.
 std::uint64_t somewhere(Script& script, std::uint64_t fileSize) {
     const std::uint64_t value = script.next16();
     return (value & 0x8000) != 0 ? value & 0x7FFF : value * (fileSize + 16) >> 15;
@@ -38,7 +38,7 @@ DiskFaults readFaults(Script& script, std::uint64_t fileSize) {
         faults.refusedCount = script.next8() + 1u;
     }
     if ((kinds & 8) != 0) {
-        // The claim bounds how often bytes may be read again: a file of some size may only exaggerate a little.
+        // The stated size limits how often bytes may be read again, so a file may only exaggerate a little.
         const std::uint8_t amount = script.next8();
         const std::int64_t growth = std::int64_t{1} << (amount & 0x3F) % (fileSize <= kBriefFile ? 62 : 20);
         faults.claimedGrowth = (amount & 0x80) != 0 ? -growth : growth;
@@ -61,7 +61,7 @@ void FaultyDisk::put(const std::string& name, ByteView bytes) {
     if (!entry) {
         entry = std::make_shared<Entry>();
     }
-    // Made anew, not overwritten: its end is then the memory's end, where an overrun shows.
+    // A new block, not the old one: then the end of the bytes is the end of the memory, and an overrun is detected.
     Bytes(bytes.begin(), bytes.end()).swap(entry->bytes);
     entry->reads = 0;
 }

@@ -1,5 +1,5 @@
-// Files in memory that fail as disks and shares do. They take the place of the system's files when a program is
-// linked, so that everything above the file's own seam runs as it is.
+// Files in memory that fail as disks and network shares do. They replace the system's files when a program is linked,
+// so that everything above the file class runs unchanged.
 #pragma once
 
 #include "support/Input.h"
@@ -13,32 +13,32 @@
 
 namespace fuzz {
 
-// How the files behave. As they stand, the defaults make no faults.
+// How the files behave. The defaults cause no faults.
 struct DiskFaults {
     static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
 
-    std::uint64_t largestRead = kNever;       // a longer read gives this many bytes
-    std::uint64_t brokenFrom = kNever;        // a read that touches one of these bytes gives none
+    std::uint64_t largestRead = kNever;       // a longer read returns this many bytes
+    std::uint64_t brokenFrom = kNever;        // a read that touches one of these bytes returns none
     std::uint64_t brokenCount = 0;
     std::uint64_t refusedFrom = kNever;       // a seek to one of these positions fails
     std::uint64_t refusedCount = 0;
-    std::int64_t claimedGrowth = 0;           // added to the true size when it is asked for
-    std::uint64_t readsUntilCut = kNever;     // then files end at the byte below
+    std::int64_t claimedGrowth = 0;           // added to the reported size
+    std::uint64_t readsUntilCut = kNever;     // after this many reads, files end at cutAt
     std::uint64_t cutAt = 0;
 
     bool none() const { return *this == DiskFaults{}; }
     friend bool operator==(const DiskFaults&, const DiskFaults&) = default;
 };
 
-// The faults that a script asks for, about a file of that many bytes.
+// The faults that a script asks for, in a file of `fileSize` bytes.
 DiskFaults readFaults(Script& script, std::uint64_t fileSize);
 
-// All members are safe on any thread.
+// All members are thread-safe.
 class FaultyDisk {
 public:
     static FaultyDisk& instance();
 
-    // Puts a file in place of the one with this name, also for those who have it open.
+    // Adds a file or replaces the one with this name, even while it is open.
     void put(const std::string& name, ByteView bytes);
     void cut(const std::string& name, std::uint64_t size);
     void remove(const std::string& name);
@@ -46,9 +46,9 @@ public:
     void setFaults(const DiskFaults& faults);
     std::size_t openFiles() const;
 
-    // --- What the system's files are made of; a handle is never negative and names one open file ---
+    // --- The calls that replace the system's; a handle is never negative and names one open file ---
 
-    // -1 when there is no such file, or the mode (bits of fileio::OpenMode) allows nothing.
+    // Returns -1 if there is no such file, or if `mode` (bits of fileio::OpenMode) allows nothing.
     int open(const std::string& name, std::uint32_t mode);
     void close(int handle);
     std::int64_t size(int handle) const;

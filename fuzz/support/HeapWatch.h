@@ -1,17 +1,17 @@
-// How much memory a piece of work takes at its peak.
+// Measures the peak memory of a piece of work.
 #pragma once
 
 #include <cstddef>
 
 namespace fuzz {
 
-// Bytes in use and their highest number since the last start; 0 where the build cannot tell.
+// Bytes in use and their maximum since the last start; 0 if the build cannot measure them.
 class HeapWatch {
 public:
-    // Begins a measurement. One at a time.
+    // Begins a measurement. Only one can run at a time.
     static void start();
 
-    // The most bytes in use since start(), above what was in use then.
+    // Maximum number of bytes in use since start(), minus the bytes in use at start().
     static std::size_t peak();
 };
 

@@ -1,9 +1,9 @@
-// The address sanitizer tells of every block.
+// Counts with the address sanitizer's hooks.
 #include "support/HeapWatch.h"
 
 #include <atomic>
 
-// Declared here: not every compiler that has the sanitizer brings the header.
+// Declared here because not every compiler with the sanitizer has the header.
 extern "C" {
 int __sanitizer_install_malloc_and_free_hooks(void (*onMalloc)(const volatile void*, std::size_t),
                                               void (*onFree)(const volatile void*));
@@ -21,7 +21,7 @@ std::ptrdiff_t atStart = 0;
 void onMalloc(const volatile void*, std::size_t size) {
     const std::ptrdiff_t now = inUse += static_cast<std::ptrdiff_t>(size);
     if (now > highest) {
-        highest = now;   // two threads at once may lose a few bytes
+        highest = now;   // a race between two threads may lose a few bytes
     }
 }
 

@@ -1,5 +1,5 @@
-// An input of the fuzzers: the bytes of a file, behind them a script that says how the file is read and what is asked
-// of it, and in the last byte the script's length. Whatever has no room for its script is all file.
+// An input of the fuzzers: the bytes of a file, then a script that says how the file is read and what is asked of it,
+// and in the last byte the script's length. If the stated length does not fit, the whole input is the file.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ Input splitInput(ByteView bytes);
 // The script's length must not exceed kLongestScript.
 Bytes joinInput(ByteView file, ByteView script);
 
-// The script's bytes one after another; zeros once it is at its end.
+// Returns the script's bytes one after another, and zeros after its end.
 class Script {
 public:
     explicit Script(ByteView bytes) : m_left(bytes) {}

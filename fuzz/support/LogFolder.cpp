@@ -1,4 +1,4 @@
-// The log's folder, of which nothing is kept: lines are made whole, and then go nowhere.
+// Replaces the log's folder: lines are formatted and then discarded.
 #include "log/LogFolder.h"
 
 LogFolder::LogFolder() : m_path(QUORVANE_NULL_DEVICE) {}

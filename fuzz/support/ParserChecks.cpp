@@ -10,16 +10,16 @@ namespace fuzz {
 
 namespace {
 
-// The longest message, with the largest numbers in it.
+// Length of the longest message, with the largest numbers in it.
 constexpr std::size_t kLongestLine = 256;
 
-// What a file may take whatever it claims, and what each of its bytes may take on top: 8 bytes are a node of 32 where
-// they are a chunk header, and 16.5 where they are an entry of a standard index; the same bytes can be both.
+// The memory that any file may take, and the memory that each of its bytes may take in addition: 8 bytes can be both a
+// chunk header, which takes a node of 32 bytes, and an entry of a standard index, which takes 16.5.
 constexpr std::size_t kMemoryForAnyFile = std::size_t{64} << 20;
 constexpr std::size_t kMemoryPerByte = 8;
 
 void checkMessages(const std::string& text) {
-    expect(text.empty() || text.back() == '\n', "the messages do not end with a line's end");
+    expect(text.empty() || text.back() == '\n', "the messages do not end with a line feed");
     expect(text.size() <= avi::kMaxErrorText + kLongestLine, "the messages are longer than their limit");
 }
 
@@ -28,7 +28,7 @@ void checkTree(const ChunkTree& tree) {
     for (std::size_t number = 0; number < tree.size(); ++number) {
         const ChunkNode& node = tree[static_cast<std::uint32_t>(number)];
         for (const std::uint32_t next : {node.firstChild, node.nextSibling}) {
-            expect(next == ChunkNode::kNone || (next > number && next < tree.size()), "a node leads nowhere or back");
+            expect(next == ChunkNode::kNone || (next > number && next < tree.size()), "a node's link is invalid");
             expect(next == ChunkNode::kNone || tree[next].position > node.position, "nodes are not in file order");
         }
         expect(node.isList() || node.firstChild == ChunkNode::kNone, "a chunk that is no list has children");
@@ -53,7 +53,7 @@ void checkChunks(const AviStream& stream) {
         total += stream.chunk(i).size;
     }
     expect(stream.totalBytes() == total, "the total is not the sum");
-    expect(!stream.findChunkByBytePosition(static_cast<std::int64_t>(total)), "a chunk lies behind the last byte");
+    expect(!stream.findChunkByBytePosition(static_cast<std::int64_t>(total)), "a chunk lies past the last byte");
     expect(!stream.findChunkByBytePosition(-1), "a chunk lies before the first byte");
     for (std::size_t i = 0; i < count; i += std::max<std::size_t>(count / 16, 1)) {
         checkFound(stream, i);

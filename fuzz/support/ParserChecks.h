@@ -1,4 +1,4 @@
-// What every parse must leave, whatever the file.
+// Checks that every parse must pass, for any file.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -8,10 +8,10 @@
 
 namespace fuzz {
 
-// `claimedFileSize` is what the file said of its size before it was parsed.
+// `claimedFileSize` is the size that the file reported before it was parsed.
 void checkParsed(const AviParser& parser, std::uint64_t claimedFileSize);
 
-// `peak` bytes were taken to open and describe a file of `fileSize` bytes.
+// `peak` is the number of bytes taken to open and describe a file of `fileSize` bytes.
 void checkDescriptionMemory(std::size_t peak, std::size_t fileSize);
 
 }  // namespace fuzz

@@ -1,4 +1,4 @@
-// The system's file, kept on the faulty disk. A program that has this links nothing of the real one.
+// Replaces the system's file with one on the faulty disk when a program is linked.
 #include "fileio/PosixFile.h"
 
 #include "support/FaultyDisk.h"

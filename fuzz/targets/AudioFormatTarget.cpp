@@ -1,4 +1,4 @@
-// The format record of a sound stream: what is said of it and delivered with it, against the plain reference.
+// The format record of a sound stream: compares its description and the delivered samples with the plain reference.
 #include "targets/Target.h"
 
 #include "avi/AviParser.h"
@@ -26,7 +26,7 @@ constexpr std::size_t kMostFormatBytes = 4096;
 constexpr std::uint32_t kMostFrames = 300;
 constexpr csSDK_int32 kUntouchedLabel = -77;
 
-// Bytes that are all different from their neighbours.
+// Bytes that all differ from their neighbours.
 fuzz::Bytes streamOf(std::size_t size) {
     fuzz::Bytes stream(size);
     std::uint32_t state = 1;
@@ -134,12 +134,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         suites.setBasicSuite(host.basicSuite());
         AudioInfo info(opened, suites);
         const fuzz::SoundFormat expected = fuzz::soundFormatOf(record);
-        expect(info.parse(*parser.streams().front()) == (expected.valid ? imNoErr : imBadFile), "wrong verdict");
-        expect(info.valid() == expected.valid, "validity and verdict differ");
+        expect(info.parse(*parser.streams().front()) == (expected.valid ? imNoErr : imBadFile), "wrong result");
+        expect(info.valid() == expected.valid, "validity and result differ");
         checkDescription(info, expected, length);
         checkLayout(info, expected);
         checkSound(info, expected, stream, script);
     }
-    expect(host.problems().empty(), "something is left behind");
+    expect(host.problems().empty(), "something was not released");
     return 0;
 }

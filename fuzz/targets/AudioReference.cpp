@@ -23,7 +23,7 @@ std::uint32_t number(const Bytes& bytes, std::size_t at, std::size_t width) {
     return value;
 }
 
-// The 40 bytes of the longest form; what the record does not have, or does not count as its own, is zero.
+// The 40 bytes of the longest form. Bytes that the record lacks, or does not count as its own, are zero.
 Bytes fullRecord(ByteView record) {
     std::size_t size = std::min<std::size_t>(record.size(), 18);
     if (record.size() >= 18) {
@@ -76,7 +76,7 @@ std::uint32_t soundSample(const SoundFormat& format, ByteView stream, std::int64
     const std::size_t width = format.isFloat ? 4 : format.bits / 8;
     const std::size_t at = (std::size_t{frame} * format.channels + channel) * width;
     if (format.isFloat && at + width > std::size_t{format.blockAlign} * frames) {
-        return 0;   // a float stream that counts its frames too short
+        return 0;   // a float stream whose stated frame size is too small
     }
     std::uint32_t value = 0;
     for (std::size_t i = 0; i < width; ++i) {
@@ -88,7 +88,7 @@ std::uint32_t soundSample(const SoundFormat& format, ByteView stream, std::int64
         return value;
     }
     if (format.bits == 8) {
-        value ^= 0x80;   // what is missing is the lowest sample, not silence
+        value ^= 0x80;   // missing bytes become the lowest sample, not silence
     }
     const auto signedValue = static_cast<std::int32_t>(value << (32 - format.bits)) >> (32 - format.bits);
     const double scale = static_cast<double>(std::uint64_t{1} << (format.bits - 1));

@@ -13,19 +13,19 @@ namespace fuzz {
 
 namespace {
 
-// Bounds of one input, so that none takes seconds.
+// Limits per input, so that none takes seconds.
 constexpr int kMostSteps = 48;
 constexpr int kMostParses = 10;
 constexpr int kMostFrames = 24;
 constexpr csSDK_int64 kMostPixels = 1 << 15;
 constexpr csSDK_uint32 kMostSoundFrames = 2048;
 
-// What a frame may take: pixels, planes and compressed bytes, for a picture of at most kMostPixels.
+// Memory that a frame may take: pixels, planes and compressed bytes, for a picture of at most kMostPixels.
 constexpr std::size_t kMemoryOfAFrame = std::size_t{16} << 20;
 
 constexpr csSDK_int32 kUnhandled = 99;
 
-// What an editor does with a clip that is dragged in and played a little.
+// The steps of an editor when a clip is imported and played for a moment.
 constexpr Step kUsualSteps[] = {
     Step::AllInfos, Step::Info, Step::PixelFormats, Step::ChannelLayout, Step::Analysis, Step::DataRate,
     Step::NextFrame, Step::NextFrame, Step::NextSound, Step::NextSound, Step::AsyncCreate, Step::Announce,
@@ -109,7 +109,7 @@ csSDK_int32 ImportRun::info(csSDK_int32 streamIndex) {
     if (m_parsesLeft-- <= 0) {
         return imNoErr;
     }
-    const bool isAlone = m_async == nullptr;   // else its tasks take memory meanwhile
+    const bool isAlone = m_async == nullptr;   // otherwise its tasks take memory too
     HeapWatch::start();
     const auto answer = m_clip.info(streamIndex);
     if (isAlone) {
@@ -121,7 +121,7 @@ csSDK_int32 ImportRun::info(csSDK_int32 streamIndex) {
     if (answer.result == imNoErr || answer.result == imIterateStreams || answer.result == imBadStreamIndex) {
         m_described = {answer->hasVideo != 0, answer->hasAudio != 0, answer->vidInfo.imageWidth,
                        answer->vidInfo.imageHeight, answer->audInfo.numChannels, *answer.record.get()};
-        expect(m_described.video == (streamIndex == 0), "a stream has a picture that should have none, or none");
+        expect(m_described.video == (streamIndex == 0), "the first stream has no video, or another one has");
         expect(m_described.channels >= 0 && m_described.channels <= kMaxAudioChannelCount, "too many channels");
     }
     if (m_described.video) {
@@ -147,7 +147,7 @@ void ImportRun::analysis(Script& script) {
     expectResult("analysis", answer.result, {imNoErr}, !m_described.video);
     if (answer.result == imNoErr && size > 0) {
         expect(std::find(answer.buffer.begin(), answer.buffer.end(), '\0') != answer.buffer.end(),
-               "the analysis text has no end");
+               "the analysis text is not terminated");
     }
 }
 
@@ -183,7 +183,7 @@ void ImportRun::frameAt(PrTime time, const std::vector<imFrameFormat>& formats, 
     if (answer.result == imNoErr) {
         const auto view = answer.frame.view();
         expect(view && view->width() == m_described.width && view->height() == m_described.height,
-               "a frame has another size than was said");
+               "a frame's size is not the described one");
     }
 }
 
@@ -201,7 +201,7 @@ PrTime ImportRun::someTime(Script& script) {
     return static_cast<PrTime>(high << 32 | script.next32());
 }
 
-// Mostly one format that was offered, in the picture's size; a picture too large to be decoded here is never asked for
+// Mostly one of the offered formats, in the picture's size. A picture too large to be decoded here is never asked for
 // in its own size.
 std::vector<imFrameFormat> ImportRun::someFormats(Script& script, bool& mayBeUnknown) {
     std::vector<imFrameFormat> formats;
@@ -214,7 +214,7 @@ std::vector<imFrameFormat> ImportRun::someFormats(Script& script, bool& mayBeUnk
             format = {0, 0, 0};
         } else if ((kind & 8) != 0) {
             format.inFrameHeight += static_cast<csSDK_int32>(script.next8()) - 128;
-            // Zero would stand for the picture's own.
+            // Zero would mean the picture's own size.
         }
         if (m_offered.empty() || (kind & 0xE0) == 0xE0) {
             format.inPixelFormat = script.next32();
@@ -232,7 +232,7 @@ void ImportRun::expectResult(const char* call, csSDK_int32 result, std::initiali
                              bool mayFail) const {
     const bool known = std::find(allowed.begin(), allowed.end(), result) != allowed.end();
     if (!known && (result != kUnhandled || !(mayFail || m_hostFails))) {
-        fail(std::string(call) + " gave " + std::to_string(result));
+        fail(std::string(call) + " returned " + std::to_string(result));
     }
 }
 

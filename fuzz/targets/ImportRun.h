@@ -1,6 +1,6 @@
-// An editor that does with one clip what a script says: opens it, asks about its streams, takes frames and sound, at
-// once and ahead of time, while files change and calls of the host and the codec fail. It keeps to the editor's rules,
-// whatever the script; what the plug-in answers must keep to its own.
+// Plays an editor that follows a script: opens a clip, asks about its streams, and requests frames, synchronous and
+// asynchronous, and sound, while files change and calls of the host and the codec fail. It obeys the host's rules
+// whatever the script says, and checks that the plug-in's answers obey the plug-in's rules.
 #pragma once
 
 #include "hostkit/sessions/AsyncSession.h"
@@ -15,7 +15,7 @@ namespace fuzz {
 
 inline constexpr char kFuzzedName[] = "fuzzed.avi";
 
-// What a script can ask for. A script's byte names a step by the remainder of its division by Count.
+// The steps of a script. A script's byte modulo Count is a step.
 enum class Step : std::uint8_t {
     Info, AllInfos, PixelFormats, ChannelLayout, Analysis, DataRate, Frame, NextFrame, Sound, NextSound,
     Quiet, Open, AsyncCreate, Announce, Collect, Flush, AsyncClose,
@@ -25,14 +25,14 @@ enum class Step : std::uint8_t {
 
 class ImportRun {
 public:
-    // All must outlive the run; `file` is the clip's file as it was put on the disk, `access` how it is opened.
+    // All arguments must outlive the run. `file` holds the bytes of the clip's file, `access` says how to open it.
     ImportRun(hostkit::ImporterSession& session, ByteView file, csSDK_int32 access, Script& script);
 
-    // The script's steps, or the usual ones when it has none. Everything is closed at the end.
+    // Runs the script's steps, or the usual ones if it has none, and closes everything.
     void run();
 
 private:
-    // What the plug-in last said of the clip; all zero while it has said nothing.
+    // The plug-in's last description of the clip; all zero if there is none yet.
     struct Described {
         bool video = false;
         bool audio = false;
@@ -61,7 +61,7 @@ private:
     std::vector<imFrameFormat> someFormats(Script& script, bool& mayBeUnknown);
     bool takesFrames() const;
 
-    // `allowed` results; 99 as well when `mayFail`, or once a call of the host has been made to fail.
+    // Expects one of the `allowed` results. 99 is allowed too if `mayFail`, or once a call of the host has failed.
     void expectResult(const char* call, csSDK_int32 result, std::initializer_list<csSDK_int32> allowed,
                       bool mayFail = false) const;
 

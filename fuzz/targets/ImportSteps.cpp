@@ -1,4 +1,4 @@
-// Steps of a run that are not calls about the clip itself: frames ahead of time, and everything that goes wrong.
+// Steps of a run that are not calls about the clip itself: asynchronous frames, and all kinds of failures.
 #include "targets/ImportRun.h"
 
 #include "sdk/SdkImporterCodes.h"
@@ -11,14 +11,14 @@ namespace {
 
 using hostkit::HostCall;
 
-// Calls whose failure leaves nothing of the host's behind.
+// Calls whose failure leaks nothing of the host's.
 constexpr HostCall kFailingCalls[] = {
     HostCall::AcquireSuite, HostCall::CreatePPix, HostCall::GetPixels, HostCall::GetRowBytes,
     HostCall::GetTicksPerSecond, HostCall::UninterleaveFrom8, HostCall::UninterleaveFrom16,
     HostCall::UninterleaveFrom24, HostCall::UninterleaveFrom32,
 };
 
-// The asynchronous importer knows pictures that the clip may not have said yet: it is asked for the size known here.
+// The asynchronous importer may know the picture before the clip has described it: asks for the size known here.
 std::vector<imFrameFormat> knownSize(std::vector<imFrameFormat> formats, csSDK_int32 width, csSDK_int32 height) {
     for (imFrameFormat& format : formats) {
         format.inFrameWidth = format.inFrameWidth == 0 ? width : format.inFrameWidth;
@@ -61,7 +61,7 @@ void ImportRun::doAsyncStep(Step step, Script& script) {
     if (step == Step::Announce) {
         expectResult("announce", m_async->announce(time, formats).result, {aiNoError});
     } else {
-        // Of several announced for one time the first is collected, whose format may have been an unknown one.
+        // Of several frames announced for one time the first is collected, whose format may have been unknown.
         expectResult("collect", m_async->get(time, formats).result, {aiNoError, aiUnknownError}, true);
     }
 }
@@ -92,7 +92,7 @@ void ImportRun::doFaultStep(Step step, Script& script) {
         break;
     }
     case Step::FailCodecCall: {
-        // Not the library's init: its close would then end the init of another instance, as the plug-in cannot know.
+        // Not the library's init: its close would then undo another instance's init, which the plug-in cannot know.
         const std::uint32_t function = 1 + script.below(kStandinFunctionCount - 1);
         const std::uint32_t code = script.next8() % 2 != 0 ? 0x8000400B : 0x7FFFFFFF;
         standin_fail(function, 1 + script.below(6), 1 + script.below(3), code);

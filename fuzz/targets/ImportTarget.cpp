@@ -1,5 +1,5 @@
-// A whole import through the plug-in's one exported function, with a host that keeps books: whatever the file, nothing
-// may be left behind, and the good file that comes next must import as ever.
+// A whole import through the plug-in's exported function, with a host that tracks all resources: no file may cause a
+// leak, and the good file that follows must import as before.
 #include "targets/Target.h"
 
 #include "aviwriter/Sample.h"
@@ -18,7 +18,7 @@
 namespace {
 
 constexpr char kGoodName[] = "good.avi";
-constexpr std::size_t kProfiles = 8;   // the first ones, which lack nothing that a clip needs
+constexpr std::size_t kProfiles = 8;   // the first ones, which have everything that a clip needs
 
 const fuzz::Bytes& goodFile() {
     static const fuzz::Bytes bytes = aviwriter::sampleBytes(
@@ -27,7 +27,7 @@ const fuzz::Bytes& goodFile() {
     return bytes;
 }
 
-// Mostly as the editor opens files; read-write, which empties the file, and an access that is none are for the rest.
+// Mostly the access with which the editor opens files; sometimes read-write, which empties the file, or an invalid one.
 csSDK_int32 accessOf(std::uint8_t settings) {
     switch (settings >> 5) {
     case 7: return kPrOpenFileAccess_ReadWrite;
@@ -38,11 +38,11 @@ csSDK_int32 accessOf(std::uint8_t settings) {
 
 void expectOk(csSDK_int32 result, const char* call) {
     if (result != imNoErr) {
-        fuzz::fail(std::string("the good file's ") + call + " gave " + std::to_string(result));
+        fuzz::fail(std::string("the good file's ") + call + " returned " + std::to_string(result));
     }
 }
 
-// Pixels and samples of the good file, one after another.
+// Pixels and samples of the good file, concatenated.
 fuzz::Bytes importGoodFile(hostkit::ImporterSession& session) {
     fuzz::FaultyDisk::instance().put(kGoodName, goodFile());
     hostkit::ClipSession clip(session, kGoodName);
@@ -66,7 +66,7 @@ fuzz::Bytes importGoodFile(hostkit::ImporterSession& session) {
     return delivered;
 }
 
-// As it was before any other file was imported.
+// The good file's data before any other file was imported.
 const fuzz::Bytes& expectedOfGoodFile(hostkit::ImporterSession& session) {
     static const fuzz::Bytes expected = importGoodFile(session);
     return expected;
@@ -82,7 +82,7 @@ void expectNothingLeft(const hostkit::Host& host) {
     fuzz::expect(codec.outstandingInits == 0 && codec.openInstances == 0 && codec.runningSessions == 0,
                  "a codec instance is still open");
     fuzz::expect(codec.overlappingCalls == 0, "calls of the codec overlapped on one handle");
-    fuzz::expect(codec.unpreparedOutputs == 0, "the codec was given a record that was not prepared");
+    fuzz::expect(codec.unpreparedOutputs == 0, "the codec got a record that was not prepared");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The parser, over a file that fails as the script says, and then by the same object over the whole file: what it
-// finds there must be what the plainest parser finds.
+// The parser on a file that fails as the script says, and then the same object on the whole file: there its result must
+// be that of the plainest parser.
 #include "targets/Target.h"
 
 #include "fileio/SystemFile.h"
@@ -46,7 +46,7 @@ void compareWithThePlainParser(const AviParser& parser, bool usable, fuzz::ByteV
         return;
     }
     if (const std::string found = describe(parser, usable); found != expected) {
-        fuzz::fail("the parser found\n" + found + "where the plain one found\n" + expected);
+        fuzz::fail("the parser found\n" + found + "but the plain one found\n" + expected);
     }
 }
 

@@ -1,4 +1,4 @@
-// The stand-in codec: a stream's extra data, and a frame decoded into a buffer that ends where it must.
+// The stand-in codec: a stream's extra data, and a frame decoded into a buffer of exactly the right size.
 #include "targets/Target.h"
 
 #include "codec/QuorvaneApi.h"
@@ -20,7 +20,7 @@ using fuzz::expect;
 constexpr std::uint8_t kUnwritten = 0xCD;
 constexpr std::uint64_t kMostBufferBytes = 8u << 20;
 
-// Decode types and the bytes of their groups of pixels; a script can also ask for any other number.
+// Decode types and the bytes of their pixel groups; a script can also ask for any other number.
 struct DecodeRow {
     std::uint32_t type;
     std::uint32_t groupPixels;
@@ -55,14 +55,14 @@ private:
     std::uint32_t m_handle = 0;
 };
 
-// A code that means failure has a text of its own.
+// True if `code` means success. Every failure must have a text of its own.
 bool succeeded(std::uint32_t code) {
     expect(quorvane_get_string(kQuorvaneErrorText, code) != nullptr, "a code has no text");
     expect(code == 0 || (code & 0x80000000) != 0, "a failing code lacks its bit");
     return code == 0;
 }
 
-// One of two good values, and seldom any other.
+// Usually one of two valid values, seldom any other.
 std::uint32_t mostly(std::uint32_t one, std::uint32_t other, fuzz::Script& script) {
     const std::uint8_t choice = script.next8();
     return choice > 240 ? choice : choice % 2 == 0 ? one : other;
@@ -83,7 +83,7 @@ QuorvaneFormat requestOf(fuzz::Script& script, std::optional<DecodeRow>& row) {
     return request;
 }
 
-// Decodes into a buffer of just the size that is stated, with `padding` bytes behind each row.
+// Decodes into a buffer of exactly the stated size, with `padding` bytes after each row.
 void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& stream, const DecodeRow& row,
             std::uint32_t padding) {
     const std::uint32_t needed = (stream.width + row.groupPixels - 1) / row.groupPixels * row.groupBytes;
@@ -109,7 +109,7 @@ void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& st
         }
     }
     expect(codes[0] == codes[1] && std::memcmp(blocks[0].data(), blocks[1].data(), size) == 0,
-           "a frame decodes to something else the second time");
+           "decoding a frame again delivers other bytes");
 }
 
 void useSession(const Instance& instance, fuzz::ByteView extraData, fuzz::ByteView frame, fuzz::Script& script) {
@@ -122,7 +122,7 @@ void useSession(const Instance& instance, fuzz::ByteView extraData, fuzz::ByteVi
     QuorvaneFormat delivered = prepared();
     const bool began = succeeded(
         quorvane_decompress_begin(instance.handle(), extraData.data(), count, &request, &delivered));
-    expect(offered == began, "a query and a begin say different things");
+    expect(offered == began, "the results of query and begin differ");
     if (!began) {
         return;
     }
@@ -150,7 +150,7 @@ void askTheRest(const Instance& instance, fuzz::Script& script) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Input input = fuzz::splitInput({data, size});
     fuzz::Script script(input.script);
-    // 28 bytes are right; the script may say otherwise.
+    // 28 bytes are valid; the script may ask for another number.
     const std::size_t wanted = 28 + static_cast<std::size_t>(script.next8() % 7 == 6 ? script.below(9) : 0);
     const fuzz::ByteView extraData = input.file.first(std::min(input.file.size(), wanted));
     const fuzz::ByteView frame = input.file.subspan(extraData.size());

@@ -1,8 +1,8 @@
-// What every fuzzer is: one function that the engine, or the replay driver, calls for each input.
+// The function that every fuzzer defines: the engine, or the replay driver, calls it for each input.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// Gives 0. Ends the process when something is not as it must be for any input.
+// Returns 0. Ends the process if an assertion fails.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,4 +1,4 @@
-// The host's binary interface as text: the same on every system, complete, and comparable with the host's own headers.
+// The host's binary interface as text: complete, the same on every system, and comparable with the host's own headers.
 #include "abidump/Dump.h"
 #include "abidump/Tables.h"
 
@@ -38,8 +38,8 @@ std::vector<abidump::Record> allRecords() {
     return all;
 }
 
-TEST(Abidump, TheTextIsTheOneInTheTree) {
-    EXPECT_EQ(abidump::dumpText(), goldenText()) << "If the change is meant: abidump > docs/abi.txt";
+TEST(Abidump, TheTextEqualsTheCommittedOne) {
+    EXPECT_EQ(abidump::dumpText(), goldenText()) << "If the change is intended: abidump > docs/abi.txt";
 }
 
 TEST(Abidump, EveryByteOfARecordBelongsToAMember) {
@@ -61,15 +61,15 @@ TEST(Abidump, TheProgramPrintsTheText) {
     EXPECT_EQ(result.output, goldenText());
 }
 
-TEST(Abidump, TheProgramFindsNoDifferenceFromItsOwnText) {
+TEST(Abidump, TheProgramFindsItsOwnTextEqual) {
     const hostkit::ChildResult result = run(ABIDUMP_FILE_NAME, {hostkit::toUtf8(goldenPath())});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.output, "No difference.\n");
 }
 
-TEST(Abidump, AFileThatIsMissingIsAUsageError) { EXPECT_EQ(run(ABIDUMP_FILE_NAME, {"missing.txt"}).exitCode, 2); }
+TEST(Abidump, AMissingFileIsAUsageError) { EXPECT_EQ(run(ABIDUMP_FILE_NAME, {"missing.txt"}).exitCode, 2); }
 
-TEST(Abidump, HeadersThatPlayTheHostsDifferWhereTheirMembersDo) {
+TEST(Abidump, OtherHeadersDifferWhereTheirMembersDo) {
     const hostkit::ChildResult result = run(ABIDUMP_PLAYED_FILE_NAME, {hostkit::toUtf8(goldenPath())});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.output, "  imFileInfoRec8: 5373 bytes\n"
@@ -94,11 +94,11 @@ TEST(AbidumpDifferences, ANumberIsShownUnderItsHeading) {
               "+        3  imBadFile\n");
 }
 
-TEST(AbidumpDifferences, LineEndsOfWindowsAreNone) {
+TEST(AbidumpDifferences, WindowsLineEndsAreIgnored) {
     EXPECT_EQ(abidump::differences("ours\r\n       2  imBadFile\r\n", "theirs\n       2  imBadFile\n"), "");
 }
 
-TEST(AbidumpDifferences, LinesThatAreMissingAtTheEndAreShown) {
+TEST(AbidumpDifferences, LinesMissingAtTheEndAreShown) {
     EXPECT_EQ(abidump::differences("ours\n       2  imBadFile\n", "theirs\n"), "-        2  imBadFile\n+ \n");
 }
 

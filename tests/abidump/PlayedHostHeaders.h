@@ -1,4 +1,4 @@
-// Headers that play the host's: our own, with other names for some tables and records, as the host may have, and
+// Imitates the host's headers: our own, but with other names for some tables and records, as the host may have, and
 // without one member.
 #pragma once
 

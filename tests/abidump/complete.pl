@@ -1,5 +1,5 @@
-# complete.pl ROOT: every record of src/sdk with every member, every number of an enumeration and every suite stands in
-# docs/abi.txt. A test compares that text with what abidump prints, so that nothing can be left out of either.
+# complete.pl ROOT: checks that docs/abi.txt has every record of src/sdk with every member, every enumerator and every
+# suite. A test compares that text with abidump's output, so neither can be incomplete.
 use strict;
 use warnings;
 
@@ -13,7 +13,7 @@ sub content {
     return <$file>;
 }
 
-# The prototype keeps a match in scalar context: as a list, one that fails would leave no argument.
+# The prototype evaluates a match in scalar context: in list context a failed match would pass no argument.
 sub expect($$) {
     my ($found, $what) = @_;
     ++$count;
@@ -24,7 +24,7 @@ sub expect($$) {
 
 my $text = content("$root/docs/abi.txt");
 
-# Names that are ours alone: what we compare with, not what a host's header declares.
+# Names that only we declare, and no host's header.
 my %own = map { $_ => 1 } qw(kDataSampleKeyFrame kExceptionResult IMPORTMOD_VERSION_17 IMPORTMOD_VERSION_18
     IMPORTMOD_VERSION_23);
 
@@ -51,7 +51,7 @@ for my $path (glob("$root/src/sdk/*.h")) {
     while ($code =~ /\binline constexpr (\w+) (\w+)(\[\])? = ("[^"]*"|\w+);/g) {
         my ($type, $name, $value) = ($1, $2, $4);
         next if $own{$name};
-        my $is_version = $name =~ /SuiteVersion\d*$/;       # stands in its suite's line
+        my $is_version = $name =~ /SuiteVersion\d*$/;       # part of its suite's line
         expect($type eq 'char' ? $text =~ /  \Q$value\E  / : $text =~ /^ +\d+  \Q$name\E$/m, $name) unless $is_version;
     }
     while ($code =~ /^using (\w+) = /gm) {

@@ -1,4 +1,4 @@
-# For the scripts beside it: compares what was found with what is wanted, and counts the differences.
+# For the scripts in this folder: compares the expected with the found texts, and counts the differences.
 failures=0
 
 # expect WHAT WANTED FOUND
@@ -11,5 +11,5 @@ expect() {
     fi
 }
 
-# One line of words, sorted, from lines.
+# Sorts lines and joins them into one line of words.
 as_sorted_line() { LC_ALL=C sort -u | paste -sd' '; }

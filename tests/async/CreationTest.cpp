@@ -1,4 +1,4 @@
-// Making an asynchronous importer: its own file, its own decoder, and every way in which it is refused.
+// Creating an asynchronous importer: its own file, its own decoder, and every reason to refuse it.
 #include "async/support/AsyncTest.h"
 
 #include "async/support/FileUse.h"
@@ -21,7 +21,7 @@ aviwriter::SampleOptions withSounds(std::size_t count) {
 
 class Creation : public AsyncTest {
 protected:
-    // No importer, nothing written into the record, and nothing kept.
+    // Expects no importer, an unchanged record, and no resource still held.
     void expectRefused(const hostkit::ClipSession& clip, csSDK_int32 code) {
         const StandinCounters before = codec();
         const int suitesBefore = host().suitesHeld();
@@ -46,7 +46,7 @@ TEST_F(Creation, WithoutAnImporterIsRefused) {
                             "ERROR: the host gave no importer", "    [imOtherErr] (5)"}));
 }
 
-TEST_F(Creation, OpensTheFileForItself) {
+TEST_F(Creation, OpensTheFileAgain) {
     const auto path = write("clip.avi", aviwriter::sampleBytes(smallVideo()));
     hostkit::ClipSession& clip = openClip(path);
     AsyncClip& async = openAsync(clip);
@@ -56,7 +56,7 @@ TEST_F(Creation, OpensTheFileForItself) {
     EXPECT_FALSE(isInUse(path));
 }
 
-TEST_F(Creation, OpensACodecInstanceOfItsOwn) {
+TEST_F(Creation, OpensItsOwnCodecInstance) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     const std::uint32_t before = codec().openInstances;
     AsyncClip& async = openAsync(clip);
@@ -65,7 +65,7 @@ TEST_F(Creation, OpensACodecInstanceOfItsOwn) {
     EXPECT_EQ(codec().openInstances, before);
 }
 
-TEST_F(Creation, OfAFileThatIsGoneIsRefused) {
+TEST_F(Creation, ForAMissingFileIsRefused) {
     const auto path = write("clip.avi", aviwriter::sampleBytes(smallVideo()));
     hostkit::ClipSession& clip = openClip(path);
     clip.quiet();
@@ -76,7 +76,7 @@ TEST_F(Creation, OfAFileThatIsGoneIsRefused) {
                             kAsyncGone, "QuorvaneImporter::~QuorvaneImporter()", "    [imBadFile] (2)"}));
 }
 
-TEST_F(Creation, OfAFileThatBecameSomethingElseIsRefused) {
+TEST_F(Creation, ForAFileThatIsNoLongerAviIsRefused) {
     const auto path = write("clip.avi", aviwriter::sampleBytes(smallVideo()));
     hostkit::ClipSession& clip = openClip(path);
     clip.quiet();
@@ -87,7 +87,7 @@ TEST_F(Creation, OfAFileThatBecameSomethingElseIsRefused) {
               1);
 }
 
-TEST_F(Creation, OfAFileThatLostItsPicturesIsRefused) {
+TEST_F(Creation, ForAFileThatLostItsVideoIsRefused) {
     const auto path = write("clip.avi", aviwriter::sampleBytes(withSounds(1)));
     hostkit::ClipSession& clip = openClip(path);
     clip.quiet();
@@ -98,25 +98,25 @@ TEST_F(Creation, OfAFileThatLostItsPicturesIsRefused) {
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "Avi has no video stream"), 1);
 }
 
-TEST_F(Creation, WithACodecThatRefusesTheStreamIsRefused) {
+TEST_F(Creation, IsRefusedIfTheCodecRefusesTheStream) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     failCodec(kStandinDecompressQuery);
     expectRefused(clip, imBadFile);
 }
 
-TEST_F(Creation, WithACodecThatGivesNoInstanceIsRefused) {
+TEST_F(Creation, IsRefusedIfTheCodecOpensNoInstance) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     failCodec(kStandinOpen);
     expectRefused(clip, imBadFile);
 }
 
-TEST_F(Creation, LeavesTheImporterAsItIs) {
+TEST_F(Creation, LeavesTheImporterUnchanged) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     const auto before = clip.frame(timeOf(2), yuy3());
     openAsync(clip);
     const auto after = clip.frame(timeOf(2), yuy3());
     EXPECT_EQ(bytesOf(before.frame), bytesOf(after.frame));
-    EXPECT_EQ(codec().calls[kStandinDecompressBegin], 1u) << "the importer's session goes on";
+    EXPECT_EQ(codec().calls[kStandinDecompressBegin], 1u) << "the importer's session continues";
 }
 
 TEST_F(Creation, SucceedsWhenMoreStreamsFollow) {
@@ -137,7 +137,7 @@ TEST_F(Creation, SucceedsForAStreamThatTheSelectionRejects) {
     EXPECT_EQ(async.announce(0, yuy3()), 99);
 }
 
-TEST_F(Creation, TakesTheStreamOfTheLastOpening) {
+TEST_F(Creation, UsesTheStreamOfTheLastOpen) {
     const auto path = write("clip.avi", aviwriter::sampleBytes(withSounds(2)));
     hostkit::ClipSession& clip = openClip(path, 1);
     clip.info(0);
@@ -145,7 +145,7 @@ TEST_F(Creation, TakesTheStreamOfTheLastOpening) {
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "Open: '<folder>/clip.avi', stream: 1"), 1);
 }
 
-TEST_F(Creation, SeveralTimesForOneFileGivesIndependentImporters) {
+TEST_F(Creation, TwiceForOneFileMakesIndependentImporters) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& first = openAsync(clip);
     AsyncClip& second = openAsync(clip);

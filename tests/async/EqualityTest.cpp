@@ -1,5 +1,5 @@
-// An asynchronous frame holds what the synchronous one holds, byte for byte and between the rows too: for each
-// compressed type, in each format that the host is offered, announced or not.
+// Asynchronous and synchronous frames have the same bytes, including those between the rows: for each compressed type,
+// in each offered format, announced or not.
 #include "async/support/AsyncTest.h"
 
 #include "aviwriter/Types.h"
@@ -29,7 +29,7 @@ protected:
 
 private:
     void expectEqualFrames(hostkit::ClipSession& clip, AsyncClip& async, PrPixelFormat format) {
-        const int announced = kFrames - 1;          // the last frame is left to be decoded on demand
+        const int announced = kFrames - 1;          // the last frame is decoded on demand
         for (int frame = 0; frame < announced; ++frame) {
             EXPECT_EQ(async.announce(timeOf(frame), only(format)), aiNoError);
         }
@@ -69,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(Types, EqualityOfType, ::testing::ValuesIn(allTypes()),
     return aviwriter::typeCode(type.param) + "_" + std::to_string(type.param);
 });
 
-TEST(EqualityOfAllTypes, CoversSixteen) { EXPECT_EQ(allTypes().size(), 16u); }
+TEST(EqualityOfAllTypes, CoversSixteenTypes) { EXPECT_EQ(allTypes().size(), 16u); }
 
 class EqualityInOddRows : public Equality {
 protected:
@@ -84,7 +84,7 @@ protected:
     EqualityInANewerHost() : Equality(hostkit::hostProfile("editor-14")) {}
 };
 
-TEST_F(EqualityInANewerHost, HoldsWithItsLongerRecords) {
+TEST_F(EqualityInANewerHost, HoldsWithLongerRecords) {
     ASSERT_GT(host().profile().recordSizes().asyncRequest, sizeof(aiAsyncRequest));
     expectEqual(104);
 }

@@ -1,5 +1,5 @@
-// Exceptions: those of a decode come to light at the collection, those of a handler at once. Either way the host gets
-// 99 and the log the reason; nothing is held afterwards, and the importer goes on.
+// Exceptions: those of a decode are reported by its collection, those of a handler at once. Either way the host gets 99
+// and the log the reason; nothing is held afterwards, and the importer continues to work.
 #include "async/support/AsyncTest.h"
 
 #include <algorithm>
@@ -23,7 +23,8 @@ protected:
 
     AsyncClip& async() { return *m_async; }
 
-    // The announcement succeeds, the collection does not; then nothing is pending and all goes on.
+    // Expects the announcement to succeed and the collection to fail; afterwards nothing is pending, and the importer
+    // continues to work.
     void expectAtTheCollection(const std::vector<imFrameFormat>& formats, const std::string& reason) {
         EXPECT_EQ(async().announce(timeOf(2), formats), aiNoError);
         const LoggedLines lines = linesOf([&] {
@@ -47,18 +48,18 @@ private:
     AsyncClip* m_async = nullptr;
 };
 
-TEST_F(Exception, OfAnUnknownPixelFormatComesAtTheCollection) {
+TEST_F(Exception, OfAnUnknownPixelFormatFailsTheCollection) {
     expectAtTheCollection(only(PrPixelFormat{0x21212121}),
                           "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]");
 }
 
-TEST_F(Exception, OfAPixelFormatThatIsNotInTheTableComesAtTheCollection) {
+TEST_F(Exception, OfAnUnlistedPixelFormatFailsTheCollection) {
     expectAtTheCollection(only(PrPixelFormat_BGRA_4444_32f),
                           "GetFormatInfo_by_pixelFormat(): pixel format not found: PrPixelFormat_BGRA_4444_32f "
                           "[BGra]");
 }
 
-TEST_F(Exception, OfAnUnannouncedFrameComesAtTheCollectionToo) {
+TEST_F(Exception, OfAnUnannouncedFrameFailsTheCollectionToo) {
     EXPECT_EQ(async().collect(timeOf(2), only(PrPixelFormat{0x21212121})).result, kExceptionResult);
     EXPECT_EQ(logged(std::string(kDuringGetFrame) +
                      "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [!!!!]"),
@@ -67,19 +68,19 @@ TEST_F(Exception, OfAnUnannouncedFrameComesAtTheCollectionToo) {
     EXPECT_EQ(async().collect(timeOf(3), yuy3()).result, aiNoError);
 }
 
-TEST_F(Exception, OfTheHostsFrameCreationComesAtTheCollection) {
+TEST_F(Exception, OfTheHostsFrameCreationFailsTheCollection) {
     host().faults().throwFrom(hostkit::HostCall::CreatePPix, "no frames today");
     expectAtTheCollection(yuy3(), "no frames today");
 }
 
-TEST_F(Exception, AfterTheFrameWasCreatedDisposesIt) {
+TEST_F(Exception, AfterFrameCreationDisposesTheFrame) {
     host().faults().throwFrom(hostkit::HostCall::GetRowBytes, "no rows today");
     expectAtTheCollection(yuy3(), "no rows today");
     EXPECT_GE(host().frames().disposed(), 1);
 }
 
-TEST_F(Exception, ForWantOfMemoryComesAtTheCollection) {
-    // The host's own want: ours cannot be brought about at a chosen place.
+TEST_F(Exception, ForLackOfMemoryFailsTheCollection) {
+    // The host runs out of memory: for the plug-in this cannot be caused at a chosen place.
     host().faults().observe([isDue = std::make_shared<std::atomic<bool>>(true)](hostkit::HostCall call) {
         if (call == hostkit::HostCall::CreatePPix && isDue->exchange(false)) {
             throw std::bad_alloc();
@@ -101,12 +102,12 @@ TEST_F(Exception, OfADroppedRequestIsForgotten) {
     expectUnharmed();
 }
 
-TEST_F(Exception, OfADecodeThatNobodyCollectedIsForgottenAtTheClose) {
+TEST_F(Exception, OfAnUncollectedDecodeIsForgottenAtTheClose) {
     async().announce(timeOf(1), only(PrPixelFormat{0x21212121}));
     EXPECT_EQ(async().close(), aiNoError);
 }
 
-TEST_F(Exception, LeavesOtherPendingFramesAlone) {
+TEST_F(Exception, DoesNotAffectOtherPendingFrames) {
     async().announce(timeOf(1), yuy3());
     async().announce(timeOf(2), only(PrPixelFormat{0x21212121}));
     async().announce(timeOf(3), yuy3());
@@ -116,7 +117,7 @@ TEST_F(Exception, LeavesOtherPendingFramesAlone) {
     EXPECT_EQ(logged("REQUEST: ERROR: Frame not found: 1, frameTime: 10160640000"), 0);
 }
 
-// A host that throws when it is given a frame back: the frame is lost to it, and the log tells.
+// A host that throws when a frame is returned to it: it leaks the frame, and the log says so.
 class DisposalThatThrows : public Exception {
 protected:
     void SetUp() override {
@@ -144,7 +145,7 @@ TEST_F(DisposalThatThrows, LetsACloseSucceed) {
     EXPECT_EQ(lines.caller.at(2), "QuorvaneImporter::~QuorvaneImporter()");
 }
 
-TEST_F(DisposalThatThrows, LeavesTheResultOfAFailedCollectionAsItIs) {
+TEST_F(DisposalThatThrows, KeepsTheResultOfAFailedCollection) {
     failCodec(kStandinDecompress);
     async().announce(timeOf(2), yuy3());
     const LoggedLines lines = linesOf([&] {
@@ -156,7 +157,7 @@ TEST_F(DisposalThatThrows, LeavesTheResultOfAFailedCollectionAsItIs) {
     expectUnharmed();
 }
 
-// Stream 1 is a sound alone.
+// Stream 1 is only sound.
 class WithoutVideo : public AsyncTest {
 protected:
     AsyncClip& openSound() {
@@ -172,7 +173,7 @@ TEST_F(WithoutVideo, AnAnnouncementIsALogicError) {
                             std::string(kDuringAnnouncing) + "m_videoInfo is NULL"};
     EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected);
     EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.announce(0, yuy3()), kExceptionResult); }), expected)
-        << "the lock is free";
+        << "the lock is still held";
 }
 
 TEST_F(WithoutVideo, ACollectionIsALogicError) {
@@ -190,7 +191,7 @@ TEST_F(WithoutVideo, AFlushIsALogicError) {
     EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async.flush(), kExceptionResult); }), expected);
 }
 
-TEST_F(WithoutVideo, TheCloseIsNone) {
+TEST_F(WithoutVideo, TheCloseSucceeds) {
     EXPECT_EQ(openSound().close(), aiNoError);
 }
 

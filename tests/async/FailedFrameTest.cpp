@@ -1,11 +1,12 @@
-// Frames that cannot be decoded: the host learns aiUnknownError, the log the importer's own code, and all goes on.
+// Frames that cannot be decoded: the host gets aiUnknownError, the log the importer's own code, and the importer
+// continues to work.
 #include "async/support/AsyncTest.h"
 
 namespace {
 
 class FailedFrame : public AsyncTest {
 protected:
-    // The failing frame fails in the same way announced and unannounced; nothing is left of it.
+    // Expects the frame to fail in the same way whether announced or not, and leave nothing behind.
     void expectFailure(hostkit::ClipSession& clip, int frame, const std::vector<imFrameFormat>& formats,
                        const std::string& reason, const std::string& code, const std::function<void()>& prepare = {}) {
         AsyncClip& async = openAsync(clip);
@@ -29,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(FailedFrame, OfAnotherSize) {
+TEST_F(FailedFrame, InAnotherSize) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     expectFailure(clip, 2, only(PrPixelFormat_YUYV_422_8u_709, 64, 16),
                   "ERROR: frame size mismatch (64, 16) != (32, 16)", "imOtherErr] (5)");
@@ -40,15 +41,15 @@ TEST_F(FailedFrame, WithoutAFormat) {
     expectFailure(clip, 2, {}, "ERROR: frameFormats is empty", "imOtherErr] (5)");
 }
 
-TEST_F(FailedFrame, BehindTheLastOne) {
+TEST_F(FailedFrame, AfterTheLastFrame) {
     hostkit::ClipSession& clip = openClip(smallVideo(6));
     expectFailure(clip, 6, yuy3(), "frameIndex out of bounds", "imFrameNotFound] (28)");
 }
 
-TEST_F(FailedFrame, BehindTheEndOfTheFile) {
+TEST_F(FailedFrame, PastTheEndOfTheFile) {
     const auto path = write("clip.avi", withFrameBeyondTheEnd(smallVideo(), 5));
     hostkit::ClipSession& clip = openClip(path);
-    // What the file holds from the last frame on.
+    // Number of bytes in the file from the last frame on.
     const aviwriter::Bytes file = aviwriter::sampleBytes(smallVideo());
     const std::size_t left = file.size() - (aviwriter::positionOf(file, "00dc", 5) + 8);
     expectFailure(clip, 5, yuy3(),
@@ -56,7 +57,7 @@ TEST_F(FailedFrame, BehindTheEndOfTheFile) {
                   "imFileReadFailed] (33)");
 }
 
-TEST_F(FailedFrame, ThatTheCodecRefuses) {
+TEST_F(FailedFrame, RefusedByTheCodec) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     clip.frame(0, yuy3());
     const int createdBefore = host().frames().created();
@@ -70,7 +71,7 @@ TEST_F(FailedFrame, ThatTheCodecRefuses) {
     expectFrame(async, clip, 2);
 }
 
-TEST_F(FailedFrame, ForWhichTheCodecDoesNotBegin) {
+TEST_F(FailedFrame, WhoseCodecSessionCannotBegin) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     clip.frame(0, yuy3());
     const int createdBefore = host().frames().created();
@@ -79,23 +80,23 @@ TEST_F(FailedFrame, ForWhichTheCodecDoesNotBegin) {
     async.announce(timeOf(2), yuy3());
     EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, aiUnknownError);
     EXPECT_EQ(logged("    OnGetFrame: [aiUnknownError] (2), [imBadCompression] (8)"), 1);
-    EXPECT_EQ(host().frames().created(), createdBefore) << "no buffer for a frame that cannot come";
+    EXPECT_EQ(host().frames().created(), createdBefore) << "a buffer for a frame that cannot be decoded";
     expectFrame(async, clip, 2);
 }
 
-TEST_F(FailedFrame, ForWhichTheHostHasNoBuffer) {
+TEST_F(FailedFrame, ForWhichTheHostCreatesNoBuffer) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     expectFailure(clip, 2, yuy3(), "ERROR: CreatePPix() failed: -2147483646", "imOtherErr] (5)",
                   [&] { host().faults().fail(hostkit::HostCall::CreatePPix, hostkit::kSuiteOutOfMemory); });
 }
 
-TEST_F(FailedFrame, WhosePixelsTheHostDoesNotGive) {
+TEST_F(FailedFrame, WhosePixelsTheHostWithholds) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     expectFailure(clip, 2, yuy3(), "ERROR: GetPixels() failed: -2147483648", "imOtherErr] (5)",
                   [&] { host().faults().fail(hostkit::HostCall::GetPixels, hostkit::kSuiteFail); });
 }
 
-TEST_F(FailedFrame, OfAClipWhoseFramesAreAllEmpty) {
+TEST_F(FailedFrame, InAClipWithOnlyEmptyFrames) {
     aviwriter::SampleOptions options = smallVideo(3);
     options.dropped = {0, 1, 2};
     AsyncClip& async = openAsync(options);
@@ -104,7 +105,7 @@ TEST_F(FailedFrame, OfAClipWhoseFramesAreAllEmpty) {
     EXPECT_EQ(logged("    OnGetFrame: [aiUnknownError] (2), [imFrameNotFound] (28)"), 1);
 }
 
-TEST_F(FailedFrame, IsDroppedByAFlushWithoutAWord) {
+TEST_F(FailedFrame, IsDroppedSilentlyByAFlush) {
     AsyncClip& async = openAsync(smallVideo());
     async.announce(timeOf(99), yuy3());
     async.announce(timeOf(1), only(PrPixelFormat_YUYV_422_8u_709, 1, 1));
@@ -115,7 +116,7 @@ TEST_F(FailedFrame, IsDroppedByAFlushWithoutAWord) {
     EXPECT_EQ(host().frames().created(), 1);
 }
 
-TEST_F(FailedFrame, LeavesOtherPendingFramesAlone) {
+TEST_F(FailedFrame, DoesNotAffectOtherPendingFrames) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& async = openAsync(clip);
     async.announce(timeOf(1), yuy3());

@@ -1,4 +1,4 @@
-// Decodes held inside the codec or the host while other calls are made: what goes on meanwhile, and what waits.
+// Decodes that are held inside the codec or the host while other calls are made: which calls return, and which wait.
 #include "async/support/AsyncTest.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 class HeldDecode : public AsyncTest {
 protected:
-    // Announces frame 0, whose decode then stands still inside the codec.
+    // Announces frame 0 and waits until its decode is held inside the codec.
     void holdFrameZero(AsyncClip& async) {
         holdNextDecode();
         EXPECT_EQ(async.announce(0, yuy3()), aiNoError);
@@ -20,8 +20,8 @@ protected:
         return std::async(std::launch::async, [&async, frame] { return async.collect(timeOf(frame), yuy3()); });
     }
 
-    // Gives a call that should wait, and does not, the time to show it.
-    void lookAround() {
+    // Gives a call that should wait, but does not, time to return.
+    void giveTimeToReturn() {
         for (int i = 0; i < 100; ++i) {
             messages();
             std::this_thread::yield();
@@ -39,8 +39,8 @@ TEST_F(HeldDecode, LetsFurtherFramesBeAnnounced) {
     EXPECT_EQ(codec().calls[kStandinDecompress], 1u);
 }
 
-// The next frame's read has failed, and its collection returned, while the first one's decode still stands.
-TEST_F(HeldDecode, LetsAnotherFrameBeReadToItsEnd) {
+// The next frame's read has failed, and its collection has returned, while the first one's decode is still held.
+TEST_F(HeldDecode, LetsAnotherFrameBeReadCompletely) {
     AsyncClip& async = openAsync(openClip(write("clip.avi", withFrameBeyondTheEnd(smallVideo(), 5))));
     holdFrameZero(async);
     EXPECT_EQ(async.announce(timeOf(5), yuy3()), aiNoError);
@@ -49,9 +49,9 @@ TEST_F(HeldDecode, LetsAnotherFrameBeReadToItsEnd) {
     EXPECT_FALSE(gate().isOpen());
 }
 
-// A read says so at its beginning when it stands in for a dropped frame. Reads take turns, so the third says that two
-// have come to their end.
-TEST_F(HeldDecode, LetsSeveralFramesBeReadAhead) {
+// A read of a dropped frame logs a line at its start. Only one read runs at a time, so the third line shows that two
+// reads have finished.
+TEST_F(HeldDecode, LetsSeveralFurtherFramesBeRead) {
     aviwriter::SampleOptions options = smallVideo();
     options.dropped = {1, 2, 3};
     AsyncClip& async = openAsync(options);
@@ -65,23 +65,23 @@ TEST_F(HeldDecode, LetsSeveralFramesBeReadAhead) {
     }
     EXPECT_FALSE(gate().isOpen());
     EXPECT_EQ(codec().calls[kStandinDecompress], 1u);
-    EXPECT_EQ(host().frames().created(), 1) << "decodes take turns, and a frame buffer belongs to the decode";
+    EXPECT_EQ(host().frames().created(), 1) << "only one decode runs at a time, and it creates its frame buffer";
 }
 
-TEST_F(HeldDecode, OfAFrameThatIsBeingCollectedLetsOthersBeAnnouncedAndCollected) {
+TEST_F(HeldDecode, WhileBeingCollectedLetsOthersBeCollected) {
     AsyncClip& async = openAsync(smallVideo());
     holdFrameZero(async);
     auto waiting = collectOnAThread(async, 0);
     EXPECT_TRUE(waitUntilLogged("REQUEST: Requesting: 0, frameTime: 0"));
     EXPECT_EQ(async.announce(timeOf(99), yuy3()), aiNoError);
     EXPECT_EQ(async.collect(timeOf(99), yuy3()).result, aiUnknownError);
-    EXPECT_EQ(async.flush(), aiNoError) << "the frame that is being collected is not the list's any more";
+    EXPECT_EQ(async.flush(), aiNoError) << "the frame that is being collected is no longer in the list";
     EXPECT_FALSE(gate().isOpen());
     gate().open();
     EXPECT_EQ(waiting.get().result, aiNoError);
 }
 
-TEST_F(HeldDecode, OfAnUnannouncedFrameLetsOthersBeCollectedToo) {
+TEST_F(HeldDecode, OfAnUnannouncedFrameLetsOthersBeCollected) {
     AsyncClip& async = openAsync(smallVideo());
     holdNextDecode();
     auto waiting = collectOnAThread(async, 0);
@@ -92,7 +92,7 @@ TEST_F(HeldDecode, OfAnUnannouncedFrameLetsOthersBeCollectedToo) {
     EXPECT_EQ(waiting.get().result, aiNoError);
 }
 
-TEST_F(HeldDecode, IsWaitedForByAFlushAndItsFrameDisposed) {
+TEST_F(HeldDecode, IsAwaitedAndItsFrameDisposedByAFlush) {
     AsyncClip& async = openAsync(smallVideo());
     holdFrameZero(async);
     async.announce(timeOf(1), yuy3());
@@ -106,7 +106,7 @@ TEST_F(HeldDecode, IsWaitedForByAFlushAndItsFrameDisposed) {
         return Seen{result, gate().isOpen(), host().frames().alive()};
     });
     EXPECT_TRUE(waitUntilLogged("[OnFlush]"));
-    lookAround();
+    giveTimeToReturn();
     EXPECT_EQ(logged("    OnFlush: [aiNoError] (0)"), 0);
     gate().open();
     const Seen seen = flushing.get();
@@ -116,7 +116,7 @@ TEST_F(HeldDecode, IsWaitedForByAFlushAndItsFrameDisposed) {
     EXPECT_EQ(host().frames().created(), 2);
 }
 
-TEST_F(HeldDecode, IsWaitedForByAFlushInTheHostsFrameCreationToo) {
+TEST_F(HeldDecode, IsAwaitedByAFlushInTheHostsFrameCreationToo) {
     AsyncClip& async = openAsync(smallVideo());
     holdHostCall(hostkit::HostCall::CreatePPix);
     async.announce(timeOf(1), yuy3());
@@ -125,13 +125,13 @@ TEST_F(HeldDecode, IsWaitedForByAFlushInTheHostsFrameCreationToo) {
         async.flush();
         return gate().isOpen();
     });
-    lookAround();
+    giveTimeToReturn();
     gate().open();
     EXPECT_TRUE(flushing.get());
     EXPECT_EQ(host().frames().alive(), 0);
 }
 
-TEST_F(HeldDecode, IsWaitedForByTheCloseAndItsFrameDisposed) {
+TEST_F(HeldDecode, IsAwaitedAndItsFrameDisposedByTheClose) {
     AsyncClip& async = openAsync(smallVideo());
     holdFrameZero(async);
     async.announce(timeOf(1), yuy3());
@@ -141,7 +141,7 @@ TEST_F(HeldDecode, IsWaitedForByTheCloseAndItsFrameDisposed) {
         return result;
     });
     EXPECT_TRUE(waitUntilLogged("QuorvaneAsyncImporter::~QuorvaneAsyncImporter()"));
-    lookAround();
+    giveTimeToReturn();
     EXPECT_EQ(logged("VideoInfo::~VideoInfo()"), 0);
     gate().open();
     EXPECT_EQ(closing.get(), aiNoError);
@@ -149,7 +149,7 @@ TEST_F(HeldDecode, IsWaitedForByTheCloseAndItsFrameDisposed) {
     EXPECT_EQ(host().frames().alive(), 0);
 }
 
-TEST_F(HeldDecode, IsDeliveredToACollectionThatIsInsideWhenTheCloseComes) {
+TEST_F(HeldDecode, IsDeliveredIfTheCloseComesDuringItsCollection) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& async = openAsync(clip);
     holdNextDecode();
@@ -161,7 +161,7 @@ TEST_F(HeldDecode, IsDeliveredToACollectionThatIsInsideWhenTheCloseComes) {
         return async.close();
     });
     isClosing.get_future().wait();
-    lookAround();
+    giveTimeToReturn();
     gate().open();
     const auto answer = collecting.get();
     EXPECT_EQ(answer.result, aiNoError);
@@ -172,7 +172,7 @@ TEST_F(HeldDecode, IsDeliveredToACollectionThatIsInsideWhenTheCloseComes) {
               std::find(lines.begin(), lines.end(), "QuorvaneAsyncImporter::~QuorvaneAsyncImporter()"));
 }
 
-TEST_F(HeldDecode, OfOneClipDoesNotHoldAnother) {
+TEST_F(HeldDecode, OfOneClipDoesNotBlockAnother) {
     hostkit::ClipSession& other = openClip(smallVideo());
     AsyncClip& otherAsync = openAsync(other);
     AsyncClip& async = openAsync(smallVideo());
@@ -183,7 +183,7 @@ TEST_F(HeldDecode, OfOneClipDoesNotHoldAnother) {
     EXPECT_FALSE(gate().isOpen());
 }
 
-TEST_F(HeldDecode, DoesNotHoldTheImporterItWasMadeFor) {
+TEST_F(HeldDecode, DoesNotBlockTheSynchronousImporter) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& async = openAsync(clip);
     holdFrameZero(async);

@@ -1,4 +1,4 @@
-// The asynchronous importer beside the importer it was made for: each goes its own way.
+// The lifetimes of an importer and its asynchronous importer are independent.
 #include "async/support/AsyncTest.h"
 
 #include "async/support/FileUse.h"
@@ -36,7 +36,7 @@ private:
     std::map<int, std::vector<std::uint8_t>> m_expected;
 };
 
-TEST_F(Lifetime, GoesOnWhileTheImporterIsQuietAndOpenedAgain) {
+TEST_F(Lifetime, ContinuesWhileTheImporterIsQuietAndReopened) {
     async().announce(timeOf(1), yuy3());
     EXPECT_EQ(clip().quiet(), imNoErr);
     async().announce(timeOf(2), yuy3());
@@ -48,7 +48,7 @@ TEST_F(Lifetime, GoesOnWhileTheImporterIsQuietAndOpenedAgain) {
     EXPECT_EQ(clip().frame(timeOf(3), yuy3()).result, imNoErr);
 }
 
-TEST_F(Lifetime, GoesOnAfterTheImporterIsClosed) {
+TEST_F(Lifetime, ContinuesAfterTheImporterIsClosed) {
     async().announce(timeOf(1), yuy3());
     EXPECT_EQ(clip().close(), imNoErr);
     async().announce(timeOf(2), yuy3());
@@ -69,13 +69,13 @@ TEST_F(Lifetime, EndsWithPendingFramesDisposed) {
     EXPECT_EQ(host().frames().alive(), before);
 }
 
-TEST_F(Lifetime, EndsWithoutAFlushBeforeTheImporterAndLeavesItUnharmed) {
+TEST_F(Lifetime, EndsBeforeTheImporterAndLeavesItUsable) {
     async().announce(timeOf(1), yuy3());
     EXPECT_EQ(async().close(), aiNoError);
     EXPECT_EQ(clip().frame(timeOf(4), yuy3()).result, imNoErr);
 }
 
-TEST_F(Lifetime, EndsWithItsDecodeSessionStillRunning) {
+TEST_F(Lifetime, MayEndWithItsDecodeSessionRunning) {
     standin_reset();
     async().announce(timeOf(1), yuy3());
     expectCollected(1);
@@ -84,7 +84,7 @@ TEST_F(Lifetime, EndsWithItsDecodeSessionStillRunning) {
     EXPECT_EQ(codec().closesWithSession, 1u);
 }
 
-TEST_F(Lifetime, BeginsASessionOfItsOwn) {
+TEST_F(Lifetime, BeginsItsOwnSession) {
     standin_reset();
     async().announce(timeOf(1), uyv7());
     EXPECT_EQ(async().collect(timeOf(1), uyv7()).result, aiNoError);
@@ -93,7 +93,7 @@ TEST_F(Lifetime, BeginsASessionOfItsOwn) {
     EXPECT_EQ(codec().calls[kStandinDecompressEnd], 0u) << "the importer's session was not disturbed";
 }
 
-TEST_F(Lifetime, ReadsItsFileWhateverTakesItsNameLater) {
+TEST_F(Lifetime, ReadsItsFileAfterTheNameWasReused) {
     clip().close();
     std::error_code refused;
     std::filesystem::rename(path(), path().parent_path() / "elsewhere.avi", refused);
@@ -104,7 +104,7 @@ TEST_F(Lifetime, ReadsItsFileWhateverTakesItsNameLater) {
     EXPECT_FALSE(isInUse(path().parent_path() / "elsewhere.avi"));
 }
 
-TEST_F(Lifetime, OfManyInTurnLeavesNothing) {
+TEST_F(Lifetime, OfManyImportersLeavesNothingBehind) {
     const int suites = host().suitesHeld();
     const std::uint32_t instances = codec().openInstances;
     for (int round = 0; round < 30; ++round) {

@@ -1,4 +1,4 @@
-// Every line of the log, in its order on each thread.
+// Every line of the log, in order for each thread.
 #include "async/support/AsyncTest.h"
 
 namespace {
@@ -77,7 +77,7 @@ TEST_F(LogLines, OfAFrameThatWasNeverAnnounced) {
                                                  kStarting}}));
 }
 
-TEST_F(LogLines, OfASecondFrameWithoutAnotherStart) {
+TEST_F(LogLines, OfASecondFrameInTheSameSession) {
     AsyncClip& async = openAsync(clip());
     async.collect(timeOf(2), yuy3());
     const LoggedLines lines = linesOf([&] { async.collect(timeOf(3), yuy3()); });
@@ -120,11 +120,11 @@ TEST_F(LogLines, OfAFrameThatFails) {
                                                  "frameIndex out of bounds"}}));
 }
 
-TEST_F(LogLines, OfSeveralFramesAreThoseOfEachOnAThreadOfItsOwn) {
+TEST_F(LogLines, OfSeveralFramesAreOnAThreadEach) {
     AsyncClip& async = openAsync(clip());
     async.collect(timeOf(5), yuy3());
     const LoggedLines lines = linesOf([&] {
-        // All tasks are alive until the first decode goes on, so that their threads differ.
+        // All tasks run until the first decode is released, so that their threads differ.
         holdHostCall(hostkit::HostCall::CreatePPix);
         for (const int frame : {0, 1, 2}) {
             async.announce(timeOf(frame), yuy3());

@@ -1,5 +1,5 @@
-// A system that has no thread left to give. Only here can it be made to refuse on demand: by asking for stacks larger
-// than any address space.
+// A system that cannot create threads. This can be caused only on POSIX: by asking for stacks larger than the address
+// space.
 #include "async/support/AsyncTest.h"
 
 #include <pthread.h>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// New threads are refused while it lives.
+// Creating threads fails during its lifetime.
 class NoThreads {
 public:
     NoThreads() {
@@ -35,13 +35,13 @@ private:
 
 class NoThread : public AsyncTest {};
 
-TEST_F(NoThread, ForAnAnnouncedFrameFailsTheAnnouncementAndLeavesNothingPending) {
+TEST_F(NoThread, ForAnAnnouncedFrameFailsTheAnnouncement) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& async = openAsync(clip);
     {
         const NoThreads none;
         EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult);
-        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult) << "the lock is free";
+        EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult) << "the lock is still held";
     }
     EXPECT_EQ(logged("xAsyncImportEntry: FATAL: Unhandled exception during aiInitiateAsyncRead (0): Resource "
                      "temporarily unavailable"),
@@ -64,7 +64,7 @@ TEST_F(NoThread, ForAnUnannouncedFrameFailsTheCollection) {
     expectFrame(async, clip, 2);
 }
 
-TEST_F(NoThread, LeavesRunningDecodesAlone) {
+TEST_F(NoThread, DoesNotAffectRunningDecodes) {
     hostkit::ClipSession& clip = openClip(smallVideo());
     AsyncClip& async = openAsync(clip);
     async.announce(timeOf(1), yuy3());

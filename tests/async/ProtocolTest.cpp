@@ -1,4 +1,4 @@
-// Announcing, collecting, flushing: what the host gets, call by call.
+// Announcing, collecting, flushing: the result of each call.
 #include "async/support/AsyncTest.h"
 
 namespace {
@@ -42,7 +42,7 @@ TEST_F(Protocol, AnAnnouncedFrameIsCollected) {
     EXPECT_EQ(notFound(4), 0);
 }
 
-TEST_F(Protocol, AFrameCollectedOutOfTurnLeavesTheOthersPending) {
+TEST_F(Protocol, CollectingOutOfOrderLeavesTheOthersPending) {
     for (const int frame : {10, 11, 12}) {
         EXPECT_EQ(async().announce(timeOf(frame), yuy3()), aiNoError);
     }
@@ -52,7 +52,7 @@ TEST_F(Protocol, AFrameCollectedOutOfTurnLeavesTheOthersPending) {
     EXPECT_EQ(notFound(10) + notFound(11) + notFound(12), 0);
 }
 
-TEST_F(Protocol, ACollectedFrameIsPendingNoLonger) {
+TEST_F(Protocol, ACollectedFrameIsNoLongerPending) {
     async().announce(timeOf(11), yuy3());
     expectCollected(11);
     expectCollected(11);
@@ -100,7 +100,7 @@ TEST_F(Protocol, AnyTimeWithinAFrameFindsItsAnnouncement) {
     EXPECT_EQ(logged("REQUEST: Requesting: 3, frameTime: 40642559999"), 1);
 }
 
-TEST_F(Protocol, TheAnnouncedFormatCountsNotTheCollectedOne) {
+TEST_F(Protocol, TheAnnouncedFormatCountsNotTheRequestedOne) {
     async().announce(timeOf(2), uyv7());
     const auto answer = async().collect(timeOf(2), yuy3());
     EXPECT_EQ(answer.frame.view()->format, PrPixelFormat_UYVY_422_8u_709);
@@ -114,7 +114,7 @@ TEST_F(Protocol, OnlyTheFirstOfSeveralFormatsCounts) {
     EXPECT_EQ(answer.frame.view()->format, PrPixelFormat_UYVY_422_8u_709);
 }
 
-TEST_F(Protocol, ATimeBehindTheLastFrameIsAcceptedAndFailsAtItsCollection) {
+TEST_F(Protocol, ATimeAfterTheLastFrameFailsAtItsCollection) {
     EXPECT_EQ(async().announce(timeOf(13), yuy3()), aiNoError);
     EXPECT_EQ(logged("REQUEST: Adding: 13, frameTime: 132088320000"), 1);
     EXPECT_EQ(async().collect(timeOf(13), yuy3()).result, aiUnknownError);
@@ -126,7 +126,7 @@ TEST_F(Protocol, TheLastFrameIsWithinTheClip) {
     expectCollected(12);
 }
 
-TEST_F(Protocol, ATimeBeforeTheClipIsLoggedAsItsNegativeIndexAndFailsAtItsCollection) {
+TEST_F(Protocol, ATimeBeforeTheClipFailsAtItsCollection) {
     EXPECT_EQ(async().announce(-timeOf(1), yuy3()), aiNoError);
     EXPECT_EQ(logged("REQUEST: Adding: -1, frameTime: -10160640000"), 1);
     EXPECT_EQ(async().collect(-timeOf(1), yuy3()).result, aiUnknownError);
@@ -167,7 +167,7 @@ TEST_F(Protocol, ACancelledFrameStaysPending) {
     EXPECT_EQ(notFound(8), 0);
 }
 
-TEST_F(Protocol, WaitingOnForAnAnnouncementIsNotSupported) {
+TEST_F(Protocol, AWaitForAnAnnouncementIsNotSupported) {
     hostkit::HostRecord<aiAsyncRequest> record;
     record->inPrivateData = async().privateData();
     EXPECT_EQ(async().call(aiContinueToWaitForAsyncIO, record.data()), aiUnsupported);
@@ -179,7 +179,7 @@ TEST_F(Protocol, EfficientRenderTimesAreNotSupported) {
     EXPECT_EQ(async().call(aiSelectEfficientRenderTime, record.data()), aiUnsupported);
 }
 
-TEST_F(Protocol, UnknownSelectorsAreNotSupportedAndTouchNothing) {
+TEST_F(Protocol, UnknownSelectorsAreUnsupportedAndTouchNothing) {
     for (const csSDK_int32 selector : {-1, 7, 8, 99, 0x7FFFFFFF}) {
         EXPECT_EQ(async().call(selector, nullptr), aiUnsupported) << selector;
     }
@@ -194,12 +194,12 @@ TEST_F(Protocol, AnUnsupportedSelectorLogsNothing) {
               Lines{});
 }
 
-TEST_F(Protocol, AClosedNothingIsNoError) {
+TEST_F(Protocol, ClosingNoImporterIsNoError) {
     EXPECT_EQ(messagesOf([&] { EXPECT_EQ(async().call(aiClose, nullptr), aiNoError); }), Lines{});
     expectCollected(1);
 }
 
-TEST_F(Protocol, CallsForNoImporterAreRefused) {
+TEST_F(Protocol, CallsWithoutAnImporterAreRefused) {
     hostkit::HostRecord<aiAsyncRequest> request;
     hostkit::HostRecord<imSourceVideoRec> record;
     PPixHand delivered = nullptr;
@@ -213,7 +213,7 @@ TEST_F(Protocol, CallsForNoImporterAreRefused) {
     EXPECT_EQ(delivered, nullptr);
 }
 
-TEST_F(Protocol, ACollectionIntoNowhereFailsAndDisposesTheFrame) {
+TEST_F(Protocol, ACollectionWithoutOutFrameDisposesTheFrame) {
     async().announce(timeOf(1), yuy3());
     hostkit::HostRecord<imSourceVideoRec> record;
     record->inPrivateData = async().privateData();
@@ -225,7 +225,7 @@ TEST_F(Protocol, ACollectionIntoNowhereFailsAndDisposesTheFrame) {
     expectCollected(1);
 }
 
-TEST_F(Protocol, TheEmbeddedRecordsOwnPrivateDataIsNotLookedAt) {
+TEST_F(Protocol, TheEmbeddedRecordsPrivateDataIsIgnored) {
     std::vector<imFrameFormat> formats = yuy3();
     hostkit::HostRecord<aiAsyncRequest> request;
     request->inPrivateData = async().privateData();

@@ -1,4 +1,4 @@
-// Calls in orders drawn by lot, checked against a model of the pending announcements. A failure names its seed.
+// Calls in random order, checked against a model of the pending announcements. A failure prints its seed.
 #include "async/support/AsyncTest.h"
 
 #include <algorithm>
@@ -34,7 +34,7 @@ protected:
         m_random.seed(GetParam());
     }
 
-    // The frame numbers reach two beyond the clip.
+    // The frame numbers include two after the last frame.
     void step() {
         const unsigned lot = draw(100);
         const Announcement drawn = {static_cast<int>(draw(kScriptFrames + 2)), kFormats[draw(3) == 0 ? 1 : 0]};
@@ -101,7 +101,7 @@ private:
     int m_notFound = 0;
 };
 
-TEST_P(Script, GivesEveryFrameAsTheModelSaysAndIsClosedWithWhatIsPending) {
+TEST_P(Script, MatchesTheModelAndClosesWithPendingFrames) {
     for (int call = 0; call < kCalls && !HasFailure(); ++call) {
         SCOPED_TRACE("call " + std::to_string(call));
         step();
@@ -109,7 +109,7 @@ TEST_P(Script, GivesEveryFrameAsTheModelSaysAndIsClosedWithWhatIsPending) {
     expectTheModelsCountOfMissingFrames();
 }
 
-TEST_P(Script, GivesAllThatIsPendingInAnyOrder) {
+TEST_P(Script, DeliversAllPendingFramesInAnyOrder) {
     for (int call = 0; call < kCalls / 3 && !HasFailure(); ++call) {
         SCOPED_TRACE("call " + std::to_string(call));
         step();

@@ -1,4 +1,4 @@
-// Hosts that refuse a suite, once or for good, at each moment at which the asynchronous importer asks for one.
+// Hosts that refuse a suite, once or always, whenever the asynchronous importer asks for one.
 #include "async/support/AsyncTest.h"
 
 #include <string>
@@ -9,7 +9,7 @@ namespace {
 
 constexpr csSDK_int32 kRefused = 1400;
 
-// The order in which an importer asks.
+// The order in which an importer asks for its suites.
 enum Request { kPPixCreator = 1, kPPixCache, kPPix, kTime, kImageProcessing, kAudio, kRequestCount = kAudio };
 
 class Suites : public AsyncTest {
@@ -27,7 +27,7 @@ protected:
 
     int asked() { return host().calls().count(hostkit::HostCall::AcquireSuite); }
 
-    // Creates an importer while the request with this number is refused.
+    // Creates an importer while the host refuses this request.
     AsyncClip& openRefusing(Request request) {
         refuse(request, 1);
         return openAsync(clip());
@@ -37,7 +37,7 @@ private:
     hostkit::ClipSession* m_clip = nullptr;
 };
 
-TEST_F(Suites, RefusedOnceAtTheCreationAreAskedForAgain) {
+TEST_F(Suites, RefusedOnceAtTheCreationAreAcquiredLater) {
     for (int request = kPPixCreator; request <= kRequestCount; ++request) {
         SCOPED_TRACE("request " + std::to_string(request));
         AsyncClip& async = openRefusing(static_cast<Request>(request));
@@ -46,7 +46,7 @@ TEST_F(Suites, RefusedOnceAtTheCreationAreAskedForAgain) {
     }
 }
 
-TEST_F(Suites, ThatNoFrameNeedsAreNotAskedForAgain) {
+TEST_F(Suites, ThatNoFrameNeedsAreNotRequestedAgain) {
     for (const Request request : {kPPixCache, kImageProcessing, kAudio}) {
         AsyncClip& async = openRefusing(request);
         const int before = asked();
@@ -55,14 +55,14 @@ TEST_F(Suites, ThatNoFrameNeedsAreNotAskedForAgain) {
     }
 }
 
-TEST_F(Suites, AreAskedForFirstOnAWorkersThread) {
+TEST_F(Suites, AreFirstRequestedOnAWorkerThread) {
     AsyncClip& async = openRefusing(kPPixCreator);
     const LoggedLines lines = linesOf([&] { expectFrame(async, clip(), 2); });
     ASSERT_EQ(lines.others.size(), 1u);
     EXPECT_EQ(lines.others[0].back(), "Acquiring suite: r: 0, v: 1, n: 'Premiere PPix Creator Suite', ptr: <pointer>");
 }
 
-TEST_F(Suites, AreAskedForOnceBySeveralWorkersThatNeedThemFirst) {
+TEST_F(Suites, AreRequestedOnceBySeveralWorkers) {
     AsyncClip& async = openRefusing(kPPixCreator);
     const int before = asked();
     for (int frame = 0; frame < 6; ++frame) {
@@ -74,7 +74,7 @@ TEST_F(Suites, AreAskedForOnceBySeveralWorkersThatNeedThemFirst) {
     EXPECT_EQ(asked(), before + 1);
 }
 
-TEST_F(Suites, RefusedOnAWorkersThreadFailTheCollectionAndNoLaterOne) {
+TEST_F(Suites, RefusedOnceOnAWorkerThreadFailOneCollection) {
     AsyncClip& async = openRefusing(kPPixCreator);
     refuse(1, 1);
     EXPECT_EQ(async.announce(timeOf(2), yuy3()), aiNoError);
@@ -85,7 +85,7 @@ TEST_F(Suites, RefusedOnAWorkersThreadFailTheCollectionAndNoLaterOne) {
     expectFrame(async, clip(), 2);
 }
 
-TEST_F(Suites, RefusedForGoodOnWorkersThreadsFailEachCollection) {
+TEST_F(Suites, RefusedAlwaysOnWorkerThreadsFailEachCollection) {
     AsyncClip& async = openRefusing(kPPixCreator);
     refuse(1, hostkit::FaultPlan::kForEver);
     for (int frame = 0; frame < 6; ++frame) {
@@ -98,7 +98,7 @@ TEST_F(Suites, RefusedForGoodOnWorkersThreadsFailEachCollection) {
     expectFrame(async, clip(), 2);
 }
 
-TEST_F(Suites, ThatDisposeFramesFailTheAnnouncementWhenRefused) {
+TEST_F(Suites, ForDisposalFailTheAnnouncementWhenRefused) {
     AsyncClip& async = openRefusing(kPPix);
     refuse(1, 1);
     EXPECT_EQ(async.announce(timeOf(2), yuy3()), kExceptionResult);
@@ -108,7 +108,7 @@ TEST_F(Suites, ThatDisposeFramesFailTheAnnouncementWhenRefused) {
     expectFrame(async, clip(), 2);
 }
 
-TEST_F(Suites, ThatDisposeFramesFailAnUnannouncedCollectionWhenRefused) {
+TEST_F(Suites, ForDisposalFailAnUnannouncedCollection) {
     AsyncClip& async = openRefusing(kPPix);
     refuse(1, 1);
     EXPECT_EQ(async.collect(timeOf(2), yuy3()).result, kExceptionResult);
@@ -118,7 +118,7 @@ TEST_F(Suites, ThatDisposeFramesFailAnUnannouncedCollectionWhenRefused) {
     expectFrame(async, clip(), 2);
 }
 
-TEST_F(Suites, OfTimeRefusedForGoodLeaveNoImporter) {
+TEST_F(Suites, ForTimeRefusedAlwaysPreventAnImporter) {
     const StandinCounters before = codec();
     const int held = host().suitesHeld();
     refuse(1, hostkit::FaultPlan::kForEver);
@@ -136,14 +136,14 @@ TEST_F(Suites, OfTimeRefusedForGoodLeaveNoImporter) {
     expectFrame(openAsync(clip()), clip(), 2);
 }
 
-TEST_F(Suites, GoBackAtTheCloseEvenIfTheHostComplains) {
+TEST_F(Suites, AreReleasedAtTheCloseEvenIfTheHostFails) {
     AsyncClip& async = openAsync(clip());
     host().faults().throwFrom(hostkit::HostCall::ReleaseSuite, "not now");
     const int before = host().calls().count(hostkit::HostCall::ReleaseSuite);
     EXPECT_EQ(async.close(), aiNoError);
     EXPECT_EQ(host().calls().count(hostkit::HostCall::ReleaseSuite), before + 6);
     EXPECT_EQ(logged("ERROR: ReleaseSuite() failed: not now"), 1);
-    // The one that the host refused to take back is on the host's own account.
+    // Releases the suite whose release the host had refused.
     EXPECT_EQ(host().basicSuite()->ReleaseSuite(kPrSDKAudioSuite, kPrSDKAudioSuiteVersion), kSPNoError);
 }
 

@@ -1,4 +1,4 @@
-// Several threads of the host at once, on one importer and on several.
+// Several threads of the host at the same time, on one importer and on several.
 #include "async/support/AsyncTest.h"
 
 #include <future>
@@ -22,7 +22,7 @@ protected:
         return references;
     }
 
-    // A thread's work: announces a few frames drawn by lot, collects them in another order. Gives the number of frames
+    // A thread's work: announces a few random frames and collects them in another order. Returns the number of frames
     // that were not as expected.
     static int announceAndCollect(AsyncClip& async, const std::vector<std::vector<std::uint8_t>>& references,
                                   unsigned seed) {
@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(Threads, AnnounceAndCollectOnOneImporter) {
+TEST_F(Threads, ShareOneImporter) {
     hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
@@ -58,7 +58,7 @@ TEST_F(Threads, AnnounceAndCollectOnOneImporter) {
     EXPECT_EQ(host().frames().alive(), 0);
 }
 
-TEST_F(Threads, GetTheirFramesWhateverAnotherOneFlushes) {
+TEST_F(Threads, GetTheirFramesWhileAnotherOneFlushes) {
     hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
@@ -92,8 +92,8 @@ TEST_F(Threads, WorkOnTwoFilesAtOnce) {
     EXPECT_EQ(thread.get(), 0);
 }
 
-// The editor may draw a frame at once while others are fetched ahead.
-TEST_F(Threads, ServeTheImporterAndItsAsynchronousOneAtOnce) {
+// The editor may draw a synchronous frame while asynchronous ones are decoded.
+TEST_F(Threads, UseBothImportersOfAFileAtOnce) {
     hostkit::ClipSession& clip = openClip(smallVideo(kThreadFrames));
     const auto references = referencesOf(clip);
     AsyncClip& async = openAsync(clip);
@@ -110,8 +110,8 @@ TEST_F(Threads, ServeTheImporterAndItsAsynchronousOneAtOnce) {
     EXPECT_EQ(thread.get(), 0);
 }
 
-// The editor quiets files that it does not show and opens them again, whatever is being fetched from them.
-TEST_F(Threads, WorkOnTwoFilesWhileTheirImportersAreQuietAndOpenedAgain) {
+// The editor quiets files that it does not show and opens them again, even while frames are pending.
+TEST_F(Threads, ReadTwoFilesWhileTheImportersAreReopened) {
     aviwriter::SampleOptions deeper = smallVideo(kThreadFrames);
     deeper.type = 108;
     std::vector<hostkit::ClipSession*> clips = {&openClip(smallVideo(kThreadFrames)), &openClip(deeper)};
@@ -167,8 +167,8 @@ TEST_F(Threads, OpenUseAndCloseImportersAtOnce) {
     }
 }
 
-// Without a log, whose lock would put the tasks in a row: then nothing but the importer's own order keeps two reads of
-// one file from moving its position under each other.
+// Without a log, whose lock would serialize the tasks: then only the importer's own locking keeps two reads of one file
+// from changing its position at the same time.
 class ThreadsWithoutALog : public Threads {
 protected:
     ThreadsWithoutALog() : Threads({}, false) {}

@@ -1,5 +1,5 @@
-// A result of the stream selection that is neither success nor a bad file: a codec of another version, which knows
-// compressed types that the importer does not. A program of its own, because the codec library in it is another one.
+// A stream selection that ends neither in success nor with a bad file: a codec of another version knows compressed
+// types that the importer does not. This is a program of its own, because it loads another codec library.
 #include "aviwriter/Sample.h"
 #include "hostkit/sessions/ClipSession.h"
 #include "importer/spy/SpyCodec.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// What the codec library that the plug-in loaded says of every stream from now on.
+// Makes the codec library that the plug-in loaded describe every stream as `type` from now on.
 void describeStreamsAs(std::uint32_t type) {
     void* address = hostkit::PluginLibrary::symbolOfLoadedLibrary(CODEC_LIBRARY_NAME, "spy_describe");
     ASSERT_NE(address, nullptr);

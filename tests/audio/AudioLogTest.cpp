@@ -1,4 +1,4 @@
-// What the log says of a request: the values that it came to, each read, and how much was filled.
+// The log of a sound request: the computed values, each read, and the number of filled bytes.
 #include "audio/support/LoggedSoundTest.h"
 
 #include "hostkit/system/Text.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-// 16-bit stereo in chunks of 1500, 1500 and 2000 bytes: 1250 frames, whose data lie at 312, 1820 and 3328.
+// 16-bit stereo in chunks of 1500, 1500 and 2000 bytes: 1250 frames, with data at 312, 1820 and 3328.
 Bytes threeChunks() {
     return soundFile(formatRecord({}), {Bytes(1500, 1), Bytes(1500, 2), Bytes(2000, 3)}, 1250);
 }
@@ -36,7 +36,7 @@ private:
 
 }  // namespace
 
-TEST_F(AudioLog, OfARequestIsThisFromFirstToLastLine) {
+TEST_F(AudioLog, OfARequestIsCompleteAndInOrder) {
     const Lines lines = logOf([&] { clip().audio(0, 1024, 2); });
     EXPECT_EQ(lines, (Lines{
                          "----------------------",
@@ -59,7 +59,7 @@ TEST_F(AudioLog, OfARequestIsThisFromFirstToLastLine) {
                      }));
 }
 
-TEST_F(AudioLog, TellsOfAStartInTheMiddleOfTheFirstChunkAndAnEndInTheMiddleOfTheThird) {
+TEST_F(AudioLog, ShowsARequestThatBeginsAndEndsWithinChunks) {
     EXPECT_EQ(requestLog(clip(), 300, 700), (Lines{
                                                 "importAudioRec7P->position: 300",
                                                 "m_audioPosition           : 0",
@@ -76,11 +76,11 @@ TEST_F(AudioLog, TellsOfAStartInTheMiddleOfTheFirstChunkAndAnEndInTheMiddleOfThe
                                             }));
 }
 
-TEST_F(AudioLog, TellsOfOneChunkWhenItHoldsAll) {
+TEST_F(AudioLog, ShowsOneReadIfOneChunkHoldsAll) {
     EXPECT_EQ(readingLog(clip(), 375, 375), (Lines{"reading : 1500, 1820, 1500", "fill    : 0"}));
 }
 
-TEST_F(AudioLog, TellsWhereARequestGoesOn) {
+TEST_F(AudioLog, ShowsWhereARequestContinues) {
     clip().audio(1000, 50, 2);
     EXPECT_EQ(requestLog(clip(), -1, 50), (Lines{
                                               "importAudioRec7P->position: -1",
@@ -96,19 +96,19 @@ TEST_F(AudioLog, TellsWhereARequestGoesOn) {
                                           }));
 }
 
-TEST_F(AudioLog, GoesOnFromFrame1500AndThen2000) {
+TEST_F(AudioLog, ShowsPosition1500AndThen2000) {
     clip().audio(1000, 500, 2);
     EXPECT_EQ(requestLog(clip(), -1, 500).at(2), "startPos                  : 1500");
     EXPECT_EQ(requestLog(clip(), -1, 500).at(2), "startPos                  : 2000");
 }
 
-TEST_F(AudioLog, ShowsANegativePositionAsTheHostGaveIt) {
+TEST_F(AudioLog, ShowsANegativePositionUnchanged) {
     const Lines lines = requestLog(clip(), INT64_MIN, 1);
     EXPECT_EQ(lines.at(0), "importAudioRec7P->position: -9223372036854775808");
     EXPECT_EQ(lines.at(2), "startPos                  : 0");
 }
 
-TEST_F(AudioLog, BeginsAgainAtTheStartWhenTheStreamIsDescribedAgain) {
+TEST_F(AudioLog, StartsAtZeroAfterTheStreamIsDescribedAgain) {
     clip().audio(1000, 50, 2);
     clip().session().info(SoundClip::kSoundStream);
     EXPECT_EQ(requestLog(clip(), -1, 1).at(2), "startPos                  : 0");
@@ -118,7 +118,7 @@ TEST_F(AudioLog, CountsTheBytesFilledAfterTheLastChunk) {
     EXPECT_EQ(readingLog(clip(), 1150, 200), (Lines{"reading : 4600, 4928, 400", "fill    : 400"}));
 }
 
-TEST_F(AudioLog, TellsOfNoReadBeyondTheEnd) { EXPECT_EQ(readingLog(clip(), 1250, 10), Lines{"fill    : 40"}); }
+TEST_F(AudioLog, ShowsNoReadPastTheEnd) { EXPECT_EQ(readingLog(clip(), 1250, 10), Lines{"fill    : 40"}); }
 
 TEST_F(AudioLog, OfARequestForNothingHasNoRead) {
     EXPECT_EQ(requestLog(clip(), 5, 0), (Lines{
@@ -169,18 +169,18 @@ TEST_F(AudioLog, OfAnUnsignedSizeShowsAllOfIt) {
                                                     }));
 }
 
-TEST_F(AudioLog, TellsOfAnEmptyChunkOnItsWay) {
+TEST_F(AudioLog, ShowsAnEmptyChunkBetweenTwoOthers) {
     open(soundFile(formatRecord({}), {Bytes(400), Bytes{}, Bytes(400)}, 200));
     EXPECT_EQ(readingLog(clip(), 0, 200), (Lines{"reading : 0, 312, 400", "reading : 400, 720, 0",
                                                  "reading : 400, 728, 400", "fill    : 0"}));
 }
 
-TEST_F(AudioLog, TellsOfNoEmptyChunkAtTheStart) {
+TEST_F(AudioLog, ShowsNoEmptyChunkAtTheStart) {
     open(soundFile(formatRecord({}), {Bytes(400), Bytes{}, Bytes(400)}, 200));
     EXPECT_EQ(readingLog(clip(), 100, 10), (Lines{"reading : 400, 728, 40", "fill    : 0"}));
 }
 
-// The index decides the order, not the place in the file.
+// The index determines the order, not the position in the file.
 TEST_F(AudioLog, FollowsTheIndexBackwardsThroughTheFile) {
     const std::uint64_t data = indexedDataPosition(2);
     ASSERT_EQ(data, 456u);
@@ -189,7 +189,7 @@ TEST_F(AudioLog, FollowsTheIndexBackwardsThroughTheFile) {
               (Lines{"reading : 200, 1056, 200", "reading : 400, 456, 200", "fill    : 0"}));
 }
 
-TEST_F(AudioLog, OfASoundThatCannotBeDeliveredHoldsNoValues) {
+TEST_F(AudioLog, OfAnUndeliverableSoundHoldsNoValues) {
     open(soundFile(aviwriter::waveFormatEx({.bitsPerSample = 20}), {Bytes(40)}, 10));
     EXPECT_EQ(logOf([&] { clip().audio(0, 10, 2); }),
               (Lines{"----------------------", "[imImportAudio7] (25)",

@@ -34,7 +34,7 @@ protected:
 
 }  // namespace
 
-TEST_F(AudioSuite, IsAskedOnceForEachRequestOfIntegers) {
+TEST_F(AudioSuite, IsCalledOncePerRequestForIntegers) {
     for (const Conversion& conversion : kConversions) {
         SoundClip clip(session(), fileOf({conversion.samples, 3}));
         host().calls().clear();
@@ -45,7 +45,7 @@ TEST_F(AudioSuite, IsAskedOnceForEachRequestOfIntegers) {
     }
 }
 
-TEST_F(AudioSuite, IsNotAskedForFloat) {
+TEST_F(AudioSuite, IsNotCalledForFloat) {
     SoundClip clip(session(), fileOf({SampleFormat::float32, 3}));
     host().calls().clear();
     host().calls().keepLines(true);
@@ -68,7 +68,7 @@ TEST_F(WithoutAudioSuite, IntegersAreRefusedWithTheReason) {
     }
 }
 
-TEST_F(WithoutAudioSuite, IntegersAreReadAllTheSame) {
+TEST_F(WithoutAudioSuite, IntegersAreStillRead) {
     SoundClip clip(session(), soundFile({}, noise({}, 100), 400));
     clip.audio(0, 20, 2);
     const Lines lines = logOf([&] { clip.audio(-1, 20, 2); });

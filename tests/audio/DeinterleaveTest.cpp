@@ -1,4 +1,4 @@
-// The copy of float sound to the channels, for every shape of it, against the definition.
+// Deinterleaving float sound: compares every number of channels and frames with the definition.
 #include "importer/Deinterleave.h"
 
 #include <gtest/gtest.h>
@@ -6,13 +6,13 @@
 #include <cstring>
 #include <numeric>
 
-// Of PortableDeinterleave.cpp.
+// Defined in PortableDeinterleave.cpp.
 decltype(deinterleave32) portableDeinterleave32;
 decltype(makeSigned8) portableMakeSigned8;
 
 namespace {
 
-// Sample f of channel c is the number f * channels + c, as bits.
+// Sample f of channel c has the bits f * channels + c.
 std::vector<std::uint8_t> interleaved(std::uint32_t channels, std::uint32_t frames) {
     std::vector<std::uint32_t> samples(std::size_t{channels} * frames);
     std::iota(samples.begin(), samples.end(), 0u);
@@ -21,7 +21,7 @@ std::vector<std::uint8_t> interleaved(std::uint32_t channels, std::uint32_t fram
     return bytes;
 }
 
-// Channels that come out wrong, or whose neighbouring memory was written to.
+// Channels with wrong samples, or with writes outside their memory.
 std::vector<std::uint32_t> wrongChannels(decltype(deinterleave32) deinterleave, std::uint32_t channels,
                                          std::uint32_t frames) {
     constexpr std::uint32_t kGuard = 0xCDCDCDCD;
@@ -49,7 +49,7 @@ std::vector<std::uint32_t> wrongChannels(decltype(deinterleave32) deinterleave, 
 
 }  // namespace
 
-TEST(Deinterleave, PutsEverySampleOfEveryShapeInItsPlaceAndNoneBeside) {
+TEST(Deinterleave, PutsEverySampleInItsPlaceAndNoneElsewhere) {
     for (std::uint32_t channels = 1; channels <= 32; ++channels) {
         for (const std::uint32_t frames : {1u, 3u, 4u, 15u, 16u, 17u, 63u, 1023u, 1024u, 1025u, 1041u, 2051u}) {
             for (auto* deinterleave : {deinterleave32, portableDeinterleave32}) {
@@ -60,7 +60,7 @@ TEST(Deinterleave, PutsEverySampleOfEveryShapeInItsPlaceAndNoneBeside) {
     }
 }
 
-TEST(Deinterleave, TurnsTheSignOfEveryByteAndOfNoneBeside) {
+TEST(Deinterleave, FlipsTheSignOfEveryByteAndNoneElsewhere) {
     for (const std::size_t count : {0u, 1u, 63u, 64u, 65u, 127u, 128u, 1000u}) {
         std::vector<std::uint8_t> bytes(count + 1);
         std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});

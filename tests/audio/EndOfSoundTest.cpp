@@ -22,7 +22,7 @@ protected:
             << "format " << static_cast<int>(samples);
     }
 
-    // The last `kept` frames, and what follows them.
+    // Expects the last `kept` frames, and what follows them.
     static void expectTail(SampleFormat samples, std::uint32_t kept) {
         const SoundFormat format = {samples, 2};
         const Bytes sound = noise(format, kFrames);
@@ -56,7 +56,7 @@ TEST_F(EndOfSound, OfEightBitsHasTheLowestSampleFromTheFirstFrameOn) {
     expectAllEqual(SampleFormat::pcm8, kFrames, -1.0f);
 }
 
-TEST_F(EndOfSound, FarAwayIsStillAnswered) {
+TEST_F(EndOfSound, FarAwayStillSucceeds) {
     for (const PrAudioSample position : {PrAudioSample{0x7FFFFFFF}, PrAudioSample{0xFFFFFFFF},
                                          PrAudioSample{1} << 60, INT64_MAX - 50, INT64_MAX}) {
         expectAllEqual(SampleFormat::pcm16, position, 0.0f);
@@ -70,8 +70,8 @@ TEST_F(EndOfSound, OfAnEmptyStreamIsItsBeginning) {
     EXPECT_TRUE(holds(clip.audio(0, 10, 2), constantSound(0.0f, 2, 10)));
 }
 
-// The header's length is a promise that reading neither relies on nor is held back by.
-TEST_F(EndOfSound, IsWhereTheChunksEndWhateverTheHeaderStates) {
+// Reading neither relies on the header's length nor is limited by it.
+TEST_F(EndOfSound, IsWhereTheChunksEndNotWhereTheHeaderSays) {
     const SoundFormat format;
     const Bytes sound = noise(format, kFrames);
     SoundClip clip(session(), soundFile(formatRecord(format), cut(sound, 100), 10));
@@ -81,7 +81,7 @@ TEST_F(EndOfSound, IsWhereTheChunksEndWhateverTheHeaderStates) {
 TEST_F(EndOfSound, CutsTheLastFrameWhereTheBytesEnd) {
     const SoundFormat format;
     Bytes sound = noise(format, 10);
-    sound.resize(37);                               // of the last frame, half a sample is left
+    sound.resize(37);                               // half a sample remains of the last frame
     SoundClip clip(session(), soundFile(format, sound, 100));
     EXPECT_TRUE(holds(clip.audio(0, 12, 2), referenceSound(format, sound, 0, 12)));
 }
@@ -94,17 +94,17 @@ TEST_F(EndOfSound, IsLeftByReadingBackwards) {
     EXPECT_TRUE(holds(clip.audio(5, 20, 2), referenceSound(format, sound, 5, 20)));
 }
 
-TEST_F(EndOfSound, NoFramesAreGivenWhenNoneAreAskedFor) {
+TEST_F(EndOfSound, DeliversNoFramesIfNoneAreRequested) {
     SoundClip clip(session(), soundFile(SoundFormat{}, noise(SoundFormat{}, kFrames), 100));
     EXPECT_TRUE(holds(clip.audio(0, 0, 2), SampleBits(2)));
 }
 
-TEST_F(EndOfSound, WithoutChannelsIntegersAreNothing) {
+TEST_F(EndOfSound, WithoutChannelsIntegersSucceed) {
     SoundClip clip(session(), soundFile(formatRecord({SampleFormat::pcm16, 0}), {Bytes(40)}, 10));
     EXPECT_TRUE(holds(clip.audio(0, 1000, 0), SampleBits{}));
 }
 
-TEST_F(EndOfSound, WithoutChannelsAnyNumberOfFramesIsNothing) {
+TEST_F(EndOfSound, WithoutChannelsAnyNumberOfFramesSucceeds) {
     SoundClip clip(session(), soundFile(formatRecord({SampleFormat::float32, 0}), {Bytes(40)}, 10));
     EXPECT_TRUE(holds(clip.audio(0, 0xFFFFFFFF, 0), SampleBits{}));
 }

@@ -1,4 +1,4 @@
-// Requests for sound that is not there or cannot be converted, and sound beside a picture.
+// Requests for sound that is missing or cannot be converted, and sound next to a picture.
 #include "audio/support/LoggedSoundTest.h"
 
 #include "importer/support/ClipSketch.h"
@@ -19,13 +19,13 @@ Bytes soundBesidePicture(const Bytes& first, const Bytes& second) {
 
 }  // namespace
 
-TEST_F(NoSound, InAFileWithoutItIsAnError) {
+TEST_F(NoSound, InAVideoOnlyFileIsAnError) {
     SoundClip clip(session(), aviFile({shortVideo()}), 0);
     const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(0, 20, 2).result, 99); });
     EXPECT_EQ(lines.back(), kNoAudio);
 }
 
-TEST_F(NoSound, InAFileWithoutItLeavesTheBuffers) {
+TEST_F(NoSound, InAVideoOnlyFileLeavesTheBuffers) {
     SoundClip clip(session(), aviFile({shortVideo()}), 0);
     hostkit::AudioAnswer answer = clip.audio(0, 20, 2);
     EXPECT_EQ(bitsOf(answer), constantSound(hostkit::undeliveredSample(), 2, 20));
@@ -61,7 +61,7 @@ TEST_F(NoSound, WithoutABufferForEachChannelIsAnError) {
     EXPECT_EQ(left[0], 0.0F) << "nothing was written";
 }
 
-TEST_F(NoSound, ForARequestOfNoLengthNeedsNoBuffers) {
+TEST_F(NoSound, ForAnEmptyRequestNeedsNoBuffers) {
     for (const aviwriter::SampleFormat samples : {aviwriter::SampleFormat::pcm16, aviwriter::SampleFormat::float32}) {
         for (const std::uint16_t channels : {std::uint16_t{1}, std::uint16_t{2}, std::uint16_t{5}}) {
             const SoundFormat format = {samples, channels};
@@ -76,7 +76,7 @@ TEST_F(NoSound, OfAnInvalidStreamIsNoErrorAndLeavesTheBuffers) {
     EXPECT_TRUE(holds(clip.audio(0, 20, 2), constantSound(hostkit::undeliveredSample(), 2, 20)));
 }
 
-TEST_F(NoSound, OfAStreamThatTheFileDoesNotHaveLeavesTheBuffers) {
+TEST_F(NoSound, OfAMissingStreamLeavesTheBuffers) {
     SoundClip clip(session(), soundFile({}, noise({}, 100), 100));
     clip.session().info(2);
     EXPECT_TRUE(holds(clip.audio(0, 20, 2), constantSound(hostkit::undeliveredSample(), 2, 20)));
@@ -95,8 +95,8 @@ TEST_F(SoundBesidePicture, OfStream1IsTheSecond) {
     EXPECT_TRUE(holds(clip.audio(0, 100, 2), referenceSound({}, second, 0, 100)));
 }
 
-// A recording of several segments, as long recordings are written.
-TEST_F(SoundBesidePicture, GoesOnThroughAllSegmentsOfAFile) {
+// Long recordings have several segments.
+TEST_F(SoundBesidePicture, ContinuesThroughAllSegmentsOfAFile) {
     aviwriter::SampleOptions options;
     options.width = 32;
     options.height = 16;

@@ -1,4 +1,4 @@
-// A sound read in parts is the sound read at once, in whatever parts and order.
+// Reading a sound in parts, of any size and in any order, delivers the same samples as reading it at once.
 #include "audio/support/SoundTest.h"
 
 #include <algorithm>
@@ -22,7 +22,7 @@ protected:
     }
 };
 
-// Sizes from 0 on that add up to all frames.
+// Random sizes, some of them 0, that add up to all frames.
 std::vector<std::uint32_t> randomSizes(std::mt19937& random) {
     std::vector<std::uint32_t> sizes;
     std::uint32_t left = kPartitionFrames;
@@ -57,7 +57,7 @@ TEST_P(Partition, ReadsTheSameInAnyOrder) {
     }
 }
 
-TEST_P(Partition, GoesOnWhereTheLastRequestEnded) {
+TEST_P(Partition, ContinuesWhereTheLastRequestEnded) {
     std::mt19937 random(9);
     std::uint32_t next = 0;
     for (int i = 0; i < 150; ++i) {

@@ -1,4 +1,4 @@
-// The plug-in's copy of sound as a processor without SSE2 gets it, under names of its own.
+// The plug-in's deinterleaving code for processors without SSE2, under other names.
 #include <algorithm>
 #include <array>
 #include <cstring>

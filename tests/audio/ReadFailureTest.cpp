@@ -1,5 +1,4 @@
-// Files that cannot be read where their index points: the request is answered all the same, and the next one tries
-// again.
+// Files that cannot be read where their index points: the request still succeeds, and the next one tries again.
 #include "audio/support/LoggedSoundTest.h"
 
 #include "hostkit/watch/DiskFaults.h"
@@ -19,13 +18,13 @@ SampleBits joined(SampleBits left, const SampleBits& right) {
     return left;
 }
 
-// 100 frames, then 100 at a place no file has, then the first 100 again.
+// 100 frames, then 100 at an impossible position, then the first 100 again.
 Bytes fileWithUnreachableChunk(const Bytes& data) {
     const std::uint64_t at = indexedDataPosition(3);
     return indexedSoundFile({{at, 400}, {0xFFFFFFFFFFFFFC18, 400}, {at, 400}}, data);
 }
 
-// 100 frames, then 100 that begin with the last 25 of the file and go on beyond it, then the first 100 again.
+// 100 frames, then 100 that begin with the last 25 of the file and reach past its end, then the first 100 again.
 Bytes fileWithCutChunk(const Bytes& data) {
     const std::uint64_t at = indexedDataPosition(3);
     return indexedSoundFile({{at, 400}, {at + 300, 400}, {at, 400}}, data);
@@ -33,7 +32,7 @@ Bytes fileWithCutChunk(const Bytes& data) {
 
 constexpr std::uint64_t kPlaceThatNoFileHas = 0xFFFFFFFFFFFFFC18;
 
-// 100 frames, then `empty` chunks without bytes at that place, then the same 100 again.
+// 100 frames, then `empty` chunks without bytes at `place`, then the same 100 again.
 Bytes fileWithEmptyChunks(const Bytes& data, std::size_t empty, std::uint64_t place) {
     const std::uint64_t at = indexedDataPosition(empty + 2);
     std::vector<IndexedChunk> index(empty + 2, {place, 0});
@@ -41,7 +40,7 @@ Bytes fileWithEmptyChunks(const Bytes& data, std::size_t empty, std::uint64_t pl
     return indexedSoundFile(index, data);
 }
 
-// The same with so many at the start of the file, and one behind them where no file has a place.
+// The same with `before` empty chunks at the start of the file, followed by one at an impossible position.
 Bytes fileWithUnreachableEmptyChunk(const Bytes& data, std::uint32_t before) {
     const std::uint64_t at = indexedDataPosition(4, before + 3);
     return indexedSoundFile({{at, 400}, {0, 0, before}, {kPlaceThatNoFileHas, 0}, {at, 400}}, data);
@@ -49,13 +48,13 @@ Bytes fileWithUnreachableEmptyChunk(const Bytes& data, std::uint32_t before) {
 
 }  // namespace
 
-TEST_F(ReadFailure, OfASeekIsLoggedWithThePlaceWhereTheFileStands) {
+TEST_F(ReadFailure, OfASeekIsLoggedWithTheFilesPosition) {
     SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
     EXPECT_EQ(readingLog(clip, 50, 100), (Lines{"reading : 200, 712, 200", "reading : 400, -1000, 200",
                                                 "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
 }
 
-TEST_F(ReadFailure, OfASeekWithinAChunkIsLoggedWithThatPlace) {
+TEST_F(ReadFailure, OfASeekWithinAChunkIsLoggedWithThatPosition) {
     SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
     clip.audio(0, 10, 2);
     EXPECT_EQ(readingLog(clip, 110, 10), (Lines{"reading : 440, -960, 40", "importAudio: seek error: -960, pos: 552",
@@ -76,7 +75,7 @@ TEST_F(ReadFailure, OfAReadIsLoggedWithWhatWasRead) {
                      "fill    : 460"}));
 }
 
-TEST_F(ReadFailure, OfAReadBeyondTheFileReadsNothing) {
+TEST_F(ReadFailure, PastTheEndOfTheFileReadsNothing) {
     SoundClip clip(session(), fileWithCutChunk(noise(kStereo, 100)));
     EXPECT_EQ(readingLog(clip, 150, 20),
               (Lines{"reading : 600, 1012, 80", "importAudio: read error: 80, read: 0", "fill    : 80"}));
@@ -89,26 +88,26 @@ TEST_F(ReadFailure, OfAReadKeepsWhatWasRead) {
     EXPECT_TRUE(holds(clip.audio(90, 150, 2), joined(got, constantSound(0.0f, 2, 115))));
 }
 
-TEST_F(ReadFailure, DoesNotHoldUpTheNextRequest) {
+TEST_F(ReadFailure, DoesNotAffectTheNextRequest) {
     const Bytes data = noise(kStereo, 100);
     SoundClip clip(session(), fileWithCutChunk(data));
     clip.audio(90, 110, 2);
     EXPECT_TRUE(holds(clip.audio(-1, 100, 2), referenceSound(kStereo, data, 0, 100)));
 }
 
-TEST_F(ReadFailure, IsMetAgainByTheSameRequest) {
+TEST_F(ReadFailure, RecursWithTheSameRequest) {
     SoundClip clip(session(), fileWithUnreachableChunk(noise(kStereo, 100)));
     const Lines first = readingLog(clip, 50, 100);
     EXPECT_EQ(readingLog(clip, 50, 100), first);
 }
 
-TEST_F(ReadFailure, OfAnEmptyChunkIsOneOfASeekToAPlaceThatNoFileHas) {
+TEST_F(ReadFailure, OfAnEmptyChunkIsASeekToAnImpossiblePosition) {
     SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 1, kPlaceThatNoFileHas));
     EXPECT_EQ(readingLog(clip, 50, 100), (Lines{"reading : 200, 712, 200", "reading : 400, -1000, 0",
                                                 "importAudio: seek error: -1000, pos: 912", "fill    : 200"}));
 }
 
-TEST_F(ReadFailure, OfASeekAfterAnEmptyChunkIsLoggedWithItsPlace) {
+TEST_F(ReadFailure, OfASeekAfterAnEmptyChunkIsLoggedWithItsPosition) {
     const std::uint64_t at = indexedDataPosition(4);
     SoundClip clip(session(), indexedSoundFile({{at, 400}, {1000, 0}, {kPlaceThatNoFileHas, 400}, {at, 400}},
                                                noise(kStereo, 100)));
@@ -117,7 +116,7 @@ TEST_F(ReadFailure, OfASeekAfterAnEmptyChunkIsLoggedWithItsPlace) {
                      "importAudio: seek error: -1000, pos: 1000", "fill    : 400"}));
 }
 
-TEST_F(ReadFailure, OfASeekOnALostDiskShowsAtTheFirstEmptyChunk) {
+TEST_F(ReadFailure, OnALostDiskOccursAtTheFirstEmptyChunk) {
     SoundClip clip(session(), fileWithEmptyChunks(noise(kStereo, 100), 2, 1000));
     const hostkit::PluginLibrary library(pluginPath());
     hostkit::DiskFaults disk(library);
@@ -129,7 +128,7 @@ TEST_F(ReadFailure, OfASeekOnALostDiskShowsAtTheFirstEmptyChunk) {
     EXPECT_EQ(lines[3], "fill    : 400");
 }
 
-TEST_F(ReadFailure, CannotComeOfReadingEmptyChunksWhichCostASeekEach) {
+TEST_F(ReadFailure, DoesNotOccurForEmptyChunksWhichCostASeekEach) {
     const Bytes data = noise(kStereo, 100);
     SoundClip clip(session(), fileWithEmptyChunks(data, 1000, 400));
     const hostkit::PluginLibrary library(pluginPath());
@@ -140,43 +139,43 @@ TEST_F(ReadFailure, CannotComeOfReadingEmptyChunksWhichCostASeekEach) {
     EXPECT_EQ(disk.calls(hostkit::DiskCall::Read), 2);
 }
 
-// Each of ten thousand empty chunks is looked at and has its line; those behind them are passed over, with the place
-// that no file has.
+// Each of ten thousand empty chunks is sought and has its line; those after them are skipped, including the one at an
+// impossible position.
 TEST_F(ReadFailure, OfTheTenThousandthEmptyChunkEndsTheSound) {
     SoundClip clip(session(), fileWithUnreachableEmptyChunk(noise(kStereo, 100), 9'999));
     const Lines lines = readingLog(clip, 0, 200);
-    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u) << "the last of the empty ones, its failure and the end";
+    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u) << "the data, the empty chunks, the failure and the end";
     EXPECT_EQ(lines.back(), "fill    : 400");
 }
 
-TEST_F(ReadFailure, OfAnEmptyChunkBehindTenThousandIsNotNoticed) {
+TEST_F(ReadFailure, OfAnEmptyChunkAfterTenThousandIsNotNoticed) {
     const Bytes data = noise(kStereo, 100);
     SoundClip clip(session(), fileWithUnreachableEmptyChunk(data, 10'000));
     const Lines lines = readingLog(clip, 0, 200);
-    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u) << "the empty ones, the last one and the end";
+    EXPECT_EQ(lines.size(), 1 + 10'000 + 2u) << "the data, the empty chunks, the data again and the end";
     EXPECT_EQ(lines.back(), "fill    : 0");
     EXPECT_TRUE(holds(clip.audio(0, 200, 2),
                       joined(referenceSound(kStereo, data, 0, 100), referenceSound(kStereo, data, 0, 100))));
 }
 
-TEST_F(ReadFailure, OfEightBitsLeavesTheLowestSample) {
+TEST_F(ReadFailure, OfEightBitSoundLeavesTheLowestSample) {
     const SoundFormat mono8 = {aviwriter::SampleFormat::pcm8, 1};
     const Bytes sound = noise(mono8, 100);
     Bytes file = soundFile(mono8, sound, 100);
-    // The index promises that the only chunk lies beyond the file.
+    // The index states that the only chunk lies past the end of the file.
     aviwriter::overwrite(file, aviwriter::positionOf(file, "idx1") + 16, aviwriter::u32(0x10000000));
     SoundClip clip(session(), file);
     EXPECT_TRUE(holds(clip.audio(0, 50, 1), constantSound(-1.0f, 1, 50)));
 }
 
-TEST_F(ReadFailure, OfAClosedFileIsOneOfTheSeek) {
+TEST_F(ReadFailure, OfAClosedFileIsASeekError) {
     SoundClip clip(session(), soundFile(kStereo, noise(kStereo, 100), 100));
     clip.session().quiet();
     EXPECT_EQ(readingLog(clip, 0, 10),
               (Lines{"reading : 0, 312, 40", "importAudio: seek error: 312, pos: 0", "fill    : 40"}));
 }
 
-TEST_F(ReadFailure, OfAClosedFileEndsWhenItIsOpenedAgain) {
+TEST_F(ReadFailure, OfAClosedFileEndsWhenItIsReopened) {
     const Bytes sound = noise(kStereo, 100);
     SoundClip clip(session(), soundFile(kStereo, sound, 100));
     clip.session().quiet();

@@ -1,4 +1,4 @@
-// Every kind of samples, in every form of header, for small and large channel counts, however the file cuts them up.
+// Every sample type, in every form of header, for small and large channel counts and any chunk size.
 #include "audio/support/SoundTest.h"
 
 #include <tuple>
@@ -11,7 +11,7 @@ namespace {
 enum class Chunking { Whole, FrameByFrame, WithinSamples, WithEmptyChunks };
 
 constexpr std::size_t kFormatFrames = 20;
-constexpr std::size_t kOddChunk = 7;    // bytes: no sample and no frame of any size ends with each chunk
+constexpr std::size_t kOddChunk = 7;    // bytes, so that samples and frames cross the chunks' ends
 
 std::vector<Bytes> chunksOf(const Bytes& sound, const SoundFormat& format, Chunking chunking) {
     switch (chunking) {

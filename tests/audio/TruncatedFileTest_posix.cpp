@@ -1,4 +1,4 @@
-// A file that shrinks while it is open. On Windows an open clip keeps others from changing its file.
+// A file that shrinks while it is open. On Windows other programs cannot change the file of an open clip.
 #include "audio/support/LoggedSoundTest.h"
 
 #include <filesystem>
@@ -19,7 +19,7 @@ protected:
 
 }  // namespace
 
-TEST_F(TruncatedFile, IsReadAsFarAsItGoes) {
+TEST_F(TruncatedFile, IsReadToItsEnd) {
     SoundClip clip(session(), file());
     std::filesystem::resize_file(clip.path(), 1820 + 700);
     EXPECT_EQ(readingLog(clip, 0, 1024),
@@ -27,7 +27,7 @@ TEST_F(TruncatedFile, IsReadAsFarAsItGoes) {
                      "fill    : 1896"}));
 }
 
-TEST_F(TruncatedFile, IsSilentFromThereOn) {
+TEST_F(TruncatedFile, IsSilentAfterItsEnd) {
     SoundClip clip(session(), file());
     std::filesystem::resize_file(clip.path(), 1820 + 700);
     Bytes left = sound();
@@ -35,7 +35,7 @@ TEST_F(TruncatedFile, IsSilentFromThereOn) {
     EXPECT_TRUE(holds(clip.audio(0, 1024, 2), referenceSound({}, left, 0, 1024)));
 }
 
-TEST_F(TruncatedFile, IsReadWholeOnceItIsWholeAgain) {
+TEST_F(TruncatedFile, IsReadCompletelyOnceItIsRestored) {
     SoundClip clip(session(), file());
     std::filesystem::resize_file(clip.path(), 1000);
     clip.audio(0, 1024, 2);

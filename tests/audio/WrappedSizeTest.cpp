@@ -1,5 +1,5 @@
-// Requests whose size in bytes does not fit 32 bits. Of 128 bytes a frame, 2^25 + 1 frames come to 128 bytes: one frame
-// is read, and nothing may be taken from beyond it.
+// Requests whose size in bytes does not fit into 32 bits. At 128 bytes per frame, 2^25 + 1 frames wrap to 128 bytes:
+// one frame is read, and nothing after it may be used.
 #include "audio/support/LoggedSoundTest.h"
 
 #include <algorithm>
@@ -11,10 +11,10 @@ namespace {
 
 constexpr std::uint16_t kChannels = 32;
 constexpr std::uint32_t kWrappedFrames = (1u << 25) + 1;
-constexpr std::size_t kGuards = 64;     // floats before and behind each buffer
+constexpr std::size_t kGuards = 64;     // floats before and after each buffer
 constexpr float kGuard = 12345.0f;
 
-// A buffer as long as the request, with guards. Each costs 128 MiB, so there are two: channels may share one.
+// A buffer as long as the request, with guards. Each takes 128 MiB, so there are only two: channels may share one.
 class LongBuffer {
 public:
     LongBuffer() : m_floats(kWrappedFrames + 2 * kGuards, kGuard) {}

@@ -13,7 +13,7 @@ Bytes aviFile(const Bytes& hdrl) {
     return riff("AVI ", {hdrl, list("movi", {})});
 }
 
-// --- What makes a file unusable ---
+// --- Unusable files ---
 
 TEST(AviParser, AnEmptyFileIsRefused) {
     Parsed parsed{Bytes{}};
@@ -27,7 +27,7 @@ TEST(AviParser, AFileShorterThanAChunkHeaderIsCorruptAndEmpty) {
     EXPECT_EQ(parsed.errors(), "riff structure is corrupt or invalid\nriff structure is empty\n");
 }
 
-TEST(AviParser, AListCutOffBeforeItsTypeIsNoChunk) {
+TEST(AviParser, AListCutOffBeforeItsTypeIsCorrupt) {
     Parsed parsed(text("RIFF") + u32(100) + text("AVI"));
     EXPECT_FALSE(parsed.usable);
     EXPECT_EQ(parsed.errors(), "riff structure is corrupt or invalid\nriff structure is empty\n");
@@ -57,7 +57,7 @@ TEST(AviParser, AMissingHeaderListIsRefused) {
     EXPECT_EQ(parsed.errors(), "hdrl missing\n");
 }
 
-TEST(AviParser, AChunkNamedLikeTheHeaderListIsNotTheHeaderList) {
+TEST(AviParser, AChunkNamedHdrlIsNotTheHeaderList) {
     Parsed parsed(riff("AVI ", {chunk("hdrl", text("hdrl"))}));
     EXPECT_FALSE(parsed.usable);
     EXPECT_EQ(parsed.errors(), "hdrl missing\n");
@@ -76,7 +76,7 @@ TEST(AviParser, AMainHeaderOf55BytesIsRefused) {
     EXPECT_EQ(parsed.errors(), "avih data read error\n");
 }
 
-TEST(AviParser, AMainHeaderCutOffByTheEndOfTheFileIsRefused) {
+TEST(AviParser, ATruncatedMainHeaderIsRefused) {
     Bytes file = riff("AVI ", {list("hdrl", {chunk("avih", filled(56))})});
     file.resize(file.size() - 1);
     Parsed parsed(file);
@@ -84,7 +84,7 @@ TEST(AviParser, AMainHeaderCutOffByTheEndOfTheFileIsRefused) {
     EXPECT_EQ(parsed.errors(), "avih data read error\n");
 }
 
-// --- What a usable file gives ---
+// --- Usable files ---
 
 TEST(AviParser, AnOrdinaryFileIsReadWithoutAMessage) {
     Parsed parsed(samples::idx1File({chunk("00dc", filled(100))}, {{.offset = 4, .length = 100}}));
@@ -139,7 +139,7 @@ TEST(AviParser, TheStreamHeaderIsReadFieldByField) {
     EXPECT_EQ(read.rcFrame.bottom, 4);
 }
 
-TEST(AviParser, RiffAndListAreTheSameEverywhere) {
+TEST(AviParser, RiffAndListAreEquivalent) {
     Parsed parsed(list("AVI ", {riff("hdrl", {avih({}), riff("strl", {strh({}), strf(bytesOf(BitmapInfo{}))})}),
                                 riff("movi", {}), idx1({{.length = 5}})}));
     EXPECT_TRUE(parsed.usable);
@@ -165,7 +165,7 @@ TEST(AviParser, ParsingBeginsAtTheCurrentPosition) {
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
     EXPECT_EQ(parser.streams().size(), 1u);
-    // The walk still covers as many bytes as the whole file has, and so reaches past its end.
+    // The walk still covers the whole file's number of bytes, and so reaches past its end.
     EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n");
 }
 
@@ -193,7 +193,7 @@ TEST(AviParser, TheExtendedHeaderIsRead) {
     EXPECT_EQ(parsed.parser.extendedHeader().dwTotalFrames, 70000u);
 }
 
-TEST(AviParser, WithoutAnExtendedHeaderItIsZero) {
+TEST(AviParser, AMissingExtendedHeaderIsZero) {
     Parsed parsed(aviFile(samples::hdrl({})));
     EXPECT_EQ(parsed.parser.extendedHeader().dwTotalFrames, 0u);
 }
@@ -212,7 +212,7 @@ TEST(AviParser, AnExtendedHeaderIsReadUpTo248Bytes) {
     EXPECT_EQ(parsed.errors(), "");
 }
 
-// --- Streams that cannot be used ---
+// --- Unusable streams ---
 
 TEST(AviParser, AStreamWithoutAHeaderIsDropped) {
     Parsed parsed(aviFile(samples::hdrl({list("strl", {strf(bytesOf(BitmapInfo{}))})})));
@@ -236,7 +236,7 @@ TEST(AviParser, AStreamHeaderOf55BytesDropsTheStream) {
     EXPECT_TRUE(parsed.parser.streams().empty());
 }
 
-TEST(AviParser, AFormatThatClaims4GiBDropsTheStream) {
+TEST(AviParser, AFormatOfAStated4GiBDropsTheStream) {
     Parsed parsed(aviFile(samples::hdrl(
         {list("strl", {strh({}), chunkClaiming("strf", 0xFFFFFFFF, bytesOf(BitmapInfo{}))})})));
     EXPECT_TRUE(parsed.usable);
@@ -244,7 +244,7 @@ TEST(AviParser, AFormatThatClaims4GiBDropsTheStream) {
     EXPECT_TRUE(parsed.parser.streams().empty());
 }
 
-TEST(AviParser, AnEmptyFormatIsAFormat) {
+TEST(AviParser, AnEmptyFormatIsValid) {
     Parsed parsed(aviFile(samples::hdrl({list("strl", {strh({}), strf({})})})));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_TRUE(parsed.stream(0).format().empty());
@@ -257,7 +257,7 @@ TEST(AviParser, TheWholeFormatIsKept) {
     EXPECT_EQ(parsed.stream(0).format().back(), 2);
 }
 
-TEST(AviParser, AStreamWithoutAnIndexKeepsItsDefaultSuperIndexHeader) {
+TEST(AviParser, WithoutAnIndexTheSuperIndexHeaderIsTheDefault) {
     Parsed parsed(aviFile(samples::hdrl(std::vector<Bytes>(12, samples::videoStrl()))));
     EXPECT_EQ(parsed.stream(11).superIndexHeader().wLongsPerEntry, 4);
     EXPECT_EQ(parsed.stream(11).superIndexHeader().dwChunkId, fourCC("11??"));
@@ -284,8 +284,8 @@ TEST(AviParser, ATruncatedFileIsReportedAndItsStreamsAreRead) {
     EXPECT_EQ(parsed.stream(0).chunkCount(), 0u);
 }
 
-TEST(AviParser, AFileCutInsideTheLastChunkOfItsRiffStillHoldsTogether) {
-    // Nothing is looked for behind the last chunk, so its missing end is noticed only by whoever reads it.
+TEST(AviParser, AFileCutInsideItsLastChunkIsNotCorrupt) {
+    // The walk reads nothing after the last chunk, so only a reader of that chunk notices that its end is missing.
     Bytes file = riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {chunk("00dc", filled(100))})});
     file.resize(file.size() - 50);
     Parsed parsed(file);
@@ -293,14 +293,14 @@ TEST(AviParser, AFileCutInsideTheLastChunkOfItsRiffStillHoldsTogether) {
     EXPECT_EQ(parsed.errors(), "");
 }
 
-TEST(AviParser, AStrayByteBehindTheFileIsReported) {
+TEST(AviParser, AStrayByteAfterTheFileIsReported) {
     Parsed parsed(aviFile(samples::hdrl({samples::videoStrl()})) + u8(0));
     EXPECT_TRUE(parsed.usable);
     EXPECT_EQ(parsed.errors(), "riff structure is corrupt or invalid\n");
     EXPECT_EQ(parsed.parser.streams().size(), 1u);
 }
 
-TEST(AviParser, LackOfMemoryWhileReadingIsAFailureAndNoException) {
+TEST(AviParser, LackOfMemoryWhileReadingIsNoException) {
     fileio::MemoryFile memory(samples::idx1File({}, {{.length = 5}}));
     fileio::FaultFile file(memory);
     file.throwAtRead(0);
@@ -310,7 +310,7 @@ TEST(AviParser, LackOfMemoryWhileReadingIsAFailureAndNoException) {
     EXPECT_TRUE(parser.streams().empty());
 }
 
-TEST(AviParser, AFileThatCannotBeReadAtAllIsCorruptAndEmpty) {
+TEST(AviParser, AnUnreadableFileIsCorruptAndEmpty) {
     fileio::MemoryFile memory(samples::idx1File({}, {{.length = 5}}));
     fileio::FaultFile file(memory);
     file.breakByte(0);

@@ -61,7 +61,7 @@ TEST(AviStream, TotalBytesOfAnEmptyListIsZero) {
     EXPECT_EQ(streamOfSizes({}).stream(0).totalBytes(), 0u);
 }
 
-TEST(FindChunkByBytePosition, GivesTheChunkThatHoldsTheByte) {
+TEST(FindChunkByBytePosition, FindsTheChunkThatHoldsTheByte) {
     const Parsed parsed = streamOfSizes({10, 20, 30});
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(0), 0u);
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(9), 0u);
@@ -86,13 +86,13 @@ TEST(FindChunkByBytePosition, FindsNothingAtANegativePosition) {
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(INT64_MIN), std::nullopt);
 }
 
-TEST(FindChunkByBytePosition, PassesOverEmptyChunks) {
+TEST(FindChunkByBytePosition, SkipsEmptyChunks) {
     const Parsed parsed = streamOfSizes({4000, 0, 4000});
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(4000), 2u);
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(3999), 0u);
 }
 
-TEST(FindChunkByBytePosition, NeverGivesAnEmptyChunkAtTheEnds) {
+TEST(FindChunkByBytePosition, NeverFindsAnEmptyChunkAtTheEnds) {
     const Parsed parsed = streamOfSizes({0, 0, 5, 0});
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(0), 2u);
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(5), std::nullopt);
@@ -102,7 +102,7 @@ TEST(FindChunkByBytePosition, FindsNothingWhenAllChunksAreEmpty) {
     EXPECT_EQ(streamOfSizes({0, 0}).stream(0).findChunkByBytePosition(0), std::nullopt);
 }
 
-TEST(FindChunkByBytePosition, ReadsTheOpenDmlListWhenThatIsInUse) {
+TEST(FindChunkByBytePosition, UsesTheOpenDmlListIfItIsActive) {
     Parsed parsed(samples::openDmlFile({{{10, 20}}}));
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(8), 0u);
     EXPECT_EQ(parsed.stream(0).findChunkByBytePosition(10), 1u);

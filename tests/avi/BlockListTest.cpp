@@ -1,4 +1,4 @@
-// The list that indexes are kept in.
+// The list that stores indexes.
 #include "avi/BlockList.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace {
 
 using Numbers = BlockList<std::uint32_t>;
 
-/// Appends the numbers from the list's size on.
+/// Appends `count` consecutive numbers, starting with the list's size.
 void appendRoom(Numbers& list, std::size_t count) {
     while (count > 0) {
         auto next = static_cast<std::uint32_t>(list.size());
@@ -36,7 +36,7 @@ TEST(BlockList, KeepsWhatIsAppendedOneByOne) {
     expectCountsUp(list, 40'000);
     }
 
-TEST(BlockList, KeepsWhatIsAppendedInRoomsOfAllLengths) {
+TEST(BlockList, KeepsBatchesOfAnyLength) {
     Numbers list;
     std::size_t size = 0;
     for (std::size_t count = 1; count < 300; ++count) {
@@ -46,20 +46,20 @@ TEST(BlockList, KeepsWhatIsAppendedInRoomsOfAllLengths) {
     expectCountsUp(list, size);
 }
 
-TEST(BlockList, GivesRoomForAKnownLengthInOnePieceWithinABlock) {
+TEST(BlockList, ReturnsRoomForAKnownLengthInOnePiece) {
     Numbers list;
     EXPECT_EQ(list.extend(5000).size(), 5000u);
     EXPECT_EQ(list.size(), 5000u);
 }
 
-TEST(BlockList, GivesRoomOnlyToTheEndOfABlock) {
+TEST(BlockList, ReturnsRoomOnlyToTheEndOfABlock) {
     Numbers list;
     EXPECT_EQ(list.extend(20'000).size(), 16'384u);
     EXPECT_EQ(list.extend(20'000 - 16'384).size(), 3616u);
     EXPECT_EQ(list.size(), 20'000u);
 }
 
-TEST(BlockList, TakesAnElementOfItsOwnThatMovesMeanwhile) {
+TEST(BlockList, CanAppendItsOwnElementWhileGrowing) {
     Numbers list;
     appendRoom(list, 16);
     list.append(list[15]);
@@ -75,7 +75,7 @@ TEST(BlockList, LosesNothingWhenItShrinksAndGrowsAgain) {
     expectCountsUp(list, 36'484);
 }
 
-TEST(BlockList, IsEmptyAndUsableAfterItWasCleared) {
+TEST(BlockList, IsEmptyAndUsableAfterClear) {
     Numbers list;
     appendRoom(list, 100);
     list.clear();

@@ -1,4 +1,4 @@
-// Places of chunks in their stream, against sums made the long way.
+// Positions of chunks in their stream, compared with sums computed one by one.
 #include "avi/ChunkList.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace {
 
 using Row = ChunkList::Row;
 
-/// Every third chunk is empty, and now and then a whole run of them.
+/// Rows in which every third chunk is empty, and sometimes a whole run of them.
 std::vector<Row> someRows(std::size_t count) {
     std::mt19937 random(7);
     std::vector<Row> rows;
@@ -43,14 +43,14 @@ void expectHolds(const ChunkList& list, const std::vector<Row>& rows) {
     EXPECT_EQ(list.totalBytes(), startByte);
 }
 
-TEST(ChunkList, CountsEveryChunksPlaceInTheStream) {
+TEST(ChunkList, KnowsEveryChunksPositionInTheStream) {
     const std::vector<Row> rows = someRows(40'000);
     ChunkList list;
     fill(list, rows);
     expectHolds(list, rows);
 }
 
-TEST(ChunkList, HoldsTheSameWhenItIsFilledInLongRuns) {
+TEST(ChunkList, HoldsTheSameIfFilledInLongRuns) {
     const std::vector<Row> rows = someRows(40'000);
     ChunkList list;
     std::span<const Row> left(rows);
@@ -62,7 +62,7 @@ TEST(ChunkList, HoldsTheSameWhenItIsFilledInLongRuns) {
     expectHolds(list, rows);
 }
 
-TEST(ChunkList, HoldsTheSameWhenItHasShrunk) {
+TEST(ChunkList, HoldsTheSameAfterShrinking) {
     const std::vector<Row> rows = someRows(20'001);
     ChunkList list;
     fill(list, rows);

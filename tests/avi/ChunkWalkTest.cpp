@@ -20,7 +20,7 @@ struct Walked {
         holds = walkChunks(reader, {fourCC("movi")}, tree);
     }
 
-    /// "RIFF:AVI (LIST:hdrl(avih) JUNK)" with the blanks of codes left out.
+    /// The tree as text, such as "RIFF:AVI(LIST:hdrl(avih) JUNK)", without the blanks in codes.
     std::string text() const { return text(tree.topLevel()); }
     std::string text(const ChunkTree::Range& nodes) const {
         std::ostringstream result;
@@ -87,8 +87,8 @@ TEST(ChunkWalk, MediaDataIsNotEntered) {
 
 TEST(ChunkWalk, AListTooShortForItsTypeHasNoChildren) {
     for (const std::uint32_t size : {0u, 1u, 2u, 3u, 4u}) {
-        // The next chunk begins where the size says, which below 4 is inside the list type; here that reads as the
-        // size field of a chunk.
+        // The next chunk begins where the size says. Below 4 that is inside the list type, which is then read as part
+        // of a chunk header.
         Walked walked(listClaiming("LIST", "abcd", size, {filled(64)}));
         const ChunkNode& top = *walked.tree.topLevel().begin();
         EXPECT_TRUE(walked.tree.children(top).empty()) << size;
@@ -96,15 +96,15 @@ TEST(ChunkWalk, AListTooShortForItsTypeHasNoChildren) {
     }
 }
 
-TEST(ChunkWalk, AListLargerThanItsParentIsWalkedAsFarAsItSays) {
-    // The inner list claims the chunk behind the outer one too.
+TEST(ChunkWalk, AListLargerThanItsParentIsWalkedCompletely) {
+    // The inner list states a size that includes the chunk after the outer one.
     Walked walked(listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 4 + 8, {})}) + chunk("next", {}));
     EXPECT_TRUE(walked.holds);
     EXPECT_EQ(walked.text(), "LIST:outr(LIST:innr(next)) next");
 }
 
-TEST(ChunkWalk, BehindAFailedListItsNeighboursAreNotedButNotEntered) {
-    // "deep" claims more than the file has: its walk takes in both neighbours of "fail", then runs off the end.
+TEST(ChunkWalk, ListsAfterAFailedOneAreListedButNotEntered) {
+    // "deep" is larger than the file: its walk includes both neighbours of "fail", then reaches the end of the file.
     const Bytes good = list("good", {chunk("chld", {})});
     const Bytes fail = list("fail", {listClaiming("LIST", "deep", 100'000, {})});
     Walked walked(riff("AVI ", {fail, good, good}));
@@ -112,18 +112,18 @@ TEST(ChunkWalk, BehindAFailedListItsNeighboursAreNotedButNotEntered) {
     EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:fail(LIST:deep(LIST:good(chld) LIST:good(chld))) LIST:good() LIST:good())");
 }
 
-TEST(ChunkWalk, BeforeAFailedListNeighboursAreEntered) {
+TEST(ChunkWalk, ListsBeforeAFailedOneAreEntered) {
     Walked walked(riff("AVI ", {list("good", {chunk("chld", {})}), listClaiming("LIST", "fail", 1000, {})}));
     EXPECT_FALSE(walked.holds);
     EXPECT_EQ(walked.text(), "RIFF:AVI(LIST:good(chld) LIST:fail())");
 }
 
-TEST(ChunkWalk, AFailureReachesTheTop) {
+TEST(ChunkWalk, AFailureIsReportedByTheWholeWalk) {
     Walked walked(riff("AVI ", {list("aaaa", {listClaiming("LIST", "bbbb", 1000, {})})}));
     EXPECT_FALSE(walked.holds);
 }
 
-TEST(ChunkWalk, SizesOf2GiBAnd4GiBStepOverTheirData) {
+TEST(ChunkWalk, SizesOf2GiBAnd4GiBSkipTheirData) {
     for (const std::uint64_t size : {0x7FFFFFFFull, 0x80000000ull, 0xFFFFFFFEull, 0xFFFFFFFFull}) {
         const std::uint64_t next = (size + 9) & ~1ull;
         auto sparse = std::make_unique<fileio::SparseFile>(static_cast<std::int64_t>(next + 8));
@@ -146,9 +146,9 @@ TEST(ChunkWalk, AListOf4GiBIsWalkedToItsEnd) {
     EXPECT_EQ(walked.text(), "RIFF:AVIX(JUNK last) tail");
 }
 
-// --- What a hostile file can ask for ---
+// --- Hostile files ---
 
-TEST(ChunkWalk, AHundredThousandListsInsideEachOtherAreWalked) {
+TEST(ChunkWalk, AHundredThousandNestedListsAreWalked) {
     constexpr std::uint32_t depth = 100'000;
     Bytes file;
     file.reserve(depth * 12);
@@ -161,8 +161,8 @@ TEST(ChunkWalk, AHundredThousandListsInsideEachOtherAreWalked) {
     EXPECT_EQ(walked.tree.size(), depth);
 }
 
-/// 24 bytes a unit. Each outer list ends behind the header of its inner one, which claims the rest of the group: the
-/// rest is walked once inside and once behind, so a group shows 2^(units + 1) - 2 nodes.
+/// Units of 24 bytes. Each outer list ends after the header of its inner one, which includes the rest of the group: the
+/// rest is walked once inside and once after it, so a group has 2^(units + 1) - 2 nodes.
 Bytes doublingGroup(std::uint32_t units) {
     Bytes group;
     for (std::uint32_t i = 1; i <= units; ++i) {
@@ -171,7 +171,7 @@ Bytes doublingGroup(std::uint32_t units) {
     return group;
 }
 
-TEST(ChunkWalk, ListsThatReachPastTheirParentsAreNotWalkedForEver) {
+TEST(ChunkWalk, ListsLargerThanTheirParentsAreNotWalkedForEver) {
     Walked walked(doublingGroup(60));   // more than 2^60 nodes
     EXPECT_FALSE(walked.holds);
     EXPECT_EQ(walked.tree.size(), 200'000u);

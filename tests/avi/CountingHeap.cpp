@@ -7,7 +7,7 @@
 
 namespace {
 
-// In front of each block stands its size, in as many bytes as keep the block aligned.
+// Each block is preceded by its size, in as many bytes as keep the block aligned.
 constexpr std::size_t kFront = 16;
 static_assert(kFront >= alignof(std::max_align_t) && kFront >= sizeof(std::size_t));
 

@@ -1,29 +1,29 @@
-// The program's heap, counted and, on order, exhausted. Linking it replaces operator new and delete.
+// Counts the program's heap, and makes it fail on request. Linking it replaces operator new and delete.
 #pragma once
 
 #include <cstddef>
 
 namespace heap {
 
-/// Bytes in use now.
+/// Number of bytes in use.
 std::size_t inUse();
 
-/// Forgets the past: the peak is what is in use now, and no allocation has been made.
+/// Resets the peak to the bytes in use now, and the number of allocations to 0.
 void startCounting();
 
-/// The most bytes in use at once since startCounting().
+/// Maximum number of bytes in use since startCounting().
 std::size_t peak();
 
-/// Allocations since startCounting().
+/// Number of allocations since startCounting().
 std::size_t allocations();
 
-/// The allocation with this number, counted from 0 since startCounting(), and all after it fail.
+/// Makes allocation `number`, counted from 0 since startCounting(), and all later ones fail.
 void failFrom(std::size_t number);
 
-/// No allocation fails.
+/// Makes no allocation fail.
 void failNever();
 
-/// Has `visitor` called inside the next allocation, on its thread; once only.
+/// Calls `visitor` once, inside the next allocation, on its thread.
 void visitNext(void (*visitor)());
 
 }  // namespace heap

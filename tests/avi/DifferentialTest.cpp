@@ -1,4 +1,4 @@
-// The parser against its plainest form: equal results and texts for whole, cut and damaged files.
+// The parser and its plainest form have equal results and texts for whole, cut and damaged files.
 #include "LiteralParser.h"
 #include "SampleFiles.h"
 #include "text/FourCC.h"
@@ -12,7 +12,7 @@ namespace {
 
 using namespace aviwriter;
 
-/// Two streams of each kind, an index of both kinds, and a second segment.
+/// Several streams, both kinds of index, and a second segment.
 Bytes richFile() {
     const Bytes second = riff("AVIX", {list("movi", {ix("ix00", {.baseOffset = 1000, .entries = {{8, 4}, {20, 0}}})})});
     SuperIndex super{.entries = {{0, 8 + 24 + 16}, {0, 8 + 24 + 16}, {0, 0}}};
@@ -54,7 +54,7 @@ TEST(Differential, TheRichFileItselfIsReadWithoutAMessage) {
     EXPECT_EQ(text, parsedLiterally(richFile()));
 }
 
-TEST(Differential, AFileCutAtAnyByteGivesTheSame) {
+TEST(Differential, AFileCutAtAnyByteHasTheSameResult) {
     const Bytes whole = richFile();
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
@@ -62,7 +62,7 @@ TEST(Differential, AFileCutAtAnyByteGivesTheSame) {
     }
 }
 
-TEST(Differential, ADamagedFileGivesTheSame) {
+TEST(Differential, ADamagedFileHasTheSameResult) {
     static const std::vector<std::uint32_t> kEdges = {
         0,          1,          2,          3,          4,          7,          8,          15,
         16,         23,         24,         31,         32,         55,         56,         0x7FFFFFFF,

@@ -20,7 +20,7 @@ std::string at(std::uint64_t offset, const std::string& rest) {
     return std::to_string(offset) + rest;
 }
 
-TEST(LegacyIndex, OffsetsAreRelativeToTheMoviTypeAndPointAtTheChunkHeader) {
+TEST(LegacyIndex, OffsetsAreRelativeToTheMoviType) {
     const Bytes file = samples::idx1File({chunk("00dc", filled(100, 0xAB))}, {{.offset = 4, .length = 100}});
     Parsed parsed(file);
     ASSERT_EQ(parsed.stream(0).chunkCount(), 1u);
@@ -36,7 +36,7 @@ TEST(LegacyIndex, AbsoluteOffsetsAreNotRecognised) {
     EXPECT_EQ(parsed.stream(0).chunk(0).offset, moviAt(file) + 16 + absolute);
 }
 
-TEST(LegacyIndex, StartBytesAreTheRunningSumAndFlagsGiveKeyFrames) {
+TEST(LegacyIndex, StartBytesAreRunningSumsAndFlagsMarkKeyFrames) {
     const Bytes file = samples::idx1File({}, {{.flags = 0x10, .offset = 4, .length = 10},
                                               {.flags = 0, .offset = 20, .length = 0},
                                               {.flags = 0xFFFFFFEF, .offset = 30, .length = 5},
@@ -76,14 +76,14 @@ TEST(LegacyIndex, StreamTenOwnsTheChunksThatBeginWithTen) {
     EXPECT_EQ(parsed.stream(0).chunkCount(), 0u);
 }
 
-TEST(LegacyIndex, StreamsFrom100OnTakeTheBytesBehindNine) {
+TEST(LegacyIndex, StreamsFrom100OnUseTheCharactersAfterNine) {
     Parsed parsed(fileWithIdx1(std::vector<Bytes>(124, list("strl", {strh({}), strf({})})),
                                idx1({{.chunkId = ":0dc", .length = 5}, {.chunkId = "<3dc", .length = 6}})));
     EXPECT_EQ(parsed.stream(100).totalBytes(), 5u);
     EXPECT_EQ(parsed.stream(123).totalBytes(), 6u);
 }
 
-TEST(LegacyIndex, StreamsFrom2560OnGetNoEntriesAsTheirDigitsBeginAgain) {
+TEST(LegacyIndex, StreamsFrom2560OnGetNoEntries) {
     Parsed parsed(fileWithIdx1(std::vector<Bytes>(2600, list("strl", {strh({}), strf({})})),
                                idx1({{.chunkId = "37dc", .length = 5},
                                      {.chunkId = std::string_view("\0" "1dc", 4), .length = 6}})));
@@ -93,7 +93,7 @@ TEST(LegacyIndex, StreamsFrom2560OnGetNoEntriesAsTheirDigitsBeginAgain) {
     EXPECT_EQ(parsed.stream(2598).chunkCount(), 0u);
 }
 
-TEST(LegacyIndex, EntriesOfNoStreamAreLeftOut) {
+TEST(LegacyIndex, EntriesWithoutAStreamAreIgnored) {
     Parsed parsed(samples::idx1File({}, {{.chunkId = "rec ", .length = 1},
                                          {.chunkId = "0 dc", .length = 2},
                                          {.chunkId = " 0dc", .length = 3},
@@ -101,7 +101,7 @@ TEST(LegacyIndex, EntriesOfNoStreamAreLeftOut) {
     EXPECT_EQ(parsed.stream(0).totalBytes(), 4u);
 }
 
-TEST(LegacyIndex, AnIndexOf100BytesKeepsSixEntriesAndAPartialOne) {
+TEST(LegacyIndex, An100ByteIndexKeepsSixEntriesAndAPartialOne) {
     Bytes entries;
     for (int i = 0; i < 7; ++i) {
         entries = entries + bytesOf(Idx1Entry{.offset = 4, .length = 10});
@@ -120,7 +120,7 @@ TEST(LegacyIndex, AnIndexOf100BytesKeepsSixEntriesAndAPartialOne) {
     EXPECT_EQ(last.keyframe, 0);
 }
 
-TEST(LegacyIndex, AnIndexCutOffByTheEndOfTheFileKeepsWhatIsThere) {
+TEST(LegacyIndex, ATruncatedIndexKeepsItsEntries) {
     Bytes file = fileWithIdx1({samples::videoStrl()}, idx1({{.length = 1}, {.length = 2}, {.length = 3}}));
     file.resize(file.size() - 18);
     Parsed parsed(file);
@@ -128,10 +128,10 @@ TEST(LegacyIndex, AnIndexCutOffByTheEndOfTheFileKeepsWhatIsThere) {
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_EQ(parsed.parser.idx1EntryCount(), 3u);
     ASSERT_EQ(parsed.stream(0).chunkCount(), 2u);
-    EXPECT_EQ(parsed.stream(0).totalBytes(), 2u + 1u);  // of the length 2 only the two upper, zero bytes are missing
+    EXPECT_EQ(parsed.stream(0).totalBytes(), 2u + 1u);  // of the length 2 only the two upper bytes, zeros, are missing
 }
 
-TEST(LegacyIndex, AnIndexThatClaims4GiBIsReadAsFarAsItGoes) {
+TEST(LegacyIndex, AnIndexOfAStated4GiBIsReadToTheEndOfTheFile) {
     Parsed parsed(fileWithIdx1({samples::videoStrl()},
                                chunkClaiming("idx1", 0xFFFFFFF0, bytesOf(Idx1Entry{.length = 9}))));
     EXPECT_TRUE(parsed.usable);
@@ -140,7 +140,7 @@ TEST(LegacyIndex, AnIndexThatClaims4GiBIsReadAsFarAsItGoes) {
     EXPECT_EQ(parsed.stream(0).chunkCount(), 1u);
 }
 
-TEST(LegacyIndex, ASizeOf2To32Less1CountsEveryEntryItClaims) {
+TEST(LegacyIndex, ASizeOf2To32Minus1CountsEveryStatedEntry) {
     Parsed parsed(fileWithIdx1({samples::videoStrl()}, chunkClaiming("idx1", 0xFFFFFFFF, {})));
     EXPECT_EQ(parsed.parser.idx1EntryCount(), 0x10000000u);
     EXPECT_EQ(parsed.errors(), "idx1 size is not a multiple of index entry size\n");
@@ -165,7 +165,7 @@ TEST(LegacyIndex, AnIndexBeforeTheMediaDataIsUsedToo) {
     EXPECT_EQ(parsed.stream(0).totalBytes(), 9u);
 }
 
-TEST(LegacyIndex, AnIndexLargerThanOneReadIsReadToItsEnd) {
+TEST(LegacyIndex, AnIndexLargerThanOneReadIsReadCompletely) {
     // 300,000 entries are more than the 262,144 of one 4 MiB read.
     Bytes entries = filled(300'000 * 16);
     for (std::size_t i = 0; i < 300'000; ++i) {

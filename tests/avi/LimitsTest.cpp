@@ -1,4 +1,4 @@
-// What the parser's limits do to a file, just below and just above them, and what mere claims can cost.
+// Files just below and just above the parser's limits, and the cost of false sizes.
 #include "CountingHeap.h"
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
@@ -27,23 +27,23 @@ TEST(Limits, EightMebibytesOfFormatsAreKept) {
     }
 }
 
-TEST(Limits, ALongerFormatCannotBeRead) {
+TEST(Limits, ALongerFormatIsNotRead) {
     Parsed parsed(fileWithFormats(1, 8 * kMiB + 1));
     EXPECT_EQ(parsed.errors(), "stream[0]: strf data read error\n");
     EXPECT_TRUE(parsed.parser.streams().empty());
 }
 
-TEST(Limits, AByteBehindEightMebibytesOfFormatsCannotBeRead) {
+TEST(Limits, AByteAfterEightMebibytesOfFormatsIsNotRead) {
     const Bytes mebibyte = list("strl", {strh({}), strf(filled(kMiB))});
     std::vector<Bytes> strls(8, mebibyte);
     strls.push_back(list("strl", {strh({}), strf(filled(1))}));
     strls.push_back(list("strl", {strh({}), strf({})}));
     Parsed parsed(riff("AVI ", {samples::hdrl(strls)}));
     EXPECT_EQ(parsed.errors(), "stream[8]: strf data read error\n");
-    EXPECT_EQ(parsed.parser.streams().size(), 9u) << "an empty one is nothing to read";
+    EXPECT_EQ(parsed.parser.streams().size(), 9u) << "an empty format needs no read";
 }
 
-TEST(Limits, AFormatThatClaimsTooMuchTakesNothingFromTheOthers) {
+TEST(Limits, AnOversizedFormatDoesNotAffectTheOthers) {
     const Bytes tooLong = list("strl", {strh({}), strf(filled(8 * kMiB + 1))});
     const Bytes longest = list("strl", {strh({}), strf(filled(8 * kMiB))});
     Parsed parsed(riff("AVI ", {samples::hdrl({tooLong, longest})}));
@@ -51,8 +51,8 @@ TEST(Limits, AFormatThatClaimsTooMuchTakesNothingFromTheOthers) {
     EXPECT_EQ(parsed.parser.streams().size(), 1u);
 }
 
-TEST(Limits, FormatsThatCannotBeReadCountAmongTheEightMebibytes) {
-    // Behind 64 KiB of other things, so that they are not read together with the headers.
+TEST(Limits, UnreadableFormatsCountTowardsTheLimit) {
+    // After 64 KiB of other chunks, so that they are not read together with the headers.
     const Bytes mebibyte = list("strl", {strh({}), strf(filled(kMiB))});
     std::vector<Bytes> strls = {list("strl", {strh({}), strf({}), chunk("JUNK", filled(70'000))})};
     strls.insert(strls.end(), 9, mebibyte);
@@ -65,19 +65,19 @@ TEST(Limits, FormatsThatCannotBeReadCountAmongTheEightMebibytes) {
     EXPECT_EQ(parser.errorText(), "stream[1]: strf data read error\nstream[9]: strf data read error\n");
 }
 
-TEST(Limits, TenThousandStreamsAreTaken) {
+TEST(Limits, TenThousandStreamsAreRead) {
     Parsed parsed(fileWithFormats(10'000, 0));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_EQ(parsed.parser.streams().size(), 10'000u);
 }
 
-TEST(Limits, FurtherStreamsAreLeftOut) {
+TEST(Limits, FurtherStreamsAreIgnored) {
     Parsed parsed(fileWithFormats(10'001, 0));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_EQ(parsed.parser.streams().size(), 10'000u);
 }
 
-TEST(Limits, AMessageIsKeptAsLongAsTheOthersAreOneByteShortOfAMebibyte) {
+TEST(Limits, AMessageIsKeptIfTheTextIsBelowAMebibyte) {
     ErrorText errors;
     errors.add(std::string(kMiB - 1, 'x'));
     EXPECT_TRUE(errors.hasRoom());
@@ -85,7 +85,7 @@ TEST(Limits, AMessageIsKeptAsLongAsTheOthersAreOneByteShortOfAMebibyte) {
     EXPECT_EQ(errors.text().size(), kMiB - 1 + 9);
 }
 
-TEST(Limits, AMessageIsDroppedWhenTheOthersAreAMebibyte) {
+TEST(Limits, AMessageIsDroppedIfTheTextIsAMebibyte) {
     ErrorText errors;
     errors.add(std::string(kMiB, 'x'));
     EXPECT_FALSE(errors.hasRoom());
@@ -93,8 +93,8 @@ TEST(Limits, AMessageIsDroppedWhenTheOthersAreAMebibyte) {
     EXPECT_EQ(errors.text().size(), kMiB);
 }
 
-TEST(Limits, MessagesEndBehindAMebibyte) {
-    // 100 super indexes of 200 entries each that lead nowhere: a message of some 70 characters for each of them.
+TEST(Limits, MessagesEndAfterAMebibyte) {
+    // 100 super indexes with 200 invalid entries each: every entry causes a message of some 70 characters.
     const Bytes strl = samples::videoStrl({indx({.entries = std::vector<SuperIndexEntry>(200, {0xFFFFFFFFFF, 100})})});
     Parsed parsed(riff("AVI ", {samples::hdrl(std::vector<Bytes>(100, strl))}));
     EXPECT_GT(parsed.errors().size(), kMiB);
@@ -103,7 +103,7 @@ TEST(Limits, MessagesEndBehindAMebibyte) {
     EXPECT_EQ(parsed.parser.streams().size(), 100u);
 }
 
-/// What a parse of the file takes at most.
+/// Peak memory of parsing the file.
 std::size_t peakOf(AviParser& parser, fileio::File& file) {
     const std::size_t before = heap::inUse();
     heap::startCounting();
@@ -111,8 +111,8 @@ std::size_t peakOf(AviParser& parser, fileio::File& file) {
     return heap::peak() - before;
 }
 
-TEST(Limits, AFormatOfGigabytesThatCostNothingOnDiskTakesNoMemory) {
-    // A capture that died leaves a hole; a damaged size makes all of it one format.
+TEST(Limits, ASparseFormatOfGigabytesTakesNoMemory) {
+    // An aborted capture leaves a hole; a damaged size makes all of it one format.
     const Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), chunkClaiming("strf", 0xF0000000, {})})})});
     fileio::SparseFile file(std::int64_t{4} << 30);
     file.put(0, head);
@@ -121,7 +121,7 @@ TEST(Limits, AFormatOfGigabytesThatCostNothingOnDiskTakesNoMemory) {
     EXPECT_NE(parser.errorText().find("stream[0]: strf data read error\n"), std::string::npos);
 }
 
-/// One stream whose standard index claims gigabytes of entries in a file that says it has them.
+/// A stream whose standard index states gigabytes of entries, in a file that reports such a size.
 fileio::SparseFile fileOfEndlessIndex(std::uint64_t& indexAt) {
     const std::uint32_t count = 500'000'000;
     const std::uint32_t size = 8 + 24 + 8 * std::uint64_t{count};
@@ -133,8 +133,8 @@ fileio::SparseFile fileOfEndlessIndex(std::uint64_t& indexAt) {
     return file;
 }
 
-TEST(Limits, AnIndexInAHoleIsOneOfDroppedFrames) {
-    // 8 MiB of zeros that cost nothing on disk.
+TEST(Limits, AnIndexInAHoleHasDroppedFrames) {
+    // 8 MiB of zeros that take no space on disk.
     constexpr std::uint32_t kCount = 1 << 20;
     constexpr std::uint32_t kSize = 8 + 24 + 8 * kCount;
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, kSize}}})})})});
@@ -150,7 +150,7 @@ TEST(Limits, AnIndexInAHoleIsOneOfDroppedFrames) {
     EXPECT_EQ(stream.totalBytes(), 0u);
 }
 
-TEST(Limits, AnIndexThatCannotBeReadToItsEndTakesNoMemoryForTheRest) {
+TEST(Limits, ATruncatedIndexTakesNoMemoryForItsRest) {
     std::uint64_t indexAt = 0;
     fileio::SparseFile sparse = fileOfEndlessIndex(indexAt);
     fileio::FaultFile file(sparse);
@@ -162,15 +162,15 @@ TEST(Limits, AnIndexThatCannotBeReadToItsEndTakesNoMemoryForTheRest) {
               std::string::npos);
 }
 
-/// A file whose last bytes are a standard index of so many entries.
+/// A file whose last bytes are a standard index of `count` entries.
 Bytes fileOfOneIndex(std::uint32_t count) {
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})})})});
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
     return head + ix("ix00", {.entriesInUse = count, .entries = {{1, 10}}}) + filled(8 * (count - 1));
 }
 
-TEST(Limits, AnIndexWithAFaultBehindItsFirstPieceCannotBeRead) {
-    // Five MiB: the second piece of four fails.
+TEST(Limits, AnIndexWithAnUnreadableSecondPieceIsNotUsed) {
+    // Five MiB: the second piece of up to four MiB fails.
     const Bytes bytes = fileOfOneIndex(5 * 131'072);
     fileio::MemoryFile memory(bytes);
     fileio::FaultFile file(memory);
@@ -184,7 +184,7 @@ TEST(Limits, AnIndexWithAFaultBehindItsFirstPieceCannotBeRead) {
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }
 
-TEST(Limits, AnIndexOfWhichTheLastEntryAloneCannotBeReadCannotBeRead) {
+TEST(Limits, AnIndexWithAnUnreadableLastEntryIsNotUsed) {
     // 24 bytes and all entries but one are the first piece of four MiB.
     const Bytes bytes = fileOfOneIndex(524'286);
     fileio::MemoryFile memory(bytes);
@@ -196,8 +196,8 @@ TEST(Limits, AnIndexOfWhichTheLastEntryAloneCannotBeReadCannotBeRead) {
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }
 
-TEST(Limits, AMillionEntriesThatTheFileDoesNotGiveAreZero) {
-    // The file gives 24 bytes and 131,069 entries of the first piece, as if it ended there.
+TEST(Limits, AMillionMissingEntriesAreZero) {
+    // Reading the first piece returns 24 bytes and 131,069 entries, as if the file ended there.
     constexpr std::uint32_t kCount = 131'069 + 1'000'000;
     fileio::MemoryFile memory(fileOfOneIndex(kCount));
     fileio::FaultFile file(memory);
@@ -208,7 +208,7 @@ TEST(Limits, AMillionEntriesThatTheFileDoesNotGiveAreZero) {
     EXPECT_EQ(parser.streams().at(0)->chunkCount(), kCount);
 }
 
-TEST(Limits, OneMoreThatTheFileDoesNotGiveCannotBeRead) {
+TEST(Limits, OneMoreMissingEntryIsAReadError) {
     fileio::MemoryFile memory(fileOfOneIndex(131'069 + 1'000'001));
     fileio::FaultFile file(memory);
     file.limitReads(kMiB);
@@ -217,7 +217,7 @@ TEST(Limits, OneMoreThatTheFileDoesNotGiveCannotBeRead) {
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }
 
-TEST(Limits, ASuperIndexThatCannotBeReadTakesNoMemoryForItsClaims) {
+TEST(Limits, AnUnreadableSuperIndexTakesNoMemory) {
     Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), strf({}), chunkClaiming("indx", 0x7FFFFFF0,
                                bytesOf(SuperIndex{.entriesInUse = 0x07000000}))})})});
     fileio::SparseFile sparse(std::int64_t{8} << 30);

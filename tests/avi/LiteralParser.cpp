@@ -39,7 +39,7 @@ struct Stream {
     std::vector<AviChunk> openDml;
 };
 
-// Zeros behind the end: a buffer is no longer than the file.
+// Bytes past the end are zeros: a buffer is never longer than the file.
 std::uint32_t u32At(const Buffer& bytes, std::size_t position) {
     std::uint32_t value = 0;
     if (position < bytes.size()) {
@@ -219,17 +219,17 @@ private:
 
     static std::int64_t dataPosition(const Node& node) { return node.position + (node.isList() ? 12 : 8); }
 
-    /// Room for what the file has of so many bytes; the others would be zero.
+    /// A buffer for those of `size` bytes that the file has; the others would be zero.
     Buffer roomFor(std::int64_t position, std::uint32_t size) {
-        const std::int64_t behind = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
-        const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(behind));
+        const std::int64_t left = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
+        const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(left));
         if (present > kMostBytes) {
             throw TooCostly();
         }
         return Buffer(static_cast<std::size_t>(present));
     }
 
-    /// All data of a chunk in one read, whatever that gives.
+    /// Reads all data of a chunk at once, however much that returns.
     Buffer readData(const Node& node) {
         Buffer data = roomFor(dataPosition(node), node.size);
         if (m_file.seek(dataPosition(node))) {
@@ -285,7 +285,7 @@ private:
                    "super index (indx) chunk data is smaller than nEntriesInUse: " + std::to_string(inUse) + " ");
             stream.useOpenDml = false;
         }
-        // Entries behind the end of the file are zero and are skipped.
+        // Entries past the end of the file are zero and are skipped.
         for (std::size_t at = 24, i = 0; i < count && at < data.size(); at += 16, ++i) {
             readStdIndex(u64At(data, at), u32At(data, at + 8), stream);
         }

@@ -1,5 +1,5 @@
-// The parser once more, as plainly as it can be said: recursive, one small read after another, no limits. It is
-// the measure for what reading ahead, an own stack and limits must not change.
+// A second parser, as plain as possible: recursive, one small read after another, no limits. The real parser's read
+// buffers, stack and limits must not change its results.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -14,13 +14,13 @@ public:
     TooCostly() : std::runtime_error("too costly") {}
 };
 
-/// What becomes of a chunk header, or of the record in "avih", "strh" or "dmlh", when a read gives only a part of it:
-/// it counts as missing, or it is read on until the file gives no more. Formats and indexes are one read each, and end
+/// How to treat a chunk header, or the record in "avih", "strh" or "dmlh", if a read returns only part of it: it counts
+/// as missing, or reading continues until the file returns no more. Formats and indexes are one read each, and end
 /// where that ends.
 enum class ShortHeaders { missing, readOn };
 
-/// Everything that a parse gives, as text.
+/// The complete result of a parse, as text.
 std::string parseLiterally(fileio::File& file, ShortHeaders shortHeaders = ShortHeaders::missing);
 
-/// The same text for the real parser, which has just parsed with this result.
+/// The same text for the real parser, after it has parsed a file with the result `usable`.
 std::string describe(const AviParser& parser, bool usable);

@@ -1,4 +1,4 @@
-// What a parsed file costs, and what happens when memory runs out on the way.
+// The memory that a parsed file takes, and running out of memory while parsing.
 #include "CountingHeap.h"
 #include "SampleFiles.h"
 
@@ -15,7 +15,7 @@ struct Cost {
     std::size_t peak;
 };
 
-/// Parses a file of these bytes; the file itself does not count.
+/// Cost of parsing a file of these bytes, without the file itself.
 Cost costOf(const Bytes& bytes, AviParser& parser) {
     fileio::MemoryFile file(bytes);
     const std::size_t before = heap::inUse();
@@ -30,7 +30,7 @@ void put32(Bytes& bytes, std::size_t at, std::size_t value) {
     }
 }
 
-/// The streams' entries in turn, each for another place, as in a recording.
+/// A file whose streams' entries alternate, each with its own position, as in a recording.
 Bytes idx1FileOf(std::size_t entries, std::size_t streams = 1) {
     Bytes table = filled(entries * 16);
     const Bytes each[] = {bytesOf(Idx1Entry{.chunkId = "00dc", .offset = 4, .length = 1}),
@@ -51,27 +51,27 @@ TEST(Memory, AnIdx1EntryCostsAtMost17Bytes) {
     EXPECT_LE(cost.kept, 17u * 1'000'000 + 10'000);
 }
 
-TEST(Memory, ReadingIdx1TakesLessThanHalfAsMuchAgain) {
+TEST(Memory, ReadingIdx1TakesLessThanHalfMore) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(1'000'000), parser);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-TEST(Memory, ReadingIdx1OfAHundredThousandEntriesTakesLessThanHalfAsMuchAgain) {
+TEST(Memory, ReadingLongIdx1TakesLessThanHalfMore) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(100'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 100'000u);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-TEST(Memory, ReadingIdx1OfTwoStreamsOfFiftyThousandEntriesTakesLessThanHalfAsMuchAgain) {
+TEST(Memory, ReadingIdx1OfTwoStreamsTakesLessThanHalfMore) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(100'000, 2), parser);
     ASSERT_EQ(parser.streams()[1]->chunkCount(), 50'000u);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-TEST(Memory, ReadingAShortIdx1TakesHalfAMebibyteMoreThanIsKeptAtMost) {
+TEST(Memory, ReadingAShortIdx1TakesAtMostHalfAMebibyteMore) {
     AviParser parser;
     const Cost cost = costOf(idx1FileOf(10'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 10'000u);
@@ -81,8 +81,8 @@ TEST(Memory, ReadingAShortIdx1TakesHalfAMebibyteMoreThanIsKeptAtMost) {
 Bytes openDmlFileOf(std::size_t indexes, std::size_t entriesEach) {
     Bytes entries = filled(entriesEach * 8);
     for (std::size_t i = 0; i < entriesEach; ++i) {
-        put32(entries, i * 8, i);      // the place
-        put32(entries, i * 8 + 4, 1);  // the size
+        put32(entries, i * 8, i);      // position
+        put32(entries, i * 8 + 4, 1);  // size
     }
     const Bytes index =
         chunk("ix00", bytesOf(StandardIndex{.entriesInUse = static_cast<std::uint32_t>(entriesEach)}) + entries);
@@ -111,20 +111,20 @@ TEST(Memory, SeveralShortStandardIndexesLeaveNoSpareRoom) {
     EXPECT_LE(cost.kept, 16u * 9000 + 9000 / 2 + 3000);
 }
 
-TEST(Memory, ReadingStandardIndexesTakesLessThanHalfAsMuchAgain) {
+TEST(Memory, ReadingStandardIndexesTakesLessThanHalfMore) {
     AviParser parser;
     const Cost cost = costOf(openDmlFileOf(20, 50'000), parser);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-TEST(Memory, OneStandardIndexOfAMillionEntriesTakesLessThanHalfAsMuchAgain) {
+TEST(Memory, ReadingALongStandardIndexTakesLessThanHalfMore) {
     AviParser parser;
     const Cost cost = costOf(openDmlFileOf(1, 1'000'000), parser);
     ASSERT_EQ(parser.streams()[0]->chunkCount(), 1'000'000u);
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-/// Allocations of a parse of a super index of so many entries, each leading to a byte of the headers that is no index.
+/// Number of allocations for a super index of `entries` entries that each point at a byte of the headers.
 std::size_t allocationsOfFaults(std::size_t entries) {
     fileio::MemoryFile file(riff("AVI ", {samples::hdrl({samples::videoStrl(
                                              {indx({.entries = std::vector<SuperIndexEntry>(entries, {0, 9})})})})}));
@@ -136,11 +136,11 @@ std::size_t allocationsOfFaults(std::size_t entries) {
     return allocations;
 }
 
-TEST(Memory, MessagesForWhichThereIsNoRoomTakeNone) {
+TEST(Memory, MessagesWithoutRoomTakeNoMemory) {
     EXPECT_LT(allocationsOfFaults(100'000), allocationsOfFaults(20'000) + 100);
 }
 
-TEST(Memory, ClaimsOf4GiBTakeNone) {
+TEST(Memory, StatedSizesOf4GiBTakeNoMemory) {
     const Bytes strl = list("strl", {strh({}), chunkClaiming("strf", 0xFFFFFFF0, {})});
     const Bytes withIndx = samples::videoStrl({chunkClaiming("indx", 0x7FFFFFF0, bytesOf(SuperIndex{}))});
     AviParser parser;
@@ -176,7 +176,7 @@ TEST(Memory, OverlappingFormatsAreNotKeptForEveryStream) {
     EXPECT_LT(cost.peak, 40u << 20);
 }
 
-/// Parses with memory running out at one allocation after the other, until it suffices.
+/// Parses with memory running out at each allocation in turn, until it is sufficient.
 void expectEveryFailureIsClean(const Bytes& bytes, std::size_t chunks) {
     int failures = 0;
     for (std::size_t number = 0;; ++number) {
@@ -189,7 +189,7 @@ void expectEveryFailureIsClean(const Bytes& bytes, std::size_t chunks) {
         const bool ranOut = heap::allocations() > number;
         heap::failNever();
         if (usable) {
-            // Giving back spare room is an allocation too, and the only one that may fail unnoticed.
+            // Releasing spare room is an allocation too, and the only one that may fail unnoticed.
             ASSERT_EQ(parser.streams().at(0)->chunkCount(), chunks) << "allocation " << number;
         }
         if (!ranOut) {
@@ -202,16 +202,16 @@ void expectEveryFailureIsClean(const Bytes& bytes, std::size_t chunks) {
         }
         ++failures;
         ASSERT_TRUE(parser.streams().empty()) << "allocation " << number;
-        // When even the message finds no room, the result alone says it.
+        // If there is no memory for the message either, only the result reports the failure.
         ASSERT_TRUE(parser.errorText().empty()) << parser.errorText();
     }
 }
 
-TEST(Memory, RunningOutOfMemoryAnywhereInAnIdx1FileIsAFailureAndNoException) {
+TEST(Memory, LackOfMemoryInAnIdx1FileIsNoException) {
     expectEveryFailureIsClean(samples::idx1File({}, std::vector<Idx1Entry>(100)), 100);
 }
 
-TEST(Memory, RunningOutOfMemoryAnywhereInAnOpenDmlFileIsAFailureAndNoException) {
+TEST(Memory, LackOfMemoryInAnOpenDmlFileIsNoException) {
     expectEveryFailureIsClean(samples::openDmlFile({{{10}}, {{20}}}), 2);
 }
 
@@ -228,7 +228,7 @@ TEST(Memory, AParserThatRanOutOfMemoryParsesAgain) {
     EXPECT_EQ(parser.streams()[0]->chunkCount(), 100u);
 }
 
-TEST(Memory, AParserLeavesNothingBehind) {
+TEST(Memory, AParserFreesAllMemory) {
     const std::size_t before = heap::inUse();
     {
         AviParser parser;

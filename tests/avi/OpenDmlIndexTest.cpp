@@ -11,7 +11,7 @@ using samples::openDmlFile;
 using samples::Parsed;
 using samples::superIndexEntryAt;
 
-constexpr std::uint64_t kIdx1Bytes = 7;  // what the "idx1" of the sample files sums up to
+constexpr std::uint64_t kIdx1Bytes = 7;  // total size in the "idx1" of the sample files
 
 void expectFallback(const Parsed& parsed, const std::string& errors) {
     EXPECT_TRUE(parsed.usable);
@@ -25,7 +25,7 @@ std::string unreadable(std::uint64_t position, std::uint64_t size) {
            ", size: " + std::to_string(size) + "\n";
 }
 
-TEST(OpenDmlIndex, AValidIndexWinsOverIdx1) {
+TEST(OpenDmlIndex, AValidIndexIsPreferredToIdx1) {
     Parsed parsed(openDmlFile({{{10, 20}}}));
     EXPECT_TRUE(parsed.usable);
     EXPECT_EQ(parsed.errors(), "");
@@ -34,7 +34,7 @@ TEST(OpenDmlIndex, AValidIndexWinsOverIdx1) {
     EXPECT_EQ(parsed.stream(0).idx1Chunks().size(), 1u);
 }
 
-TEST(OpenDmlIndex, StandardIndexesFollowEachOtherWithOneRunningSum) {
+TEST(OpenDmlIndex, StandardIndexesShareOneRunningSum) {
     Parsed parsed(openDmlFile({{{10, 20}, {.baseOffset = 1000}}, {{}, {}}, {{30}, {.baseOffset = 5000}}}));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_EQ(chunkText(parsed.stream(0)), "1000:10@0k 1100:20@10k 5000:30@30k");
@@ -49,7 +49,7 @@ TEST(OpenDmlIndex, Bit31OfASizeMarksAChunkThatIsNoKeyFrame) {
               "0:2147483647@0k 100:2147483647@2147483647 200:5@4294967294 300:5@4294967299k");
 }
 
-TEST(OpenDmlIndex, AnOffsetThatPassesTheLastPositionWrapsAround) {
+TEST(OpenDmlIndex, AnOffsetPastTheLastPositionWrapsAround) {
     Parsed parsed(openDmlFile({{{1, 2}, {.baseOffset = 0xFFFFFFFFFFFFFFF0}}}));
     EXPECT_EQ(chunkText(parsed.stream(0)), "18446744073709551600:1@0k 84:2@1k");
 }
@@ -75,12 +75,12 @@ TEST(OpenDmlIndex, TheHeaderAndIdOfAStandardIndexChunkAreNotChecked) {
 
 // --- Faults of the super index ---
 
-TEST(OpenDmlIndex, ASuperIndexOfOtherThanFourLongsPerEntryFallsBack) {
+TEST(OpenDmlIndex, ASuperIndexWithoutFourLongsPerEntryFallsBack) {
     expectFallback(Parsed(openDmlFile({{{10}}}, {.longsPerEntry = 2})),
                    "stream[0]: super index (indx) unexpected super index entry size (wLongsPerEntry): 2\n");
 }
 
-TEST(OpenDmlIndex, ASuperIndexOfOtherThanFourLongsPerEntryHasNoEntries) {
+TEST(OpenDmlIndex, ASuperIndexWithoutFourLongsPerEntryHasNoEntries) {
     Parsed parsed(openDmlFile({{{10}}}, {.longsPerEntry = 65535}));
     EXPECT_EQ(parsed.errors(),
               "stream[0]: super index (indx) unexpected super index entry size (wLongsPerEntry): 65535\n");
@@ -88,14 +88,14 @@ TEST(OpenDmlIndex, ASuperIndexOfOtherThanFourLongsPerEntryHasNoEntries) {
     EXPECT_TRUE(parsed.stream(0).openDmlChunks().empty());
 }
 
-TEST(OpenDmlIndex, ASuperIndexThatClaimsMoreEntriesThanFitFallsBackToIdx1) {
+TEST(OpenDmlIndex, ASuperIndexWithTooManyEntriesFallsBackToIdx1) {
     const Parsed parsed(openDmlFile({{{10}}, {{20}}}, {.entriesInUse = 3}));
     expectFallback(parsed, "stream[0]: super index (indx) chunk data is smaller than nEntriesInUse: 3 \n");
     EXPECT_EQ(parsed.stream(0).superIndexEntries().size(), 2u);
     EXPECT_EQ(parsed.stream(0).openDmlChunks().size(), 2u);
 }
 
-TEST(OpenDmlIndex, EntriesOfASuperIndexThatAreNotInUseAreLeftOut) {
+TEST(OpenDmlIndex, UnusedSuperIndexEntriesAreIgnored) {
     Parsed parsed(openDmlFile({{{10}}, {{20}}}, {.entriesInUse = 1}));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_TRUE(parsed.stream(0).useOpenDmlIndex());
@@ -111,7 +111,7 @@ TEST(OpenDmlIndex, AnEmptySuperIndexChunkIsAnIndexWithoutChunks) {
     EXPECT_EQ(parsed.stream(0).superIndexHeader().wLongsPerEntry, 4);
 }
 
-TEST(OpenDmlIndex, ASuperIndexShorterThanItsHeaderGivesTheBytesItHas) {
+TEST(OpenDmlIndex, ASuperIndexShorterThanItsHeaderKeepsItsBytes) {
     const Bytes strl = samples::videoStrl({chunk("indx", u16(4) + u16(0) + u32(2))});
     Parsed parsed(riff("AVI ", {samples::hdrl({strl}), list("movi", {}), idx1({{.length = 7}})}));
     expectFallback(parsed, "stream[0]: super index (indx) chunk data is smaller than nEntriesInUse: 2 \n");
@@ -126,13 +126,13 @@ TEST(OpenDmlIndex, ASuperIndexOf39BytesHasRoomForNoEntry) {
     EXPECT_TRUE(parsed.stream(0).superIndexEntries().empty());
 }
 
-TEST(OpenDmlIndex, ASuperIndexThatClaims4GiBHasRoomForNoEntry) {
+TEST(OpenDmlIndex, ASuperIndexOfAStated4GiBHasRoomForNoEntry) {
     Bytes file = openDmlFile({{{10}}});
     overwrite(file, positionOf(file, "indx") + 4, u32(0xFFFFFFFF));
     expectFallback(Parsed(file), "stream[0]: super index (indx) chunk data is smaller than nEntriesInUse: 1 \n");
 }
 
-TEST(OpenDmlIndex, ASuperIndexThatClaimsJustUnder2GiBUsesTheEntriesThatAreThere) {
+TEST(OpenDmlIndex, ASuperIndexOfAStated2GiBUsesTheExistingEntries) {
     Bytes file = openDmlFile({{{10}}});
     overwrite(file, positionOf(file, "indx") + 4, u32(0x7FFFFFFF));
     Parsed parsed(file);
@@ -140,7 +140,7 @@ TEST(OpenDmlIndex, ASuperIndexThatClaimsJustUnder2GiBUsesTheEntriesThatAreThere)
     EXPECT_EQ(parsed.stream(0).totalBytes(), 10u);
 }
 
-TEST(OpenDmlIndex, SuperIndexEntriesBehindTheEndOfTheFileAreAsGoodAsSkipped) {
+TEST(OpenDmlIndex, SuperIndexEntriesPastTheEndOfTheFileAreSkipped) {
     SuperIndex super{.entriesInUse = 100'000'000};
     Bytes file = riff("AVI ", {samples::hdrl({samples::videoStrl({indx(super)})})});
     overwrite(file, positionOf(file, "indx") + 4, u32(0x7FFFFFF0));
@@ -202,7 +202,7 @@ TEST(OpenDmlIndex, PositionsBeyond2To63AreRefusedAndNamedUnsigned) {
     expectFallback(Parsed(file), unreadable(18446744073709551368u, 32));
 }
 
-TEST(OpenDmlIndex, APositionThatWrapsAroundReadsFromTheStart) {
+TEST(OpenDmlIndex, AWrappedPositionReadsFromTheStart) {
     Bytes file = openDmlFile({{{10}}});
     overwrite(file, superIndexEntryAt(file, 0), u64(0xFFFFFFFFFFFFFFF8));
     // The file's first bytes are "RI", which is 18770 longs per entry.
@@ -210,31 +210,31 @@ TEST(OpenDmlIndex, APositionThatWrapsAroundReadsFromTheStart) {
                    "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 18770\n");
 }
 
-TEST(OpenDmlIndex, AStandardIndexOfOtherThanTwoLongsPerEntryFallsBack) {
+TEST(OpenDmlIndex, AStandardIndexWithoutTwoLongsPerEntryFallsBack) {
     const Parsed parsed(openDmlFile({{{10}, {.longsPerEntry = 3}}, {{20}}}));
     expectFallback(parsed, "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 3\n");
     EXPECT_EQ(parsed.stream(0).openDmlChunks().size(), 1u);
 }
 
-TEST(OpenDmlIndex, AStandardIndexThatClaimsMoreEntriesThanFitFallsBackToIdx1) {
+TEST(OpenDmlIndex, AStandardIndexWithTooManyEntriesFallsBackToIdx1) {
     const Parsed parsed(openDmlFile({{{10, 20}, {.entriesInUse = 3}}}));
     expectFallback(parsed, "stream[0]: std index (ix..) chunk data is smaller than nEntriesInUse: 3\n");
     EXPECT_EQ(parsed.stream(0).openDmlChunks().size(), 2u);
 }
 
-TEST(OpenDmlIndex, EntriesOfAStandardIndexThatAreNotInUseAreLeftOut) {
+TEST(OpenDmlIndex, UnusedStandardIndexEntriesAreIgnored) {
     Parsed parsed(openDmlFile({{{10, 20, 30}, {.entriesInUse = 2}}}));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_EQ(chunkText(parsed.stream(0)), "0:10@0k 100:20@10k");
 }
 
-TEST(OpenDmlIndex, ASizeThatIsNoWholeNumberOfEntriesIsRoundedDown) {
+TEST(OpenDmlIndex, ASizeWithAPartialEntryIsRoundedDown) {
     Bytes file = openDmlFile({{{10, 20}, {.entriesInUse = 2}}});
     overwrite(file, superIndexEntryAt(file, 0) + 8, u32(8 + 24 + 15));
     expectFallback(Parsed(file), "stream[0]: std index (ix..) chunk data is smaller than nEntriesInUse: 2\n");
 }
 
-TEST(OpenDmlIndex, AStandardIndexShorterThanItsHeaderGivesTheBytesItHas) {
+TEST(OpenDmlIndex, AStandardIndexShorterThanItsHeaderKeepsItsBytes) {
     Bytes file = openDmlFile({{{10}}});
     overwrite(file, superIndexEntryAt(file, 0) + 8, u32(8 + 8));
     const Parsed parsed(file);
@@ -243,7 +243,7 @@ TEST(OpenDmlIndex, AStandardIndexShorterThanItsHeaderGivesTheBytesItHas) {
     EXPECT_EQ(parsed.stream(0).stdIndexes()[0].dwChunkId, 0u);
 }
 
-TEST(OpenDmlIndex, AStandardIndexOfOneByteHasAHalfReadHeader) {
+TEST(OpenDmlIndex, AOneByteStandardIndexHasAPartialHeader) {
     Bytes file = openDmlFile({{{10}}});
     overwrite(file, superIndexEntryAt(file, 0) + 8, u32(8 + 1));
     Parsed parsed(file);
@@ -252,8 +252,8 @@ TEST(OpenDmlIndex, AStandardIndexOfOneByteHasAHalfReadHeader) {
     EXPECT_EQ(parsed.stream(0).chunkCount(), 0u);
 }
 
-TEST(OpenDmlIndex, EntriesBehindTheEndOfTheFileAreZeroAndCount) {
-    // The index is last in the file, so that it can claim what the file does not have.
+TEST(OpenDmlIndex, EntriesPastTheEndOfTheFileAreZeroAndCount) {
+    // The index is last in the file, so that its size can exceed the file's end.
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * 5}}})})})});
     Bytes file = head + ix("ix00", {.entriesInUse = 5, .baseOffset = 1000, .entries = {{1, 10}, {2, 20}}});
     overwrite(file, superIndexEntryAt(file, 0), u64(head.size()));
@@ -263,7 +263,7 @@ TEST(OpenDmlIndex, EntriesBehindTheEndOfTheFileAreZeroAndCount) {
     EXPECT_EQ(chunkText(parsed.stream(0)), "1001:10@0k 1002:20@10k 1000:0@30k 1000:0@30k 1000:0@30k");
 }
 
-TEST(OpenDmlIndex, AnEntryCutInTwoByTheEndOfTheFileKeepsItsFirstBytes) {
+TEST(OpenDmlIndex, AnEntryCutByTheEndOfTheFileKeepsItsFirstBytes) {
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * 2}}})})})});
     Bytes file = head + ix("ix00", {.baseOffset = 1000, .entries = {{1, 10}, {2, 20}}});
     overwrite(file, superIndexEntryAt(file, 0), u64(head.size()));
@@ -272,7 +272,7 @@ TEST(OpenDmlIndex, AnEntryCutInTwoByTheEndOfTheFileKeepsItsFirstBytes) {
     EXPECT_EQ(chunkText(parsed.stream(0)), "1001:10@0k 1002:0@10k");
 }
 
-/// A file whose standard index, last in it, has no entries but claims `count` of them, for several streams.
+/// A file that ends with a standard index, shared by several streams, that states `count` entries but has none.
 Bytes fileOfClaims(std::size_t streams, std::uint32_t count) {
     const Bytes index = indx({.entries = {{0, 8 + 24 + 8 * count}}});
     const Bytes head = riff("AVI ", {samples::hdrl(std::vector<Bytes>(streams, samples::videoStrl({index})))});
@@ -283,14 +283,14 @@ Bytes fileOfClaims(std::size_t streams, std::uint32_t count) {
     return file;
 }
 
-TEST(OpenDmlIndex, AMillionEntriesBehindTheEndOfTheFileAreTaken) {
+TEST(OpenDmlIndex, AMillionEntriesPastTheEndOfTheFileAreKept) {
     Parsed parsed(fileOfClaims(1, 1'000'000));
     EXPECT_EQ(parsed.errors(), "");
     EXPECT_TRUE(parsed.stream(0).useOpenDmlIndex());
     EXPECT_EQ(parsed.stream(0).chunkCount(), 1'000'000u);
 }
 
-TEST(OpenDmlIndex, OneMoreEntryBehindTheEndOfTheFileCannotBeRead) {
+TEST(OpenDmlIndex, OneMoreEntryPastTheEndOfTheFileIsAReadError) {
     const Bytes file = fileOfClaims(1, 1'000'001);
     Parsed parsed(file);
     EXPECT_EQ(parsed.errors(), unreadable(positionOf(file, "ix00") + 8, 24 + 8'000'008));
@@ -298,15 +298,15 @@ TEST(OpenDmlIndex, OneMoreEntryBehindTheEndOfTheFileCannotBeRead) {
     EXPECT_TRUE(parsed.stream(0).openDmlChunks().empty());
 }
 
-TEST(OpenDmlIndex, TheMillionIsForAllStreamsTogether) {
+TEST(OpenDmlIndex, AllStreamsShareTheMillion) {
     Parsed parsed(fileOfClaims(3, 400'000));
     EXPECT_TRUE(parsed.stream(1).useOpenDmlIndex());
     EXPECT_FALSE(parsed.stream(2).useOpenDmlIndex());
     EXPECT_TRUE(parsed.stream(2).openDmlChunks().empty());
 }
 
-TEST(OpenDmlIndex, ACopyCutWithinItsOnlyIndexPlaysWhatThereIs) {
-    // 300,000 pictures, of whose entries the copy has 40,000.
+TEST(OpenDmlIndex, ACopyCutWithinItsOnlyIndexPlaysItsEntries) {
+    // 300,000 pictures; the copy has 40,000 of their entries.
     constexpr std::uint32_t kCount = 300'000;
     const Bytes strl = samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * kCount}}})});
     Bytes file = riff("AVI ", {samples::hdrl({strl})});
@@ -318,8 +318,8 @@ TEST(OpenDmlIndex, ACopyCutWithinItsOnlyIndexPlaysWhatThereIs) {
     EXPECT_EQ(parsed.stream(0).totalBytes(), 40'000 * 0x01010101ull);
 }
 
-TEST(OpenDmlIndex, IndexesThatAllReadTheSameBytesAreNotReadForEver) {
-    // 1000 entries, each for the same index of half a megabyte, would make half a gigabyte of entries.
+TEST(OpenDmlIndex, OverlappingIndexesAreNotReadForEver) {
+    // 1000 entries for the same index of half a megabyte would be half a gigabyte of entries.
     constexpr std::uint32_t indexSize = 8 + 24 + 8 * 60'000;
     SuperIndex super;
     super.entries.assign(1000, {0, indexSize});
@@ -330,7 +330,7 @@ TEST(OpenDmlIndex, IndexesThatAllReadTheSameBytesAreNotReadForEver) {
     }
     Parsed parsed(file);
     EXPECT_FALSE(parsed.stream(0).useOpenDmlIndex());
-    // The file's own size and 4 MiB more may be read: nine times the index.
+    // The file's own size plus 4 MiB may be read: nine times the index.
     EXPECT_EQ(parsed.stream(0).openDmlChunks().size(), 9 * 60'000u);
 }
 

@@ -1,4 +1,4 @@
-// How a file is read: few and large reads, and the same results as with many small ones.
+// A file is read in few large reads, with the same results as in many small ones.
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
 #include "support/SparseFile.h"
@@ -21,7 +21,7 @@ TEST(ReadCount, ASmallFileIsReadOnce) {
     EXPECT_EQ(file.seekCount(), 1u);
 }
 
-/// 1 GiB of media data with a small index behind it.
+/// 1 GiB of media data followed by a small index.
 fileio::SparseFile largeFile(std::uint32_t entries) {
     const Bytes head = samples::hdrl({samples::videoStrl()});
     const Bytes index = idx1(std::vector<Idx1Entry>(entries, {.length = 1}));
@@ -33,7 +33,7 @@ fileio::SparseFile largeFile(std::uint32_t entries) {
     return file;
 }
 
-TEST(ReadCount, ALargeFileIsReadAtItsHeadAndAtItsEnd) {
+TEST(ReadCount, ALargeFileIsReadAtItsStartAndEnd) {
     fileio::SparseFile sparse = largeFile(10);
     fileio::FaultFile file(sparse);
     AviParser parser;
@@ -45,7 +45,7 @@ TEST(ReadCount, ALargeFileIsReadAtItsHeadAndAtItsEnd) {
     EXPECT_EQ(file.reads()[0].got, 65536u);
 }
 
-TEST(ReadCount, AnIndexOfUpTo64KiBComesWithTheEndOfTheFile) {
+TEST(ReadCount, AnIndexUpTo64KiBIsReadWithTheEndOfTheFile) {
     fileio::SparseFile sparse = largeFile(4095);
     fileio::FaultFile file(sparse);
     AviParser parser;
@@ -65,7 +65,7 @@ TEST(ReadCount, ALargeIndexIsReadInEightPieces) {
     EXPECT_EQ(file.reads()[9].wanted, 200'000u);
 }
 
-TEST(ReadCount, EachStandardIndexIsReadOnceAndByItself) {
+TEST(ReadCount, EachStandardIndexIsReadOnceAndSeparately) {
     // Three indexes, each a gigabyte from the next.
     SuperIndex super;
     for (std::uint64_t i = 1; i <= 3; ++i) {
@@ -87,7 +87,7 @@ TEST(ReadCount, EachStandardIndexIsReadOnceAndByItself) {
     EXPECT_EQ(file.reads()[1].wanted, 40u);
 }
 
-TEST(ReadCount, GigabytesOfZerosBehindAGoodFileCostAFewReads) {
+TEST(ReadCount, GigabytesOfZerosAfterAFileTakeAFewReads) {
     const Bytes good = samples::idx1File({chunk("00dc", filled(100))}, {{.offset = 4, .length = 100}});
     fileio::SparseFile sparse(std::int64_t{8} << 30);
     sparse.put(0, good);
@@ -101,8 +101,8 @@ TEST(ReadCount, GigabytesOfZerosBehindAGoodFileCostAFewReads) {
     EXPECT_LE(file.bytesRead(), 65u << 20);
 }
 
-TEST(ReadCount, ListsThatEndBehindTheFileAreNotLookedForThere) {
-    // 50,000 lists inside each other, each claiming one chunk more than the file has.
+TEST(ReadCount, ListsThatEndPastTheFileAreNotReadThere) {
+    // 50,000 nested lists, each one chunk larger than the file's rest.
     constexpr std::uint32_t depth = 50'000;
     Bytes bytes;
     bytes.reserve(depth * 12);
@@ -118,14 +118,14 @@ TEST(ReadCount, ListsThatEndBehindTheFileAreNotLookedForThere) {
     EXPECT_LE(file.reads().size(), 600'000u / 65'536 + 2);
 }
 
-/// A parse of a file of which one byte cannot be read.
+/// A parse of a file that has one unreadable byte.
 struct ParsedWithFault {
     ParsedWithFault(const Bytes& bytes, std::uint64_t brokenByte) : memory(bytes), file(memory) {
         file.breakByte(brokenByte);
         EXPECT_TRUE(parser.parse(file));
     }
 
-    /// Each can take a failing disk half a minute.
+    /// Each can take half a minute on a failing disk.
     std::size_t failedReads() const {
         return static_cast<std::size_t>(
             std::count_if(file.reads().begin(), file.reads().end(),
@@ -137,14 +137,14 @@ struct ParsedWithFault {
     AviParser parser;
 };
 
-TEST(ReadCount, AFaultBehindTheHeadersDoesNotTakeThemAway) {
+TEST(ReadCount, AFaultAfterTheHeadersDoesNotAffectThem) {
     const Bytes bytes = samples::idx1File({chunk("00dc", filled(1000))}, {{.offset = 4, .length = 1000}});
     const ParsedWithFault parsed(bytes, positionOf(bytes, "00dc") + 500);
     EXPECT_EQ(parsed.parser.errorText(), "");
     EXPECT_EQ(parsed.parser.streams()[0]->totalBytes(), 1000u);
 }
 
-TEST(ReadCount, AFaultBehindTheHeadersIsRunIntoOnce) {
+TEST(ReadCount, AFaultAfterTheHeadersIsReadOnce) {
     const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl(), samples::audioStrl()}),
                                       list("movi", {chunk("00dc", filled(1000))})});
     const ParsedWithFault parsed(bytes, positionOf(bytes, "00dc") + 500);
@@ -153,7 +153,7 @@ TEST(ReadCount, AFaultBehindTheHeadersIsRunIntoOnce) {
     EXPECT_EQ(parsed.failedReads(), 1u);
 }
 
-TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {
+TEST(ReadCount, AFaultInAFormatIsReadTwice) {
     const Bytes bytes = riff("AVI ", {samples::hdrl({samples::videoStrl(), samples::audioStrl()}), list("movi", {})});
     const ParsedWithFault parsed(bytes, positionOf(bytes, "strf") + 20);
     EXPECT_EQ(parsed.parser.errorText(), "stream[0]: strf data read error\n");
@@ -161,7 +161,7 @@ TEST(ReadCount, AFaultInAFormatIsRunIntoOnceMoreForTheFormat) {
     EXPECT_EQ(parsed.failedReads(), 2u);
 }
 
-TEST(ReadCount, ZerosAfterAFaultAreNotReadEightBytesAtATimeForEver) {
+TEST(ReadCount, ZerosAfterAFaultAreNotReadInSmallSteps) {
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {})});
     fileio::SparseFile sparse(std::int64_t{8} << 20);
     sparse.put(0, head);
@@ -174,7 +174,7 @@ TEST(ReadCount, ZerosAfterAFaultAreNotReadEightBytesAtATimeForEver) {
     EXPECT_LE(file.reads().size(), 128u + 1024 + 10);
 }
 
-TEST(ReadCount, AFileThatGivesFewBytesAtATimeIsStillRead) {
+TEST(ReadCount, AFileThatReturnsFewBytesAtATimeIsStillRead) {
     const Bytes bytes = samples::openDmlFile({{{10}}, {{20}}});
     fileio::MemoryFile memory(bytes);
     fileio::FaultFile file(memory);

@@ -1,4 +1,4 @@
-// The records of an index chunk, piece by piece.
+// Reading the records of an index chunk in pieces.
 #include "avi/RecordReader.h"
 
 #include "aviwriter/Blocks.h"
@@ -17,7 +17,7 @@ struct Pair {
     std::uint32_t second;
 };
 
-/// A reader over all of a file, in pieces of two pairs.
+/// A reader of a whole file, in pieces of two pairs.
 struct Records {
     explicit Records(const Bytes& bytes, std::uint64_t allowance = 1000)
         : file(bytes), chunks(file), bytesLeft(allowance), reader(chunks, bytesLeft, 0, bytes.size(), 16) {}
@@ -44,7 +44,7 @@ TEST(RecordReader, ReturnsNoMoreThanAskedFor) {
     EXPECT_EQ(records.reader.next<Pair>(1)[0].first, 3u);
 }
 
-TEST(RecordReader, FillsAPartialRecordUpWithZeros) {
+TEST(RecordReader, FillsUpAPartialRecordWithZeros) {
     Records records(u32(1) + u32(2) + u32(3) + u16(0xABCD));
     const auto pairs = records.reader.next<Pair>(2);
     ASSERT_EQ(pairs.size(), 2u);
@@ -75,7 +75,7 @@ TEST(RecordReader, ReadsUntilItsAllowanceIsUsedUp) {
     EXPECT_EQ(records.reader.remaining(), 0u);
 }
 
-TEST(RecordReader, EndsWithAPieceThatIsNotWhole) {
+TEST(RecordReader, EndsWithAnIncompletePiece) {
     fileio::MemoryFile memory(filled(40));
     fileio::FaultFile file(memory);
     file.limitReads(12);

@@ -1,5 +1,5 @@
-// Reads and seeks that it takes to open a long recording. On a network share each of them is a round trip, so their
-// number must depend on nothing but the number of segments and index chunks.
+// Number of reads and seeks to open a long recording. On a network share each of them is a round trip, so their number
+// must depend only on the number of segments and index chunks.
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
 #include "support/SparseFile.h"
@@ -24,7 +24,7 @@ Bytes standardIndex(std::uint32_t entries) {
     return ix("ix00", {.entries = std::vector<StandardIndexEntry>(entries, {.offset = 0, .size = 1})});
 }
 
-/// Segments of one gigabyte, the indexes of all streams at the end of each.
+/// Segments of one gigabyte, each with the indexes of all streams at its end.
 fileio::SparseFile recording(const Shape& shape) {
     const Bytes index = standardIndex(shape.entriesEach);
     const auto indexSize = static_cast<std::uint32_t>(index.size());
@@ -70,7 +70,7 @@ fileio::SparseFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
     return file;
 }
 
-/// Opens the file and expects it to be whole: so many chunks in each stream.
+/// Opens the file and expects `chunksEach` chunks in each stream.
 void expectOpens(fileio::FaultFile& file, std::size_t streams, std::size_t chunksEach) {
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));
@@ -80,7 +80,7 @@ void expectOpens(fileio::FaultFile& file, std::size_t streams, std::size_t chunk
     EXPECT_EQ(parser.streams().back()->chunkCount(), chunksEach);
 }
 
-TEST(RecordingRead, OpenDmlTakesOneReadForEachSegmentAndOneForEachIndex) {
+TEST(RecordingRead, OpenDmlTakesOneReadPerSegmentAndPerIndex) {
     fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
@@ -95,7 +95,7 @@ TEST(RecordingRead, LongerIndexesTakeNoMoreReads) {
     EXPECT_EQ(file.reads().size(), 3u + 3 * 2);
 }
 
-TEST(RecordingRead, ThirtyTwoStreamsOfTenThousandChunksTakeOneReadForEachIndex) {
+TEST(RecordingRead, ThirtyTwoStreamsTakeOneReadPerIndex) {
     fileio::SparseFile sparse = recording({.segments = 5, .streams = 32, .entriesEach = 63});
     fileio::FaultFile file(sparse);
     expectOpens(file, 32, 5 * 63);
@@ -103,7 +103,7 @@ TEST(RecordingRead, ThirtyTwoStreamsOfTenThousandChunksTakeOneReadForEachIndex) 
     EXPECT_EQ(file.seekCount(), 5u + 5 * 32);
 }
 
-TEST(RecordingRead, OpenDmlIsReadForwardOnceForTheStructureAndOnceForEachStream) {
+TEST(RecordingRead, OpenDmlIsReadForwardOncePerStream) {
     fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
@@ -116,7 +116,7 @@ TEST(RecordingRead, OpenDmlIsReadForwardOnceForTheStructureAndOnceForEachStream)
     EXPECT_EQ(turns, 1 + 2);
 }
 
-TEST(RecordingRead, StandardIndexesAreReadToTheByte) {
+TEST(RecordingRead, StandardIndexReadsHaveTheExactSize) {
     fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
@@ -124,7 +124,7 @@ TEST(RecordingRead, StandardIndexesAreReadToTheByte) {
     EXPECT_EQ(file.bytesRead(), 65'536u + 19 * 4096 + 40 * (24 + 8 * 16'000));
 }
 
-TEST(RecordingRead, Idx1OfUpTo64KiBTakesAHeadATailAndOneReadForThePiece) {
+TEST(RecordingRead, Idx1UpTo64KiBTakesThreeReads) {
     fileio::SparseFile sparse = idx1Recording(2, 4096);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 2048);
@@ -141,14 +141,14 @@ TEST(RecordingRead, LongerIdx1IsReadInEightPieces) {
     EXPECT_EQ(file.reads()[2].wanted, 1'200'000u);
 }
 
-TEST(RecordingRead, AnOddEntryTakesNoNinthPiece) {
+TEST(RecordingRead, AnExtraEntryNeedsNoNinthPiece) {
     fileio::SparseFile sparse = idx1Recording(1, 100'003);
     fileio::FaultFile file(sparse);
     expectOpens(file, 1, 100'003);
     EXPECT_EQ(file.reads().size(), 2u + 8);
 }
 
-TEST(RecordingRead, Idx1OfMoreThan32MiBIsReadInPiecesOf4MiB) {
+TEST(RecordingRead, Idx1Beyond32MiBIsReadInPiecesOf4MiB) {
     fileio::SparseFile sparse = idx1Recording(2, 2'200'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 1'100'000);

@@ -1,4 +1,4 @@
-// Small AVI files as pictures of their bytes, and what the parser makes of them.
+// Small AVI files, built from blocks that show their bytes, and the parser's results.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -13,7 +13,7 @@ namespace samples {
 
 using aviwriter::Bytes;
 
-/// A parse of bytes in memory, and all that it gave.
+/// A parse of bytes in memory, and its results.
 struct Parsed {
     explicit Parsed(const Bytes& bytes) : file(bytes), usable(parser.parse(file)) {}
 
@@ -35,9 +35,9 @@ Bytes hdrl(const std::vector<Bytes>& strls);
 /// One video stream, a "movi" list of these chunks, and an "idx1" of these entries.
 Bytes idx1File(const std::vector<Bytes>& chunks, const std::vector<aviwriter::Idx1Entry>& entries);
 
-/// One standard index of the file below: it describes one chunk of media data per size, all in one "movi" list.
+/// One standard index of an openDmlFile(): it describes one chunk of media data per size, all in one "movi" list.
 struct IndexPart {
-    std::vector<std::uint32_t> sizes;          ///< with aviwriter::kNotKeyFrame where it is no key frame
+    std::vector<std::uint32_t> sizes;          ///< plus aviwriter::kNotKeyFrame if it is no key frame
     aviwriter::StandardIndex overrides{};      ///< entries are filled in from the sizes
 };
 
@@ -48,7 +48,7 @@ Bytes openDmlFile(const std::vector<IndexPart>& parts, const aviwriter::SuperInd
 /// File position of the i-th entry of the first "indx".
 std::size_t superIndexEntryAt(const Bytes& file, std::size_t index);
 
-/// The active chunk list as "offset:size@startByte" with "k" behind key frames, chunks separated by blanks.
+/// The active chunk list as "offset:size@startByte" with "k" after key frames, chunks separated by blanks.
 std::string chunkText(const AviStream& stream);
 
 }  // namespace samples

@@ -1,4 +1,4 @@
-// The program itself.
+// Runs the program.
 #pragma once
 
 #include "hostkit/system/ChildProcess.h"

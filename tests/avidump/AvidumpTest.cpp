@@ -49,7 +49,7 @@ TEST(Avidump, TextShowsHeadersFormatAndIndexInUse) {
     EXPECT_EQ(text.find("\nchunk "), std::string::npos);
 }
 
-/// The report of one stream's "format".
+/// The report for a file with one stream of this format.
 avidump::Report formatReport(std::string_view type, const Bytes& format) {
     return reportOf(riff("AVI ", {list("hdrl", {avih({}), list("strl", {strh({.type = type}), strf(format)})})}),
                     false)["streams"][0]["format"];
@@ -60,7 +60,7 @@ const Bytes kBitmap = bytesOf(BitmapInfo{.size = 44, .width = 32, .height = -16,
 const WaveFormat kSurround = {.channels = 6, .avgBytesPerSec = 123456, .bitsPerSample = 24, .validBitsPerSample = 20,
                               .channelMask = 0x3F};
 
-TEST(AvidumpFormat, OfVideoHasTheFieldsOfItsRecord) {
+TEST(AvidumpFormat, OfVideoHasAllFieldsOfItsRecord) {
     EXPECT_EQ(formatReport("vids", kBitmap).dump(),
               R"({"bytes":44,"biSize":44,"biWidth":32,"biHeight":-16,"biPlanes":7,"biBitCount":24,)"
               R"("biCompression":"QVAN","biSizeImage":1536,"extraData":"01020304"})");
@@ -80,7 +80,7 @@ TEST(AvidumpFormat, OfExtensibleSoundHasMaskAndSubFormat) {
               R"("extraData":"14003f0000000100000000001000800000aa00389b71"})");
 }
 
-TEST(AvidumpFormat, TooShortForAFieldHasItAsZero) {
+TEST(AvidumpFormat, TooShortForAFieldShowsItAsZero) {
     EXPECT_EQ(formatReport("auds", pcmWaveFormat({}))["cbSize"], 0);
     Bytes cutShort = waveFormatExtensible(kSurround);
     cutShort.resize(39);
@@ -113,7 +113,7 @@ Bytes indexedBy(const std::vector<Idx1Entry>& entries) {
                          list("movi", {chunk("00dc", filled(10)), chunk("01wb", filled(6))}), idx1(entries)});
 }
 
-TEST(AvidumpIndexCheck, CountsEntriesThatPointAtNoChunkOfTheirStream) {
+TEST(AvidumpIndexCheck, CountsEntriesWithoutAChunkOfTheirStream) {
     const Idx1Entry good = {.offset = 4, .length = 10};
     const struct {
         Idx1Entry entry;
@@ -133,7 +133,7 @@ TEST(AvidumpIndexCheck, CountsEntriesThatPointAtNoChunkOfTheirStream) {
     }
 }
 
-TEST(AvidumpIndexCheck, TakesAThousandEntriesSpreadEvenlyUnlessAllAreListed) {
+TEST(AvidumpIndexCheck, ChecksAThousandEvenlySpreadEntriesByDefault) {
     std::vector<Idx1Entry> entries(2500, {.offset = 4, .length = 10});
     entries.back().offset = 5;
     entries[1250].offset = 5;
@@ -160,7 +160,7 @@ TEST(Avidump, JsonHasChunksAsArrays) {
     EXPECT_EQ(report["usable"], true);
 }
 
-TEST(Avidump, ListsThatNestDeeplyAreWrittenFlat) {
+TEST(Avidump, DeeplyNestedListsAreWrittenFlat) {
     constexpr std::uint32_t depth = 50'000;
     Bytes file;
     for (std::uint32_t i = 0; i < depth; ++i) {
@@ -172,7 +172,7 @@ TEST(Avidump, ListsThatNestDeeplyAreWrittenFlat) {
     EXPECT_EQ(report["chunkTree"].back()["depth"], depth - 1);
 }
 
-TEST(Avidump, AFileThatCannotBeOpenedIsNotUsable) {
+TEST(Avidump, AFileThatDoesNotOpenIsUnusable) {
     EXPECT_EQ(avidump::makeFailedReport("b.avi").dump(), R"({"file":"b.avi","opened":false,"usable":false})");
 }
 
@@ -184,17 +184,17 @@ TEST(AvidumpCommandLine, TakesFilesAndFlags) {
     EXPECT_TRUE(parsed.command->chunks);
 }
 
-TEST(AvidumpCommandLine, NoFileIsWrongUsage) {
+TEST(AvidumpCommandLine, AMissingFileNameIsAUsageError) {
     const auto parsed = avidump::parseCommandLine({"--json"});
     EXPECT_FALSE(parsed.command.has_value());
     EXPECT_EQ(parsed.exitCode, 2);
 }
 
-TEST(AvidumpCommandLine, AnUnknownOptionIsWrongUsage) {
+TEST(AvidumpCommandLine, AnUnknownOptionIsAUsageError) {
     EXPECT_EQ(avidump::parseCommandLine({"--jsno", "a.avi"}).exitCode, 2);
 }
 
-TEST(AvidumpCommandLine, HelpIsGood) {
+TEST(AvidumpCommandLine, HelpSucceeds) {
     const auto parsed = avidump::parseCommandLine({"--help"});
     EXPECT_FALSE(parsed.command.has_value());
     EXPECT_EQ(parsed.exitCode, 0);

@@ -1,4 +1,4 @@
-// Paths that lead to no file, as only POSIX systems have them.
+// Paths that are not files, which only POSIX systems have.
 #include "avidump/AvidumpProgram.h"
 #include "support/TempFolder.h"
 
@@ -17,8 +17,8 @@ TEST(AvidumpProgram, DoesNotWaitForAPipe) {
     EXPECT_EQ(run.errors, "avidump: " + folder.path("pipe") + ": cannot be opened: it is not a regular file\n");
 }
 
-// What the system refuses to root, too.
-TEST(AvidumpProgram, TellsTheSystemsReason) {
+// A loop of links, which the system refuses to root too.
+TEST(AvidumpProgram, PrintsTheSystemsReason) {
     const TempFolder folder;
     std::filesystem::create_symlink("loop", folder.path("loop"));
     EXPECT_EQ(avidumpOf(folder.path("loop")).errors,

@@ -1,4 +1,4 @@
-// The program: what it says of files that it cannot open.
+// The program's messages about files that it cannot open.
 #include "avidump/AvidumpProgram.h"
 #include "support/TempFolder.h"
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(AvidumpProgram, SaysWhyAFileCannotBeOpened) {
+TEST(AvidumpProgram, PrintsWhyAFileCannotBeOpened) {
     const TempFolder folder;
     const struct {
         const char* name;

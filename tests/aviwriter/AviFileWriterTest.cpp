@@ -144,7 +144,7 @@ TEST(AviFileWriter, SegmentsFollowOneAnotherToTheEndOfTheFile) {
         position += 8 + u32At(file, position + 4);
     }
     EXPECT_EQ(position, file.size());
-    EXPECT_EQ(segments, 4U);   // 1 frame beside the headers, then 2, 2, 2
+    EXPECT_EQ(segments, 4U);   // 1 frame next to the headers, then 2, 2, 2
 }
 
 TEST(AviFileWriter, EverySegmentHasAnIndexThatLeadsToItsFrames) {
@@ -218,7 +218,7 @@ TEST(AviFileWriter, WithTheLegacyIndexTheHoleLiesInsideTheOnlyMovi) {
     EXPECT_EQ(bytesAt(file, positionOf(file, "movi") + 4 + 10 + 1000, 10), text("00dc") + u32(2) + Bytes({3, 4}));
 }
 
-// Keeps where each write went instead of its bytes: files beyond 4 GiB fit into a test.
+// Records the position of each write instead of its bytes, so that tests can write files beyond 4 GiB.
 class PositionSink final : public ByteSink {
 public:
     void write(std::uint64_t position, const Bytes& data) override {
@@ -236,7 +236,7 @@ public:
     std::uint64_t m_end = 0;
 };
 
-TEST(AviFileWriter, AHoleBeyondFourGibIsCutIntoChunksAndFollowedBy64BitOffsets) {
+TEST(AviFileWriter, AHoleBeyondFourGibIsCutIntoSeveralChunks) {
     PositionSink sink;
     AviFileWriter writer(sink, {.index = IndexKind::both, .superIndexRoom = 2}, smallVideo(), {});
     writer.writeVideo({1, 2});

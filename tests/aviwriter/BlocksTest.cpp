@@ -13,15 +13,15 @@ TEST(Blocks, NumbersAreLittleEndian) {
               (Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}));
 }
 
-TEST(Blocks, AChunkOfOddSizeIsPaddedAndDoesNotCountThePad) {
+TEST(Blocks, AnOddChunkIsPaddedButDoesNotCountThePad) {
     EXPECT_EQ(chunk("00dc", {7, 8, 9}), (Bytes{'0', '0', 'd', 'c', 3, 0, 0, 0, 7, 8, 9, 0}));
 }
 
-TEST(Blocks, AChunkOfEvenSizeHasNoPad) {
+TEST(Blocks, AnEvenChunkHasNoPad) {
     EXPECT_EQ(chunk("00dc", {7, 8}), (Bytes{'0', '0', 'd', 'c', 2, 0, 0, 0, 7, 8}));
 }
 
-TEST(Blocks, AChunkMayClaimAnySize) {
+TEST(Blocks, AChunkMayStateAnySize) {
     EXPECT_EQ(chunkClaiming("00dc", 0xFFFFFFFE, {7, 8}),
               (Bytes{'0', '0', 'd', 'c', 0xFE, 0xFF, 0xFF, 0xFF, 7, 8}));
 }
@@ -36,7 +36,7 @@ TEST(Blocks, ARiffIsAListUnderItsOwnId) {
     EXPECT_EQ(riff("AVI ", {}), text("RIFF") + u32(4) + text("AVI "));
 }
 
-TEST(Blocks, AListMayClaimAnySize) {
+TEST(Blocks, AListMayStateAnySize) {
     EXPECT_EQ(listClaiming("LIST", "movi", 9999, {}), text("LIST") + u32(9999) + text("movi"));
 }
 
@@ -90,7 +90,7 @@ TEST(Blocks, DerivedSoundFieldsCanBeOverridden) {
               join({u16(1), u16(2), u32(48000), u32(1), u16(5), u16(16)}));
 }
 
-TEST(Blocks, ASuperIndexCountsItsEntriesUnlessTold) {
+TEST(Blocks, ASuperIndexCountsItsEntriesByDefault) {
     EXPECT_EQ(bytesOf(SuperIndex{.entries = {{.offset = 0x100000002, .size = 3, .duration = 4}}}),
               join({u16(4), u8(0), u8(0), u32(1), text("00dc"), u32(0), u32(0), u32(0), u64(0x100000002), u32(3),
                     u32(4)}));
@@ -98,7 +98,7 @@ TEST(Blocks, ASuperIndexCountsItsEntriesUnlessTold) {
               join({u16(4), u8(0), u8(0), u32(9), text("00dc"), u32(0), u32(0), u32(0)}));
 }
 
-TEST(Blocks, AStandardIndexCountsItsEntriesUnlessTold) {
+TEST(Blocks, AStandardIndexCountsItsEntriesByDefault) {
     EXPECT_EQ(bytesOf(StandardIndex{.chunkId = "01wb", .baseOffset = 0x100000002, .entries = {{8, 3 | kNotKeyFrame}}}),
               join({u16(2), u8(0), u8(1), u32(1), text("01wb"), u64(0x100000002), u32(0), u32(8), u32(0x80000003)}));
     EXPECT_EQ(bytesOf(StandardIndex{.entriesInUse = 9}),

@@ -18,7 +18,7 @@ TEST(MemorySink, AGapReadsAsZeros) {
     EXPECT_EQ(sink.bytes(), (Bytes{1, 0, 0, 7}));
 }
 
-TEST(FileSink, WritesLikeMemoryUnderAnyName) {
+TEST(FileSink, WritesTheSameAsMemoryUnderAnyName) {
     const std::filesystem::path path = std::filesystem::temp_directory_path() / u8"aviwriter-Prüfung-試験.bin";
     FileSink sink(path);
     sink.write(3, {7});
@@ -42,7 +42,7 @@ TEST(FileSink, ReachesPositionsBeyondFourGib) {
     EXPECT_EQ(size, (std::uintmax_t{5} << 30) + 1);
 }
 
-TEST(FileSink, AFolderThatIsNotThereIsAnError) {
+TEST(FileSink, AMissingFolderIsAnError) {
     EXPECT_THROW(FileSink(std::filesystem::path("no-such-folder") / "file.avi"), std::runtime_error);
 }
 

@@ -49,10 +49,10 @@ TEST(Sample, TheSameOptionsGiveTheSameBytesOnEverySystem) {
     options.frames = 3;
     options.layout.segmentBytes = 20000;
     options.audio = {{.format = SampleFormat::float32, .channels = 6, .channelMask = 0x3F}};
-    EXPECT_EQ(crcOf(sampleBytes(options)), 0x89BFF713U);   // changes with the picture, the sound or the codec's stream
+    EXPECT_EQ(crcOf(sampleBytes(options)), 0x89BFF713U);   // depends on the picture, the sound and the codec's stream
 }
 
-TEST(Sample, DroppedFramesAreChunksWithoutData) {
+TEST(Sample, DroppedFramesAreEmptyChunks) {
     SampleOptions options = tiny();
     options.dropped = {1};
     const Bytes file = sampleBytes(options);
@@ -72,7 +72,7 @@ TEST(Sample, SoundLastsAsLongAsTheVideo) {
     EXPECT_EQ(lengthOf(file, 2), 5885U);
 }
 
-TEST(Sample, ChunkedSoundHasFullChunksAndOneShortAtTheEnd) {
+TEST(Sample, ChunkedSoundHasAShortLastChunk) {
     SampleOptions options = tiny();
     options.audio = {{.format = SampleFormat::pcm8, .channels = 1, .sampleRate = 1000, .chunkFrames = 33}};
     const Bytes file = sampleBytes(options);   // 160 sample frames
@@ -112,7 +112,7 @@ TEST(Sample, TheFirstChunkOfSoundHoldsTheTestSound) {
     EXPECT_EQ(Bytes(begin, begin + 160), testSound(SampleFormat::pcm16, 2, 1000, 0, 40));
 }
 
-TEST(Sample, TheSecondChunkOfSoundGoesOnWhereTheFirstEnded) {
+TEST(Sample, TheSecondSoundChunkContinuesTheFirst) {
     SampleOptions options = tiny();
     options.audio = {{.channels = 2, .sampleRate = 1000}};
     const Bytes file = sampleBytes(options);
@@ -146,7 +146,7 @@ TEST(Sample, TheHoleLiesBeforeTheSecondHalf) {
     EXPECT_EQ(lengthOf(file, 0), 4U);
 }
 
-TEST(MakeaviValues, AreReadAsTheyAreWritten) {
+TEST(MakeaviValues, AreReadAsWritten) {
     EXPECT_EQ(makeavi::parseSize("1920x1080"), std::pair(1920U, 1080U));
     EXPECT_EQ(makeavi::parseRate("25"), std::pair(25U, 1U));
     EXPECT_EQ(makeavi::parseRate("30000/1001"), std::pair(30000U, 1001U));
@@ -159,7 +159,7 @@ TEST(MakeaviValues, AreReadAsTheyAreWritten) {
     EXPECT_EQ(makeavi::parseBytes("5GB"), std::uint64_t{5} << 30);
 }
 
-TEST(MakeaviValues, ASoundIsReadWithEverythingBehindIt) {
+TEST(MakeaviValues, ASoundIsReadWithAllItsAttributes) {
     const SampleAudio audio = makeavi::parseAudio("float32:6:44100:mask=0x3f:chunk=100");
     EXPECT_EQ(audio.format, SampleFormat::float32);
     EXPECT_EQ(audio.channels, 6);
@@ -174,7 +174,7 @@ TEST(MakeaviValues, TheSoundHeaderCanBeChosen) {
     EXPECT_EQ(makeavi::parseAudio("pcm8:1:22050:header=16").record, WaveRecord::pcm16);
 }
 
-TEST(MakeaviValues, NonsenseIsRefused) {
+TEST(MakeaviValues, InvalidTextIsRefused) {
     for (const char* text : {"", "320", "0x10", "10x", "10x20x30", "16385x1", "10X20", "-1x5"}) {
         EXPECT_THROW(makeavi::parseSize(text), std::invalid_argument) << text;
     }
@@ -205,7 +205,7 @@ TEST(MakeaviCommandLine, OptionsReachTheSample) {
     EXPECT_EQ(parsed.command->output, "out.avi");
 }
 
-TEST(MakeaviCommandLine, ALineThatMakesNoSenseIsAUsageError) {
+TEST(MakeaviCommandLine, AnInvalidLineIsAUsageError) {
     const auto parsed = makeavi::parseCommandLine({"--type", "XXXX", "-o", "out.avi"});
     EXPECT_FALSE(parsed.command.has_value());
     EXPECT_EQ(parsed.exitCode, 2);

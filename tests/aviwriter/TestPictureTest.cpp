@@ -11,7 +11,7 @@ using namespace aviwriter;
 
 namespace {
 
-// One colour over the whole picture, in the components of a type.
+// A picture of one colour, with the components of a type.
 standin::Picture flat(const Color& color, const standin::StreamInfo& info) {
     Canvas canvas(info.width, info.height);
     canvas.fill(0, 0, canvas.width(), canvas.height(), color);
@@ -66,7 +66,7 @@ TEST(ToPicture, LimitedRgbLeavesAlphaFull) {
     EXPECT_EQ(firstCodes(flat({0xFFFF, 0, 0, 0xFFFF}, {102, 2, 2, 2, 1})), (std::vector<int>{235, 16, 16, 255}));
 }
 
-TEST(ToPicture, GreyIsLumaAlone) {
+TEST(ToPicture, GreyIsOnlyLuma) {
     EXPECT_EQ(firstCodes(flat(kRed, {107, 2, 2, 1, 1})), (std::vector<int>{81}));
 }
 
@@ -77,7 +77,7 @@ TEST(ToPicture, SubsampledChromaIsTheMeanOfItsPixels) {
     canvas.dot(2, 0, kBlue);
     const standin::Picture picture = toPicture(canvas, {104, 3, 1, 1, 1});
     EXPECT_EQ(picture.planes[0].samples, (std::vector<std::uint16_t>{81, 235, 41}));
-    EXPECT_EQ(picture.planes[1].samples, (std::vector<std::uint16_t>{109, 240}));   // (90.2 + 128) / 2, blue alone
+    EXPECT_EQ(picture.planes[1].samples, (std::vector<std::uint16_t>{109, 240}));   // (90.2 + 128) / 2, only blue
     EXPECT_EQ(picture.planes[2].samples, (std::vector<std::uint16_t>{184, 110}));
 }
 
@@ -114,7 +114,7 @@ TEST(TestPicture, TheBarsStandInTheirUsualOrder) {
     }
 }
 
-TEST(TestPicture, TheRampOfADeepTypeShowsNearlyAllItsCodes) {
+TEST(TestPicture, TheRampOfADeepTypeShowsNearlyAllCodes) {
     const standin::Picture picture = TestPicture({113, 640, 360, 2, 2}).frame(0);
     std::set<std::uint16_t> codes;
     const auto& samples = picture.planes[0].samples;
@@ -145,7 +145,7 @@ TEST(TestPicture, NeighbouringFramesDifferEvenWithoutLetters) {
     }
 }
 
-TEST(TestPicture, LettersTellFramesApartWhenTheShapesAreBackWhereTheyWere) {
+TEST(TestPicture, LettersDifferWhenTheShapesRepeat) {
     const TestPicture picture({104, 320, 180, 2, 1});
     EXPECT_NE(picture.frame(5).planes[0].samples, picture.frame(5 + 50 * 36).planes[0].samples);
 }

@@ -72,7 +72,7 @@ TEST(TestSound, ChannelsAreInterleaved) {
                     sample(0, kAfterTheTick + 1), sample(1, kAfterTheTick + 1), sample(2, kAfterTheTick + 1)}));
 }
 
-TEST(TestSound, SoundMadeInPiecesIsTheSameSound) {
+TEST(TestSound, SoundMadeInPiecesIsTheSame) {
     EXPECT_EQ(testSound(SampleFormat::pcm24, 2, kRate, 0, 100) + testSound(SampleFormat::pcm24, 2, kRate, 100, 157),
               testSound(SampleFormat::pcm24, 2, kRate, 0, 257));
 }

@@ -1,4 +1,4 @@
-// What requests take of the heap: nothing, once the first has been served.
+// Heap allocations of requests: none after the first request.
 #include "CostTest.h"
 #include "HeapWatch.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 class Allocation : public CostTest {
 protected:
-    // The codec's own needs are not the plug-in's.
+    // Without decodes, because the codec's allocations are not the plug-in's.
     Allocation() : m_watch(plugin().library()) { plugin().spy().decodes().leaveOut(true); }
 
     template <class Action>
@@ -30,13 +30,13 @@ private:
 
 }  // namespace
 
-// What all others rest on: that allocations are seen at all.
-TEST_F(Allocation, OfAnAsynchronousImporterIsSeen) {
+// Proves that allocations are detected at all, which all other tests rely on.
+TEST_F(Allocation, OfAnAsynchronousImporterIsDetected) {
     MeasuredClip& clip = open();
     EXPECT_GT(allocationsOf([&] { clip.openAsync(); }), 0u);
 }
 
-TEST_F(Allocation, OfTheFirstFrameIsSeen) {
+TEST_F(Allocation, OfTheFirstFrameIsDetected) {
     MeasuredClip& clip = open();
     EXPECT_GT(allocationsOf([&] { clip.getFrame(0); }), 0u);
 }
@@ -47,7 +47,7 @@ TEST_F(Allocation, IsNotNeededForASecondFrame) {
     EXPECT_EQ(allocationsOf([&] { clip.getFrame(0); }), 0u);
 }
 
-TEST_F(Allocation, IsNotNeededForAnyFrameOnceTheLargestWasRead) {
+TEST_F(Allocation, IsNotNeededAfterTheLargestFrame) {
     MeasuredClip& clip = open();
     for (csSDK_int64 frame = 0; frame < clip.frameCount(); ++frame) {
         clip.getFrame(frame);
@@ -76,7 +76,7 @@ TEST_F(Allocation, IsNotNeededForSixteenBitSound) { EXPECT_EQ(allocationsOfSound
 
 TEST_F(Allocation, IsNotNeededForTwentyFourBitSound) { EXPECT_EQ(allocationsOfSound(SampleFormat::pcm24, 2), 0u); }
 
-TEST_F(Allocation, ToCollectAnAnnouncedFrameIsOnlyTheRuntimesForTheWait) {
+TEST_F(Allocation, ForACollectionIsOnlyTheRuntimesForTheWait) {
     MeasuredClip& clip = open();
     clip.openAsync();
     clip.collect(0);
@@ -86,8 +86,8 @@ TEST_F(Allocation, ToCollectAnAnnouncedFrameIsOnlyTheRuntimesForTheWait) {
     EXPECT_LE(HeapWatch::allocationsOfThisThread(), HeapWatch::kMostForAWait);
 }
 
-// An announcement starts a thread, which takes what the system's threads take: little beside a frame.
-TEST_F(Allocation, OfAnAnnouncedFrameIsNotForItsBytes) {
+// An announcement starts a thread, which allocates a little, far less than a frame.
+TEST_F(Allocation, ForAnAnnouncedFrameExcludesItsBytes) {
     MeasuredClip& clip = open();
     clip.openAsync();
     clip.collect(0);
@@ -99,8 +99,9 @@ TEST_F(Allocation, OfAnAnnouncedFrameIsNotForItsBytes) {
     EXPECT_LT(HeapWatch::largest(), 1000u);
 }
 
-// Hundreds of clips are open in a project: what one leaves serves the next. An asynchronous importer is as good as one.
-TEST_F(Allocation, OfAnImportersFirstFrameIsNotForItsBytesWhenAnotherLeftRoom) {
+// Hundreds of clips are open in a project: a buffer that one no longer needs serves the next. Asynchronous importers
+// take part too.
+TEST_F(Allocation, FirstFrameReusesAnotherImportersBuffer) {
     MeasuredClip& clip = open();
     clip.openAsync();
     clip.getFrame(0);
@@ -111,7 +112,7 @@ TEST_F(Allocation, OfAnImportersFirstFrameIsNotForItsBytesWhenAnotherLeftRoom) {
     EXPECT_LT(HeapWatch::largest(), plugin().spy().reads().lastSize());
 }
 
-TEST_F(Allocation, IsNeededAgainWhenAFlushHasGivenTheMemoryBack) {
+TEST_F(Allocation, IsNeededAgainAfterAFlush) {
     MeasuredClip& clip = open();
     clip.openAsync();
     clip.collect(0);
@@ -122,8 +123,8 @@ TEST_F(Allocation, IsNeededAgainWhenAFlushHasGivenTheMemoryBack) {
     EXPECT_EQ(HeapWatch::largest(), plugin().spy().reads().lastSize());
 }
 
-// An importer that is put to rest gives back what it and others left.
-TEST_F(Allocation, IsNeededAgainWhenAQuietClipHasGivenTheMemoryBack) {
+// A quiet importer frees its own buffers and all spare ones.
+TEST_F(Allocation, IsNeededAgainAfterAQuietClip) {
     MeasuredClip& clip = open();
     clip.getFrame(0);
     clip.quiet();

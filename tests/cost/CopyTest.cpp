@@ -1,4 +1,4 @@
-// Compressed bytes go from the file to the codec through one buffer: the codec takes them where the read put them.
+// Compressed bytes go from the file to the codec through one buffer: they are read into it and decoded from it.
 #include "CostTest.h"
 
 namespace {
@@ -17,13 +17,13 @@ protected:
 
 }  // namespace
 
-TEST_F(CompressedBytes, OfAFrameReachTheCodecWhereTheReadPutThem) {
+TEST_F(CompressedBytes, OfAFrameAreDecodedWhereTheyWereRead) {
     MeasuredClip& clip = open();
     clip.getFrame(3);
     expectOnePlace();
 }
 
-TEST_F(CompressedBytes, OfADroppedFramesNeighbourReachTheCodecWhereTheReadPutThem) {
+TEST_F(CompressedBytes, OfADroppedFrameAreDecodedWhereTheyWereRead) {
     aviwriter::SampleOptions options = usualClip();
     options.dropped = {5};
     MeasuredClip& clip = open(options);
@@ -32,7 +32,7 @@ TEST_F(CompressedBytes, OfADroppedFramesNeighbourReachTheCodecWhereTheReadPutThe
     expectOnePlace();
 }
 
-TEST_F(CompressedBytes, OfAnAnnouncedFrameReachTheCodecWhereTheReadPutThem) {
+TEST_F(CompressedBytes, OfAnAnnouncedFrameAreDecodedWhereTheyWereRead) {
     MeasuredClip& clip = open();
     clip.openAsync();
     plugin().spy().clear();
@@ -41,7 +41,7 @@ TEST_F(CompressedBytes, OfAnAnnouncedFrameReachTheCodecWhereTheReadPutThem) {
     expectOnePlace();
 }
 
-TEST_F(CompressedBytes, AreReadOnceAndNoMoreThanTheyAre) {
+TEST_F(CompressedBytes, AreReadOnceAndExactly) {
     MeasuredClip& clip = open();
     plugin().spy().clear();
     clip.getFrame(3);
@@ -50,7 +50,7 @@ TEST_F(CompressedBytes, AreReadOnceAndNoMoreThanTheyAre) {
     EXPECT_EQ(reads().bytes(), decodes().bytes());
 }
 
-TEST_F(CompressedBytes, OfTheNextFrameComeToTheSamePlace) {
+TEST_F(CompressedBytes, OfTheNextFrameUseTheSameBuffer) {
     MeasuredClip& clip = open();
     clip.getFrame(3);
     const void* place = reads().lastBuffer();

@@ -1,4 +1,4 @@
-// The plug-in in a host that costs nothing, and clips to ask it for frames and sound.
+// Loads the plug-in in a host that has no costs of its own, and opens clips for requests.
 #pragma once
 
 #include "aviwriter/Sample.h"
@@ -12,15 +12,15 @@
 
 class CostTest : public ::testing::Test {
 protected:
-    // 320 x 180 pixels at 25 frames per second with sound: in the first track 1920 sample frames a chunk, one for each
-    // video frame.
+    // 320 x 180 pixels at 25 frames per second with sound: the first track has chunks of 1920 sample frames, one for
+    // each video frame.
     static constexpr csSDK_uint32 kChunkFrames = 1920;
     static aviwriter::SampleOptions clipWith(aviwriter::SampleFormat format, std::uint16_t channels) {
         return {.width = 320, .height = 180, .frames = 10, .audio = {{.format = format, .channels = channels}}};
     }
     static aviwriter::SampleOptions usualClip() { return clipWith(aviwriter::SampleFormat::float32, 2); }
 
-    // What was delivered has been given back.
+    // All delivered frames must have been released.
     void TearDown() override {
         m_clip.reset();
         EXPECT_EQ(m_plugin.host().framesOut(), 0u);
@@ -28,7 +28,7 @@ protected:
 
     MeasuredPlugin& plugin() { return m_plugin; }
 
-    // Lives until the next one is opened.
+    // The clip lives until the next one is opened.
     MeasuredClip& open(const aviwriter::SampleOptions& options = usualClip()) {
         m_clip.reset();
         const std::filesystem::path file = m_folder.folder() / ("clip" + std::to_string(m_files++) + ".avi");

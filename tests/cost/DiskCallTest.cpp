@@ -1,4 +1,4 @@
-// What requests ask of the disk: a seek and a read for each chunk, and nothing else.
+// Disk calls of requests: a seek and a read for each chunk, and nothing else.
 #include "CostTest.h"
 
 #include "hostkit/watch/DiskFaults.h"
@@ -21,9 +21,9 @@ void PrintTo(const DiskCalls& calls, std::ostream* out) {
          << " reads";
 }
 
-class RequestsOfTheDisk : public CostTest {
+class DiskRequests : public CostTest {
 protected:
-    RequestsOfTheDisk() : m_disk(plugin().library()) {}
+    DiskRequests() : m_disk(plugin().library()) {}
 
     template <class Action>
     DiskCalls of(Action action) {
@@ -46,19 +46,19 @@ constexpr DiskCalls kOneChunk = {.seeks = 1, .reads = 1};
 
 }  // namespace
 
-TEST_F(RequestsOfTheDisk, AreASeekAndAReadForAFrame) {
+TEST_F(DiskRequests, AreASeekAndAReadForAFrame) {
     MeasuredClip& clip = open();
     EXPECT_EQ(of([&] { clip.getFrame(7); }), kOneChunk);
 }
 
-TEST_F(RequestsOfTheDisk, AreNoMoreForADroppedFrame) {
+TEST_F(DiskRequests, AreTheSameForADroppedFrame) {
     aviwriter::SampleOptions options = usualClip();
     options.dropped = {3, 4, 5};
     MeasuredClip& clip = open(options);
     EXPECT_EQ(of([&] { clip.getFrame(5); }), kOneChunk);
 }
 
-TEST_F(RequestsOfTheDisk, AreASeekAndAReadForAnAnnouncedFrame) {
+TEST_F(DiskRequests, AreASeekAndAReadForAnAnnouncedFrame) {
     MeasuredClip& clip = open();
     clip.openAsync();
     EXPECT_EQ(of([&] {
@@ -68,16 +68,16 @@ TEST_F(RequestsOfTheDisk, AreASeekAndAReadForAnAnnouncedFrame) {
               kOneChunk);
 }
 
-TEST_F(RequestsOfTheDisk, AreASeekAndAReadForSoundWithinAChunk) {
+TEST_F(DiskRequests, AreASeekAndAReadForSoundWithinAChunk) {
     EXPECT_EQ(ofSound(kChunkFrames + 100, 200), kOneChunk);
 }
 
-TEST_F(RequestsOfTheDisk, AreASeekAndAReadForEachChunkOfSound) {
+TEST_F(DiskRequests, AreASeekAndAReadForEachChunkOfSound) {
     EXPECT_EQ(ofSound(kChunkFrames - 100, kChunkFrames + 200), (DiskCalls{.seeks = 3, .reads = 3}));
 }
 
-TEST_F(RequestsOfTheDisk, AreNoMoreForSoundThatRunsPastTheEnd) {
+TEST_F(DiskRequests, AreTheSameForSoundAcrossTheEnd) {
     EXPECT_EQ(ofSound(9 * kChunkFrames + 100, 2 * kChunkFrames), kOneChunk);
 }
 
-TEST_F(RequestsOfTheDisk, AreNoneForSoundBehindTheEnd) { EXPECT_EQ(ofSound(10 * kChunkFrames, 200), DiskCalls{}); }
+TEST_F(DiskRequests, AreNoneForSoundPastTheEnd) { EXPECT_EQ(ofSound(10 * kChunkFrames, 200), DiskCalls{}); }

@@ -2,15 +2,15 @@
 
 #include <cstdlib>
 
-// What the plug-in's library imports by name, replaced in it: on Windows that is all there is, because the C++ runtime
-// is part of the plug-in. Natively the C++ runtime is a library of its own; see HeapWatch_posix.cpp.
+// Replaces the allocation functions that the plug-in's library imports by name. On Windows those are all, because the
+// C++ runtime is part of the plug-in. Natively the C++ runtime is a separate library; see HeapWatch_posix.cpp.
 std::atomic<std::size_t> HeapWatch::s_allocations = 0;
 std::atomic<std::size_t> HeapWatch::s_largest = 0;
 thread_local std::size_t HeapWatch::t_allocations = 0;
 
 namespace {
 
-// The watching program's own functions serve the plug-in as well: both have the same C library.
+// The test program's own functions can serve the plug-in, because both use the same C library.
 void* watchedMalloc(std::size_t bytes) {
     HeapWatch::add(bytes);
     return std::malloc(bytes);

@@ -1,4 +1,4 @@
-// How often the plug-in takes memory, whoever of its libraries asks for it.
+// Counts the allocations of the plug-in and of its libraries.
 #pragma once
 
 #include "hostkit/plugin/PluginLibrary.h"
@@ -11,8 +11,8 @@
 
 class HeapWatch {
 public:
-    // Watches from now on. The library stays loaded for longer, and none of its calls runs while this object is made or
-    // ends. One at a time.
+    // Starts counting. The library must outlive this object, and none of its calls may run while this object is
+    // constructed or destroyed. There can be only one at a time.
     explicit HeapWatch(const hostkit::PluginLibrary& library);
 
     // Since the last clear().
@@ -21,10 +21,10 @@ public:
     static std::size_t largest() { return s_largest; }
     static void clear();
 
-    // What the C++ runtime takes on this system when a thread waits for a future: no program can have it otherwise.
+    // Allocations of the C++ runtime on this system when a thread waits for a future; no program can avoid them.
     static const std::size_t kMostForAWait;
 
-    // For what takes the place of the system's functions.
+    // Called by the replacements of the system's functions.
     static void add(std::size_t bytes);
 
 private:

@@ -1,5 +1,4 @@
-// The C++ runtime is shared natively: this program's operator new is the plug-in's too, and that of the runtime's own
-// functions.
+// Natively the C++ runtime is shared: the plug-in and the runtime's own functions use this program's operator new too.
 #include "HeapWatch.h"
 
 #include <cstdlib>

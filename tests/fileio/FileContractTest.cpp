@@ -1,4 +1,4 @@
-// What every fileio::File does, whoever implements it.
+// The contract of every fileio::File implementation.
 #include "fileio/SystemFile.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
@@ -20,7 +20,7 @@ constexpr std::uint32_t kWrite = 2;
 constexpr std::uint32_t kReadWrite = 3;
 constexpr std::uint32_t kShare = 8;
 
-/// One implementation: how to make a closed file, and where its files lie.
+/// One implementation: creates closed files and names their paths.
 class Maker {
 public:
     virtual ~Maker() = default;
@@ -34,7 +34,7 @@ public:
     std::string path(const std::string& name) override { return m_folder.path(name); }
 
 private:
-    TempFolder m_folder;  // goes last: files must be closed before their folder can
+    TempFolder m_folder;  // destroyed last: files must be closed before their folder can be deleted
     std::vector<std::unique_ptr<File>> m_files;
 };
 
@@ -70,7 +70,7 @@ protected:
     File& newFile() { return m_maker->makeFile(); }
     std::string path(const std::string& name) { return m_maker->path(name); }
 
-    /// A file that holds `content`, closed again.
+    /// Writes a file that holds `content`, closes it and returns its path.
     std::string written(const std::string& name, std::string_view content) {
         File& file = newFile();
         EXPECT_TRUE(file.open(path(name).c_str(), kWrite));
@@ -110,13 +110,13 @@ TEST_P(FileContract, AReadAtTheEndIsShort) {
     EXPECT_EQ(readString(openedForReading("hello"), 9), "hello");
 }
 
-TEST_P(FileContract, AReadBehindTheEndGivesNothing) {
+TEST_P(FileContract, AReadPastTheEndReturnsNothing) {
     File& file = openedForReading("hello");
     ASSERT_TRUE(file.seek(6));
     EXPECT_EQ(readString(file, 1), "");
 }
 
-TEST_P(FileContract, AReadMovesThePositionByWhatItGave) {
+TEST_P(FileContract, AReadAdvancesThePositionByItsBytes) {
     File& file = openedForReading("hello");
     readString(file, 2);
     EXPECT_EQ(file.tell(), 2);
@@ -138,7 +138,7 @@ TEST_P(FileContract, SeekIsFromTheStart) {
     EXPECT_EQ(readString(file, 2), "el");
 }
 
-TEST_P(FileContract, SeekingFarBehindTheEndIsAllowed) {
+TEST_P(FileContract, SeekingFarPastTheEndIsAllowed) {
     File& file = openedForReading("hello");
     EXPECT_TRUE(file.seek(0x1'0000'0000));
     EXPECT_EQ(file.tell(), 0x1'0000'0000);
@@ -151,14 +151,14 @@ TEST_P(FileContract, ANegativePositionIsRefusedAndChangesNothing) {
     EXPECT_EQ(file.tell(), 3);
 }
 
-TEST_P(FileContract, SizeCountsAllBytesWhereverThePositionIs) {
+TEST_P(FileContract, SizeDoesNotDependOnThePosition) {
     File& file = openedForReading("hello");
     ASSERT_TRUE(file.seek(3));
     EXPECT_EQ(file.size(), 5);
     EXPECT_EQ(file.tell(), 3);
 }
 
-TEST_P(FileContract, AClosedFileAnswersWithFailure) {
+TEST_P(FileContract, AClosedFileFailsAllCalls) {
     File& file = openedForReading("hello");
     file.close();
     char byte = 0;
@@ -176,7 +176,7 @@ TEST_P(FileContract, ClosingTwiceDoesNothing) {
     EXPECT_EQ(file.size(), 0);
 }
 
-TEST_P(FileContract, AFileThatDoesNotExistCannotBeRead) {
+TEST_P(FileContract, AMissingFileCannotBeRead) {
     EXPECT_FALSE(newFile().open(path("missing").c_str(), kRead | kShare));
 }
 
@@ -186,7 +186,7 @@ TEST_P(FileContract, WritingCreatesTheFile) {
     EXPECT_EQ(file.size(), 0);
 }
 
-TEST_P(FileContract, WritingEmptiesAFileThatExists) {
+TEST_P(FileContract, WritingEmptiesAnExistingFile) {
     const std::string where = written("old", "old content");
     File& file = newFile();
     ASSERT_TRUE(file.open(where.c_str(), kWrite));
@@ -218,29 +218,29 @@ TEST_P(FileContract, AFileOpenForReadingCannotBeWritten) {
     EXPECT_EQ(readString(file, 5), "hello");
 }
 
-TEST_P(FileContract, SharingAloneOpensNothing) {
+TEST_P(FileContract, OnlySharingFlagsOpenNothing) {
     const std::string where = written("content", "hello");
     EXPECT_FALSE(newFile().open(where.c_str(), kShare));
 }
 
-TEST_P(FileContract, AModeOfNothingOpensNothing) {
+TEST_P(FileContract, AModeOf0OpensNothing) {
     const std::string where = written("content", "hello");
     EXPECT_FALSE(newFile().open(where.c_str(), 0));
 }
 
-TEST_P(FileContract, TwoReadersThatShareHoldOneFile) {
+TEST_P(FileContract, TwoSharingReadersCanOpenOneFile) {
     const std::string where = written("content", "hello");
     EXPECT_TRUE(newFile().open(where.c_str(), kRead | kShare));
     EXPECT_TRUE(newFile().open(where.c_str(), kRead | kShare));
 }
 
-TEST_P(FileContract, AReaderThatDoesNotShareKeepsOthersOut) {
+TEST_P(FileContract, AReaderWithoutSharingExcludesOthers) {
     const std::string where = written("content", "hello");
     ASSERT_TRUE(newFile().open(where.c_str(), kRead));
     EXPECT_FALSE(newFile().open(where.c_str(), kRead | kShare));
 }
 
-TEST_P(FileContract, AWriterIsRefusedWhileOthersReadAndHarmsNothing) {
+TEST_P(FileContract, AWriterIsRefusedWhileOthersRead) {
     File& reader = openedForReading("hello");
     EXPECT_FALSE(newFile().open(path("content").c_str(), kReadWrite | kShare));
     EXPECT_EQ(readString(reader, 9), "hello");
@@ -262,8 +262,8 @@ TEST_P(FileContract, OpeningASecondPathClosesTheFirst) {
     EXPECT_TRUE(newFile().open(first.c_str(), kWrite));
 }
 
-// A writer lets nobody else in, not even the same object's next open.
-TEST_P(FileContract, OpeningAgainClosesTheFirstBeforeItOpensTheSecond) {
+// While a file is open for writing it cannot be opened again, not even by the same object.
+TEST_P(FileContract, OpeningAgainClosesTheFirstBeforehand) {
     File& file = newFile();
     ASSERT_TRUE(file.open(path("alone").c_str(), kWrite));
     ASSERT_EQ(file.write("old", 3), 3u);
@@ -289,7 +289,7 @@ TEST_P(FileContract, ReopeningStartsAtTheBeginning) {
     EXPECT_EQ(file.tell(), 0);
 }
 
-TEST_P(FileContract, BlocksAre4096BytesLargeAndAligned) {
+TEST_P(FileContract, BlocksAreAlignedAndHave4096Bytes) {
     EXPECT_EQ(newFile().blockSize(), 4096u);
     EXPECT_EQ(newFile().blockAlignment(), 4096u);
 }

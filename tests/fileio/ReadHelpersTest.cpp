@@ -19,7 +19,7 @@ std::string runtimeErrorOf(Call call) {
     return "no exception";
 }
 
-TEST(ReadExact, GivesTheBytesAskedFor) {
+TEST(ReadExact, ReturnsTheRequestedBytes) {
     fileio::MemoryFile file({1, 2, 3});
     std::uint8_t bytes[3] = {};
     fileio::readExact(file, bytes, 3);

@@ -1,4 +1,4 @@
-// What only a file of the system has: paths, handles, and being refused by the system.
+// Features of system files only: paths, handles, and refusals by the system.
 #include "fileio/ReadHelpers.h"
 #include "fileio/SystemFile.h"
 #include "support/TempFolder.h"
@@ -45,7 +45,7 @@ TEST(SystemFile, TheHandleHasAllBitsSetWhileClosed) {
     EXPECT_EQ(file.nativeHandle(), kClosedHandle);
 }
 
-TEST(SystemFile, TheHandleIsValidWhileOpenAndGoneAfterwards) {
+TEST(SystemFile, TheHandleIsValidOnlyWhileOpen) {
     TempFolder folder;
     writeFile(folder.path("a"), "a");
     fileio::SystemFile file;
@@ -96,7 +96,7 @@ TEST(SystemFile, DestructionClosesTheFile) {
     EXPECT_TRUE(next.open(folder.path("a").c_str(), kWriteAlone));
 }
 
-TEST(SystemFile, AFileNeverOpenedIsDestroyedWithoutClosingAnything) {
+TEST(SystemFile, AFileNeverOpenedClosesNothing) {
     // A POSIX system reports the closing of no descriptor; Windows takes it silently, so there
     // the calls are counted instead.
     errno = 0;

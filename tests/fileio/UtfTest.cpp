@@ -30,14 +30,14 @@ TEST(Utf, EmbeddedZerosAreKept) {
     EXPECT_EQ(utf16FromUtf8("a\0b"sv), u"a\0b"sv);
 }
 
-TEST(Utf, ALoneSurrogateBecomesTheReplacementCharacter) {
+TEST(Utf, ALoneSurrogateIsTheReplacementCharacter) {
     const char16_t high[] = {u'a', 0xD83C, u'b'};
     const char16_t low[] = {u'a', 0xDFAC, u'b'};
     EXPECT_EQ(utf8FromUtf16({high, 3}), "a\xEF\xBF\xBD" "b");
     EXPECT_EQ(utf8FromUtf16({low, 3}), "a\xEF\xBF\xBD" "b");
 }
 
-TEST(Utf, AHighSurrogateAtTheEndBecomesTheReplacementCharacter) {
+TEST(Utf, AFinalHighSurrogateIsTheReplacementCharacter) {
     const char16_t text[] = {u'a', 0xD83C};
     EXPECT_EQ(utf8FromUtf16({text, 2}), "a\xEF\xBF\xBD");
 }
@@ -92,7 +92,7 @@ TEST(FourCCToString, WritesOtherBytesAsTheirValueInBrackets) {
     EXPECT_EQ(FourCCToString(0xFF80E909, false), "[9][233][128][255]");
 }
 
-TEST(FourCCToString, FourBytesOfThreeDigitsAreTheLongestText) {
+TEST(FourCCToString, FourUnprintableBytesAreTheLongestText) {
     EXPECT_EQ(FourCCToString(0xFFFFFFFF, true), "[255][255][255][255]");
 }
 

@@ -1,4 +1,4 @@
-// Windows takes the closing of no handle silently, so here the calls of CloseHandle are counted.
+// Windows silently ignores the closing of an invalid handle, so these tests count the calls of CloseHandle.
 #include "fileio/WinFile.h"
 #include "support/TempFolder.h"
 
@@ -24,7 +24,7 @@ BOOL WINAPI countingCloseHandle(HANDLE handle) {
     return systemCloseHandle(handle);
 }
 
-/// The places in this program's import table that hold a function's address; several when it names a library twice.
+/// The slots in this program's import table that hold a function's address; several if it lists a library twice.
 std::vector<ULONG_PTR*> importSlots(CloseHandleFunction function) {
     auto* const image = reinterpret_cast<std::uint8_t*>(GetModuleHandleW(nullptr));
     const auto* dosHeader = reinterpret_cast<const IMAGE_DOS_HEADER*>(image);
@@ -51,7 +51,7 @@ void replaceImport(CloseHandleFunction from, CloseHandleFunction to) {
     }
 }
 
-/// While it lives, every call of CloseHandle from this program is counted.
+/// Counts every call of CloseHandle from this program during its lifetime.
 class WinFileClosing : public testing::Test {
 protected:
     WinFileClosing() {
@@ -67,12 +67,12 @@ private:
     TempFolder m_folder;
 };
 
-TEST_F(WinFileClosing, OfAFileNeverOpenedDoesNotHappen) {
+TEST_F(WinFileClosing, DoesNotHappenForAFileNeverOpened) {
     { fileio::WinFile never; }
     EXPECT_EQ(closeCount, 0);
 }
 
-TEST_F(WinFileClosing, OfAFileThatDidNotOpenDoesNotHappen) {
+TEST_F(WinFileClosing, DoesNotHappenForAFileThatDidNotOpen) {
     {
         fileio::WinFile file;
         ASSERT_FALSE(file.open(path().c_str(), 1));
@@ -80,7 +80,7 @@ TEST_F(WinFileClosing, OfAFileThatDidNotOpenDoesNotHappen) {
     EXPECT_EQ(closeCount, 0);
 }
 
-TEST_F(WinFileClosing, OfAnOpenFileHappensOnceAtItsDestruction) {
+TEST_F(WinFileClosing, HappensOnceAtAnOpenFilesDestruction) {
     {
         fileio::WinFile file;
         ASSERT_TRUE(file.open(path().c_str(), kWriteUnshared));
@@ -89,7 +89,7 @@ TEST_F(WinFileClosing, OfAnOpenFileHappensOnceAtItsDestruction) {
     EXPECT_EQ(closeCount, 1);
 }
 
-TEST_F(WinFileClosing, OfAClosedFileDoesNotHappenAgain) {
+TEST_F(WinFileClosing, DoesNotHappenAgainForAClosedFile) {
     {
         fileio::WinFile file;
         ASSERT_TRUE(file.open(path().c_str(), kWriteUnshared));

@@ -1,5 +1,5 @@
-// Files beyond 4 GiB, written with a hole in the middle. The hole takes no room where the file system knows sparse
-// files; a real Windows fills it with zeros, so there this needs the space that the file claims.
+// Files beyond 4 GiB, written with a hole in the middle. The hole takes no space if the file system supports sparse
+// files; a real Windows fills it with zeros, and there the tests need that space.
 #include "files/SampleClip.h"
 
 #include "support/TempFolder.h"
@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint64_t kGibibyte = std::uint64_t{1} << 30;
 constexpr std::uint64_t kFourGibibytes = 4 * kGibibyte;
 
-// Where the first frame of the second segment begins when the hole has this many bytes.
+// Position of the first frame of the second segment if the hole has `hole` bytes.
 std::uint64_t positionAfterHole(aviwriter::SampleOptions options, std::uint64_t hole) {
     constexpr std::uint64_t kSmallestHole = 8;
     options.hole = kSmallestHole;
@@ -58,7 +58,7 @@ TEST_F(BigFile, FramesBeyondTwoGibibytesOfOneSegmentImport) {
     EXPECT_TRUE(imports(written(m_options), m_options));
 }
 
-TEST_F(BigFile, SoundOnBothSidesOfFourGibibytesIsThatOfASmallFile) {
+TEST_F(BigFile, SoundOnBothSidesOfFourGibibytesIsRead) {
     m_options.audio = {aviwriter::SampleAudio{}};
     const std::filesystem::path small = m_folder.folder() / "small.avi";
     writeSampleFile(small, m_options);
@@ -71,7 +71,7 @@ TEST_F(BigFile, SoundOnBothSidesOfFourGibibytesIsThatOfASmallFile) {
     const hostkit::AudioAnswer wanted = smallClip.session().audio(0, 8 * 1920, 2);
     const hostkit::AudioAnswer found = bigClip.session().audio(0, 8 * 1920, 2);
     ASSERT_EQ(wanted.result, imNoErr);
-    ASSERT_GT(wanted.channels.at(1).at(6 * 1920 + 17), 0.01f);      // no silence
+    ASSERT_GT(wanted.channels.at(1).at(6 * 1920 + 17), 0.01f);      // not silence
     EXPECT_EQ(found.channels, wanted.channels);
 }
 

@@ -1,11 +1,11 @@
-// What another program on the same machine does with a file, through the system's own calls.
+// Imitates another program on the same machine that uses a file, with the system's own calls.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
 
-// Holds a file open for reading and lets others only read it, as players and copying programs do. On POSIX a shared
-// lock stands for that: there, programs that ask for no lock see nothing of it.
+// Holds a file open for reading and lets others only read it, as players and copying programs do. On POSIX this is a
+// shared lock, which programs that ask for no lock do not notice.
 class OtherReader {
 public:
     explicit OtherReader(const std::filesystem::path& path);
@@ -20,7 +20,7 @@ private:
     std::intptr_t m_file = kNone;
 };
 
-// Holds a file open for writing and lets others do anything, as a recorder does. On POSIX: an exclusive lock.
+// Holds a file open for writing and lets others do anything, as a recorder does. On POSIX this is an exclusive lock.
 class OtherWriter {
 public:
     explicit OtherWriter(const std::filesystem::path& path);
@@ -35,5 +35,5 @@ private:
     std::intptr_t m_file = kNone;
 };
 
-// The form of an absolute path in which the system takes any length.
+// The form of an absolute path that the system accepts at any length.
 std::filesystem::path anyLengthForm(const std::filesystem::path& path);

@@ -29,7 +29,7 @@ OtherWriter::~OtherWriter() { closeIfOpen(m_file); }
 std::filesystem::path anyLengthForm(const std::filesystem::path& path) {
     std::wstring text = path.wstring();
     for (wchar_t& character : text) {
-        character = character == L'/' ? L'\\' : character;   // this form is taken literally
+        character = character == L'/' ? L'\\' : character;   // this form is not normalized
     }
     return L"\\\\?\\" + text;
 }

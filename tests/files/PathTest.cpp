@@ -1,4 +1,4 @@
-// Paths as people have them: in any script, and deeper than a drive's root.
+// Realistic paths: in any script, and very long ones.
 #include "files/OtherProgram.h"
 #include "files/SampleClip.h"
 
@@ -50,7 +50,7 @@ class LongPath : public ::testing::Test {
 protected:
     static constexpr std::size_t kUsualLimit = 260;      // of a path on Windows, its terminator included
 
-    // A path of about `length` characters with a sample at its end, in the form that takes any length.
+    // Writes a sample to a path of about `length` characters, and returns it in the form that allows any length.
     std::filesystem::path written(std::size_t length) {
         std::filesystem::path folder = std::filesystem::absolute(m_temporary.folder());
         while (folder.u16string().size() + 60 < length) {
@@ -62,7 +62,7 @@ protected:
         return m_path;
     }
 
-    // Name by name: removing a whole tree would meet the limit on the way down.
+    // One name at a time: removing a whole tree would exceed the limit.
     ~LongPath() override {
         std::error_code ignored;
         for (std::filesystem::path path = m_path; path != std::filesystem::absolute(m_temporary.folder());
@@ -75,22 +75,22 @@ protected:
     std::filesystem::path m_path = std::filesystem::absolute(m_temporary.folder());
 };
 
-TEST_F(LongPath, BeyondTheUsualLimitImportsInTheFormThatTakesAnyLength) {
+TEST_F(LongPath, BeyondTheUsualLimitImportsInTheExtendedForm) {
     const std::filesystem::path path = written(500);
     ASSERT_GT(path.u16string().size(), kUsualLimit);
     EXPECT_TRUE(imports(anyLengthForm(path), smallSample()));
 }
 
-TEST_F(LongPath, BeyondAThousandCharactersImportsInTheFormThatTakesAnyLength) {
+TEST_F(LongPath, BeyondAThousandCharactersImportsInTheExtendedForm) {
     const std::filesystem::path path = written(1200);
     ASSERT_GT(path.u16string().size(), 1000U);
     EXPECT_TRUE(imports(anyLengthForm(path), smallSample()));
 }
 
-// The importer passes the host's path on as it is and puts no limit of its own on it: that is what this shows.
-// Windows itself opens the plain form only for a host whose manifest asks for long paths, and only where they are
-// switched on; Wine opens it always. Whether a user's system does cannot be shown here.
-TEST_F(LongPath, BeyondTheUsualLimitIsNotRefusedByTheImporterInThePlainForm) {
+// Shows that the importer passes on the host's path unchanged and has no limit of its own. Windows itself opens the
+// plain form only for a host whose manifest asks for long paths, and only if they are enabled; Wine always opens it.
+// This cannot show whether a user's system does.
+TEST_F(LongPath, BeyondTheUsualLimitIsNotRefusedInThePlainForm) {
     const std::filesystem::path path = written(500);
     ASSERT_GT(path.u16string().size(), kUsualLimit);
     if (!std::filesystem::exists(path)) {

@@ -1,4 +1,4 @@
-// Files that are write-protected, in use elsewhere, or open more than once.
+// Files that are write-protected, in use by another program, or open more than once.
 #include "files/OtherProgram.h"
 #include "files/SampleClip.h"
 
@@ -23,8 +23,8 @@ std::string contents(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A system administrator on POSIX may write to such a file all the same, so there this shows less; that the importer
-// asks for no right to write is shown by the other readers below.
+// On POSIX root may write to such a file anyway, so there this shows less; the tests with other readers below show that
+// the importer does not ask for write access.
 TEST_F(SharedFile, AWriteProtectedFileImports) {
     using std::filesystem::perms;
     constexpr perms kWriting = perms::owner_write | perms::group_write | perms::others_write;
@@ -33,7 +33,7 @@ TEST_F(SharedFile, AWriteProtectedFileImports) {
     std::filesystem::permissions(m_path, kWriting, std::filesystem::perm_options::add);
 }
 
-TEST_F(SharedFile, ImportingLeavesTheFileAsItWas) {
+TEST_F(SharedFile, ImportingLeavesTheFileUnchanged) {
     const std::string before = contents(m_path);
     EXPECT_TRUE(imports(m_path, m_options));
     EXPECT_EQ(contents(m_path), before);
@@ -61,13 +61,13 @@ TEST_F(SharedFile, AFileThatAnotherProgramWritesIsABadFile) {
     EXPECT_EQ(clip.open().result, imBadFile);
 }
 
-TEST_F(SharedFile, NobodyWritesToAnImportedFile) {
+TEST_F(SharedFile, AnotherProgramCannotWriteToAnImportedFile) {
     LoadedImporter importer;
     const pixels::OpenClip clip(importer, m_path);
     EXPECT_FALSE(OtherWriter(m_path).isOpen());
 }
 
-TEST_F(SharedFile, AQuietFileIsLeftToOthersAndImportsAgainWhenOpened) {
+TEST_F(SharedFile, AQuietFileIsReleasedAndCanBeReopened) {
     LoadedImporter importer;
     pixels::OpenClip clip(importer, m_path);
     ASSERT_EQ(clip.session().quiet(), imNoErr);
@@ -85,7 +85,7 @@ TEST_F(SharedFile, AClosedFileCanBeDeleted) {
     EXPECT_TRUE(std::filesystem::remove(m_path));
 }
 
-TEST_F(SharedFile, TwoFilesOpenAtOnceKeepTheirPicturesApart) {
+TEST_F(SharedFile, TwoOpenFilesDoNotMixTheirPictures) {
     aviwriter::SampleOptions otherOptions = m_options;
     otherOptions.type = 105;
     otherOptions.width = 50;
@@ -102,7 +102,7 @@ TEST_F(SharedFile, TwoFilesOpenAtOnceKeepTheirPicturesApart) {
     }
 }
 
-TEST_F(SharedFile, OneFileOpenTwiceGivesEachItsOwnFrames) {
+TEST_F(SharedFile, OneFileOpenTwiceDeliversFramesToEach) {
     LoadedImporter importer;
     pixels::OpenClip first(importer, m_path);
     pixels::OpenClip second(importer, m_path);

@@ -12,7 +12,7 @@ using fuzz::DiskFaults;
 
 constexpr std::uint32_t kReading = fileio::kOpenRead | fileio::kOpenShareRead;
 
-// A file whose bytes are 0, 1, 2 ... 99, as the plug-in would open it.
+// A file with the bytes 0, 1, 2 ... 99, opened as the plug-in does.
 class FaultyDiskTest : public testing::Test {
 protected:
     FaultyDiskTest() {
@@ -35,7 +35,7 @@ protected:
     fileio::SystemFile m_file;
 };
 
-TEST_F(FaultyDiskTest, WithoutFaultsAFileIsReadToItsEnd) {
+TEST_F(FaultyDiskTest, WithoutFaultsAFileIsReadCompletely) {
     EXPECT_EQ(m_file.size(), 100);
     EXPECT_EQ(readAt(98, 10), (Bytes{98, 99}));
     EXPECT_EQ(m_file.tell(), 100);
@@ -48,7 +48,7 @@ TEST_F(FaultyDiskTest, ReadsAreCutShort) {
     EXPECT_EQ(readAt(10, 10), (Bytes{10, 11, 12}));
 }
 
-TEST_F(FaultyDiskTest, AReadThatTouchesABrokenByteGivesNone) {
+TEST_F(FaultyDiskTest, AReadThatTouchesABrokenByteReturnsNothing) {
     disk().setFaults({.brokenFrom = 50, .brokenCount = 2});
     EXPECT_EQ(readAt(48, 2).size(), 2u);
     EXPECT_EQ(readAt(48, 3).size(), 0u);
@@ -64,7 +64,7 @@ TEST_F(FaultyDiskTest, SeeksAreRefused) {
     EXPECT_TRUE(m_file.seek(10));
 }
 
-TEST_F(FaultyDiskTest, ASizeIsClaimedThatIsNotTrue) {
+TEST_F(FaultyDiskTest, AFalseSizeIsReported) {
     disk().setFaults({.claimedGrowth = 1000});
     EXPECT_EQ(m_file.size(), 1100);
     disk().setFaults({.claimedGrowth = -1000});
@@ -79,7 +79,7 @@ TEST_F(FaultyDiskTest, AFileShrinksWhileItIsRead) {
     EXPECT_EQ(m_file.size(), 20);
 }
 
-TEST_F(FaultyDiskTest, OpeningForWritingEmptiesAFileThatNobodyHasOpen) {
+TEST_F(FaultyDiskTest, OpeningForWritingEmptiesAClosedFile) {
     fileio::SystemFile other;
     EXPECT_FALSE(other.open("file", fileio::kOpenRead | fileio::kOpenWrite));
     m_file.close();
@@ -87,7 +87,7 @@ TEST_F(FaultyDiskTest, OpeningForWritingEmptiesAFileThatNobodyHasOpen) {
     EXPECT_EQ(other.size(), 0);
 }
 
-TEST_F(FaultyDiskTest, CountsTheFilesThatAreOpen) {
+TEST_F(FaultyDiskTest, CountsTheOpenFiles) {
     EXPECT_EQ(disk().openFiles(), 1u);
     m_file.close();
     EXPECT_EQ(disk().openFiles(), 0u);

@@ -30,7 +30,7 @@ Bytes sample() {
     return aviwriter::sampleBytes(options);
 }
 
-// The first four bytes of every chunk that the parser finds, stream by stream.
+// The first four bytes of every chunk that the parser finds, by stream.
 std::string chunksOf(const Bytes& bytes) {
     fuzz::FaultyDisk::instance().put("file", bytes);
     fileio::SystemFile file;
@@ -49,13 +49,13 @@ std::string chunksOf(const Bytes& bytes) {
     return text;
 }
 
-TEST(RiffTree, AFileThatIsReadAndWrittenIsTheSame) {
+TEST(RiffTree, AFileIsReadAndWrittenUnchanged) {
     fuzz::RiffTree tree = fuzz::readTree(sample());
     EXPECT_GE(fuzz::placesOf(tree).size(), 40u);
     EXPECT_EQ(fuzz::writeTree(tree), sample());
 }
 
-TEST(RiffTree, AFileCutAnywhereIsWrittenAsItWas) {
+TEST(RiffTree, AFileCutAnywhereIsWrittenUnchanged) {
     const Bytes whole = sample();
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
@@ -64,7 +64,7 @@ TEST(RiffTree, AFileCutAnywhereIsWrittenAsItWas) {
     }
 }
 
-TEST(RiffTree, SizesFollowWhatIsPutIn) {
+TEST(RiffTree, SizesFollowTheContents) {
     fuzz::RiffTree tree = fuzz::readTree(sample());
     tree.chunks.front().children.front().children.front().data.resize(80);   // "avih", from 56
     const Bytes written = fuzz::writeTree(tree);
@@ -72,7 +72,7 @@ TEST(RiffTree, SizesFollowWhatIsPutIn) {
     EXPECT_EQ(written[4], static_cast<std::uint8_t>(sample()[4] + 24));
 }
 
-TEST(IndexRepair, AnHonestFileStaysAsItIs) {
+TEST(IndexRepair, AValidFileStaysUnchanged) {
     fuzz::RiffTree tree = fuzz::readTree(sample());
     fuzz::repairIndexes(tree);
     EXPECT_EQ(chunksOf(fuzz::writeTree(tree)), chunksOf(sample()));
@@ -91,10 +91,10 @@ TEST(IndexRepair, IndexesFollowChunksThatHaveMoved) {
     EXPECT_EQ(chunksOf(fuzz::writeTree(tree)), chunksOf(sample()));
 }
 
-// A stand-in for the engine's own mutation that leaves everything as it is.
+// Replaces the engine's own mutation and changes nothing.
 Bytes unchanged(Bytes bytes, std::size_t) { return bytes; }
 
-TEST(AviMutator, TheSameSeedGivesTheSameAndOthersGiveOthers) {
+TEST(AviMutator, MutationsDependOnlyOnTheSeed) {
     const Bytes input = fuzz::joinInput(sample(), Bytes{1, 2});
     std::size_t different = 0;
     for (unsigned seed = 0; seed < 200; ++seed) {
@@ -128,7 +128,7 @@ TEST(AviMutator, AnyBytesCanBeMutated) {
     }
 }
 
-TEST(StandinMutator, OftenMakesStreamsThatAreDescribed) {
+TEST(StandinMutator, OftenMakesValidStreams) {
     std::uint32_t handle = 0;
     quorvane_library_init();
     quorvane_open(&handle);

@@ -1,4 +1,4 @@
-// The six suites of an opened file, and what still works for a host that lacks one of them.
+// The six suites of an opened file, and what still works in a host that lacks one of them.
 #include "HostFixture.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ hostkit::HostProfile hostWithout(const char* suite) {
     return profile;
 }
 
-// A host, the plug-in after its init, and a clip that is not opened yet.
+// A host, the plug-in after its init, and a clip that is not open yet.
 class ClipOf {
 public:
     explicit ClipOf(hostkit::HostProfile profile = {}) : m_run(std::move(profile)) {
@@ -24,7 +24,7 @@ public:
     PluginRun& run() { return m_run; }
     hostkit::ClipSession& clip() { return m_clip; }
 
-    // Ends everything; nothing may be left anywhere.
+    // Closes everything; nothing may be left.
     void end() {
         m_clip.close();
         m_run.session().shutdown();
@@ -61,14 +61,14 @@ std::string missing(const char* suite, const char* version, const char* selector
            "', ver: " + version;
 }
 
-TEST(ClipSuites, AreNotTakenByTheOpen) {
+TEST(ClipSuites, AreNotAcquiredByTheOpen) {
     ClipOf clip;
     clip.clip().open();
     EXPECT_EQ(suiteLines(clip.run().newMessages()), Lines{});
     clip.end();
 }
 
-TEST(ClipSuites, AreTakenInOrderByTheFirstDescription) {
+TEST(ClipSuites, AreAcquiredInOrderByTheFirstDescription) {
     ClipOf clip;
     clip.clip().open();
     clip.clip().info(0);
@@ -76,7 +76,7 @@ TEST(ClipSuites, AreTakenInOrderByTheFirstDescription) {
     clip.end();
 }
 
-TEST(ClipSuites, AreTakenOnce) {
+TEST(ClipSuites, AreAcquiredOnce) {
     ClipOf clip;
     clip.clip().open();
     clip.clip().info(0);
@@ -110,7 +110,7 @@ TEST(ClipSuites, AreReleasedInTheReverseOrderByTheClose) {
     clip.end();
 }
 
-TEST(ClipSuites, AreNotReleasedWhenTheyWereNeverTaken) {
+TEST(ClipSuites, AreNotReleasedIfNeverAcquired) {
     ClipOf clip;
     clip.clip().open();
     clip.run().newMessages();
@@ -119,7 +119,7 @@ TEST(ClipSuites, AreNotReleasedWhenTheyWereNeverTaken) {
     clip.end();
 }
 
-TEST(ClipSuites, OfTwoClipsAreTakenForEach) {
+TEST(ClipSuites, AreAcquiredForEachOfTwoClips) {
     ClipFile file;
     ClipOf clip;
     hostkit::ClipSession other(clip.run().session(), file.path());
@@ -191,7 +191,7 @@ TEST(ClipSuites, WithoutThePPixSuiteSoundAndDescriptionsWork) {
     clip.end();
 }
 
-TEST(ClipSuites, APPixSuiteThatComesAtTheSecondAttemptDeliversFrames) {
+TEST(ClipSuites, APPixSuiteAtTheSecondAttemptDeliversFrames) {
     ClipOf clip;
     clip.clip().open();
     clip.run().host().faults().fail(HostCall::AcquireSuite, -1, 3);

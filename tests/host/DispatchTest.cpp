@@ -1,4 +1,4 @@
-// Which selectors are answered, with what, and what the log says around each call.
+// The handled selectors, their results, and the log lines around each call.
 #include "HostFixture.h"
 #include "VocabularyTables.h"
 
@@ -28,7 +28,7 @@ class UnhandledSelectors : public testing::Test {
 protected:
     UnhandledSelectors() { callWithMemory(-1); }   // the first call also opens the log
 
-    // Passes memory that shows every touch in place of a record.
+    // Passes memory that reveals any write instead of a record.
     csSDK_int32 callWithMemory(csSDK_int32 selector) {
         m_first.fill(0xA5);
         m_second.fill(0xA5);
@@ -53,7 +53,7 @@ protected:
     std::array<std::uint8_t, 8192> m_second{};
 };
 
-TEST_F(UnhandledSelectors, AnswerUnsupportedAndTouchNothing) {
+TEST_F(UnhandledSelectors, ReturnUnsupportedAndTouchNothing) {
     m_run.session().init();
     int count = 0;
     for (csSDK_int32 selector = -1; selector <= 100; ++selector) {
@@ -65,7 +65,7 @@ TEST_F(UnhandledSelectors, AnswerUnsupportedAndTouchNothing) {
     EXPECT_EQ(count, 102 - 16);
 }
 
-TEST_F(UnhandledSelectors, CallNothingOfTheHost) {
+TEST_F(UnhandledSelectors, MakeNoHostCalls) {
     m_run.session().init();
     m_run.host().calls().clear();
     m_run.host().calls().keepLines(true);
@@ -77,7 +77,7 @@ TEST_F(UnhandledSelectors, CallNothingOfTheHost) {
     EXPECT_EQ(m_run.host().calls().lines(), Lines{});
 }
 
-TEST_F(UnhandledSelectors, IncludeTheExtremesAndWhatLooksHandledInItsLowBits) {
+TEST_F(UnhandledSelectors, IncludeExtremesAndHandledLowBits) {
     constexpr csSDK_int32 kLeast = std::numeric_limits<csSDK_int32>::min();
     constexpr csSDK_int32 kMost = std::numeric_limits<csSDK_int32>::max();
     for (const csSDK_int32 selector : {kLeast, kLeast + 36, kMost, -2, -36, 256 + 36, 65536 + 36, 0x1000000 + 36}) {
@@ -85,14 +85,14 @@ TEST_F(UnhandledSelectors, IncludeTheExtremesAndWhatLooksHandledInItsLowBits) {
     }
 }
 
-TEST_F(UnhandledSelectors, AreAnsweredBeforeInitToo) { expectAnsweredWithoutTouch(5); }
+TEST_F(UnhandledSelectors, ReturnUnsupportedBeforeInitToo) { expectAnsweredWithoutTouch(5); }
 
-TEST_F(UnhandledSelectors, AreAnsweredWithoutParameters) {
+TEST_F(UnhandledSelectors, ReturnUnsupportedWithoutParameters) {
     EXPECT_EQ(m_run.entry()(5, nullptr, nullptr, nullptr), 3);
     EXPECT_EQ(m_run.entry()(65, nullptr, nullptr, nullptr), 3);
 }
 
-TEST(Dispatch, Supports8Is101AndNeedsNothing) {
+TEST(Dispatch, Supports8Returns101WithoutParameters) {
     PluginRun run;
     EXPECT_EQ(run.entry()(36, nullptr, nullptr, nullptr), 101);
     const Lines messages = run.messages();
@@ -110,7 +110,7 @@ TEST(Dispatch, TheSecondFormatIsABadIndexByNameAndNumber) {
     EXPECT_EQ(messages.back(), "    [imBadFormatIndex] (301)");
 }
 
-TEST(Dispatch, ThePlainAnswersWorkWithTheLogOff) {
+TEST(Dispatch, PlainSelectorsWorkWithTheLogOff) {
     PluginRun run({}, false);
     EXPECT_EQ(run.session().init().result, 0);
     EXPECT_EQ(run.session().supports8(), 101);
@@ -120,7 +120,7 @@ TEST(Dispatch, ThePlainAnswersWorkWithTheLogOff) {
     EXPECT_EQ(run.session().shutdown(), 0);
 }
 
-// ---- handlers, each known by what only it does -----------------------------------------------------------------
+// ---- handlers, each identified by something that only it does --------------------------------------------------
 
 class HandledSelectors : public testing::Test {
 protected:
@@ -131,7 +131,7 @@ protected:
         m_run.newMessages();
     }
 
-    // The call was logged from its rule to its result.
+    // Expects the call's log to begin with its rule and end with its result.
     void expectFramed(csSDK_int32 selector, const std::string& resultLine) {
         const Lines messages = m_run.newMessages();
         ASSERT_GE(messages.size(), 3u);
@@ -157,28 +157,28 @@ TEST_F(HandledSelectors, CloseFileClosesTheFile) {
     expectFramed(9, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, AnalysisGivesAText) {
+TEST_F(HandledSelectors, AnalysisReturnsAText) {
     const hostkit::AnalysisAnswer answer = m_clip.analysis();
     EXPECT_EQ(answer.result, 0);
     EXPECT_NE(answer.text.find("Video stream:"), std::string::npos);
     expectFramed(12, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, DataRateAnalysisGivesASampleForEachFrame) {
+TEST_F(HandledSelectors, DataRateAnalysisReturnsASamplePerFrame) {
     const hostkit::DataRateAnswer answer = m_clip.dataRate();
     EXPECT_EQ(answer.sizeCall.result, 0);
     EXPECT_EQ(answer.samples.size(), 3u);
     expectFramed(13, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, IndFormatGivesTheFormat) {
+TEST_F(HandledSelectors, IndFormatReturnsTheFormat) {
     const auto answer = m_run.session().format(0);
     EXPECT_EQ(answer.result, 0);
     EXPECT_STREQ(answer->FormatName, "Quorvane AVI");
     expectFramed(14, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, ImportAudioGivesSamples) {
+TEST_F(HandledSelectors, ImportAudioDeliversSamples) {
     const hostkit::AudioAnswer answer = m_clip.audio(0, 16, 2);
     EXPECT_EQ(answer.result, 0);
     ASSERT_EQ(answer.channels.size(), 2u);
@@ -191,7 +191,7 @@ TEST_F(HandledSelectors, ImportAudioGivesSamples) {
     expectFramed(25, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, IndPixelFormatGivesAFormat) {
+TEST_F(HandledSelectors, IndPixelFormatReturnsAFormat) {
     const auto answer = m_clip.pixelFormat(0);
     EXPECT_EQ(answer.result, 0);
     EXPECT_EQ(hostkit::valueOf(answer->outPixelFormat), static_cast<csSDK_uint32>(PrPixelFormat_YUYV_422_8u_601));
@@ -212,21 +212,21 @@ TEST_F(HandledSelectors, OpenOpensAFile) {
     expectFramed(39, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, SourceVideoGivesAFrame) {
+TEST_F(HandledSelectors, SourceVideoDeliversAFrame) {
     const hostkit::FrameAnswer answer = m_clip.frame(0, smallFrame());
     EXPECT_EQ(answer.result, 0);
     EXPECT_TRUE(answer.frame);
     expectFramed(47, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, SubTypeNamesGivesAllOfThem) {
+TEST_F(HandledSelectors, SubTypeNamesReturnsAllOfThem) {
     const hostkit::SubTypesAnswer answer = m_run.session().subTypeNames(kFileType);
     EXPECT_EQ(answer.result, 0);
     EXPECT_EQ(answer.records.size(), 16u);
     expectFramed(54, "    [imNoErr] (0)");
 }
 
-TEST_F(HandledSelectors, AudioChannelLayoutGivesLabels) {
+TEST_F(HandledSelectors, AudioChannelLayoutReturnsLabels) {
     const hostkit::LayoutAnswer answer = m_clip.channelLayout(-1);
     EXPECT_EQ(answer.result, 0);
     ASSERT_EQ(answer.labels.size(), 32u);

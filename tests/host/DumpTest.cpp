@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(Dump, IsWrittenWhole) {
+TEST_F(Dump, IsWrittenCompletely) {
     PluginRun run;
     EXPECT_EQ(run.session().init().result, imNoErr);
     const Lines messages = run.messages();
@@ -70,7 +70,7 @@ TEST_F(Dump, ShowsTheCodeOfASuccessThatIsNotZero) {
               "[bgra] :   1   -  PrPixelFormat_BGRA_4444_8u (err: 20000 0 0) - 512");
 }
 
-TEST_F(Dump, ReadsNoForATypeThatTheCodecCannotAnswerFor) {
+TEST_F(Dump, ReadsNoForATypeThatTheCodecRefuses) {
     PluginRun run;
     standin_fail(kStandinGetParam, 1, 1, kSomeFailure);   // "can flip" of type 1
     run.session().init();
@@ -80,7 +80,7 @@ TEST_F(Dump, ReadsNoForATypeThatTheCodecCannotAnswerFor) {
     EXPECT_EQ(types[1], "YES  NO : BGRA");
 }
 
-TEST_F(Dump, ReadsNoThroughoutWhenTheCodecAnswersNothing) {
+TEST_F(Dump, ReadsNoThroughoutIfTheCodecRefusesEverything) {
     PluginRun run;
     standin_fail(kStandinGetParam, 1, 100, kSomeFailure);
     EXPECT_EQ(run.session().init().result, imNoErr);
@@ -110,7 +110,7 @@ TEST_F(Dump, AsksTheCodecTwiceForEachTypeAndClosesIt) {
     expectCodecAtRest();
 }
 
-TEST_F(Dump, AsksNothingOfTheHostsFormatsWhileTheLogIsOff) {
+TEST_F(Dump, AsksForNoHostFormatsWhileTheLogIsOff) {
     PluginRun run({}, false);
     EXPECT_EQ(run.session().init().result, imNoErr);
     EXPECT_EQ(run.host().calls().count(HostCall::FormatIsCompressed), 0);
@@ -119,7 +119,7 @@ TEST_F(Dump, AsksNothingOfTheHostsFormatsWhileTheLogIsOff) {
     EXPECT_EQ(run.host().calls().count(HostCall::GetSizeForPixelBuffer), 0);
 }
 
-TEST_F(Dump, TakesItsSuitesAllTheSameWhileTheLogIsOff) {
+TEST_F(Dump, AcquiresItsSuitesEvenWhileTheLogIsOff) {
     PluginRun run({}, false);
     run.session().init();
     EXPECT_EQ(run.host().suites().at({"Premiere Image Processing Suite", 2}).acquired, 2);

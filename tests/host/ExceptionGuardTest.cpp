@@ -1,4 +1,4 @@
-// What becomes of an exception that a handler throws.
+// Exceptions that a handler throws.
 #include "HostFixture.h"
 
 #include <algorithm>
@@ -12,13 +12,13 @@ namespace {
 constexpr char kTitle[] = "QuorvaneImporter: Internal error";
 constexpr char kFatal[] = "FATAL: Unhandled exception during [imGetSubTypeNames] (54): ";
 
-// A call whose handler asks the host for memory: the place where these tests throw from.
+// A call whose handler asks the host for memory, where these tests throw.
 csSDK_int32 askForMemory(PluginRun& run) {
     imSubTypeDescriptionRec* block = nullptr;
     return run.call(imGetSubTypeNames, hostkit::asPointer(kFileType), &block);
 }
 
-// Has the next request for memory end in whatever `thrower` throws.
+// Makes the next request for memory call `thrower`.
 void throwAtMemory(PluginRun& run, std::function<void()> thrower) {
     run.host().faults().observe([thrower = std::move(thrower)](HostCall call) {
         if (call == HostCall::NewPtr) {
@@ -31,7 +31,7 @@ bool contains(const Lines& lines, const std::string& line) {
     return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
-TEST(ExceptionGuard, AnswersWith99) {
+TEST(ExceptionGuard, Returns99) {
     PluginRun run;
     run.session().init();
     run.host().faults().throwFrom(HostCall::NewPtr, "the reason");
@@ -56,7 +56,7 @@ TEST(ExceptionGuard, SendsTheHostOneErrorEvent) {
     EXPECT_EQ(run.host().errorEvents(), (std::vector<ErrorEvent>{{3, kTitle, std::string(kFatal) + "the reason"}}));
 }
 
-TEST(ExceptionGuard, TellsTheHostAlsoWhileTheLogIsOff) {
+TEST(ExceptionGuard, InformsTheHostEvenWhileTheLogIsOff) {
     PluginRun run({}, false);
     run.session().init();
     run.host().faults().throwFrom(HostCall::NewPtr, "the reason");
@@ -104,7 +104,7 @@ TEST(ExceptionGuard, AfterShutdownSendsNoEvent) {
     EXPECT_EQ(run.host().errorEvents(), std::vector<ErrorEvent>{});
 }
 
-TEST(ExceptionGuard, InInitBeforeTheErrorSuiteIsTakenSendsNoEvent) {
+TEST(ExceptionGuard, BeforeInitAcquiresTheErrorSuiteSendsNoEvent) {
     PluginRun run;
     run.host().faults().throwFrom(HostCall::GetSPBasicSuite, "no basic suite");
     EXPECT_EQ(run.session().init().result, 99);
@@ -131,7 +131,7 @@ TEST(ExceptionGuard, AnEmptyTextReadsUnknownException) {
     EXPECT_EQ(run.host().errorEvents().at(0).text, std::string(kFatal) + "Unknown exception");
 }
 
-TEST(ExceptionGuard, AnExceptionWithOnlyTheLibrarysTextReadsUnknownException) {
+TEST(ExceptionGuard, TheLibrarysDefaultTextReadsUnknownException) {
     PluginRun run;
     run.session().init();
     throwAtMemory(run, [] { throw std::exception(); });
@@ -139,7 +139,7 @@ TEST(ExceptionGuard, AnExceptionWithOnlyTheLibrarysTextReadsUnknownException) {
     EXPECT_EQ(run.messages().back(), std::string(kFatal) + "Unknown exception");
 }
 
-TEST(ExceptionGuard, AnExceptionThatGivesNoTextReadsUnknownException) {
+TEST(ExceptionGuard, ANullTextReadsUnknownException) {
     struct Mute : std::exception {
         const char* what() const noexcept override { return nullptr; }
     };
@@ -150,7 +150,7 @@ TEST(ExceptionGuard, AnExceptionThatGivesNoTextReadsUnknownException) {
     EXPECT_EQ(run.messages().back(), std::string(kFatal) + "Unknown exception");
 }
 
-TEST(ExceptionGuard, CatchesWhateverDerivesFromTheStandardException) {
+TEST(ExceptionGuard, CatchesAnythingDerivedFromStdException) {
     struct Own : std::exception {
         const char* what() const noexcept override { return "a text of its own"; }
     };
@@ -188,7 +188,7 @@ TEST(ExceptionGuard, ThrowsToTheHostWhenTheErrorSuiteIsRefused) {
                      "Acquiring suite: r: 1394689636, v: 3, n: 'Premiere Error Suite', ptr: <null>"});
 }
 
-TEST(ExceptionGuard, TakesTheErrorSuiteNowWhenInitDidNotGetIt) {
+TEST(ExceptionGuard, AcquiresTheErrorSuiteIfInitDidNotGetIt) {
     PluginRun run;
     run.host().faults().fail(HostCall::AcquireSuite, -1);
     run.session().init();
@@ -223,7 +223,7 @@ class GuardedClip : public testing::Test {
 protected:
     GuardedClip() { m_run.session().init(); }
 
-    // Everything is given back, whatever was thrown before.
+    // Expects that everything is released, whatever was thrown before.
     void endCleanly() {
         m_run.host().faults().clear();
         m_clip.close();
@@ -246,7 +246,7 @@ TEST_F(GuardedClip, OpenThatThrowsLeavesNoObject) {
     endCleanly();
 }
 
-TEST_F(GuardedClip, InfoThatThrowsWhileSuitesAreTakenGivesThemBackAndWorksAgain) {
+TEST_F(GuardedClip, InfoThatThrowsReleasesTheSuitesAndWorksAgain) {
     m_clip.open();
     for (int nth = 1; nth <= 6; ++nth) {
         m_run.host().faults().throwFrom(HostCall::AcquireSuite, "not now", nth);
@@ -257,7 +257,7 @@ TEST_F(GuardedClip, InfoThatThrowsWhileSuitesAreTakenGivesThemBackAndWorksAgain)
     endCleanly();
 }
 
-TEST_F(GuardedClip, InfoThatThrowsInTheTimeSuiteLeavesTheCodecAtRest) {
+TEST_F(GuardedClip, InfoThatThrowsInTheTimeSuiteClosesTheCodec) {
     m_clip.open();
     m_run.host().faults().throwFrom(HostCall::GetTicksPerSecond, "no time");
     EXPECT_EQ(m_clip.info(0).result, 99);
@@ -267,7 +267,7 @@ TEST_F(GuardedClip, InfoThatThrowsInTheTimeSuiteLeavesTheCodecAtRest) {
 
 class ThrowingFrameCall : public GuardedClip, public testing::WithParamInterface<HostCall> {};
 
-TEST_P(ThrowingFrameCall, CostsOneFrameAndNothingElse) {
+TEST_P(ThrowingFrameCall, LosesOneFrameAndNothingElse) {
     m_clip.open();
     m_clip.info(0);
     m_run.host().faults().throwFrom(GetParam(), "not this one");
@@ -285,7 +285,7 @@ INSTANTIATE_TEST_SUITE_P(ExceptionGuard, ThrowingFrameCall,
                          });
 
 // A clip that is open but not described has no streams yet.
-TEST_F(GuardedClip, VideoRequestsBeforeTheDescriptionEndInTheGuard) {
+TEST_F(GuardedClip, VideoRequestsBeforeTheDescriptionAreCaught) {
     m_clip.open();
     EXPECT_EQ(m_clip.analysis().result, 99);
     EXPECT_EQ(m_clip.dataRate().sizeCall.result, 99);
@@ -301,7 +301,7 @@ TEST_F(GuardedClip, VideoRequestsBeforeTheDescriptionEndInTheGuard) {
     endCleanly();
 }
 
-TEST_F(GuardedClip, TheChannelLayoutBeforeTheDescriptionEndsInTheGuard) {
+TEST_F(GuardedClip, TheChannelLayoutBeforeTheDescriptionIsCaught) {
     m_clip.open();
     EXPECT_EQ(m_clip.channelLayout().result, 99);
     EXPECT_EQ(m_run.messages().back(),

@@ -1,4 +1,4 @@
-// How long the objects of files live: the host's private data from the first open to the close.
+// The lifetime of a file's object, the host's private data: from the first open to the close.
 #include "HostFixture.h"
 
 #include "sdk/SdkAsyncImporter.h"
@@ -51,7 +51,7 @@ TEST_F(FileObjects, AFailedOpenDestroysTheNewObjectAndStoresNothing) {
     EXPECT_EQ(m_run.messages().back(), "    [imBadFile] (2)");
 }
 
-TEST_F(FileObjects, AnOpenWithAnObjectMakesNoSecondOne) {
+TEST_F(FileObjects, AnOpenWithAnObjectCreatesNoSecondOne) {
     m_clip.open();
     void* const object = m_clip.privateData();
     EXPECT_EQ(m_clip.open().result, imNoErr);
@@ -115,7 +115,7 @@ TEST_F(FileObjects, ObjectsOutliveAShutdownUntilTheyAreClosed) {
     expectCodecAtRest();
 }
 
-TEST_F(FileObjects, AnAsyncImporterIsWrittenBehindTheHostsFields) {
+TEST_F(FileObjects, AnAsyncImporterIsWrittenAfterTheHostsFields) {
     m_clip.open();
     m_clip.info(0);
     const auto answer = createAsyncImporter();
@@ -144,7 +144,7 @@ TEST_F(FileObjects, AnAsyncImporterOutlivesItsFilesObject) {
     expectCodecAtRest();
 }
 
-TEST_F(FileObjects, AnAsyncImporterThatCannotStartIsDestroyedAndItsCodePassedOn) {
+TEST_F(FileObjects, AFailedAsyncImporterIsDestroyedAndReported) {
     m_clip.open();
     m_clip.info(0);
     m_clip.quiet();
@@ -157,7 +157,7 @@ TEST_F(FileObjects, AnAsyncImporterThatCannotStartIsDestroyedAndItsCodePassedOn)
     EXPECT_EQ(m_run.messages().back(), "    [imBadFile] (2)");
 }
 
-TEST_F(FileObjects, AFailedAsyncImporterLeavesItsFilesObjectAsItIs) {
+TEST_F(FileObjects, AFailedAsyncImporterKeepsItsFilesObject) {
     m_clip.open();
     m_clip.info(0);
     m_clip.quiet();

@@ -1,4 +1,4 @@
-// What finished frame requests leave to later ones, and how much of it.
+// The memory that finished frame requests leave for later ones, and its limits.
 #include "codec/FrameMemory.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ protected:
         }
     }
 
-    // How many of so many new requests find room.
+    // Number of those of `count` new requests that find spare memory.
     static std::size_t found(std::size_t count) {
         std::size_t withRoom = 0;
         for (const Requests all = requests(count); const auto& request : all) {
@@ -42,27 +42,27 @@ protected:
     }
 };
 
-TEST_F(FrameMemoryLeft, IsThatOfSixteenFrames) {
+TEST_F(FrameMemoryLeft, IsKeptOfSixteenFrames) {
     finish(16, 1000);
     EXPECT_EQ(found(16), 16u);
 }
 
-TEST_F(FrameMemoryLeft, IsNotThatOfASeventeenth) {
+TEST_F(FrameMemoryLeft, IsNotKeptOfASeventeenth) {
     finish(17, 1000);
     EXPECT_EQ(found(17), 16u);
 }
 
-TEST_F(FrameMemoryLeft, IsThatOfAFrameOfSixteenMebibytes) {
+TEST_F(FrameMemoryLeft, IsKeptOfAFrameOfSixteenMebibytes) {
     finish(1, 16 * kMiB);
     EXPECT_EQ(found(1), 1u);
 }
 
-TEST_F(FrameMemoryLeft, IsNotThatOfALargerFrame) {
+TEST_F(FrameMemoryLeft, IsNotKeptOfALargerFrame) {
     finish(1, 16 * kMiB + 1);
     EXPECT_EQ(found(1), 0u);
 }
 
-TEST_F(FrameMemoryLeft, IsNotThatOfAFrameWithTooManyFormats) {
+TEST_F(FrameMemoryLeft, IsNotKeptOfAFrameWithTooManyFormats) {
     {
         FrameMemory request;
         request.frameBuffer().growTo(8 * kMiB);
@@ -71,12 +71,12 @@ TEST_F(FrameMemoryLeft, IsNotThatOfAFrameWithTooManyFormats) {
     EXPECT_EQ(found(1), 0u);
 }
 
-TEST_F(FrameMemoryLeft, IsSixtyFourMebibytesForAllFramesTogether) {
+TEST_F(FrameMemoryLeft, IsAtMostSixtyFourMebibytesInTotal) {
     finish(16, 16 * kMiB);
     EXPECT_EQ(found(16), 4u);
 }
 
-TEST_F(FrameMemoryLeft, IsAsMuchAgainOnceItWasTaken) {
+TEST_F(FrameMemoryLeft, IsTheSameAgainOnceItWasTaken) {
     finish(4, 16 * kMiB);
     EXPECT_EQ(found(4), 4u);
     EXPECT_EQ(found(4), 4u);
@@ -85,13 +85,13 @@ TEST_F(FrameMemoryLeft, IsAsMuchAgainOnceItWasTaken) {
     EXPECT_EQ(found(4), 4u);
 }
 
-TEST_F(FrameMemoryLeft, IsAsMuchAsEverAfterFramesThatWereTooLarge) {
+TEST_F(FrameMemoryLeft, IsTheSameAfterFramesThatWereTooLarge) {
     finish(16, 16 * kMiB + 1);
     finish(17, 16 * kMiB);
     EXPECT_EQ(found(17), 4u);
 }
 
-TEST_F(FrameMemoryLeft, IsNothingOnceItWasFreed) {
+TEST_F(FrameMemoryLeft, IsNoneOnceItWasFreed) {
     finish(4, 1000);
     FrameMemory::freeUnused();
     EXPECT_EQ(found(4), 0u);

@@ -47,7 +47,7 @@ void expectCodecAtRest() {
 
 Lines goldenLines(const std::string& name) {
     std::ifstream in(hostkit::PluginLibrary::programFolder() / "golden" / name);
-    EXPECT_TRUE(in) << "The expected text " << name << " is not beside the program.";
+    EXPECT_TRUE(in) << "The expected text " << name << " is missing from the program's folder.";
     Lines lines;
     for (std::string line; std::getline(in, line);) {
         lines.push_back(line);

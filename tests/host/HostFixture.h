@@ -1,4 +1,4 @@
-// What the tests of the entry point share: a small clip, the codec library's counters, expected log texts.
+// Shared by the tests of the entry point: a small clip, the codec library's counters, expected log texts.
 #pragma once
 
 #include "aviwriter/Sample.h"
@@ -21,7 +21,7 @@ inline constexpr char kRule[] = "----------------------";
 // 32 x 16 pixels, YUV 4:2:2, three frames at 25 per second, 16-bit stereo sound at 8000 Hz.
 aviwriter::SampleOptions smallClip();
 
-// A file of its own folder, gone with it.
+// A file in a temporary folder.
 class ClipFile {
 public:
     explicit ClipFile(const aviwriter::SampleOptions& options = smallClip());
@@ -33,20 +33,20 @@ private:
     std::filesystem::path m_path;
 };
 
-// "YUY2" as the host's number.
+// The host's number for a code such as "YUY2".
 csSDK_uint32 codeOf(const char* characters);
 
 // The format in which the tests ask for frames of the small clip.
 std::vector<imFrameFormat> smallFrame();
 
-// What the codec library holds now and was asked since the last reset.
+// What the codec library holds now, and its calls since the last reset.
 StandinCounters codecCounters();
 
-// Nothing of the codec library is open, and no call was lost.
+// Expects that nothing in the codec library is open, and that no calls overlapped.
 void expectCodecAtRest();
 
-// The lines of a file in the folder "golden" beside the program.
+// The lines of a file in the folder "golden" in the program's folder.
 Lines goldenLines(const std::string& name);
 
-// Equal, or a failure that names the first line that differs.
+// Expects equal lines; the failure names the first one that differs.
 void expectSameLines(const Lines& actual, const Lines& expected);

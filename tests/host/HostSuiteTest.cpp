@@ -1,4 +1,4 @@
-// The holder of one suite and the set of six, without the plug-in around them.
+// The holder of one suite and the set of six, tested without the plug-in.
 #include "HostFixture.h"
 
 #include "host/HostSuite.h"
@@ -49,7 +49,7 @@ TEST_F(HostSuiteHolders, DestructionReleases) {
     EXPECT_EQ(m_host.problems(), Lines{});
 }
 
-TEST_F(HostSuiteHolders, GetGivesTheHostsTable) {
+TEST_F(HostSuiteHolders, GetReturnsTheHostsTable) {
     TimeSuite suite(m_host.basicSuite(), kTime, 1);
     const void* table = nullptr;
     m_host.acquire(kTime, 1, &table);
@@ -58,7 +58,7 @@ TEST_F(HostSuiteHolders, GetGivesTheHostsTable) {
     EXPECT_NE(table, nullptr);
 }
 
-TEST_F(HostSuiteHolders, GetAsksNoSecondTimeForASuiteItHolds) {
+TEST_F(HostSuiteHolders, GetDoesNotRequestAHeldSuiteAgain) {
     TimeSuite suite(m_host.basicSuite(), kTime, 1);
     suite.get();
     suite.get();
@@ -99,7 +99,7 @@ TEST_F(HostSuiteHolders, GetThrowsWhenTheSuiteIsRefusedAgain) {
     TimeSuite suite(m_host.basicSuite(), "No Such Suite", 7);
     try {
         suite.get();
-        FAIL() << "A refused suite was handed out.";
+        FAIL() << "A refused suite was returned.";
     } catch (const std::runtime_error& error) {
         EXPECT_STREQ(error.what(), "Could not acquire suite: 'No Such Suite', ver: 7");
     }
@@ -150,7 +150,7 @@ TEST_F(HostSuiteHolders, TheSetReleasesInTheReverseOrder) {
                      "Basic.ReleaseSuite('Premiere PPix Creator Suite', 1)"});
 }
 
-TEST_F(HostSuiteHolders, ASetInterruptedByAnExceptionGivesBackWhatItHas) {
+TEST_F(HostSuiteHolders, ASetInterruptedByAnExceptionReleasesItsSuites) {
     m_host.faults().throwFrom(HostCall::AcquireSuite, "no more", 4);
     EXPECT_THROW(ImporterSuites{m_host.basicSuite()}, std::runtime_error);
     const Lines calls = m_host.calls().lines();
@@ -168,7 +168,7 @@ TEST_F(HostSuiteHolders, TheLazySetAcquiresNothingUntilItIsNeeded) {
     EXPECT_EQ(m_host.calls().count(HostCall::AcquireSuite), 0);
 }
 
-TEST_F(HostSuiteHolders, TheLazySetIsMadeOnce) {
+TEST_F(HostSuiteHolders, TheLazySetIsCreatedOnce) {
     LazyImporterSuites suites;
     suites.setBasicSuite(m_host.basicSuite());
     ImporterSuites& first = suites.get();

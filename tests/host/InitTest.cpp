@@ -1,4 +1,4 @@
-// imInit and imShutdown: what they write, which suites they take and give back.
+// imInit and imShutdown: what they write, and which suites they acquire and release.
 #include "HostFixture.h"
 
 #include <cstring>
@@ -24,7 +24,7 @@ hostkit::HostProfile refusing(const char* suite) {
     return profile;
 }
 
-// A record with bytes behind it, all 0xA5, so that whatever is written shows.
+// A record followed by further bytes, all 0xA5, so that any write shows.
 hostkit::HostRecord<imImportInfoRec> filledRecord() {
     hostkit::HostRecord<imImportInfoRec> record(sizeof(imImportInfoRec) + 64);
     std::memset(record.data(), 0xA5, record.size());
@@ -53,7 +53,7 @@ TEST(Init, WritesNoMoreForANewerHost) {
     EXPECT_EQ(answer.written, (std::vector<ByteRange>{{52, 4}, {72, 4}}));
 }
 
-TEST(Init, TakesTheErrorSuiteAndLendsTheImageSuiteTwice) {
+TEST(Init, AcquiresTheErrorSuiteAndTheImageSuiteTwice) {
     PluginRun run;
     run.session().init();
     expectSameLines(suiteLines(run.newMessages()), {kTakeErrorSuite, kTakeImageSuite, kGiveImageSuite, kTakeImageSuite,
@@ -61,7 +61,7 @@ TEST(Init, TakesTheErrorSuiteAndLendsTheImageSuiteTwice) {
     EXPECT_EQ(run.host().suitesHeld(), 1);
 }
 
-TEST(Init, AsksTheHostInThatOrder) {
+TEST(Init, MakesItsHostCallsInThatOrder) {
     PluginRun run({}, false);
     run.host().calls().keepLines(true);
     run.session().init();
@@ -73,7 +73,7 @@ TEST(Init, AsksTheHostInThatOrder) {
                      "Basic.ReleaseSuite('Premiere Image Processing Suite', 2)"});
 }
 
-TEST(Init, TwiceTakesTheNewErrorSuiteBeforeTheOldOneGoes) {
+TEST(Init, TwiceAcquiresTheNewErrorSuiteBeforeReleasing) {
     PluginRun run;
     run.session().init();
     run.newMessages();
@@ -108,7 +108,7 @@ TEST(Init, FailsWithoutTheImageSuite) {
     EXPECT_EQ(answer.written, std::vector<ByteRange>{});
 }
 
-TEST(Init, WithoutTheImageSuiteTriesTwiceAndTellsTheHost) {
+TEST(Init, WithoutTheImageSuiteTriesTwiceAndReportsIt) {
     PluginRun run(refusing("Premiere Image Processing Suite"));
     run.session().init();
     const Lines messages = run.newMessages();
@@ -118,7 +118,7 @@ TEST(Init, WithoutTheImageSuiteTriesTwiceAndTellsTheHost) {
               (std::vector<hostkit::ErrorEvent>{{3, "QuorvaneImporter: Internal error", kNoImageSuiteError}}));
 }
 
-TEST(Init, ThatFailedStillKeepsTheErrorSuiteForTheShutdown) {
+TEST(Init, ThatFailedKeepsTheErrorSuiteForTheShutdown) {
     PluginRun run(refusing("Premiere Image Processing Suite"));
     run.session().init();
     EXPECT_EQ(run.host().suitesHeld(), 1);
@@ -126,7 +126,7 @@ TEST(Init, ThatFailedStillKeepsTheErrorSuiteForTheShutdown) {
     EXPECT_EQ(run.host().problems(), Lines{});
 }
 
-TEST(Init, SucceedsWhenTheImageSuiteComesAtTheSecondAttempt) {
+TEST(Init, SucceedsIfTheSecondAttemptGetsTheImageSuite) {
     PluginRun run;
     run.host().faults().fail(HostCall::AcquireSuite, -7, 2);
     EXPECT_EQ(run.session().init().result, imNoErr);
@@ -134,7 +134,7 @@ TEST(Init, SucceedsWhenTheImageSuiteComesAtTheSecondAttempt) {
               "Acquiring suite: r: -7, v: 2, n: 'Premiere Image Processing Suite', ptr: <null>");
 }
 
-TEST(Shutdown, GivesTheErrorSuiteBack) {
+TEST(Shutdown, ReleasesTheErrorSuite) {
     PluginRun run;
     run.session().init();
     run.newMessages();

@@ -1,4 +1,4 @@
-// The two pixel format tables and their lookups, without the plug-in around them.
+// The two pixel format tables and their lookups, tested without the plug-in.
 #include "HostFixture.h"
 
 #include "codec/PixelFormatTables.h"
@@ -17,7 +17,7 @@ std::string runtimeErrorOf(Call call) {
     return "no error";
 }
 
-// As a module finds them before its init.
+// The tables before the module's init.
 const std::size_t subTypesAtStart = SubTypeInfos().size();
 const std::size_t formatsAtStart = FormatInfos().size();
 
@@ -97,7 +97,7 @@ TEST_F(PixelFormatTables, HoldTheSixteenSubtypesInOrder) {
     }
 }
 
-TEST_F(PixelFormatTables, HoldThePreferredFormatsOfEachSubtypeInTheOrderOfTheirNumbers) {
+TEST_F(PixelFormatTables, HoldEachSubtypesPreferredFormatsInOrder) {
     ASSERT_EQ(SubTypeInfos().size(), 16u);
     for (std::size_t i = 0; i < 16; ++i) {
         std::set<csSDK_uint32> preferred;
@@ -145,7 +145,7 @@ TEST_F(PixelFormatTables, EverySubtypeIsFound) {
     }
 }
 
-TEST_F(PixelFormatTables, AFormatThatIsNotTheirsIsNamedInTheError) {
+TEST_F(PixelFormatTables, AnUnlistedFormatIsNamedInTheError) {
     EXPECT_EQ(runtimeErrorOf([] { GetFormatInfo_by_pixelFormat(0x66646162); }),
               "GetFormatInfo_by_pixelFormat(): pixel format not found: PrPixelFormat_Invalid [badf]");
 }
@@ -155,17 +155,17 @@ TEST_F(PixelFormatTables, AnUnprintableFormatIsShownByItsNumbers) {
               "GetFormatInfo_by_pixelFormat(): pixel format not found: ???? [[1][0][0][0]]");
 }
 
-TEST_F(PixelFormatTables, ATypeThatIsNotTheirsIsNamedInTheError) {
+TEST_F(PixelFormatTables, AnUnlistedTypeIsNamedInTheError) {
     EXPECT_EQ(runtimeErrorOf([] { GetSubTypeInfo_by_quoTypeComp(117); }),
               "GetSubTypeInfo_by_quoTypeComp(): type not found: unknown type (117)");
 }
 
-TEST_F(PixelFormatTables, ATypeThatTheCodecKnowsButTheTableDoesNotIsCalledByItsName) {
+TEST_F(PixelFormatTables, ATypeOnlyTheCodecKnowsIsNamedInTheError) {
     EXPECT_EQ(runtimeErrorOf([] { GetSubTypeInfo_by_quoTypeComp(4); }),
               "GetSubTypeInfo_by_quoTypeComp(): type not found: YUYV (4)");
 }
 
-TEST_F(PixelFormatTables, BuildingThemGivesTheSuiteBack) {
+TEST_F(PixelFormatTables, BuildingThemReleasesTheSuite) {
     EXPECT_EQ(m_host.calls().count(hostkit::HostCall::AcquireSuite), 1);
     EXPECT_EQ(m_host.problems(), Lines{});
 }

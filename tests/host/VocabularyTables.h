@@ -1,4 +1,4 @@
-// The host's codes and their names as they stand in a log, value by value.
+// The host's codes and their names in a log, value by value.
 #pragma once
 
 #include <cstdint>

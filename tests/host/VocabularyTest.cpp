@@ -1,4 +1,4 @@
-// Every name table of the log, row by row and beside its rows.
+// Every name table of the log: each row, and values that have none.
 #include "HostFixture.h"
 #include "VocabularyTables.h"
 
@@ -50,7 +50,7 @@ TEST_P(NameTable, EveryOtherCodeIsUnknown) {
     }
 }
 
-TEST_P(NameTable, CodesThatAgreeOnlyInTheirLowBitsAreUnknown) {
+TEST_P(NameTable, CodesEqualOnlyInTheirLowBitsAreUnknown) {
     for (const CodeName& row : GetParam().rows) {
         EXPECT_STREQ(GetParam().function(row.code + 0x100 * 1024), GetParam().unknown) << row.code;
         EXPECT_STREQ(GetParam().function(row.code + 0x10000), GetParam().unknown) << row.code;
@@ -133,7 +133,7 @@ TEST(PixelFormatNames, NeighboursOfListedCodesAreUnknown) {
     }
 }
 
-TEST(PixelFormatNames, CodesThatDifferInLetterCaseAreUnknown) {
+TEST(PixelFormatNames, CodesInOtherLetterCaseAreUnknown) {
     const std::set<csSDK_uint32> listed = listedFormats();
     int checked = 0;
     for (const csSDK_uint32 code : listed) {
@@ -170,7 +170,7 @@ TEST(PixelFormatNames, TellingValues) {
     EXPECT_STREQ(PixelFormatName(0xFFFFFFFF), "????");
 }
 
-TEST(PixelFormatNames, TheCaseOfBgraTellsTheDepth) {
+TEST(PixelFormatNames, TheCaseOfBgraDistinguishesTheDepths) {
     EXPECT_STREQ(PixelFormatName(codeOf("BGRA")), "????");
     EXPECT_STREQ(PixelFormatName(codeOf("BGra")), "PrPixelFormat_BGRA_4444_32f");
     EXPECT_STREQ(PixelFormatName(codeOf("Bgra")), "PrPixelFormat_BGRA_4444_16u");

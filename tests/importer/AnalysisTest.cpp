@@ -11,7 +11,7 @@ using hostkit::HostRecord;
 
 namespace {
 
-// Two frames of a known size; the codec is never asked for them.
+// Two frames of a known size, which are never decoded.
 VideoSketch sizedVideo() {
     return {.width = 8, .height = 4, .rate = 30000, .scale = 1001, .frames = {Bytes(1000), Bytes(48)}};
 }
@@ -41,7 +41,7 @@ TEST_F(Analysis, DescribesTheVideo) {
     EXPECT_EQ(answer.text, kVideoText);
 }
 
-TEST_F(Analysis, DescribesEachSoundByItsPlaceInTheFile) {
+TEST_F(Analysis, DescribesEachSoundByItsStreamNumber) {
     auto clip = clipOf({videoStream(sizedVideo()),
                         audioStream({.chunks = {Bytes(3 * 1024 * 1024 / 2)}}),
                         audioStream({.format = aviwriter::waveFormatEx({.formatTag = 3,
@@ -69,7 +69,7 @@ TEST_F(Analysis, NamesFloatBySubFormat) {
     EXPECT_NE(clip->analysis().text.find("Type: 32 bit float\n"), std::string::npos);
 }
 
-TEST_F(Analysis, CountsThePlacesOverAllStreams) {
+TEST_F(Analysis, CountsStreamNumbersOverAllStreams) {
     auto clip = clipOf({audioStream({}), videoStream(sizedVideo()), audioStream({})});
     const std::string text = clip->analysis().text;
     EXPECT_NE(text.find("Audio stream 0:\n"), std::string::npos) << text;
@@ -109,14 +109,14 @@ TEST_F(Analysis, LogsTheBufferAndTheSoundsItDescribes) {
                      "AudioInfo::~AudioInfo()", "    [imNoErr] (0)"}));
 }
 
-TEST_F(Analysis, FillsABufferOfExactlyTheTextAndItsEnd) {
+TEST_F(Analysis, FillsABufferOfExactlyTheTextsSize) {
     const std::string text = kVideoText;
     const auto answer = videoClip()->analysis(static_cast<csSDK_int32>(text.size()) + 1);
     EXPECT_EQ(answer.text, text);
     EXPECT_EQ(answer.buffer.back(), '\0');
 }
 
-TEST_F(Analysis, CutsTheTextForItsEndInABufferOneByteTooSmall) {
+TEST_F(Analysis, CutsTheTextInABufferOneByteTooSmall) {
     const std::string text = kVideoText;
     const auto answer = videoClip()->analysis(static_cast<csSDK_int32>(text.size()));
     EXPECT_EQ(answer.text, text.substr(0, text.size() - 1));
@@ -130,7 +130,7 @@ TEST_F(Analysis, WritesNoMoreThanTheTextIntoALargeBuffer) {
               std::string(1000 - text.size() - 1, '\xCD'));
 }
 
-TEST_F(Analysis, WritesJustTheEndIntoOneByte) {
+TEST_F(Analysis, WritesOnlyTheTerminatorIntoOneByte) {
     const auto answer = videoClip()->analysis(1);
     EXPECT_EQ(answer.result, 0);
     EXPECT_EQ(answer.buffer, std::vector<char>{'\0'});
@@ -162,7 +162,7 @@ TEST_F(Analysis, WritesNothingWithoutABuffer) {
     EXPECT_TRUE(contains(log(), "ERROR: the host gave no buffer"));
 }
 
-TEST_F(Analysis, LeavesTheRecordAlone) {
+TEST_F(Analysis, LeavesTheRecordUnchanged) {
     auto clip = videoClip();
     char buffer[100];
     HostRecord<imAnalysisRec> record;
@@ -175,14 +175,14 @@ TEST_F(Analysis, LeavesTheRecordAlone) {
 
 // --- Data rates ---------------------------------------------------------------------------------------------------
 
-TEST_F(Analysis, AsksForEightBytesOfRoomForEachFrame) {
+TEST_F(Analysis, RequestsEightBytesForEachFrame) {
     const auto answer = videoClip()->dataRate();
     EXPECT_EQ(answer.sizeCall.result, 0);
     EXPECT_EQ(answer.sizeCall->buffersize, 16);
     EXPECT_EQ(hostkit::describe(answer.sizeCall.written), "16");
 }
 
-TEST_F(Analysis, GivesDurationAndSizeOfEachFrameAsKeyFrames) {
+TEST_F(Analysis, ReturnsDurationAndSizeOfEachFrameAsKeyFrames) {
     const auto answer = videoClip()->dataRate();
     ASSERT_EQ(answer.samples.size(), 2u);
     EXPECT_EQ(answer.samples[0].sampledur, 0x80000000u | 1001u);
@@ -191,7 +191,7 @@ TEST_F(Analysis, GivesDurationAndSizeOfEachFrameAsKeyFrames) {
     EXPECT_EQ(answer.samples[1].samplesize, 48u);
 }
 
-TEST_F(Analysis, SaysThatNothingElseTakesBytes) {
+TEST_F(Analysis, ReportsNoOtherBytes) {
     auto clip = videoClip();
     imDataSample samples[2];
     HostRecord<imDataRateAnalysisRec> record;
@@ -209,7 +209,7 @@ TEST_F(Analysis, LogsTheBufferOfTheDataRates) {
     EXPECT_EQ(handlerLogOf([&] { clip->dataRate(); }), (Lines{"buffersize: 0", "buffersize: 16"}));
 }
 
-TEST_F(Analysis, GivesDroppedFramesASizeOfZero) {
+TEST_F(Analysis, ReturnsASizeOfZeroForDroppedFrames) {
     VideoSketch video = sizedVideo();
     video.frames[1] = {};
     EXPECT_EQ(clipOf({videoStream(video)})->dataRate().samples.at(1).samplesize, 0u);

@@ -1,4 +1,4 @@
-// The description of a file's sound: which formats are taken, and what the host and the log get of them.
+// The description of a file's sound: which formats are accepted, and their values in the host's record and in the log.
 #include "importer/support/ImporterTest.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ protected:
         return clipOf({shortVideo(), audioStream({.format = format, .length = length})});
     }
 
-    // The sound is one of two, so that an invalid description is kept.
+    // The file has two sounds, because then an invalid description is kept.
     std::unique_ptr<ClipSession> clipWithInvalid(const Bytes& format) {
         return clipOf({shortVideo(), audioStream({.format = format}), audioStream({})});
     }
@@ -29,7 +29,7 @@ protected:
         return clip;
     }
 
-    // What fetching the information of stream 0 logs from the sound's construction on.
+    // The log of fetching the information of stream 0, from the construction of the sound on.
     Lines soundLog(ClipSession& clip) {
         const Lines lines = handlerLogOf([&] { clip.info(0); });
         const auto begin = std::find(lines.begin(), lines.end(), "AudioInfo::AudioInfo()");
@@ -70,60 +70,62 @@ Bytes withSubFormat(std::array<std::uint8_t, 16> guid) {
 
 }  // namespace
 
-// --- Formats that are taken ---------------------------------------------------------------------------------------
+// --- Accepted formats ---------------------------------------------------------------------------------------------
 
-TEST_F(AudioDescription, Takes16BytesWithoutASizeOfExtras) {
+TEST_F(AudioDescription, Accepts16BytesWithoutASizeOfExtras) {
     const Bytes format = aviwriter::pcmWaveFormat({.channels = 2, .bitsPerSample = 16});
     ASSERT_EQ(format.size(), 16u);
     expectSound(format, 2, 48000.0f, 3);
 }
 
-TEST_F(AudioDescription, TakesEightBits) { expectSound(aviwriter::waveFormatEx({.bitsPerSample = 8}), 2, 48000.0f, 1); }
+TEST_F(AudioDescription, AcceptsEightBits) {
+    expectSound(aviwriter::waveFormatEx({.bitsPerSample = 8}), 2, 48000.0f, 1);
+}
 
-TEST_F(AudioDescription, TakesSixteenBits) {
+TEST_F(AudioDescription, AcceptsSixteenBits) {
     expectSound(aviwriter::waveFormatEx({.channels = 1, .samplesPerSec = 44100}), 1, 44100.0f, 3);
 }
 
-TEST_F(AudioDescription, TakesTwentyFourBits) {
+TEST_F(AudioDescription, AcceptsTwentyFourBits) {
     expectSound(aviwriter::waveFormatEx({.bitsPerSample = 24}), 2, 48000.0f, 4);
 }
 
-TEST_F(AudioDescription, TakesThirtyTwoBits) {
+TEST_F(AudioDescription, AcceptsThirtyTwoBits) {
     expectSound(aviwriter::waveFormatEx({.bitsPerSample = 32}), 2, 48000.0f, 5);
 }
 
-TEST_F(AudioDescription, TakesFloat) {
+TEST_F(AudioDescription, AcceptsFloat) {
     expectSound(aviwriter::waveFormatEx({.formatTag = 3, .bitsPerSample = 32}), 2, 48000.0f, 6);
 }
 
-TEST_F(AudioDescription, TakesFloatBySubFormat) {
+TEST_F(AudioDescription, AcceptsFloatBySubFormat) {
     expectSound(aviwriter::waveFormatExtensible({.formatTag = 3, .bitsPerSample = 32}), 2, 48000.0f, 6);
 }
 
-TEST_F(AudioDescription, TakesPcmBySubFormat) {
+TEST_F(AudioDescription, AcceptsPcmBySubFormat) {
     expectSound(aviwriter::waveFormatExtensible({.bitsPerSample = 24}), 2, 48000.0f, 4);
 }
 
-TEST_F(AudioDescription, TakesFloatOfSixteenBitsForFloat) {
+TEST_F(AudioDescription, TreatsFloatOfSixteenBitsAsFloat) {
     expectSound(aviwriter::waveFormatEx({.formatTag = 3, .channels = 3, .bitsPerSample = 16}), 3, 48000.0f, 6);
 }
 
-TEST_F(AudioDescription, TakesThirtyTwoChannels) {
+TEST_F(AudioDescription, AcceptsThirtyTwoChannels) {
     expectSound(aviwriter::waveFormatEx({.channels = 32}), 32, 48000.0f, 3);
 }
 
-TEST_F(AudioDescription, TakesNoChannels) { expectSound(aviwriter::waveFormatEx({.channels = 0}), 0, 48000.0f, 3); }
+TEST_F(AudioDescription, AcceptsNoChannels) { expectSound(aviwriter::waveFormatEx({.channels = 0}), 0, 48000.0f, 3); }
 
 TEST_F(AudioDescription, IgnoresWhatFollowsTheLongestFormat) {
     expectSound(aviwriter::join({aviwriter::waveFormatExtensible({.bitsPerSample = 24}), Bytes(100, 0xFF)}), 2,
                 48000.0f, 4);
 }
 
-TEST_F(AudioDescription, TakesASizeOfExtrasThatTheFileDoesNotHold) {
+TEST_F(AudioDescription, AcceptsASizeOfExtrasThatTheFileLacks) {
     expectSound(aviwriter::waveFormatEx({.cbSize = std::uint16_t{0xFFFF}}), 2, 48000.0f, 3);
 }
 
-// --- Formats that are refused -------------------------------------------------------------------------------------
+// --- Refused formats ----------------------------------------------------------------------------------------------
 
 TEST_F(AudioDescription, RefusesFifteenBytes) {
     Bytes format = aviwriter::pcmWaveFormat({});
@@ -131,7 +133,7 @@ TEST_F(AudioDescription, RefusesFifteenBytes) {
     expectRefused(format, "Avi audio stream format size is too small: 15");
 }
 
-TEST_F(AudioDescription, RefusesNoBytesAtAll) {
+TEST_F(AudioDescription, RefusesAnEmptyFormat) {
     expectRefused({}, "Avi audio stream format size is too small: 0");
 }
 
@@ -151,12 +153,12 @@ TEST_F(AudioDescription, RefusesAnotherSubFormat) {
                   "Avi unsupported audio stream format: 12345678-9abc-def0-0102-030405060708");
 }
 
-TEST_F(AudioDescription, RefusesASubFormatThatDiffersInTheLastByteOnly) {
+TEST_F(AudioDescription, RefusesASubFormatWithAnotherLastByte) {
     expectRefused(withSubFormat({1, 0, 0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x72}),
                   "Avi unsupported audio stream format: 00000001-0000-0010-8000-00aa00389b72");
 }
 
-TEST_F(AudioDescription, RefusesAnExtensibleFormatWhoseExtrasAreNotStated) {
+TEST_F(AudioDescription, RefusesAnExtensibleFormatWithoutASizeOfExtras) {
     expectRefused(aviwriter::waveFormatExtensible({.cbSize = std::uint16_t{0}}),
                   "Avi unsupported audio stream format: 00000000-0000-0000-0000-000000000000");
 }
@@ -169,7 +171,7 @@ TEST_F(AudioDescription, RefusesTwentyBits) {
     expectRefused(aviwriter::waveFormatEx({.bitsPerSample = 20}), "Avi unsupported audio bits per sample: 20");
 }
 
-TEST_F(AudioDescription, RefusesABlockThatIsNoWholeSampleFrame) {
+TEST_F(AudioDescription, RefusesABlockThatIsNotASampleFrame) {
     expectRefused(aviwriter::waveFormatEx({.blockAlign = std::uint16_t{6}}),
                   "Avi audio stream format error: nBlockAlign != nChannels * (wBitsPerSample / 8)");
 }
@@ -211,11 +213,11 @@ TEST_F(AudioDescription, DumpsAnInvalidFormatAsADummy) {
                      "    numSampleFrames: 100"}));
 }
 
-TEST_F(AudioDescription, TakesTheLengthOfTheHeaderForSampleFrames) {
+TEST_F(AudioDescription, TakesTheLengthInSampleFramesFromTheHeader) {
     EXPECT_EQ(clipWith(aviwriter::waveFormatEx({}), 0xFFFFFFFF)->info(0)->audDuration, 0xFFFFFFFFll);
 }
 
-TEST_F(AudioDescription, GivesAnInvalidFormatItsOwnChannelsAndRateWithinBounds) {
+TEST_F(AudioDescription, KeepsChannelsAndRateOfAnInvalidFormatWithinBounds) {
     const auto info =
         clipWithInvalid(aviwriter::waveFormatEx({.channels = 5, .samplesPerSec = 44100, .bitsPerSample = 20}))->info(0);
     EXPECT_EQ(info->audInfo.numChannels, 5);
@@ -224,7 +226,7 @@ TEST_F(AudioDescription, GivesAnInvalidFormatItsOwnChannelsAndRateWithinBounds) 
     EXPECT_EQ(info->audDuration, 0);
 }
 
-TEST_F(AudioDescription, GivesAnInvalidFormatWithoutChannelsOneAndAtMost192000Hz) {
+TEST_F(AudioDescription, LimitsAnInvalidFormatTo1ChannelAnd192000Hz) {
     const auto info =
         clipWithInvalid(aviwriter::waveFormatEx({.channels = 0, .samplesPerSec = 400000, .bitsPerSample = 20}))
             ->info(0);
@@ -234,14 +236,14 @@ TEST_F(AudioDescription, GivesAnInvalidFormatWithoutChannelsOneAndAtMost192000Hz
     EXPECT_EQ(info->audDuration, 0);
 }
 
-TEST_F(AudioDescription, GivesAnInvalidFormatAtMost32ChannelsAndAtLeast1000Hz) {
+TEST_F(AudioDescription, LimitsAnInvalidFormatTo32ChannelsAnd1000Hz) {
     const auto info =
         clipWithInvalid(aviwriter::waveFormatEx({.channels = 40, .samplesPerSec = 8, .bitsPerSample = 16}))->info(0);
     EXPECT_EQ(info->audInfo.numChannels, 32);
     EXPECT_EQ(info->audInfo.sampleRate, 1000.0f);
 }
 
-TEST_F(AudioDescription, TakesAnInvalidFormatsHugeRateForAHighOne) {
+TEST_F(AudioDescription, TreatsAnInvalidFormatsHugeRateAsHigh) {
     const auto info =
         clipWithInvalid(aviwriter::waveFormatEx({.samplesPerSec = 0xFFFFFFFF, .bitsPerSample = 20}))->info(0);
     EXPECT_EQ(info->audInfo.sampleRate, 192000.0f);
@@ -283,7 +285,7 @@ TEST_F(AudioDescription, LabelsNoMoreChannelsThanTheMaskNames) {
               (std::vector<csSDK_int32>{102}));
 }
 
-TEST_F(AudioDescription, LogsTheLayoutWithUnfilledLabelsAsTheHostGaveThem) {
+TEST_F(AudioDescription, LogsUnfilledLabelsOfTheLayoutUnchanged) {
     auto clip = clipWith(aviwriter::waveFormatExtensible({.channels = 3, .channelMask = 0x4}));
     clip->info(0);
     EXPECT_EQ(handlerLogOf([&] { clip->channelLayout(101); }),

@@ -1,4 +1,4 @@
-// The codec binding by itself: the calls that no selector makes, and the errors that no log shows whole.
+// The codec binding alone: the calls that no selector makes, and the errors that no log shows completely.
 #include "codec/CodecInstance.h"
 #include "codec/PixelFormatDump.h"
 #include "codec/PixelFormatTables.h"
@@ -26,7 +26,7 @@ protected:
         EXPECT_EQ(counters.unpreparedOutputs, 0u);
     }
 
-    // The message of the error that `action` throws, with the code in front.
+    // The code and the message of the error that `action` throws.
     static std::string errorOf(const std::function<void()>& action) {
         try {
             action();
@@ -71,7 +71,7 @@ TEST_F(CodecBinding, PreparesARequestWithTheTwoFixedWords) {
                   format.word8, 0u);
 }
 
-TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
+TEST_F(CodecBinding, ReportsWhichRequestsItCanDecodeInto) {
     CodecInstance codec;
     QuorvaneFormat request = preparedFormat();
     request.type = 3;
@@ -79,7 +79,7 @@ TEST_F(CodecBinding, TellsWhichRequestsItCanDecodeInto) {
     EXPECT_FALSE(codec.canDecompress(m_stream, request));
     StandinCounters counters;
     standin_counters(&counters);
-    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "nobody wants to know why";
+    EXPECT_EQ(counters.calls[kStandinGetString], 0u) << "the error text is not needed";
     request.type = 2;
     request.colorSpace = 2;
     request.flags = 1;
@@ -96,7 +96,7 @@ TEST_F(CodecBinding, NamesTheRequestOfAFailingBegin) {
               "decompressBegin({28 bytes}, {0,0,254,1,3,0,0,2,0})");
 }
 
-TEST_F(CodecBinding, NamesNothingOfAFailingEnd) {
+TEST_F(CodecBinding, NamesNoArgumentsOfAFailingEnd) {
     CodecInstance codec;
     EXPECT_EQ(errorOf([&] { codec.decompressEnd(); }),
               "2147500039 Quorvane error (-2147467257): no decode session is running that could be ended: "
@@ -127,7 +127,7 @@ TEST_F(CodecBinding, NamesTheParameterThatCannotBeRead) {
     EXPECT_TRUE(error.ends_with(", can flip)")) << error;
 }
 
-TEST_F(CodecBinding, AsksAParameterWithTheTypeInTheValue) {
+TEST_F(CodecBinding, PassesTheTypeInTheParametersValue) {
     CodecInstance codec;
     std::uint32_t value = 31;
     codec.getParam(9, value);
@@ -145,13 +145,13 @@ TEST_F(CodecBinding, NamesTheFormatsOfAFailingCompressQuery) {
               "compressQuery({0,0,254,1,3,0,0,0,0}, {0,0,254,1,0,0,0,0,0}, 0)");
 }
 
-TEST_F(CodecBinding, ProbesWhatTheEncoderWouldMake) {
+TEST_F(CodecBinding, ReportsTheEncodersOutputFormat) {
     QuorvaneFormat input = preparedFormat();
     input.type = 2;
     EXPECT_EQ(ProbeEncoder(input).type, 102u);
 }
 
-TEST_F(CodecBinding, HasTheEncodersFurtherValueWrittenWhereItIsReadAgain) {
+TEST_F(CodecBinding, WritesTheEncodersFurtherValueWhereItIsReadBack) {
     CodecInstance codec;
     QuorvaneFormat input = preparedFormat();
     input.type = 2;
@@ -178,7 +178,7 @@ TEST_F(CodecBinding, TakesNamesFromTheLibrary) {
     EXPECT_EQ(codecParameterName(9), "supports 0-32768");
 }
 
-TEST_F(CodecBindingWithTables, FindNoTypeThatIsNotInThem) {
+TEST_F(CodecBindingWithTables, FindNoUnlistedType) {
     try {
         GetSubTypeInfo_by_quoTypeComp(117);
         FAIL() << "117 was found";

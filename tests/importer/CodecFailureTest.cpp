@@ -1,4 +1,4 @@
-// What becomes of a failing codec library, and of a host that gives no frame buffer.
+// A failing codec library, and a host that provides no frame buffer.
 #include "importer/support/ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -6,7 +6,7 @@ using hostkit::HostCall;
 
 namespace {
 
-constexpr std::uint32_t kQueriesOfTable = 17;       // one for each decode format, after the one that describes
+constexpr std::uint32_t kQueriesOfTable = 17;       // one for each decode format, after the describing one
 
 class CodecFailure : public ImporterTest {
 protected:
@@ -28,13 +28,13 @@ protected:
         return clip.frame(0, {frameFormat(format)});
     }
 
-    // What a request logs behind its formats.
+    // The log of a request after its formats.
     Lines decoderLog(ClipSession& clip, csSDK_int32 expectedResult) {
         const Lines lines = handlerLogOf([&] { EXPECT_EQ(frame(clip).result, expectedResult); });
         return {lines.begin() + 5, lines.end()};
     }
 
-    // Describing the stream gives `result`; the log's lines from behind the suites on.
+    // Expects describing the stream to return `result`; returns the lines of the log after the suites'.
     Lines describingLog(ClipSession& clip, csSDK_int32 result) {
         Lines lines = handlerLogOf([&] { EXPECT_EQ(clip.info(0).result, result); });
         std::erase_if(lines, [](const std::string& line) { return line.starts_with("Acquiring suite: "); });
@@ -108,14 +108,14 @@ TEST_F(CodecFailure, OfAllDecodeFormatsMakesABadFile) {
     expectNoInstanceOpen();
 }
 
-TEST_F(CodecFailure, OfOneDecodeFormatLeavesItOut) {
+TEST_F(CodecFailure, OfOneDecodeFormatExcludesIt) {
     auto opened = closedInfoClip();
-    standin().fail(kStandinDecompressQuery, 2 + 6, 1, 7);           // vuyx is the seventh of the table
+    standin().fail(kStandinDecompressQuery, 2 + 6, 1, 7);           // vuyx is the table's seventh format
     EXPECT_EQ(opened->info(0).result, 0);
     EXPECT_EQ(opened->pixelFormats(), (std::vector<PrPixelFormat>{PrPixelFormat_VUYX_4444_8u_709}));
 }
 
-TEST_F(CodecFailure, OfAllPreferredFormatsOffersTheOthers) {
+TEST_F(CodecFailure, OfAllPreferredFormatsOffersAllOthers) {
     auto opened = closedInfoClip();
     standin().fail(kStandinDecompressQuery, 2 + 6, 2, 7);           // vuyx and vux7
     EXPECT_EQ(opened->info(0).result, 0);
@@ -128,7 +128,7 @@ TEST_F(CodecFailure, OfAllPreferredFormatsOffersTheOthers) {
                   PrPixelFormat_RGB_444_10u, PrPixelFormat_BGRA_4444_16u, PrPixelFormat_BGRX_4444_16u}));
 }
 
-TEST_F(CodecFailure, ToOpenAnInstanceClosesNone) {
+TEST_F(CodecFailure, ToOpenAnInstanceClosesNothing) {
     auto opened = closedInfoClip();
     standin().fail(kStandinOpen, 1, 1, 9);
     EXPECT_EQ(opened->info(0).result, 2);
@@ -136,7 +136,7 @@ TEST_F(CodecFailure, ToOpenAnInstanceClosesNone) {
     expectNoInstanceOpen();
 }
 
-TEST_F(CodecFailure, LeavesNoDescriptionBehind) {
+TEST_F(CodecFailure, RemovesTheDescription) {
     auto opened = clip();
     standin().fail(kStandinDecompressQuery, 1, 1, 5);
     EXPECT_EQ(opened->info(0).result, 2);
@@ -144,7 +144,7 @@ TEST_F(CodecFailure, LeavesNoDescriptionBehind) {
     expectNoInstanceOpen();
 }
 
-TEST_F(CodecFailure, IsOverWhenTheHostAsksAgain) {
+TEST_F(CodecFailure, EndsWhenTheHostAsksAgain) {
     auto opened = closedInfoClip();
     standin().fail(kStandinDecompressQuery, 1, 1, 5);
     EXPECT_EQ(opened->info(0).result, 2);
@@ -152,7 +152,7 @@ TEST_F(CodecFailure, IsOverWhenTheHostAsksAgain) {
     EXPECT_EQ(opened->pixelFormats().size(), 2u);
 }
 
-TEST_F(CodecFailure, IsNotEvenReachedByAFormatWithoutExtraData) {
+TEST_F(CodecFailure, DoesNotOccurWithoutExtraData) {
     auto opened = closedInfoClip({.extraData = Bytes{}});
     EXPECT_EQ(describingLog(*opened, 2),
               (Lines{"VideoInfo::VideoInfo()", "Compressed format size is invalid", "VideoInfo::~VideoInfo()"}));
@@ -160,7 +160,7 @@ TEST_F(CodecFailure, IsNotEvenReachedByAFormatWithoutExtraData) {
     expectNoInstanceOpen();
 }
 
-TEST_F(CodecFailure, IsNotReachedByAFormatShorterThanItsBase) {
+TEST_F(CodecFailure, DoesNotOccurWithATooShortFormat) {
     StreamSketch video = shortVideo();
     video.format.resize(39);
     ClipSession opened(session(), write("clip.avi", aviFile({video})));
@@ -168,7 +168,7 @@ TEST_F(CodecFailure, IsNotReachedByAFormatShorterThanItsBase) {
     EXPECT_TRUE(contains(describingLog(opened, 2), "Compressed format size is invalid"));
 }
 
-TEST_F(CodecFailureWithoutTime, OpensNoInstanceThatStaysOpenWhenTheHostHasNoTimeSuite) {
+TEST_F(CodecFailureWithoutTime, LeavesNoInstanceOpenWithoutATimeSuite) {
     auto opened = closedInfoClip();
     const Lines lines = logOf([&] { EXPECT_EQ(opened->info(0).result, 99); });
     EXPECT_EQ(lines.back(),
@@ -179,7 +179,7 @@ TEST_F(CodecFailureWithoutTime, OpensNoInstanceThatStaysOpenWhenTheHostHasNoTime
 
 // --- Frame rates --------------------------------------------------------------------------------------------------
 
-TEST_F(CodecFailure, OfARateOfZeroIsMendedTo30) {
+TEST_F(CodecFailure, OfARateOfZeroDefaultsTo30) {
     auto opened = closedInfoClip({.rate = 0, .scale = 7});
     hostkit::Answer<imFileInfoRec8> info;
     EXPECT_TRUE(contains(handlerLogOf([&] { info = opened->info(0); }), "Invalid FPS: 0/7"));
@@ -188,7 +188,7 @@ TEST_F(CodecFailure, OfARateOfZeroIsMendedTo30) {
     EXPECT_EQ(info->vidSampleSize, 1);
 }
 
-TEST_F(CodecFailure, OfAScaleOfZeroIsMendedTo30) {
+TEST_F(CodecFailure, OfAScaleOfZeroDefaultsTo30) {
     auto opened = closedInfoClip({.rate = 24, .scale = 0});
     hostkit::Answer<imFileInfoRec8> info;
     EXPECT_TRUE(contains(handlerLogOf([&] { info = opened->info(0); }), "Invalid FPS: 24/0"));
@@ -203,7 +203,7 @@ TEST_F(CodecFailure, OfARateIsLoggedWithItsSign) {
 
 // --- Decoding -----------------------------------------------------------------------------------------------------
 
-TEST_F(CodecFailure, ToBeginGives8) {
+TEST_F(CodecFailure, ToBeginReturns8) {
     auto opened = clip();
     standin().fail(kStandinDecompressBegin, 1, 1, 11);
     EXPECT_EQ(decoderLog(*opened, 8),
@@ -221,7 +221,7 @@ TEST_F(CodecFailure, ToBeginIsTriedAgainForTheNextFrame) {
     EXPECT_EQ(standin().calls(kStandinDecompressEnd), 0u);
 }
 
-TEST_F(CodecFailure, ToDecompressGives8AndDisposesTheFrame) {
+TEST_F(CodecFailure, ToDecompressReturns8AndDisposesTheFrame) {
     auto opened = clip();
     standin().fail(kStandinDecompress, 1, 1, 0x8000400B);
     const Lines lines = decoderLog(*opened, 8);
@@ -240,7 +240,7 @@ TEST_F(CodecFailure, ToDecompressKeepsTheSession) {
     EXPECT_EQ(standin().calls(kStandinDecompressBegin), 1u);
 }
 
-TEST_F(CodecFailure, OfABadFrameGives8) {
+TEST_F(CodecFailure, OfABadFrameReturns8) {
     VideoSketch video;
     video.frames = {aviwriter::text("this is no frame of the codec, by far")};
     auto opened = openClip("clip.avi", aviFile({videoStream(video)}));
@@ -250,7 +250,7 @@ TEST_F(CodecFailure, OfABadFrameGives8) {
         << lines.back();
 }
 
-TEST_F(CodecFailure, ToEndIsLoggedAndDecodingGoesOn) {
+TEST_F(CodecFailure, ToEndIsLoggedAndDecodingContinues) {
     auto opened = clip();
     EXPECT_EQ(frame(*opened).result, 0);
     standin().fail(kStandinDecompressEnd, 1, 1, 13);
@@ -265,14 +265,14 @@ TEST_F(CodecFailure, ToEndIsLoggedAndDecodingGoesOn) {
 
 // --- The host's frame buffer --------------------------------------------------------------------------------------
 
-TEST_F(CodecFailure, OfTheHostToCreateAFrameGives5) {
+TEST_F(CodecFailure, OfTheHostToCreateAFrameReturns5) {
     auto opened = clip();
     host().faults().fail(HostCall::CreatePPix, -3);
     EXPECT_EQ(decoderLog(*opened, 5), (Lines{kStarting, "ERROR: CreatePPix() failed: -3"}));
     EXPECT_EQ(standin().calls(kStandinDecompress), 0u);
 }
 
-TEST_F(CodecFailure, OfTheHostToCreateAFrameIsOverWithTheNext) {
+TEST_F(CodecFailure, OfTheHostToCreateAFrameAffectsOnlyThatFrame) {
     auto opened = clip();
     host().faults().fail(HostCall::CreatePPix, -3);
     EXPECT_EQ(frame(*opened).result, 5);
@@ -280,7 +280,7 @@ TEST_F(CodecFailure, OfTheHostToCreateAFrameIsOverWithTheNext) {
     EXPECT_EQ(standin().calls(kStandinDecompressBegin), 1u);
 }
 
-TEST_F(CodecFailure, OfTheHostToGiveThePixelsGives5AndDisposesTheFrame) {
+TEST_F(CodecFailure, OfGetPixelsReturns5AndDisposesTheFrame) {
     auto opened = clip();
     host().faults().fail(HostCall::GetPixels, -4);
     EXPECT_EQ(decoderLog(*opened, 5), (Lines{kStarting, "ERROR: GetPixels() failed: -4"}));
@@ -289,7 +289,7 @@ TEST_F(CodecFailure, OfTheHostToGiveThePixelsGives5AndDisposesTheFrame) {
     EXPECT_EQ(host().frames().disposed(), 1);
 }
 
-TEST_F(CodecFailure, OfTheHostToTellTheRowBytesGives8AndDisposesTheFrame) {
+TEST_F(CodecFailure, OfGetRowBytesReturns8AndDisposesTheFrame) {
     auto opened = clip();
     host().faults().fail(HostCall::GetRowBytes, -4);
     EXPECT_EQ(frame(*opened).result, 8) << "the codec refuses rows of no bytes";

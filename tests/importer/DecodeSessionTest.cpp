@@ -1,4 +1,4 @@
-// The decode session: opened once for frames of one pixel format, opened anew for another.
+// The decode session: opened once for all frames in one pixel format, and again for another.
 #include "importer/support/ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -36,7 +36,7 @@ protected:
                 standin().calls(kStandinDecompressEnd)};
     }
 
-    // The last line is the decoder's: nothing comes after it in a frame that succeeds.
+    // The decoder's line is the last one of a successful frame.
     std::string lastLineOf(ClipSession& clip, PrPixelFormat format) {
         return handlerLogOf([&] { decode(clip, 0, format); }).back();
     }
@@ -59,7 +59,7 @@ TEST_F(DecodeSession, IsEndedAndBegunAgainForAnotherPixelFormat) {
     EXPECT_EQ(calls(), (DecodeCalls{2, 3, 1}));
 }
 
-TEST_F(DecodeSession, NeedsNothingElseOfTheCodecForAFurtherFrame) {
+TEST_F(DecodeSession, NeedsOnlyDecompressForAFurtherFrame) {
     auto clip = clipOf(101);
     decode(*clip, 0, PrPixelFormat_BGRA_4444_8u);
     standin().reset();
@@ -71,28 +71,28 @@ TEST_F(DecodeSession, NeedsNothingElseOfTheCodecForAFurtherFrame) {
     EXPECT_EQ(all, 1u);
 }
 
-TEST_F(DecodeSession, SaysInTheLogWhenItBegins) {
+TEST_F(DecodeSession, LogsItsBegin) {
     auto clip = clipOf(101);
     EXPECT_EQ(lastLineOf(*clip, PrPixelFormat_BGRA_4444_8u),
               "Starting decompression: RGB 8 [Rec.709] [FULL] -> BGRA [Rec.709] (pr: PrPixelFormat_BGRA_4444_8u "
               "[bgra]) [flipped]");
 }
 
-TEST_F(DecodeSession, SaysInTheLogThatSixteenBitsGoTo32768) {
+TEST_F(DecodeSession, LogsTheRangeTo32768ForSixteenBits) {
     auto clip = clipOf(101);
     EXPECT_EQ(lastLineOf(*clip, PrPixelFormat_BGRX_4444_16u),
               "Starting decompression: RGB 8 [Rec.709] [FULL] -> BGRX16 [Rec.709] (pr: PrPixelFormat_BGRX_4444_16u "
               "[Bgrx]) [flipped] [0-32768]");
 }
 
-TEST_F(DecodeSession, SaysInTheLogThatTheStreamIsLimited) {
+TEST_F(DecodeSession, LogsThatTheStreamIsLimited) {
     auto clip = clipOf(104);
     EXPECT_EQ(lastLineOf(*clip, PrPixelFormat_UYVY_422_8u_601),
               "Starting decompression: YUV 4:2:2 8 [Rec.709] [LIMITED] -> UYVY [Rec.601] (pr: "
               "PrPixelFormat_UYVY_422_8u_601 [uyvy]) [flipped]");
 }
 
-TEST_F(DecodeSession, SaysNothingWhileItGoesOn) {
+TEST_F(DecodeSession, LogsNothingWhileItContinues) {
     auto clip = clipOf(101);
     decode(*clip, 0, PrPixelFormat_BGRA_4444_8u);
     EXPECT_EQ(handlerLogOf([&] { decode(*clip, 1, PrPixelFormat_BGRA_4444_8u); }),
@@ -100,7 +100,7 @@ TEST_F(DecodeSession, SaysNothingWhileItGoesOn) {
                      "inNumFrameFormats: 1", "inFrameFormats[0]: 0 0 PrPixelFormat_BGRA_4444_8u [bgra]"}));
 }
 
-TEST_F(DecodeSession, SaysInTheLogWhenThePixelFormatChanges) {
+TEST_F(DecodeSession, LogsAChangeOfThePixelFormat) {
     auto clip = clipOf(101);
     decode(*clip, 0, PrPixelFormat_BGRA_4444_8u);
     const Lines lines = handlerLogOf([&] { decode(*clip, 0, PrPixelFormat_YUYV_422_8u_709); });
@@ -111,7 +111,7 @@ TEST_F(DecodeSession, SaysInTheLogWhenThePixelFormatChanges) {
               "[yuy3]) [flipped]");
 }
 
-TEST_F(DecodeSession, BeginsAgainFromWhatTheLastOneDelivered) {
+TEST_F(DecodeSession, BeginsAgainFromTheLastOnesOutput) {
     auto clip = clipOf(104);
     decode(*clip, 0, PrPixelFormat_YUYV_422_8u_601);
     EXPECT_EQ(lastLineOf(*clip, PrPixelFormat_YUYV_422_8u_709),
@@ -136,7 +136,7 @@ TEST_F(DecodeSession, IsNotEndedBeforeItsInstanceIsClosed) {
     EXPECT_EQ(standin().counters().closesWithSession, 1u);
 }
 
-TEST_F(DecodeSession, OfEachClipIsItsOwn) {
+TEST_F(DecodeSession, BelongsToOneClip) {
     auto first = clipOf(101);
     auto second = openClip("second.avi", aviFile({shortVideo()}));
     standin().reset();

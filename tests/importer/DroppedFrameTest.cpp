@@ -1,4 +1,4 @@
-// Dropped frames: which other frame stands in for one that was written empty.
+// Dropped frames: which other frame replaces one that was written empty.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/host/PixelFormatTable.h"
@@ -11,7 +11,7 @@ constexpr PrTime kTicksPerFrame = 10160640000;   // at 25 frames per second
 
 class DroppedFrame : public ImporterTest {
 protected:
-    // A clip whose frames are drawn as text: "x" holds data, "." is dropped.
+    // A clip with frames given as text: "x" holds data, "." is dropped.
     std::unique_ptr<ClipSession> clipOf(const std::string& frames) {
         VideoSketch video;
         video.frames = framesOf(video, static_cast<std::uint32_t>(frames.size()));
@@ -23,7 +23,7 @@ protected:
         return openClip("clip.avi", aviFile({videoStream(video)}));
     }
 
-    // The number of the frame whose picture comes for frame `number`; -1 when none does.
+    // The number of the frame whose picture is delivered for frame `number`, or -1.
     static int shownFor(ClipSession& clip, int number) {
         const auto answer = clip.frame(kTicksPerFrame * number, {frameFormat(PrPixelFormat_VUYX_4444_8u)});
         return answer.result == 0 ? firstBytes(answer).at(0) - kFirstFrameValue : -1;
@@ -55,14 +55,14 @@ TEST_F(DroppedFrame, LogsTheFrameReadInstead) {
     EXPECT_EQ(lines[5], "Empty frame: 5, frame read: 3");
 }
 
-TEST_F(DroppedFrame, LogsNothingOfAFrameThatIsThere) {
+TEST_F(DroppedFrame, LogsNothingForAPresentFrame) {
     auto clip = clipOf("x.x");
     for (const std::string& line : handlerLogOf([&] { shownFor(*clip, 2); })) {
         EXPECT_FALSE(line.starts_with("Empty frame")) << line;
     }
 }
 
-TEST_F(DroppedFrame, ShowsTheNearestLaterFrameWhenTheFirstOnesAreDropped) {
+TEST_F(DroppedFrame, ShowsTheNearestLaterFrameIfTheFirstAreDropped) {
     auto clip = clipOf("..x.x");
     EXPECT_EQ(shownForAll(*clip, 5), (std::vector<int>{2, 2, 2, 2, 4}));
     EXPECT_TRUE(contains(handlerLogOf([&] { shownFor(*clip, 0); }), "Empty frame: 0, frame read: 2"));
@@ -76,9 +76,9 @@ TEST_F(DroppedFrame, ShowsTheLastFrameForAllOthers) {
     EXPECT_EQ(shownForAll(*clipOf("...x"), 4), (std::vector<int>{3, 3, 3, 3}));
 }
 
-// The rule by itself, for each way in which eight frames can be dropped. Twenty more of one kind lie before or behind
-// them, so that the search has more than one group of the index to look through.
-TEST_F(DroppedFrame, IsStoodInForByTheSameFrameAsASearchOneByOneFinds) {
+// The search alone, for each combination of eight dropped or present frames. Twenty more of one kind come before or
+// after them, so that the search covers several groups of the index.
+TEST_F(DroppedFrame, IsReplacedByTheFrameThatALinearSearchFinds) {
     for (const std::string& around : {std::string(20, '.'), std::string(20, 'x')}) {
         for (unsigned drops = 0; drops < 256; drops += 15) {
             std::string pattern;
@@ -110,7 +110,7 @@ TEST_F(DroppedFrame, FindsNoFrameWhenAllAreDropped) {
 
 TEST_F(DroppedFrame, ReadsNothingWhenAllAreDropped) {
     auto clip = clipOf("...");
-    clip->quiet();      // any read would fail now, with another result
+    clip->quiet();      // now any read would fail, with another result
     EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_VUYX_4444_8u)}).result, 28);
     EXPECT_EQ(standin().calls(kStandinDecompressBegin), 0u);
 }
@@ -119,8 +119,8 @@ TEST_F(DroppedFrame, FindsNoFrameWhenTheOnlyOneIsDropped) {
     EXPECT_EQ(shownFor(*clipOf("."), 0), -1);
 }
 
-TEST_F(DroppedFrame, ShowsSmallFramesAfterBigOnesWhole) {
-    // The second frame compresses far better than the first, whose bytes the buffer once held.
+TEST_F(DroppedFrame, ShowsSmallFramesCompletelyAfterBigOnes) {
+    // The second frame is far smaller than the first, whose bytes were in the buffer before.
     VideoSketch video;
     standin::Picture noise = standin::makePicture({103, 8, 4, 1, 1});
     std::uint16_t value = 1;

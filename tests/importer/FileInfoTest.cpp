@@ -1,4 +1,4 @@
-// The selection of a stream and the description that the host gets of it.
+// The selection of a stream and its description for the host.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -19,7 +19,7 @@ protected:
         return clip;
     }
 
-    // Stream information into a record that is full of `fill` but for what the host must say.
+    // Fetches stream information into a record filled with `fill`, except for the fields that the host must set.
     Answer<imFileInfoRec8> infoInto(std::uint8_t fill, const ClipSession& clip, csSDK_int32 streamIndex) {
         HostRecord<imFileInfoRec8> record(profile().recordSizes().fileInfo);
         std::memset(record.data(), fill, record.size());
@@ -55,7 +55,7 @@ constexpr char kVideoAndSoundFields[] =
 
 // --- Results and streams ------------------------------------------------------------------------------------------
 
-TEST_F(FileInfo, OfAFileWithoutSoundIsVideoAlone) {
+TEST_F(FileInfo, OfAFileWithoutSoundIsOnlyVideo) {
     auto clip = opened({shortVideo()});
     const auto info = clip->info(0);
     EXPECT_EQ(info.result, 0);
@@ -63,7 +63,7 @@ TEST_F(FileInfo, OfAFileWithoutSoundIsVideoAlone) {
     EXPECT_EQ(info->hasAudio, 0);
 }
 
-TEST_F(FileInfo, OfAFileWithoutSoundSaysSoInTheLog) {
+TEST_F(FileInfo, OfAFileWithoutSoundIsLogged) {
     auto clip = opened({shortVideo()});
     EXPECT_EQ(handlerLogOf([&] { clip->info(0); }),
               (Lines{"fileInfoRec8P->streamIdx: 0", "VideoInfo::VideoInfo()",
@@ -78,7 +78,7 @@ TEST_F(FileInfo, OfAFileWithoutSoundSaysSoInTheLog) {
                      "AudioInfo::AudioInfo()", "Avi has no audio stream", "AudioInfo::~AudioInfo()"}));
 }
 
-TEST_F(FileInfo, OfAFileWithOneSoundIsBothInOneStream) {
+TEST_F(FileInfo, OfAFileWithOneSoundHasBothInOneStream) {
     auto clip = opened({shortVideo(), sound()});
     const auto info = clip->info(0);
     EXPECT_EQ(info.result, 0);
@@ -86,7 +86,7 @@ TEST_F(FileInfo, OfAFileWithOneSoundIsBothInOneStream) {
     EXPECT_EQ(info->hasAudio, 1);
 }
 
-TEST_F(FileInfo, OfAFileWithThreeSoundsGivesOneAfterAnother) {
+TEST_F(FileInfo, OfAFileWithThreeSoundsReturnsOneAfterAnother) {
     auto clip = opened({shortVideo(), sound(), audioStream({.length = 200}), audioStream({.length = 300})});
     const auto infos = clip->infos();
     ASSERT_EQ(infos.size(), 3u);
@@ -102,14 +102,14 @@ TEST_F(FileInfo, OfAFileWithThreeSoundsGivesOneAfterAnother) {
     EXPECT_EQ(infos[2]->audDuration, 300);
 }
 
-TEST_F(FileInfo, OfAFileWithSoundAloneIsRefused) {
+TEST_F(FileInfo, OfAFileWithOnlySoundIsRefused) {
     auto clip = opened({sound()});
     const auto info = clip->info(0);
     EXPECT_EQ(info.result, 2);
     EXPECT_EQ(hostkit::describe(info.written), "nothing");
 }
 
-TEST_F(FileInfo, OfAFileWithSoundAloneSaysSoInTheLog) {
+TEST_F(FileInfo, OfAFileWithOnlySoundIsLogged) {
     auto clip = opened({sound()});
     EXPECT_EQ(handlerLogOf([&] { clip->info(0); }),
               (Lines{"fileInfoRec8P->streamIdx: 0", "Avi has no video stream"}));
@@ -135,7 +135,7 @@ TEST_F(FileInfo, BeyondTheSoundsKeepsAnInvalidSound) {
     EXPECT_EQ(info->audDuration, 0);
 }
 
-TEST_F(FileInfo, WithANegativeIndexIsBeyondTheSounds) {
+TEST_F(FileInfo, WithANegativeIndexKeepsAnInvalidSound) {
     auto clip = opened({shortVideo(), sound(), sound()});
     clip->info(0);
     Answer<imFileInfoRec8> info;
@@ -182,14 +182,14 @@ TEST_F(FileInfo, KeepsAnUnusableSoundThatIsOneOfTwo) {
     EXPECT_EQ(info->audInfo.sampleType, 14);
 }
 
-TEST_F(FileInfo, TakesTheFirstVideoOfTwo) {
+TEST_F(FileInfo, UsesTheFirstVideoOfTwo) {
     auto clip = opened({shortVideo(2, {.width = 12}), shortVideo(5, {.width = 20})});
     const auto info = clip->info(0);
     EXPECT_EQ(info.result, 0);
     EXPECT_EQ(info->vidInfo.imageWidth, 12);
 }
 
-TEST_F(FileInfo, TakesTheVideoWhereverItStandsInTheFile) {
+TEST_F(FileInfo, FindsTheVideoAnywhereInTheFile) {
     auto clip = opened({sound(), shortVideo(2, {.width = 12})});
     const auto info = clip->info(0);
     EXPECT_EQ(info.result, 0);
@@ -197,7 +197,7 @@ TEST_F(FileInfo, TakesTheVideoWhereverItStandsInTheFile) {
     EXPECT_EQ(info->hasAudio, 1);
 }
 
-TEST_F(FileInfo, PassesOverStreamsThatAreNeitherVideoNorSound) {
+TEST_F(FileInfo, SkipsStreamsThatAreNeitherVideoNorSound) {
     StreamSketch text = sound();
     text.header.type = "txts";
     auto clip = opened({text, shortVideo()});
@@ -224,7 +224,7 @@ TEST_F(FileInfo, OfTheSameStreamAgainIsTheSame) {
     EXPECT_EQ(standin().counters().openInstances, 1u);
 }
 
-TEST_F(FileInfo, AcquiresTheSuitesOnceOnly) {
+TEST_F(FileInfo, AcquiresTheSuitesOnlyOnce) {
     auto clip = opened({shortVideo()});
     clip->info(0);
     const Lines lines = logOf([&] { clip->info(0); });
@@ -252,7 +252,7 @@ TEST_F(FileInfo, WritesNoSoundFieldsWithoutSound) {
     EXPECT_EQ(hostkit::describe(infoInto(0xCD, *clip, 0).written), "0-9 12-18 22 34-41 50-61 162-173 194-197 214");
 }
 
-TEST_F(FileInfo, WritesNoVideoFieldsForSoundAlone) {
+TEST_F(FileInfo, WritesNoVideoFieldsForOnlySound) {
     auto clip = opened({shortVideo(), sound(), sound()});
     EXPECT_EQ(hostkit::describe(infoInto(0xCD, *clip, 1).written), "0-1 174-197 214");
 }
@@ -279,7 +279,7 @@ TEST_F(FileInfo, DescribesTheVideo) {
     EXPECT_EQ(info->hasDataRate, 1);
 }
 
-TEST_F(FileInfo, GivesTheDurationInUnitsOfTheScale) {
+TEST_F(FileInfo, ReturnsTheDurationInUnitsOfTheScale) {
     auto clip = opened({shortVideo(100, {.rate = 30000, .scale = 1001})});
     const auto info = clip->info(0);
     EXPECT_EQ(info->vidScale, 30000);
@@ -305,7 +305,7 @@ struct TypeCase {
     int alphaType;
 };
 
-TEST_F(FileInfo, GivesSubtypeDepthAndAlphaOfEachType) {
+TEST_F(FileInfo, ReturnsSubtypeDepthAndAlphaOfEachType) {
     for (const TypeCase& row :
          {TypeCase{102, "AR8Q", 32, 1}, TypeCase{101, "GR8Q", 24, 5}, TypeCase{106, "AY8Q", 32, 1},
           TypeCase{103, "4Y8Q", 24, 5}, TypeCase{104, "2Y8Q", 24, 5}, TypeCase{105, "0Y8Q", 24, 5},
@@ -324,7 +324,7 @@ TEST_F(FileInfo, GivesSubtypeDepthAndAlphaOfEachType) {
 
 // --- Files that cannot be described -------------------------------------------------------------------------------
 
-TEST_F(FileInfo, OfAFileThatIsNoAviFailsWithTheParsersWords) {
+TEST_F(FileInfo, OfAFileThatIsNotAviLogsTheParsersText) {
     ClipSession clip(session(), write("text.avi", aviwriter::text("this is not an AVI file, not at all")));
     clip.open();
     const Lines lines = logOf([&] { EXPECT_EQ(clip.info(0).result, 2); });
@@ -339,7 +339,7 @@ TEST_F(FileInfo, OfAnEmptyFileFails) {
               (Lines{"fileInfoRec8P->streamIdx: 0", "Failed to parse avi: riff structure is empty", ""}));
 }
 
-TEST_F(FileInfo, ThatFailsTakesTheEarlierDescriptionAway) {
+TEST_F(FileInfo, ThatFailsRemovesTheEarlierDescription) {
     const std::filesystem::path path = write("clip.avi", aviFile({shortVideo(), sound()}));
     auto clip = openClip(path);
     clip->quiet();
@@ -350,13 +350,13 @@ TEST_F(FileInfo, ThatFailsTakesTheEarlierDescriptionAway) {
     EXPECT_EQ(clip->channelLayout().result, 99);
 }
 
-TEST_F(FileInfo, AfterQuietFailsForWantOfAFile) {
+TEST_F(FileInfo, AfterQuietFailsForLackOfAFile) {
     auto clip = openClip("clip.avi", aviFile({shortVideo()}));
     clip->quiet();
     EXPECT_EQ(clip->info(0).result, 2);
 }
 
-TEST_F(FileInfo, WithoutAnyDescriptionVideoCallsEndInAnError) {
+TEST_F(FileInfo, WithoutADescriptionVideoCallsFail) {
     auto clip = opened({shortVideo()});
     EXPECT_EQ(logOf([&] { EXPECT_EQ(clip->pixelFormat(0).result, 99); }),
               (Lines{"----------------------", "[imGetIndPixelFormat] (27)", "m_filePathUtf8: '<folder>/clip.avi'",
@@ -364,7 +364,7 @@ TEST_F(FileInfo, WithoutAnyDescriptionVideoCallsEndInAnError) {
                      "FATAL: Unhandled exception during [imGetIndPixelFormat] (27): m_videoInfo is NULL"}));
 }
 
-TEST_F(FileInfo, WithoutAnyDescriptionTheRecordIsStillLogged) {
+TEST_F(FileInfo, WithoutADescriptionTheRecordIsStillLogged) {
     auto clip = opened({shortVideo()});
     const std::string missing = ": m_videoInfo is NULL";
     const std::string fatal = "FATAL: Unhandled exception during ";
@@ -378,7 +378,7 @@ TEST_F(FileInfo, WithoutAnyDescriptionTheRecordIsStillLogged) {
               (Lines{"outFrame: <pointer>", fatal + "[imGetSourceVideo] (47)" + missing}));
 }
 
-TEST_F(FileInfo, WithoutSoundTheChannelLayoutEndsInAnErrorThatTheHostHearsOf) {
+TEST_F(FileInfo, WithoutSoundTheChannelLayoutReportsAnError) {
     auto clip = opened({shortVideo()});
     clip->info(0);
     EXPECT_EQ(clip->channelLayout().result, 99);

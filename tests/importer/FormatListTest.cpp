@@ -1,4 +1,4 @@
-// What the plug-in declares before any file is opened: the import format and the list of subtypes.
+// The plug-in's declarations before any file is opened: the import format and the list of subtypes.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -12,7 +12,7 @@ namespace {
 
 class FormatList : public ImporterTest {
 protected:
-    // A record that a host would zero holds this instead, so that every byte written shows.
+    // Fills the record, which a host would zero, with `fill`, so that every written byte shows.
     Answer<imIndFormatRec> formatInto(std::uint8_t fill, csSDK_int32 index) {
         HostRecord<imIndFormatRec> record;
         std::memset(record.get(), fill, sizeof(imIndFormatRec));
@@ -37,7 +37,7 @@ TEST_F(FormatList, DeclaresQuorvaneAvi) {
     EXPECT_STREQ(answer->PlatformExtension, "avi");
 }
 
-TEST_F(FormatList, ListsTheExtensionWithTheSecondZeroOfAZeroedRecord) {
+TEST_F(FormatList, TerminatesTheExtensionsWithARecordsZero) {
     const auto answer = session().format(0);
     EXPECT_EQ(std::memcmp(answer->PlatformExtension, "avi\0", 5), 0);
 }
@@ -64,11 +64,11 @@ TEST_F(FormatList, EndsAfterTheFirst) {
                      "    [imBadFormatIndex] (301)"}));
 }
 
-TEST_F(FormatList, WritesNothingForAnIndexBeyondTheEnd) {
+TEST_F(FormatList, WritesNothingForAnIndexPastTheEnd) {
     EXPECT_EQ(hostkit::describe(formatInto(0xCD, 1).written), "nothing");
 }
 
-TEST_F(FormatList, TakesANegativeIndexForAHugeOne) {
+TEST_F(FormatList, TreatsANegativeIndexAsHuge) {
     EXPECT_EQ(handlerLogOf([&] { EXPECT_EQ(session().format(-1).result, 301); }),
               (Lines{"index 4294967295: imBadFormatIndex"}));
 }
@@ -111,26 +111,26 @@ TEST_F(FormatList, LogsSubtypesWithTheirHighestByteFirst) {
     EXPECT_EQ(lines[19], "    [imNoErr] (0)");
 }
 
-TEST_F(FormatList, GivesTheSameSubtypesForAnyFileType) {
+TEST_F(FormatList, ReturnsTheSameSubtypesForAnyFileType) {
     const Lines lines = handlerLogOf([&] { EXPECT_EQ(session().subTypeNames(0x41000000).records.size(), 16u); });
     EXPECT_EQ(lines.front(), "filetype: A[0][0][0]");
 }
 
-TEST_F(FormatList, GivesANullListAndImMemErrWhenTheHostHasNoMemory) {
+TEST_F(FormatList, ReturnsImMemErrIfTheHostHasNoMemory) {
     host().faults().fail(hostkit::HostCall::NewPtr, 0);
     void* list = &list;
     EXPECT_EQ(session().call(imGetSubTypeNames, hostkit::asPointer(0x41564956), &list), 4);
     EXPECT_EQ(list, nullptr);
 }
 
-TEST_F(FormatList, SaysInTheLogThatTheHostHasNoMemory) {
+TEST_F(FormatList, LogsThatTheHostHasNoMemory) {
     host().faults().fail(hostkit::HostCall::NewPtr, 0);
     EXPECT_EQ(logOf([&] { session().subTypeNames(0x41564956); }),
               (Lines{"----------------------", "[imGetSubTypeNames] (54)", "filetype: AVIV",
                      "ERROR: the host gave no memory", "    [imMemErr] (4)"}));
 }
 
-TEST_F(FormatListBeforeInit, GivesAnEmptyListOfSubtypes) {
+TEST_F(FormatListBeforeInit, ReturnsAnEmptyListOfSubtypes) {
     EXPECT_EQ(logOf([&] {
                   const auto answer = session().subTypeNames(0x41564956);
                   EXPECT_EQ(answer.result, 0);
@@ -140,6 +140,6 @@ TEST_F(FormatListBeforeInit, GivesAnEmptyListOfSubtypes) {
                      "filetype: AVIV", "    [imNoErr] (0)"}));
 }
 
-TEST_F(FormatListBeforeInit, DeclaresTheFormatAllTheSame) {
+TEST_F(FormatListBeforeInit, StillDeclaresTheFormat) {
     EXPECT_EQ(session().format(0).result, 0);
 }

@@ -1,4 +1,4 @@
-// Reading a frame's bytes from files that are damaged, cut short or gone.
+// Reading a frame's bytes from files that are damaged, truncated or missing.
 #include "importer/support/ImporterTest.h"
 
 #include "importer/support/ProcessMemory.h"
@@ -15,15 +15,15 @@ constexpr std::uint64_t kMebibyte = 1 << 20;
 
 class FrameRead : public ImporterTest {
 protected:
-    // Three frames of 100 bytes. Behind the last one follow the 56 bytes of the index, so that 156 bytes of the file
-    // are left from its start on.
+    // Three frames of 100 bytes. The 56 bytes of the index follow the last one, so there are 156 bytes from its start
+    // to the end of the file.
     Bytes threeFrames() { return aviFile({videoStream({.frames = {Bytes(100), Bytes(100), Bytes(100)}})}); }
 
     static std::size_t indexEntry(const Bytes& file, std::size_t number) {
         return positionOf(file, "idx1") + 8 + 16 * number;
     }
 
-    // The file, but its index says this of the last frame.
+    // The same file, except that its index states this size for the last frame.
     Bytes withLastFrameClaiming(std::uint32_t size) {
         Bytes file = threeFrames();
         aviwriter::overwrite(file, indexEntry(file, 2) + 12, u32(size));
@@ -45,43 +45,43 @@ protected:
 
 }  // namespace
 
-TEST_F(FrameRead, FailsWhenTheFileEndsInsideTheFrame) {
+TEST_F(FrameRead, FailsIfTheFileEndsInsideTheFrame) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(200));
     expectReadFailure(*clip, 2, "Failed to read frame from AVI: Read error: size: 200, read: 156");
 }
 
-TEST_F(FrameRead, FailsOneByteBehindTheEnd) {
+TEST_F(FrameRead, FailsOneBytePastTheEnd) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(157));
     expectReadFailure(*clip, 2, "Failed to read frame from AVI: Read error: size: 157, read: 156");
 }
 
-TEST_F(FrameRead, ReadsToTheVeryEndOfTheFile) {
+TEST_F(FrameRead, ReadsToTheEndOfTheFile) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(156));
-    EXPECT_EQ(frame(*clip, 2).result, 8) << "read, but no frame of the codec";
+    EXPECT_EQ(frame(*clip, 2).result, 8) << "read, but not a frame of the codec";
 }
 
-TEST_F(FrameRead, FailsWhenTheFrameLiesBehindTheFile) {
+TEST_F(FrameRead, FailsIfTheFrameLiesPastTheEnd) {
     Bytes file = threeFrames();
     aviwriter::overwrite(file, indexEntry(file, 2) + 8, u32(0x7FFFFFF0));
     auto clip = openClip("clip.avi", file);
     expectReadFailure(*clip, 2, "Failed to read frame from AVI: Read error: size: 100, read: 0");
 }
 
-TEST_F(FrameRead, TakesNoMemoryForTwoGibibytesThatTheFileDoesNotHave) {
+TEST_F(FrameRead, TakesNoMemoryForTwoMissingGibibytes) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(0x7FFFFFFF));
     const std::uint64_t before = peakProcessBytes();
     expectReadFailure(*clip, 2, "Failed to read frame from AVI: Read error: size: 2147483647, read: 156");
     EXPECT_LT(peakProcessBytes() - before, 256 * kMebibyte);
 }
 
-TEST_F(FrameRead, TakesNoMemoryForFourGibibytesThatTheFileDoesNotHave) {
+TEST_F(FrameRead, TakesNoMemoryForFourMissingGibibytes) {
     auto clip = openClip("clip.avi", withLastFrameClaiming(0xFFFFFFFF));
     const std::uint64_t before = peakProcessBytes();
     expectReadFailure(*clip, 2, "Failed to read frame from AVI: Read error: size: 4294967295, read: 156");
     EXPECT_LT(peakProcessBytes() - before, 256 * kMebibyte);
 }
 
-TEST_F(FrameRead, FailsForAPlaceThatNoFileHas) {
+TEST_F(FrameRead, FailsForAnImpossiblePosition) {
     Bytes file = aviwriter::sampleBytes({.type = 103, .width = 8, .height = 4, .frames = 1,
                                          .layout = {.index = aviwriter::IndexKind::openDml}});
     // The upper half of the index's base offset, 12 bytes into its data.
@@ -110,7 +110,7 @@ TEST_F(FrameRead, FailsForAFileThatShrankWhileItWasClosed) {
     expectReadFailure(*clip, 0, "Failed to read frame from AVI: Read error: size: 100, read: 60");
 }
 
-TEST_F(FrameRead, GoesOnWithTheNextFrameAfterAFailure) {
+TEST_F(FrameRead, ContinuesWithTheNextFrameAfterAFailure) {
     VideoSketch video;
     video.frames = framesOf(video, 3);
     Bytes file = aviFile({videoStream(video)});
@@ -120,7 +120,7 @@ TEST_F(FrameRead, GoesOnWithTheNextFrameAfterAFailure) {
     EXPECT_EQ(firstBytes(frame(*clip, 2)), (std::vector<int>{42, 42, 42, 255}));
 }
 
-TEST_F(FrameRead, GivesNoFrameToAHostWithoutAPlaceForIt) {
+TEST_F(FrameRead, DeliversNoFrameWithoutOutFrame) {
     auto clip = openClip("clip.avi", threeFrames());
     hostkit::HostRecord<imSourceVideoRec> record;
     record->inPrivateData = clip->privateData();

@@ -1,4 +1,4 @@
-// From a frame request's time and size to the frame: everything that is settled before a byte is read.
+// From a frame request's time and size to the frame: everything that is decided before a byte is read.
 #include "importer/support/ImporterTest.h"
 
 #include <limits>
@@ -16,7 +16,7 @@ protected:
         return openClip("clip.avi", aviFile({shortVideo(frames, video)}));
     }
 
-    // The number of the frame delivered for a time; -1 and a result other than "not found" count as failures.
+    // The number of the frame delivered for a time, or -1 if there is none. Any other failure fails the test.
     static int frameAt(ClipSession& clip, PrTime time) {
         const auto answer = clip.frame(time, {frameFormat(PrPixelFormat_VUYX_4444_8u)});
         EXPECT_TRUE(answer.result == 0 || answer.result == 28) << answer.result;
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-// 1000 ticks a second.
+// A host with 1000 ticks per second.
 class CoarseFrameTime : public FrameTime {
 protected:
     hostkit::HostProfile profile() const override { return hostkit::hostProfile("coarse-ticks"); }
@@ -43,7 +43,7 @@ protected:
 
 // --- Time to frame ------------------------------------------------------------------------------------------------
 
-TEST_F(CoarseFrameTime, CutsTheTicksOfAFrameAndTheFrameNumber) {
+TEST_F(CoarseFrameTime, TruncatesTheTicksOfAFrameAndTheFrameNumber) {
     auto clip = clipOf({.rate = 30});
     EXPECT_EQ(frameAt(*clip, 0), 0);
     EXPECT_EQ(frameAt(*clip, 32), 0);
@@ -54,7 +54,7 @@ TEST_F(CoarseFrameTime, CutsTheTicksOfAFrameAndTheFrameNumber) {
     EXPECT_EQ(frameAt(*clip, 99), 3);
 }
 
-TEST_F(CoarseFrameTime, TakesTimesJustBeforeTheStartForTheFirstFrame) {
+TEST_F(CoarseFrameTime, TreatsTimesJustBeforeTheStartAsTheFirstFrame) {
     auto clip = clipOf({.rate = 30});
     for (PrTime time = -32; time < 0; ++time) {
         EXPECT_EQ(frameAt(*clip, time), 0) << time;
@@ -76,12 +76,12 @@ TEST_F(CoarseFrameTime, KeepsTheLowBitsOfAHugeFrameNumber) {
 
 TEST_F(CoarseFrameTime, FindsNoFrameAtTheFarEndsOfTime) {
     auto clip = clipOf({.rate = 30});
-    // Both quotients leave huge numbers in their low 32 bits.
+    // The low 32 bits of both quotients are huge numbers.
     EXPECT_EQ(frameAt(*clip, kHighest), -1);
     EXPECT_EQ(frameAt(*clip, kLowest), -1);
 }
 
-TEST_F(FrameTime, FindsTheLastFrameAndNoneBehindIt) {
+TEST_F(FrameTime, FindsTheLastFrameAndNoneAfterIt) {
     auto clip = clipOf({.rate = 25});
     EXPECT_EQ(frameAt(*clip, 10160640000 * 5 - 1), 4);
     EXPECT_EQ(handlerLogOf([&] { EXPECT_EQ(frameAt(*clip, 10160640000 * 5), -1); }),
@@ -100,23 +100,23 @@ TEST_F(FrameTime, IsExactForRatesThatDivideTheTicks) {
     }
 }
 
-TEST_F(FrameTime, CutsTheTicksOfARateThatDoesNotDivideThem) {
+TEST_F(FrameTime, TruncatesTheTicksOfARateThatDoesNotDivideThem) {
     auto clip = clipOf({.rate = 11});
     // 254016000000 / 11 is 23092363636 and 4/11.
     EXPECT_EQ(frameAt(*clip, PrTime{23092363636} * 4), 4);
     EXPECT_EQ(frameAt(*clip, PrTime{23092363636} * 4 - 1), 3);
 }
 
-TEST_F(FrameTime, TakesTheRateOfAStreamThatStatesNoneFor30) {
+TEST_F(FrameTime, AssumesARateOf30IfTheStreamStatesNone) {
     auto clip = clipOf({.rate = 0});
     EXPECT_EQ(frameAt(*clip, 8467200000 * 2), 2);
 }
 
-// --- Rates that no stream has -------------------------------------------------------------------------------------
+// --- Unrealistic rates --------------------------------------------------------------------------------------------
 
 TEST_F(FrameTime, CountsTheFewTicksOfTheHighestRate) {
     auto clip = clipOf({.rate = 0x7FFFFFFF});
-    // 254016000000 / 2147483647 is 118 and a bit.
+    // 254016000000 / 2147483647 is 118 and a fraction.
     EXPECT_EQ(frameAt(*clip, 118 * 4 - 1), 3);
     EXPECT_EQ(frameAt(*clip, 118 * 4), 4);
 }
@@ -135,32 +135,32 @@ TEST_F(FrameTimeWithoutTicks, FindsNoFrame) {
     EXPECT_EQ(frameAt(*clip, kLowest), -1);
 }
 
-TEST_F(FrameTime, TakesANegativeRateForATimeThatRunsBackwards) {
+TEST_F(FrameTime, RunsBackwardsForANegativeRate) {
     auto clip = clipOf({.rate = 0xFFFFFFE7});   // -25
     EXPECT_EQ(frameAt(*clip, 0), 0);
     EXPECT_EQ(frameAt(*clip, 10160640000), -1);
     EXPECT_EQ(frameAt(*clip, -10160640000), 1);
 }
 
-TEST_F(FrameTime, TakesANegativeScaleForATimeThatRunsBackwards) {
+TEST_F(FrameTime, RunsBackwardsForANegativeScale) {
     auto clip = clipOf({.rate = 25, .scale = 0xFFFFFFFF});
     EXPECT_EQ(frameAt(*clip, -10160640000 * 2), 2);
 }
 
-TEST_F(CoarseFrameTime, FindsNoFrameWhenMinusOneTickWouldDivideTheLowestTime) {
+TEST_F(CoarseFrameTime, FindsNoFrameForTheLowestTimeOverMinusOneTick) {
     auto clip = clipOf({.rate = 1000, .scale = 0xFFFFFFFF});
     EXPECT_EQ(frameAt(*clip, kLowest), -1);
     EXPECT_EQ(frameAt(*clip, -3), 3);
 }
 
-TEST_F(FrameTime, FindsNoFrameWhenTheTicksOfAFrameDoNotFit) {
+TEST_F(FrameTime, FindsNoFrameIfTheTicksOfAFrameOverflow) {
     for (const std::uint32_t scale : {0x7FFFFFFFu, 0x80000000u, 0x80000001u}) {
         auto clip = clipOf({.rate = 1, .scale = scale});
         EXPECT_EQ(frameAt(*clip, 0), -1) << scale;
     }
 }
 
-TEST_F(FrameTime, IsExactForAnHonestRateInNumbersWhoseTicksDoNotFit) {
+TEST_F(FrameTime, IsExactForARealRateWhoseTicksOverflow) {
     struct Rate { std::uint32_t rate, scale; PrTime ticks; };
     // A scale of 36,310,201 is the highest whose ticks fit.
     for (const Rate& row : {Rate{1000000000, 40000000, 10160640000}, Rate{2000000000, 80000000, 10160640000},
@@ -172,17 +172,17 @@ TEST_F(FrameTime, IsExactForAnHonestRateInNumbersWhoseTicksDoNotFit) {
     }
 }
 
-TEST_F(FrameTime, RunsBackwardsForANegativeRateInNumbersWhoseTicksDoNotFit) {
+TEST_F(FrameTime, RunsBackwardsForANegativeRateWhoseTicksOverflow) {
     auto clip = clipOf({.rate = 1000000000, .scale = 0xFD9DA600});   // -40,000,000
     EXPECT_EQ(frameAt(*clip, -10160640000 * 2), 2);
 }
 
-TEST_F(FrameTime, CountsSecondsWhenBothNumbersAreTheLowest) {
+TEST_F(FrameTime, CountsSecondsIfRateAndScaleAreTheLowest) {
     auto clip = clipOf({.rate = 0x80000000, .scale = 0x80000000});
     EXPECT_EQ(frameAt(*clip, 254016000000 * 2), 2);
 }
 
-TEST_F(FrameTime, FindsTheFirstFrameWhenOneLastsAYear) {
+TEST_F(FrameTime, FindsTheFirstFrameIfItLastsAYear) {
     auto clip = clipOf({.rate = 1, .scale = 31536000});
     EXPECT_EQ(frameAt(*clip, 254016000000), 0);
 }
@@ -221,7 +221,7 @@ TEST_F(FrameTime, NeedsAFormat) {
                      "inNumFrameFormats: 0", "ERROR: frameFormats is empty", "    [imOtherErr] (5)"}));
 }
 
-TEST_F(FrameTime, TakesACountWithoutAListForNoFormats) {
+TEST_F(FrameTime, TreatsACountWithoutAListAsNoFormats) {
     auto clip = clipOf({});
     std::vector<imFrameFormat> none;
     PPixHand frame = nullptr;
@@ -230,7 +230,7 @@ TEST_F(FrameTime, TakesACountWithoutAListForNoFormats) {
     EXPECT_EQ(session().exchange(imGetSourceVideo, std::move(record), nullptr).result, 5);
 }
 
-TEST_F(FrameTime, TakesANegativeCountForNoFormats) {
+TEST_F(FrameTime, TreatsANegativeCountAsNoFormats) {
     auto clip = clipOf({});
     std::vector<imFrameFormat> formats = {frameFormat(PrPixelFormat_VUYX_4444_8u)};
     PPixHand frame = nullptr;
@@ -243,7 +243,7 @@ TEST_F(FrameTime, ChecksTheTimeBeforeTheFormats) {
     EXPECT_EQ(clipOf({})->frame(kHighest, {}).result, 28);
 }
 
-TEST_F(FrameTime, GivesTheVideosSizeWhenTheHostTakesAny) {
+TEST_F(FrameTime, DeliversTheVideosSizeIfTheHostAcceptsAny) {
     auto clip = clipOf({.width = 12, .height = 6});
     for (const imFrameFormat& format :
          {frameFormat(PrPixelFormat_VUYX_4444_8u, 0, 0), frameFormat(PrPixelFormat_VUYX_4444_8u, 12, 0),
@@ -255,7 +255,7 @@ TEST_F(FrameTime, GivesTheVideosSizeWhenTheHostTakesAny) {
     }
 }
 
-TEST_F(FrameTime, LeavesTheHostsOwnFormatsAlone) {
+TEST_F(FrameTime, LeavesTheHostsFormatsUnchanged) {
     auto clip = clipOf({});
     std::vector<imFrameFormat> formats = {frameFormat(PrPixelFormat_VUYX_4444_8u)};
     PPixHand frame = nullptr;
@@ -265,7 +265,7 @@ TEST_F(FrameTime, LeavesTheHostsOwnFormatsAlone) {
     EXPECT_EQ(formats[0].inFrameHeight, 0);
 }
 
-TEST_F(FrameTime, WritesNoneOfTheRequestsOwnBytes) {
+TEST_F(FrameTime, WritesNothingIntoTheRequest) {
     auto clip = clipOf({});
     std::vector<imFrameFormat> formats = {frameFormat(PrPixelFormat_VUYX_4444_8u)};
     PPixHand frame = nullptr;
@@ -287,7 +287,7 @@ TEST_F(FrameTime, RefusesAnotherSize) {
               "ERROR: frame size mismatch (8, -4) != (8, 4)");
 }
 
-TEST_F(FrameTime, RefusesAPixelFormatThatIsNotInTheTable) {
+TEST_F(FrameTime, RefusesAnUnlistedPixelFormat) {
     auto clip = clipOf({});
     const Lines lines = logOf([&] { EXPECT_EQ(clip->frame(0, {frameFormat(PrPixelFormat_Invalid)}).result, 99); });
     EXPECT_EQ(lines.back(),

@@ -1,4 +1,4 @@
-// The pixel formats that are offered for each compressed type, and their enumeration.
+// The pixel formats offered for each compressed type, and their enumeration.
 #include "importer/support/ImporterTest.h"
 
 #include "hostkit/system/Text.h"
@@ -36,7 +36,7 @@ struct OfferCase {
 
 }  // namespace
 
-TEST_F(OfferedFormat, AreThePreferredOnesOfEachTypeOrAll) {
+TEST_F(OfferedFormat, AreThePreferredOfEachTypeOrAll) {
     for (const OfferCase& offer :
          {OfferCase{101, kAllFormats}, OfferCase{102, kAllFormats}, OfferCase{103, "vuyx vux7"},
           OfferCase{104, kPacked422}, OfferCase{105, kPacked422}, OfferCase{106, "vuya VUYA"},
@@ -57,7 +57,7 @@ TEST_F(OfferedFormat, EndWith301) {
     EXPECT_EQ(clip->pixelFormat(-1).result, 301);
 }
 
-TEST_F(OfferedFormat, AreLoggedAsTheyAreFetched) {
+TEST_F(OfferedFormat, AreLoggedWhenFetched) {
     auto clip = clipOf(104);
     EXPECT_EQ(logOf([&] { clip->pixelFormat(1); }),
               (Lines{"----------------------", "[imGetIndPixelFormat] (27)", "m_filePathUtf8: '<folder>/clip.avi'",
@@ -72,7 +72,7 @@ TEST_F(OfferedFormat, AreNotLoggedBeyondTheEnd) {
                      "m_streamIndex:  0", "    [imBadFormatIndex] (301)"}));
 }
 
-TEST_F(OfferedFormat, AreWrittenIntoTheirFieldAlone) {
+TEST_F(OfferedFormat, AreWrittenOnlyIntoTheirField) {
     auto clip = clipOf(104);
     for (const csSDK_int32 index : {0, 4}) {
         hostkit::HostRecord<imIndPixelFormatRec> record;
@@ -93,8 +93,8 @@ TEST_F(OfferedFormat, AreAllDelivered) {
     }
 }
 
-// A host may keep to a format that it met in another clip: whether it can be had is for the codec to say.
-TEST_F(OfferedFormat, AreNotAllThatCanBeDelivered) {
+// A host may request a format that another clip offered: the codec decides whether it is possible.
+TEST_F(OfferedFormat, AreNotTheOnlyDeliverableOnes) {
     VideoSketch grey = {.type = 104};
     grey.frames = {frameOf(grey, 128)};
     auto clip = openClip("clip.avi", aviFile({videoStream(grey)}));

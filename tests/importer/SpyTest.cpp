@@ -1,4 +1,4 @@
-// What the codec library gets to see of the importer, word for word.
+// The importer's calls to the codec library, word for word.
 #include "importer/support/ImporterTest.h"
 
 #include "spy/SpyCodec.h"
@@ -11,7 +11,7 @@ using hostkit::ClipSession;
 
 namespace {
 
-// The description that a codec instance is asked for first, without a request.
+// The first query of a codec instance, without a request, which asks for the stream's description.
 constexpr char kDescribe[] = "query 1 [51 53 5a] null into {0 0 254 1 0 0 0 0 0}";
 
 class Spy : public ImporterTest {
@@ -29,7 +29,7 @@ protected:
     static Function* function(const char* name) {
         void* address = hostkit::PluginLibrary::symbolOfLoadedLibrary(CODEC_LIBRARY_NAME, name);
         if (address == nullptr) {
-            throw std::runtime_error("the plug-in has not loaded the codec library that stands beside it");
+            throw std::runtime_error("the plug-in has not loaded the codec library in its own folder");
         }
         return reinterpret_cast<Function*>(address);
     }
@@ -42,7 +42,7 @@ protected:
     static void deliver(const QuorvaneFormat& format) { function<decltype(spy_deliver)>("spy_deliver")(&format); }
     static void acceptOnly(std::uint32_t type) { function<decltype(spy_accept_only)>("spy_accept_only")(type); }
 
-    // The calls since the last look.
+    // The calls since the last call of this function.
     Lines calls() {
         std::istringstream text(function<decltype(spy_calls)>("spy_calls")());
         Lines lines;
@@ -73,7 +73,7 @@ protected:
     hostkit::HostProfile profile() const override { return hostkit::hostProfile("odd-rows"); }
 };
 
-// The handle in a call's line, behind the function's name.
+// The handle in a call's line, after the function's name.
 std::string handleOf(const std::string& line) {
     std::istringstream words(line);
     std::string function;
@@ -82,7 +82,7 @@ std::string handleOf(const std::string& line) {
     return handle;
 }
 
-// The line with another name for the handle, if it is this one's.
+// The line with `handle` replaced by `name`, if it is a call with this handle.
 std::string withHandle(const std::string& line, const std::string& handle, const std::string& name) {
     const std::size_t at = line.find(' ');
     return handleOf(line) != handle ? line : line.substr(0, at + 1) + name + line.substr(at + 1 + handle.size());
@@ -90,7 +90,7 @@ std::string withHandle(const std::string& line, const std::string& handle, const
 
 }  // namespace
 
-TEST_F(Spy, SeesADescriptionOnOneInstanceAndTheRequestsOnAnother) {
+TEST_F(Spy, SeesDescriptionAndRequestsOnTwoInstances) {
     auto opened = openClip("clip.avi", file());
     const Lines seen = calls();
     ASSERT_EQ(seen.size(), 25u);
@@ -135,7 +135,7 @@ TEST_F(Spy, SeesTheSameRequestWhenASessionBegins) {
               "begin 1 [51 53 5a] {0 0 254 1 31 3 2 2 0} into {0 0 254 1 0 0 0 0 0}");
 }
 
-TEST_F(Spy, SeesTheFramesBytesAndTheHostsRows) {
+TEST_F(Spy, SeesTheBytesOfTheFrameAndTheHostsRows) {
     auto opened = clip();
     EXPECT_EQ(frame(*opened, PrPixelFormat_BGRA_4444_8u).result, 0);
     const Lines seen = calls();
@@ -173,7 +173,7 @@ TEST_F(Spy, SeesASecondFrameWithoutAnotherBegin) {
     EXPECT_NE(seen[0].find(" [f1 02] "), std::string::npos) << seen[0];
 }
 
-TEST_F(Spy, SeesExactlyTheSizeOfASmallFrameThatFollowsABigOne) {
+TEST_F(Spy, SeesTheExactSizeOfASmallFrameAfterABigOne) {
     auto opened = openClip("clip.avi", file({Bytes(500, 0xEE), {0x01}}));
     frame(*opened, PrPixelFormat_BGRA_4444_8u);
     forgetCalls();
@@ -181,7 +181,7 @@ TEST_F(Spy, SeesExactlyTheSizeOfASmallFrameThatFollowsABigOne) {
     EXPECT_NE(calls().at(0).find(" [01] "), std::string::npos);
 }
 
-TEST_F(Spy, SeesAnEndBeforeTheBeginOfAnotherPixelFormat) {
+TEST_F(Spy, SeesAnEndBeforeAnotherPixelFormatsBegin) {
     auto opened = clip();
     frame(*opened, PrPixelFormat_BGRA_4444_8u);
     forgetCalls();
@@ -210,7 +210,7 @@ TEST_F(Spy, SeesNothingOfQuietAndReopen) {
     EXPECT_EQ(calls(), Lines{});
 }
 
-TEST_F(Spy, IsAskedForNoFormatsOfATypeThatTheImporterDoesNotKnow) {
+TEST_F(Spy, GetsNoQueriesForAnUnknownType) {
     describe({8, 4, 254, 1, 117, 0, 1, 1, 0});
     ClipSession opened(session(), write("clip.avi", file()));
     opened.open();
@@ -224,7 +224,7 @@ TEST_F(Spy, IsAskedForNoFormatsOfATypeThatTheImporterDoesNotKnow) {
     EXPECT_EQ(Lines(seen.begin() + 3, seen.end()), (Lines{"close " + handleOf(seen[2]), "library_close"}));
 }
 
-TEST_F(Spy, IsBelievedWhenItsSecondInstanceNamesAnUnknownType) {
+TEST_F(Spy, MayReportAnUnknownTypeOnItsSecondInstance) {
     describeLater({8, 4, 254, 1, 117, 0, 1, 1, 0});
     ClipSession opened(session(), write("clip.avi", file()));
     opened.open();
@@ -234,7 +234,7 @@ TEST_F(Spy, IsBelievedWhenItsSecondInstanceNamesAnUnknownType) {
     EXPECT_EQ(lines.back(), "VideoInfo::~VideoInfo()");
 }
 
-TEST_F(Spy, HasOnlyWhatItAcceptsOfferedInTableOrder) {
+TEST_F(Spy, DeterminesTheOfferedFormatsInTableOrder) {
     describe({8, 4, 254, 1, 101, 0, 2, 2, 0});
     acceptOnly(50);
     auto opened = openClip("clip.avi", file());
@@ -242,14 +242,14 @@ TEST_F(Spy, HasOnlyWhatItAcceptsOfferedInTableOrder) {
               (std::vector<PrPixelFormat>{PrPixelFormat_VUYA_4444_8u, PrPixelFormat_VUYA_4444_8u_709}));
 }
 
-TEST_F(Spy, HasItsNumbersLoggedSigned) {
+TEST_F(Spy, ReportsNumbersThatAreLoggedSigned) {
     describe({8, 4, 254, 1, 103, 0, 0xFFFFFFFF, 0x80000000, 0});
     EXPECT_TRUE(contains(handlerLogOf([&] { openClip("clip.avi", file()); }),
                          "Compressed format info: 8 x 4, name 1:103 (103), name 3:4294967295 (-1), range: "
                          "-2147483648"));
 }
 
-TEST_F(Spy, HasAnyRangeButFullLoggedAsLimited) {
+TEST_F(Spy, ReportsOtherRangesThatAreLoggedAsLimited) {
     describe({8, 4, 254, 1, 103, 0, 1, 3, 0});
     auto opened = clip();
     EXPECT_TRUE(contains(handlerLogOf([&] { frame(*opened, PrPixelFormat_BGRA_4444_8u); }),
@@ -257,7 +257,7 @@ TEST_F(Spy, HasAnyRangeButFullLoggedAsLimited) {
                          "PrPixelFormat_BGRA_4444_8u [bgra]) [flipped]"));
 }
 
-TEST_F(Spy, HasItsOwnSizeReportedWhateverTheFileSays) {
+TEST_F(Spy, DeterminesTheReportedSizeNotTheFile) {
     describe({640, 360, 254, 1, 103, 0, 1, 1, 0});
     auto opened = clip();
     const auto info = opened->info(0);
@@ -265,7 +265,7 @@ TEST_F(Spy, HasItsOwnSizeReportedWhateverTheFileSays) {
     EXPECT_EQ(info->vidInfo.imageHeight, 360);
 }
 
-TEST_F(Spy, GetsNoFrameBufferForASessionThatIsLargerThanTheFrame) {
+TEST_F(Spy, GetsNoBufferForASessionLargerThanTheFrame) {
     // It would write 64 rows into a buffer of four.
     for (const QuorvaneFormat& larger : {QuorvaneFormat{8, 64, 254, 1, 2, 1, 2, 2, 0}, {9, 4, 254, 1, 2, 1, 2, 2, 0}}) {
         deliver(larger);

@@ -1,4 +1,4 @@
-// Hosts that throw. What they threw when they were given something back is lost to them; all else goes on.
+// Hosts that throw. A host that throws from a release leaks what was released; everything else continues to work.
 #include "importer/support/ImporterTest.h"
 
 using hostkit::ClipSession;
@@ -14,7 +14,7 @@ protected:
         return opened;
     }
 
-    // At its next call; what it throws is not even a standard exception.
+    // Makes the next call of `thrower` throw something other than a standard exception.
     void throwANumberFrom(HostCall thrower) {
         host().faults().observe([this, thrower](HostCall call) {
             if (call == thrower) {
@@ -44,7 +44,7 @@ TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameIsLogged) {
     expectProblems({kLostFrame});
 }
 
-TEST_F(ThrowingHost, OfNoStandardExceptionAtTheDisposalOfAFailedFrameIsLogged) {
+TEST_F(ThrowingHost, AtADisposalWithANonstandardExceptionIsLogged) {
     auto opened = clip();
     standin().fail(kStandinDecompress, 1, 1, 12);
     throwANumberFrom(HostCall::DisposePPix);
@@ -53,13 +53,13 @@ TEST_F(ThrowingHost, OfNoStandardExceptionAtTheDisposalOfAFailedFrameIsLogged) {
     expectProblems({kLostFrame});
 }
 
-TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameGetsTheNextOne) {
+TEST_F(ThrowingHost, AtTheDisposalOfAFailedFrameGetsTheNextFrame) {
     auto opened = clip();
     standin().fail(kStandinDecompress, 1, 1, 12);
     host().faults().throwFrom(HostCall::DisposePPix, "no disposal today");
     EXPECT_EQ(frame(*opened), 8);
     EXPECT_EQ(frame(*opened), 0);
-    EXPECT_EQ(host().frames().alive(), 1) << "the one that it would not take back";
+    EXPECT_EQ(host().frames().alive(), 1) << "the frame whose disposal threw";
     expectProblems({kLostFrame});
 }
 
@@ -78,7 +78,7 @@ TEST_F(ThrowingHost, AtTheReleaseOfASuiteIsLoggedByTheClose) {
     expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
 }
 
-TEST_F(ThrowingHost, OfNoStandardExceptionAtTheReleaseOfASuiteIsLoggedByTheClose) {
+TEST_F(ThrowingHost, AtAReleaseWithANonstandardExceptionIsLogged) {
     auto opened = clip();
     throwANumberFrom(HostCall::ReleaseSuite);
     const Lines lines = logOf([&] { EXPECT_EQ(opened->close(), 0); });
@@ -86,14 +86,14 @@ TEST_F(ThrowingHost, OfNoStandardExceptionAtTheReleaseOfASuiteIsLoggedByTheClose
     expectProblems({"The suite 'Premiere Audio Suite' version 1 was acquired 1 time and released 0 times."});
 }
 
-TEST_F(ThrowingHost, AtTheReleaseOfEverySuiteOfAFileGetsTheFileFree) {
+TEST_F(ThrowingHost, AtTheReleaseOfAllSuitesStillReleasesTheFile) {
     auto opened = clip();
     host().faults().throwFrom(HostCall::ReleaseSuite, "no release today", 1, 6);
     const Lines lines = logOf([&] { EXPECT_EQ(opened->close(), 0); });
     EXPECT_EQ(countOf(lines, "ERROR: ReleaseSuite() failed: no release today"), 6u);
     EXPECT_EQ(standin().counters().openInstances, 0u);
     ClipSession writer(session(), pathOf("clip.avi"), {.access = kPrOpenFileAccess_ReadWrite});
-    EXPECT_EQ(writer.open().result, 0) << "a file still open lets nobody write";
+    EXPECT_EQ(writer.open().result, 0) << "a file that is still open cannot be opened for writing";
     const std::string one = "version 1 was acquired 1 time and released 0 times.";
     expectProblems({"The suite 'Premiere Audio Suite' " + one,
                     "The suite 'Premiere Image Processing Suite' version 2 was acquired 3 times and released 2 times.",
@@ -102,15 +102,15 @@ TEST_F(ThrowingHost, AtTheReleaseOfEverySuiteOfAFileGetsTheFileFree) {
                     "The suite 'Premiere Time Suite' " + one});
 }
 
-// The host has heard of no channel, and would ask for the sound with no buffer at all.
-TEST_F(ThrowingHost, AtTheDescriptionIsNotGivenTheStreamsThatItWasNotToldOf) {
+// The host knows of no channel, and would request sound without any buffer.
+TEST_F(ThrowingHost, AtTheDescriptionGetsNoUndescribedStreams) {
     ClipSession clip(session(), write("sound.avi", aviFile({shortVideo(), audioStream({}), audioStream({})})));
     clip.open();
     host().faults().throwFrom(HostCall::AcquireSuite, "no suite today");
     EXPECT_EQ(clip.info(1).result, 99);
     const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(0, 20, 0).result, 99); });
     EXPECT_EQ(lines.back(), "FATAL: Unhandled exception during [imImportAudio7] (25): m_audioInfo is NULL");
-    EXPECT_EQ(clip.info(1).result, imBadStreamIndex) << "the next time it is told";
+    EXPECT_EQ(clip.info(1).result, imBadStreamIndex) << "the next description succeeds";
 }
 
 TEST_F(ThrowingHost, AtTheReleaseOfTheErrorSuiteMakesTheShutdownFail) {
@@ -118,7 +118,7 @@ TEST_F(ThrowingHost, AtTheReleaseOfTheErrorSuiteMakesTheShutdownFail) {
     EXPECT_EQ(logOf([&] { EXPECT_EQ(session().shutdown(), 99); }),
               (Lines{"----------------------", "[imShutdown] (1)",
                      "FATAL: Unhandled exception during [imShutdown] (1): no release today"}));
-    EXPECT_EQ(host().errorEvents().size(), 0u) << "the suite that would carry it is gone";
+    EXPECT_EQ(host().errorEvents().size(), 0u) << "the error suite is already released";
     EXPECT_EQ(session().shutdown(), 0) << "there is nothing left to release";
     expectProblems({"The suite 'Premiere Error Suite' version 3 was acquired 1 time and released 0 times."});
 }

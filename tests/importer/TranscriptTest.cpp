@@ -1,4 +1,4 @@
-// The whole log of a whole import, compared with a text that a person has read.
+// The complete log of an import, compared with a text that a person has reviewed.
 #include "importer/support/ImporterTest.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace {
 
 class Transcript : public ImporterTest {
 protected:
-    // Plays a clip from its opening to its closing as an editor does.
+    // Opens, plays and closes a clip as an editor does.
     void import(const std::filesystem::path& path, PrPixelFormat first, PrPixelFormat second) {
         ClipSession clip(session(), path);
         EXPECT_EQ(clip.open().result, 0);
@@ -42,7 +42,7 @@ Lines readGolden(const std::string& name) {
     return lines;
 }
 
-// A difference is shown by its first line; the whole text is put beside the program, to be read and compared.
+// Shows the first line that differs, and writes the whole text to the program's folder, to be reviewed and compared.
 void expectGolden(const std::string& name, const Lines& actual) {
     const Lines golden = readGolden(name);
     if (actual == golden) {
@@ -58,7 +58,7 @@ void expectGolden(const std::string& name, const Lines& actual) {
                   << (theirs == golden.end() ? "missing" : *theirs) << "\nsee " << name << ".actual.txt";
 }
 
-// The log without the tables that are dumped at the start.
+// The log without the dump of tables at the start.
 Lines withoutDump(const Lines& lines) {
     Lines kept;
     bool inDump = false;
@@ -77,7 +77,7 @@ Lines withoutDump(const Lines& lines) {
 
 }  // namespace
 
-TEST_F(Transcript, OfTheStartHoldsTheDumpOfAllTables) {
+TEST_F(Transcript, OfTheStartContainsTheDumpOfAllTables) {
     expectGolden("start_with_dump", log());
 }
 
@@ -116,7 +116,7 @@ TEST_F(Transcript, OfARefusedFileAndAFailedFrame) {
     unload();
     Lines lines = withoutDump(log());
     for (std::string& line : lines) {
-        // Where the host's frame lies differs from run to run.
+        // The address of the host's frame differs from run to run.
         if (const std::size_t planes = line.find("bytes}, {"); planes != std::string::npos) {
             line.resize(planes + 7);
         }

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Files written by other muxers, in codecs of theirs: every packet that ffprobe finds must be a chunk that avidump
-# lists, and the other way round, with the same stream, position, size and, for pictures, key flag.
+# Files of other muxers, with their codecs: the packets that ffprobe finds and the chunks that avidump lists must be the
+# same, with the same stream, position, size and, for pictures, key flag.
 #   compare_packets.sh AVIDUMP MAKEAVI [large]
-# Both muxers write OpenDML indexes only for files beyond a gigabyte: "large" writes two of those as well. Without them
-# a small sample of our own writer stands for such files, because its segments may be of any size.
+# Both muxers write OpenDML indexes only for files beyond a gigabyte: "large" adds two of those. Otherwise a small
+# sample of our own writer, whose segments can have any size, represents such files.
 set -euo pipefail
 
 avidump=$1
@@ -14,9 +14,9 @@ trap 'rm -rf "$folder"' EXIT
 failures=0
 compared=0
 
-# Lines "stream position size key" of both sides, in file order. ffprobe passes over empty chunks, and may give the
-# sound of one chunk as several packets: packets without a chunk header between them are put together again. Its
-# key flags of sound are the codec's and not the index's, so sound has "." there.
+# Lines "stream position size key" of both sides, in file order. ffprobe skips empty chunks, and may split the sound of
+# one chunk into several packets: packets without a chunk header between them are joined. Its key flags of sound are the
+# codec's and not the index's, so sound has "." instead.
 packets_of_ffprobe() {
     ffprobe -v error -show_entries packet=codec_type,stream_index,pos,size,flags -of compact=p=0:nk=0 "$1" |
         awk -F'|' '{
@@ -30,7 +30,7 @@ packets_of_ffprobe() {
              END { flush() }'
 }
 
-# packets_of_avidump FILE SHIFT: the shift is taken off every position.
+# packets_of_avidump FILE SHIFT: the shift is subtracted from every position.
 packets_of_avidump() {
     "$avidump" --chunks "$1" |
         awk -v shift="$2" '
@@ -38,8 +38,8 @@ packets_of_avidump() {
             $1 == "chunk" && $5 > 0 { print $2, $4 - shift, $5, sound ? "." : $7 }' | sort -n -k2,2
 }
 
-# GStreamer counts the offsets of "idx1" from the start of the file, FFmpeg and all who follow the format from the
-# "movi" list type. The parser knows the latter alone, so its positions in such files are too large by that much.
+# GStreamer's offsets in "idx1" are relative to the start of the file; FFmpeg's, as the format requires, to the "movi"
+# list type. The parser supports only the latter, so its positions in GStreamer's files are too large by that much.
 shift_of_absolute_idx1() {
     "$avidump" "$1" | awk '$1 == "LIST" && $2 == "movi" { sub(",", "", $3); print $3 + 8; exit }'
 }
@@ -100,7 +100,7 @@ launch gstreamer_jpeg_pcm \
     audiotestsrc num-buffers=100 samplesperbuffer=1920 ! audio/x-raw,format=S16LE,rate=48000,channels=2 ! queue !
 compare gstreamer_jpeg_pcm idx1 200 absolute
 
-# One frame is empty, and so no packet.
+# One frame is empty, and therefore not a packet.
 "$makeavi" --size 64x48 --frames 50 --drop 7 --audio pcm16:2:48000 --index opendml --segment-bytes 300KB \
     -o "$folder/makeavi_two_segments.avi"
 [ "$("$avidump" "$folder/makeavi_two_segments.avi" | grep -c '^  RIFF AVI')" = 2 ]

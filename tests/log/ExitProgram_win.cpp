@@ -1,4 +1,4 @@
-// Loads the plug-in, has four threads call it without end, and ends in the midst of it.
+// Loads the plug-in, starts four threads that call it in endless loops, and exits while they run.
 #include "hostkit/host/Host.h"
 #include "hostkit/plugin/PluginLibrary.h"
 

@@ -1,5 +1,5 @@
-// A process that ends while its threads write the log: the system ends the threads wherever they are, then tells the
-// plug-in.
+// A process that exits while its threads write the log: the system ends the threads wherever they are, then notifies
+// the plug-in.
 #include "log/PluginRun.h"
 
 #include "hostkit/system/ChildProcess.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(LogAtExit, NeverWaitsForThreadsThatAreGone) {
+TEST(LogAtExit, NeverWaitsForTerminatedThreads) {
     const ProfileSandbox sandbox;
     const hostkit::LogSwitch on(true);
     for (int run = 0; run < 20; ++run) {
@@ -17,7 +17,7 @@ TEST(LogAtExit, NeverWaitsForThreadsThatAreGone) {
         ASSERT_FALSE(result.timedOut) << "run " << run;
         ASSERT_EQ(result.exitCode, 0) << "run " << run;
     }
-    EXPECT_TRUE(std::filesystem::exists(sandbox.logFolder())) << "nobody wrote a log";
+    EXPECT_TRUE(std::filesystem::exists(sandbox.logFolder())) << "no log was written";
 }
 
 }  // namespace

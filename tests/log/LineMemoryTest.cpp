@@ -1,5 +1,5 @@
-// What a line of the log takes of the heap, what becomes of it when there is none, and a thread that stays inside a
-// line for as long as its memory takes to come.
+// The heap memory of a log line, a line for which there is no memory, and a thread that is inside a line while it waits
+// for memory.
 #include "avi/CountingHeap.h"
 #include "hostkit/plugin/PluginLog.h"
 #include "log/Log.h"
@@ -34,7 +34,7 @@ protected:
         return heap::allocations();
     }
 
-    // The messages of the one file there is.
+    // The messages of the only log file.
     std::vector<std::string> messages() const {
         std::vector<std::string> all;
         for (const auto& file : std::filesystem::directory_iterator(m_sandbox.logFolder())) {
@@ -48,7 +48,7 @@ protected:
     ProfileSandbox m_sandbox;
 };
 
-// A thread inside a line until it is let go.
+// A thread that stays inside a line until it is released.
 class LineInProgress {
 public:
     LineInProgress() {
@@ -80,7 +80,7 @@ TEST_F(LogLineMemory, IsOneBufferForALongLine) {
     EXPECT_EQ(allocationsOf(std::string(100'000, 'x').c_str()), 1u);
 }
 
-TEST_F(LogLineMemory, ThatIsMissingDropsTheLine) {
+TEST_F(LogLineMemory, WhenMissingDropsTheLine) {
     heap::startCounting();
     heap::failFrom(0);
     Log("no memory for this");
@@ -90,7 +90,7 @@ TEST_F(LogLineMemory, ThatIsMissingDropsTheLine) {
     EXPECT_EQ(messages().back(), "the second line");
 }
 
-TEST_F(LogLineMemory, ThatIsMissingForTheClosingLineDropsItAlone) {
+TEST_F(LogLineMemory, WhenMissingForTheClosingLineDropsOnlyThat) {
     heap::startCounting();
     heap::failFrom(0);
     CloseLog();
@@ -98,7 +98,7 @@ TEST_F(LogLineMemory, ThatIsMissingForTheClosingLineDropsItAlone) {
     EXPECT_EQ(messages().back(), "the first line opens the file");
 }
 
-TEST_F(LogLineMemory, IsWaitedForByOtherLines) {
+TEST_F(LogLineMemory, BlocksOtherLinesWhileAllocated) {
     LineInProgress line;
     std::thread other([] { Log("after it"); });
     line.finish();
@@ -106,20 +106,20 @@ TEST_F(LogLineMemory, IsWaitedForByOtherLines) {
     EXPECT_EQ(messages().size(), 5u);
 }
 
-TEST_F(LogLineMemory, IsNotWaitedForOnceTheModuleGoes) {
+TEST_F(LogLineMemory, DoesNotBlockTheEndOfTheModule) {
     LineInProgress line;
     StopWaitingForLog();
     Log("dropped");
     LogWriter* const left = logSettings.logger;
     CloseLog();
     EXPECT_EQ(logSettings.logger, nullptr);
-    line.finish();   // into a file that is still open
+    line.finish();   // written to a file that is still open
     EXPECT_EQ(messages().back(), "the long line");
     EXPECT_EQ(messages().size(), 4u);
     delete left;
 }
 
-TEST_F(LogLineMemory, IsNoHindranceToACloseOnceItWasHad) {
+TEST_F(LogLineMemory, DoesNotBlockACloseOnceAllocated) {
     LineInProgress line;
     StopWaitingForLog();
     line.finish();

@@ -1,4 +1,4 @@
-// The log of the loaded plug-in: when a file appears, how it begins and ends, what its lines look like.
+// The log of the loaded plug-in: when a file appears, how it begins and ends, and the form of its lines.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ std::string bytesOf(const std::filesystem::path& file) {
 
 std::filesystem::path outerFolder() { return hostkit::pluginLogFolder().parent_path(); }
 
-// The raw lines of the one file there is.
+// The raw lines of the only log file.
 std::vector<std::string> rawLines() {
     const auto files = filesIn(hostkit::pluginLogFolder());
     return files.size() == 1 ? hostkit::readLogLines(files.front()) : std::vector<std::string>{};
@@ -42,7 +42,7 @@ TEST(LogFile, NothingIsCreatedWhileTheSwitchIsOff) {
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
 
-TEST(LogFile, LoadingAloneCreatesNothing) {
+TEST(LogFile, LoadingCreatesNothing) {
     PluginRun run;
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
@@ -53,7 +53,7 @@ TEST(LogFile, UnloadingWithoutACallCreatesNothing) {
     EXPECT_FALSE(std::filesystem::exists(outerFolder()));
 }
 
-TEST(LogFile, TheFirstCallCreatesBothFoldersAndOneFileNamedAfterTheTime) {
+TEST(LogFile, TheFirstCallCreatesFoldersAndAFileNamedByTime) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const auto files = filesIn(outerFolder() / "adobe");
@@ -72,19 +72,19 @@ TEST(LogFile, TheTimeInTheNameIsTheTimeOfTheFirstLine) {
     std::string first = rawLines().at(0).substr(1, 19);
     std::erase_if(first, [](char c) { return c == '-' || c == ':'; });
     std::replace(first.begin(), first.end(), ' ', '_');
-    // The name is made first; the second may change before the line is written.
+    // The name is created first; the second may change before the line is written.
     EXPECT_LE(name, first);
     EXPECT_EQ(name.substr(0, 8), first.substr(0, 8));
 }
 
-TEST(LogFile, FoldersThatExistAreUsed) {
+TEST(LogFile, ExistingFoldersAreUsed) {
     PluginRun run;
     std::filesystem::create_directories(hostkit::pluginLogFolder());
     run.call(kSelectorWithoutHandler);
     EXPECT_EQ(filesIn(hostkit::pluginLogFolder()).size(), 1u);
 }
 
-TEST(LogFile, BeginsWithLogOpenedAndNeverTellsModuleInit) {
+TEST(LogFile, BeginsWithLogOpenedAndNeverSaysModuleInit) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const std::vector<std::string> messages = run.messages();
@@ -114,7 +114,7 @@ TEST(LogFile, UnloadingWritesModuleDestroyAndThenLogClosed) {
     EXPECT_EQ(run.newMessages(), (std::vector<std::string>{"Module destroy", "Log closed"}));
 }
 
-TEST(LogFile, EveryLineOpensWithTimeAndThreadNumber) {
+TEST(LogFile, EveryLineBeginsWithTimeAndThreadNumber) {
     PluginRun run;
     run.session().start();
     const std::regex shape("\\[[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\] \\[[0-9]+\\] .+");
@@ -142,7 +142,7 @@ TEST(LogFile, EachThreadHasItsOwnNumber) {
     EXPECT_NE(numbers[0], numbers[2]);
 }
 
-TEST(LogFile, LinesEndAsTheSystemsTextFilesDo) {
+TEST(LogFile, LinesHaveTheSystemsLineEnds) {
     PluginRun run;
     run.call(kSelectorWithoutHandler);
     const auto files = filesIn(hostkit::pluginLogFolder());
@@ -160,7 +160,7 @@ TEST(LogFile, LinesEndAsTheSystemsTextFilesDo) {
 #endif
 }
 
-TEST(LogFile, AMessageOfManyThousandCharactersIsWrittenWhole) {
+TEST(LogFile, AMessageOfThousandsOfCharactersIsComplete) {
     PluginRun run;
     run.session().init();
     run.newMessages();

@@ -1,4 +1,4 @@
-// The log call by itself, without the plug-in around it.
+// The log call, tested without the plug-in.
 #include "log/Log.h"
 #include "log/ProfileSandbox.h"
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr char kName[] = "log_line_test";
 
-// Before any test ran, as a module finds it that has not configured its log.
+// The defaults, read before any test runs: those of a module that has not configured its log.
 const std::string nameAtStart = logSettings.name;
 const bool enabledAtStart = LogEnabled();
 const bool consoleAtStart = logSettings.console;
@@ -53,7 +53,7 @@ protected:
     ProfileSandbox m_sandbox;
 };
 
-TEST_F(LogLine, TheSettingsStartOffWithoutConsoleUnderTheGeneralName) {
+TEST_F(LogLine, TheDefaultsAreOffWithoutConsoleAndAGenericName) {
     EXPECT_FALSE(enabledAtStart);
     EXPECT_FALSE(consoleAtStart);
     EXPECT_EQ(nameAtStart, "quorvane_pr");
@@ -84,24 +84,24 @@ TEST_F(LogLine, FilesAreNamedAfterTheLog) {
     EXPECT_TRUE(files().front().filename().string().starts_with("log_line_test_"));
 }
 
-TEST_F(LogLine, ArgumentsAreNoFormats) {
+TEST_F(LogLine, ArgumentsAreNotFormatStrings) {
     Log("%s", "100%d %s %n");
     EXPECT_EQ(messages().back(), "100%d %s %n");
 }
 
-TEST_F(LogLine, AnEmptyMessageStillMakesALine) {
+TEST_F(LogLine, AnEmptyMessageStillWritesALine) {
     Log("%s", "");
     EXPECT_EQ(messages().back(), "");
 }
 
-TEST_F(LogLine, AMessageOfAMillionCharactersIsWrittenWhole) {
+TEST_F(LogLine, AMessageOfAMillionCharactersIsComplete) {
     const std::string text = "begin" + std::string(1000000, 'x') + "end";
     Log("%s", text.c_str());
     EXPECT_EQ(messages().back(), text);
 }
 
-// Lengths around the room that a line's buffer has beside the message.
-TEST_F(LogLine, MessagesOfEveryLengthAreWrittenWhole) {
+// Lengths around the size of a line's buffer.
+TEST_F(LogLine, MessagesOfEveryLengthAreComplete) {
     for (std::size_t length = 1; length <= 300; ++length) {
         Log("%s", std::string(length, 'y').c_str());
     }
@@ -112,7 +112,7 @@ TEST_F(LogLine, MessagesOfEveryLengthAreWrittenWhole) {
     }
 }
 
-TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
+TEST_F(LogLine, LinesOfSeveralThreadsNeverMix) {
     constexpr int kLines = 200;
     constexpr std::size_t kLength = 5000;
     Log("first line");   // so that one thread opens the file
@@ -138,8 +138,8 @@ TEST_F(LogLine, LinesOfSeveralThreadsNeverMixWithinALine) {
     EXPECT_EQ(messages().size(), 3u + threads.size() * kLines);
 }
 
-TEST_F(LogLine, HasTheTimeOfTheUsersZone) {
-    const EnvironmentVariable zone("TZ", "QVT-5");   // five hours ahead of Greenwich
+TEST_F(LogLine, HasTheUsersLocalTime) {
+    const EnvironmentVariable zone("TZ", "QVT-5");   // UTC+5
     const auto stamp = [] {
         const std::time_t there = std::time(nullptr) + 5 * 3600;
         char text[32];
@@ -159,7 +159,7 @@ TEST_F(LogLine, ClosingWritesTheLastLine) {
     EXPECT_EQ(messages().back(), "Log closed");
 }
 
-TEST_F(LogLine, ClosingALogThatWroteNothingCreatesNothing) {
+TEST_F(LogLine, ClosingAnUnusedLogCreatesNothing) {
     CloseLog();
     EXPECT_FALSE(std::filesystem::exists(m_sandbox.outerFolder()));
 }
@@ -176,7 +176,7 @@ TEST_F(LogLine, ALineAfterClosingOpensANewFile) {
     EXPECT_EQ(hostkit::withoutLogPrefix(second[2]), "two");
 }
 
-TEST_F(LogLine, ReadingASwitchThatIsOffTurnsNothingOff) {
+TEST_F(LogLine, ReadingADisabledSwitchTurnsNothingOff) {
     const hostkit::LogSwitch off(false);
     ReadLogSwitch();
     EXPECT_TRUE(LogEnabled());

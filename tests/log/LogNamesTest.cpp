@@ -1,4 +1,4 @@
-// The counter at the end of log file names: every load finds a name that is free.
+// The counter at the end of log file names: every load finds an unused name.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -11,16 +11,16 @@
 
 namespace {
 
-constexpr std::size_t kStampBegin = 21;   // behind "quorvane_pr_importer_"
+constexpr std::size_t kStampBegin = 21;   // after "quorvane_pr_importer_"
 constexpr std::size_t kStampLength = 15;
 
-// The time as file names have it.
+// The time in the form of file names.
 std::string stampAt(std::time_t time) {
     char text[32];
     return std::string(text, std::strftime(text, sizeof text, "%Y%m%d_%H%M%S", std::localtime(&time)));
 }
 
-// Loads the plug-in, calls it once and unloads it; gives its result.
+// Loads the plug-in, calls it once and unloads it; returns the call's result.
 csSDK_int32 loadAndCall(hostkit::Host& host) {
     const hostkit::PluginLibrary plugin(pluginPath());
     return plugin.entry()(kSelectorWithoutHandler, host.stdParms(), nullptr, nullptr);
@@ -28,7 +28,7 @@ csSDK_int32 loadAndCall(hostkit::Host& host) {
 
 std::string nameOf(const std::filesystem::path& file) { return file.filename().string(); }
 
-// Everything a load needs, in an order in which it can be taken down again.
+// Everything that a load needs, in an order in which it can be destroyed.
 struct Place {
     ProfileSandbox sandbox;
     hostkit::LogSwitch logSwitch;
@@ -36,7 +36,7 @@ struct Place {
     hostkit::Host host;
 };
 
-// Takes the names with the counters 0 ... count - 1 of that second.
+// Creates files with the counters 0 ... `count` - 1 of that second.
 void takeNames(const Place& place, int count, std::time_t second) {
     std::filesystem::create_directories(place.sandbox.logFolder());
     const std::string stamp = stampAt(second);
@@ -51,16 +51,15 @@ bool isOfSecond(const std::filesystem::path& file, std::time_t second) {
     return nameOf(file).substr(kStampBegin, kStampLength) == stampAt(second);
 }
 
-// Runs a load in a second whose first `count` names are taken, and gives the files that it wrote. The names of a
-// second to come are taken and the second awaited; when the load misses it all the same, which shows in the name it
-// wrote, a later second is tried.
+// Runs a load in a second whose first `count` names exist, and returns the files that it wrote. Creates the files for a
+// future second and waits for it; if the load still misses it, which its file's name shows, tries a later one.
 std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32& result) {
     for (int seconds = 1; seconds <= 64; seconds *= 2) {
         Place place;
         const std::time_t second = std::time(nullptr) + seconds;
         takeNames(place, count, second);
         const hostkit::PluginLog log;
-        // Into the second, not onto its edge: the clock that counts seconds may lag behind by a tick.
+        // Into the second, not to its start: the clock that counts seconds may be a tick late.
         std::this_thread::sleep_until(std::chrono::system_clock::from_time_t(second) + std::chrono::milliseconds(50));
         result = loadAndCall(place.host);
         const std::vector<std::filesystem::path> files = log.newFiles();
@@ -68,7 +67,7 @@ std::vector<std::filesystem::path> filesBesideTakenNames(int count, csSDK_int32&
             return files;
         }
     }
-    ADD_FAILURE() << "No load came in a second whose names were taken.";
+    ADD_FAILURE() << "No load ran in the prepared second.";
     return {};
 }
 
@@ -104,13 +103,13 @@ TEST(LogNames, TheLastNameIsUsed) {
     EXPECT_TRUE(nameOf(files.front()).ends_with("_999.log")) << files.front();
 }
 
-TEST(LogNames, WithAllNamesTakenNothingIsWrittenAndTheCallAnswersAsEver) {
+TEST(LogNames, WithAllNamesTakenNothingIsLoggedAndCallsSucceed) {
     csSDK_int32 result = -1;
     EXPECT_EQ(filesBesideTakenNames(1000, result), std::vector<std::filesystem::path>{});
     EXPECT_EQ(result, imUnsupported);
 }
 
-TEST(LogNames, FilesThatTakeANameAreLeftAsTheyAre) {
+TEST(LogNames, ExistingFilesAreLeftUnchanged) {
     Place place;
     const std::time_t now = std::time(nullptr);
     for (int second = 0; second < 64; ++second) {

@@ -1,4 +1,4 @@
-// The native build's switch, and a user without a profile folder.
+// The log switch of the native build, and a user without a profile folder.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kSwitch[] = "QUORVANE_ENABLE_ADOBE_LOG";
 
-// Whether a load and a call write a log with the switch as it is now.
+// Whether loading and calling the plug-in writes a log with the current switch.
 bool callWritesALog(hostkit::Host& host) {
     const ProfileSandbox sandbox;
     {
@@ -21,7 +21,7 @@ bool callWritesALog(hostkit::Host& host) {
 
 class LogSwitchVariable : public testing::Test {
 protected:
-    hostkit::LogSwitch m_saved{false};   // puts the variable back afterwards
+    hostkit::LogSwitch m_saved{false};   // restores the variable afterwards
     hostkit::Host m_host;
 };
 
@@ -57,7 +57,7 @@ protected:
     std::filesystem::path m_home;
 };
 
-TEST_F(LogWithoutProfile, CallsAnswerAsEver) {
+TEST_F(LogWithoutProfile, CallsSucceed) {
     EXPECT_EQ(m_run.session().init().result, imNoErr);
     EXPECT_EQ(m_run.call(kSelectorWithoutHandler), imUnsupported);
     EXPECT_EQ(m_run.host().errorEvents(), std::vector<hostkit::ErrorEvent>{});
@@ -72,7 +72,7 @@ TEST_F(LogWithoutProfile, NothingIsCreatedInTheWorkingFolder) {
     EXPECT_FALSE(std::filesystem::exists("/quorvane"));
 }
 
-TEST_F(LogWithoutProfile, AnEmptyHomeIsNone) {
+TEST_F(LogWithoutProfile, AnEmptyHomeCountsAsNone) {
     setenv("HOME", "", 1);
     m_run.call(kSelectorWithoutHandler);
     m_run.unload();
@@ -88,7 +88,7 @@ TEST_F(LogWithoutProfile, OpeningIsTriedOnlyOnce) {
     EXPECT_FALSE(std::filesystem::exists(m_home / "quorvane"));
 }
 
-TEST_F(LogWithoutProfile, AFileInTheWayOfTheFolderIsSilentToo) {
+TEST_F(LogWithoutProfile, AFileInPlaceOfTheFolderIsIgnoredToo) {
     setenv("HOME", "/dev/null", 1);
     EXPECT_EQ(m_run.call(kSelectorWithoutHandler), imUnsupported);
     m_run.unload();

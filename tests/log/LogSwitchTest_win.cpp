@@ -1,4 +1,4 @@
-// The switch in the registry: any value of at most four bytes counts by its bytes.
+// The log switch in the registry: a value of at most four bytes counts by its bytes, whatever its type.
 #include "log/PluginRun.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ bool callWritesALog(hostkit::Host& host) {
 
 class LogSwitchValue : public testing::Test {
 protected:
-    // The key must be there when m_saved puts the value back.
+    // The key must exist when m_saved restores the value.
     ~LogSwitchValue() override {
         HKEY key = nullptr;
         if (RegCreateKeyA(HKEY_CURRENT_USER, kKey, &key) == ERROR_SUCCESS) {
@@ -72,12 +72,12 @@ TEST_F(LogSwitchValue, IsOnForTheTextZero) {
     EXPECT_TRUE(callWritesALog(m_host));
 }
 
-TEST_F(LogSwitchValue, IsOnForATextOfThreeCharacters) {
+TEST_F(LogSwitchValue, IsOnForAThreeCharacterText) {
     setText("yes");
     EXPECT_TRUE(callWritesALog(m_host));
 }
 
-TEST_F(LogSwitchValue, IsOffForATextThatFillsMoreThanFourBytes) {
+TEST_F(LogSwitchValue, IsOffForATextLongerThanFourBytes) {
     setText("true");
     EXPECT_FALSE(callWritesALog(m_host));
 }

@@ -1,4 +1,4 @@
-// The plug-in, loaded afresh into a played host, with an empty place for its log.
+// Loads the plug-in into a played host, with an empty folder for its log.
 #pragma once
 
 #include "hostkit/plugin/PluginLog.h"
@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-// The plug-in's file, beside the running program.
+// The plug-in's file, in the folder of the running program.
 std::filesystem::path pluginPath();
 
 inline constexpr csSDK_int32 kSelectorWithoutHandler = 65;
 
-// The line with the addresses in it made comparable: "ptr: <pointer>", or "ptr: <null>".
+// The line with comparable addresses: "ptr: <pointer>" or "ptr: <null>".
 std::string withoutPointers(const std::string& line);
 
 class PluginRun {
@@ -28,15 +28,16 @@ public:
     hostkit::ImporterSession& session() { return *m_session; }
     hostkit::ImporterEntry entry() const { return m_plugin->entry(); }
 
-    // One call as it is: whatever the plug-in throws comes out.
+    // Calls the plug-in directly; its exceptions pass through.
     csSDK_int32 call(csSDK_int32 selector, void* param1 = nullptr, void* param2 = nullptr) {
         return entry()(selector, m_host.stdParms(), param1, param2);
     }
 
-    // Unloads the plug-in; nothing of it may be used any more.
+    // Unloads the plug-in; nothing of it may be used afterwards.
     void unload();
 
-    // What was logged so far, and what since the last call of either: without times and threads, addresses comparable.
+    // All messages so far, and those since the last call of either function: without times and threads, with comparable
+    // addresses.
     std::vector<std::string> messages();
     std::vector<std::string> newMessages();
 
@@ -50,5 +51,5 @@ private:
     std::size_t m_seen = 0;
 };
 
-// Those of the lines that tell of suites.
+// The messages about suites.
 std::vector<std::string> suiteLines(const std::vector<std::string>& messages);

@@ -1,6 +1,6 @@
-// An empty place for the plug-in's log while it lives, so that a test neither reads nor touches the user's own logs:
-// natively a profile folder of its own; on Windows, where the profile folder cannot be moved, the user's "quorvane"
-// folder is renamed and put back afterwards. One at a time, and no other program may write logs meanwhile.
+// Provides an empty folder for the plug-in's log, so that a test neither reads nor changes the user's own logs:
+// natively a temporary profile folder; on Windows, where the profile folder cannot be moved, the user's "quorvane"
+// folder is renamed and later restored. There can be only one at a time, and no other program may write logs meanwhile.
 #pragma once
 
 #include <filesystem>
@@ -8,7 +8,7 @@
 
 class ProfileSandbox {
 public:
-    // Throws std::runtime_error or std::filesystem::filesystem_error when the system refuses.
+    // Throws std::runtime_error or std::filesystem::filesystem_error if the system refuses.
     ProfileSandbox();
     ~ProfileSandbox();
     ProfileSandbox(const ProfileSandbox&) = delete;

@@ -23,7 +23,7 @@ std::filesystem::path freeNameBeside(const std::filesystem::path& folder) {
 }  // namespace
 
 struct ProfileSandbox::Saved {
-    std::filesystem::path aside;    // empty when there was nothing to put aside
+    std::filesystem::path aside;    // empty if there was no folder to rename
 };
 
 ProfileSandbox::ProfileSandbox() : m_saved(std::make_unique<Saved>()) {

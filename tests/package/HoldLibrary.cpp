@@ -1,5 +1,5 @@
 // hold_library LIBRARY: keeps a library loaded, as an editor does with its plug-ins, until its input ends.
-// Says "held" once it has it.
+// Prints "held" once it is loaded.
 #include <windows.h>
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# doctor.sh BIN VERSION WINEPREFIX: importhost doctor on a machine that is prepared case by case, in a Windows of its
-# own: hosts in the registry, plug-ins in their folders, the codec library, the log.
+# doctor.sh BIN VERSION WINEPREFIX: runs importhost doctor in a separate Wine prefix that is prepared for each case:
+# hosts in the registry, plug-ins in their folders, the codec library, the log.
 set -uo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/../artifacts/expect.sh"
 bin=$1 version=$2
@@ -8,18 +8,18 @@ export WINEPREFIX=$3 WINEARCH=win64 WINEDEBUG=-all,err+virtual WINEDLLOVERRIDES=
 
 rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX"
 trap 'wineserver -k >/dev/null 2>&1' EXIT
-# Its services must not keep this test's output open: they start here, with none.
+# Wine's services must not keep this test's output open, so they are started here without output.
 wine wineboot --init >/dev/null 2>&1 </dev/null
 
 programs="$WINEPREFIX/drive_c/Program Files"
 support=$programs/ImporterQuorvane
 common="$programs/Adobe/Common/Plugins/7.0/MediaCore"
 mkdir -p "$support"
-# Away from the folder of the build, where the codec library lies beside the program.
+# Outside the build's folder, where the codec library is next to the program.
 cp "$bin/importhost.exe" "$support/"
 
-# doctor ARGUMENTS...: its page in $page, its exit code in $code. Run from the folder that holds a codec library: a
-# host is not started there, so that it must not count.
+# doctor ARGUMENTS...: sets $page to its output and $code to its exit code. Runs in a folder that holds a codec library,
+# which must not count, because a host is not started there.
 doctor() {
     page=$(cd "$bin" && timeout 120 wine "$support/importhost.exe" doctor "$@" 2>&1 </dev/null)
     code=$?
@@ -33,7 +33,7 @@ host_says() { reg_add "HKLM\\Software\\Adobe\\Premiere Pro\\$1" /v CommonPluginI
 aged() {
     perl -0777 -pe 's/(\xBD\x04\xEF\xFE.{4}).{8}/$1 . pack("vvvv", 9, 0, 0, 0)/se' "$1" >"$2"
 }
-# What a run may not change.
+# Prints everything that a run must not change.
 state() {
     (cd "$WINEPREFIX/drive_c" && find . -type f -path '*uorvane*' -exec sha256sum {} + | sort)
     find "$WINEPREFIX"/drive_c/users -ipath '*quorvane*'
@@ -81,7 +81,7 @@ expect "the plug-in states its version" yes "$(has "    version         $version
 expect "the codec library is not found" yes "$(has '1. The codec library quorvane_common64.dll is not found')"
 expect "nothing else is wrong" 1 "$(fixes)"
 
-# --- a codec library that is none, and one that is
+# --- an invalid codec library, and a valid one
 
 system=$WINEPREFIX/drive_c/windows/system32
 echo "no library" >"$system/quorvane_common64.dll"

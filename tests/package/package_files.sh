@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# package_files.sh PACKAGES BIN VERSION: what is in the archive, and that making it again gives the same bytes.
+# package_files.sh PACKAGES BIN VERSION: checks the archive's contents, and that packaging is reproducible.
 set -uo pipefail
 here=$(dirname "${BASH_SOURCE[0]}")
 . "$here/../artifacts/expect.sh"
@@ -24,7 +24,7 @@ expect "importhost in the archive is the tested one" "same" \
     "$(cmp "$work/$name/importhost.exe" "$bin/importhost.exe" && echo same)"
 
 for text in README.txt log-on.reg log-off.reg; do
-    expect "every line of $text ends as Windows has it" "0" "$(grep -c -v $'\r$' "$work/$name/$text")"
+    expect "every line of $text has a Windows line end" "0" "$(grep -c -v $'\r$' "$work/$name/$text")"
 done
 expect "the version in the readme" "ImporterQuorvane $version" "$(head -n 1 "$work/$name/README.txt" | tr -d '\r')"
 for library in libpng CLI11 zlib; do
@@ -32,7 +32,7 @@ for library in libpng CLI11 zlib; do
         "$(grep -qi "$library" "$work/$name/third-party-licenses.txt" && echo yes)"
 done
 
-# Made twice from the same content, the second time from younger files.
+# Packages the same content twice, the second time from newer files.
 make_packages() {
     cmake -D NAME=ImporterQuorvane -D VERSION="$version" -D PLUGIN="$work/$name/ImporterQuorvane.prm" \
         -D IMPORTHOST="$work/$name/importhost.exe" -D TEXTS="$work/$name" -D SCRIPTS="$here/../../packaging" \
@@ -42,7 +42,7 @@ make_packages() {
 make_packages "$work/first"
 find "$work/$name" -exec touch {} +
 make_packages "$work/second"
-expect "the same files give the same packages" "same" \
+expect "packaging the same files twice" "same" \
     "$(cmp "$work/first/SHA256SUMS" "$work/second/SHA256SUMS" && echo same)"
 
 exit $((failures > 0))

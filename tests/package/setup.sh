@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# setup.sh PACKAGES BIN VERSION WINEPREFIX: installs, imports through what was installed, upgrades and uninstalls, in
-# a Windows of its own.
+# setup.sh PACKAGES BIN VERSION WINEPREFIX: installs, imports with the installed plug-in, upgrades and uninstalls, in a
+# separate Wine prefix.
 set -uo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/../artifacts/expect.sh"
 packages=$1 bin=$2 version=$3
@@ -10,7 +10,7 @@ setup=$packages/ImporterQuorvane-$version-setup.exe
 [ -f "$setup" ] || { echo "no installer: run cmake --build --preset package first"; exit 1; }
 rm -rf "$WINEPREFIX" && mkdir -p "$WINEPREFIX"
 trap 'wineserver -k >/dev/null 2>&1' EXIT
-# Its services must not keep this test's output open: they start here, with none.
+# Wine's services must not keep this test's output open, so they are started here without output.
 wine wineboot --init >/dev/null 2>&1 </dev/null
 
 programs="$WINEPREFIX/drive_c/Program Files"
@@ -18,7 +18,7 @@ support=$programs/ImporterQuorvane
 apps='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\ImporterQuorvane'
 user=("$WINEPREFIX"/drive_c/users/*/quorvane)
 
-# run PROGRAM ARGUMENTS...: its exit code.
+# run PROGRAM ARGUMENTS...: prints its exit code.
 run() {
     timeout 120 wine "$@" >/dev/null 2>&1 </dev/null
     echo $?
@@ -26,7 +26,7 @@ run() {
 app_value() { wine reg query "$apps" /v "$1" 2>/dev/null | tr -d '\r' | awk -v name="$1" '$1 == name { $1 = $2 = ""; print substr($0, 3) }'; }
 host_says() { run reg add "HKLM\\Software\\Adobe\\Premiere Pro\\$1" /v CommonPluginInstallPath /d "$2" /f >/dev/null; }
 there() { [ -e "$1" ] && echo there || echo missing; }
-# Every file, and every registry value that is ours: what an uninstall must bring back.
+# Every file, and all our registry values: an uninstall must restore this state.
 traces() {
     (cd "$programs" && find . | sort)
     find "$WINEPREFIX"/drive_c/users -ipath '*quorvane*'
@@ -36,7 +36,7 @@ traces() {
 uninstall() {
     local code tries
     code=$(run "$support/uninstall.exe" /S)
-    # It works on as a copy of itself.
+    # The uninstaller continues as a copy of itself.
     for tries in $(seq 100); do
         [ -e "$support" ] || break
         sleep 0.1
@@ -59,7 +59,7 @@ expect "its bytes are the tested ones" same "$(cmp "$new_folder/ImporterQuorvane
 expect "no codec library was installed" "" "$(find "$programs" -iname '*common64*')"
 expect "the version under Apps" "$version" "$(app_value DisplayVersion)"
 expect "the folder under Apps" 'C:\Program Files\Adobe\Common\Plugins\7.0\MediaCore' "$(app_value PluginFolder)"
-expect "importhost tells the version" "importhost $version" "$(wine "$support/importhost.exe" --version 2>/dev/null | tr -d '\r')"
+expect "importhost prints the version" "importhost $version" "$(wine "$support/importhost.exe" --version 2>/dev/null | tr -d '\r')"
 
 # --- importing through it
 
@@ -72,7 +72,7 @@ cp "$bin/quorvane_common64.dll" "$new_folder/"
 expect "with it a file is imported" "5 frames" \
     "$(wine "$support/importhost.exe" --plugin "$plugin" info "$sample" 2>/dev/null </dev/null | grep -o '[0-9]* frames,' | head -n 1 | tr -d ,)"
 
-# --- a host that runs
+# --- while a host runs
 
 coproc holder { wine "$bin/hold_library.exe" "$plugin" 2>/dev/null; }
 read -r said <&"${holder[0]}"
@@ -88,20 +88,20 @@ wait "$holder_PID" 2>/dev/null
 echo "an older version" >"$new_folder/ImporterQuorvane.prm"
 expect "an upgrade in place" 0 "$(run "$setup" /S)"
 expect "the older plug-in was replaced" same "$(cmp "$new_folder/ImporterQuorvane.prm" "$bin/ImporterQuorvane.prm" && echo same)"
-expect "an installation to a folder that was chosen" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\chosen' here)"
+expect "an installation to a chosen folder" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\chosen' here)"
 expect "the plug-in lies there" there "$(there "$programs/chosen here/ImporterQuorvane.prm")"
-expect "and no longer where it was, or it would be loaded twice" missing "$(there "$new_folder/ImporterQuorvane.prm")"
-expect "the next installation goes where the last one went" there \
+expect "and no longer in the old folder, or it would be loaded twice" missing "$(there "$new_folder/ImporterQuorvane.prm")"
+expect "the next installation uses the same folder" there \
     "$(run "$setup" /S >/dev/null; there "$programs/chosen here/ImporterQuorvane.prm")"
 
 # --- a file that cannot be written
 
 touch "$programs/no folder"
-expect "a folder that cannot be made" 4 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\no' folder)"
+expect "a folder that cannot be created" 4 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\no' folder)"
 rm "$programs/no folder"
-expect "what was installed before stays" there "$(there "$programs/chosen here/ImporterQuorvane.prm")"
+expect "the earlier installation remains" there "$(there "$programs/chosen here/ImporterQuorvane.prm")"
 
-# --- the log switch, and a removal without a trace
+# --- the log switch, and a complete removal
 
 run regedit /S "$support/log-on.reg" >/dev/null
 expect "the log is switched on" 0x1 \
@@ -116,26 +116,26 @@ rm "$programs/chosen here/quorvane_common64.dll" "$new_folder/quorvane_common64.
 expect "silent removal" 0 "$(uninstall)"
 expect "nothing is left" "$before" "$(traces)"
 
-# --- folders that the installer makes
+# --- folders that the installer creates
 
 rm -r "$programs/Adobe" "$programs/old"
 run reg delete 'HKLM\Software\Adobe' /f >/dev/null
 mkdir "$programs/empty before"
 touch "$programs/no folder"
 before=$(traces)
-expect "a first installation to a folder that cannot be made" 4 \
+expect "a first installation to a folder that cannot be created" 4 \
     "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\no' folder)"
 expect "it leaves nothing" "$before" "$(traces)"
 expect "an installation without a host" 0 "$(run "$setup" /S)"
 expect "the plug-in lies in the usual folder" there \
     "$(there "$programs/Adobe/Common/Plug-ins/7.0/MediaCore/ImporterQuorvane.prm")"
 expect "a move to an empty folder" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\empty' before)"
-expect "the folders made for the last one are gone, up to the first" missing "$(there "$programs/Adobe")"
-expect "removal from a folder that was there" 0 "$(uninstall)"
-expect "it stays, and nothing else" "$before" "$(traces)"
-expect "an installation to folders that are made" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\made\for' it)"
+expect "all folders created for the previous one are deleted" missing "$(there "$programs/Adobe")"
+expect "removal from an existing folder" 0 "$(uninstall)"
+expect "only the folder remains" "$before" "$(traces)"
+expect "an installation to new folders" 0 "$(run "$setup" /S '/PLUGINS=C:\Program' 'Files\made\for' it)"
 expect "an upgrade in them" 0 "$(run "$setup" /S)"
 expect "removal from them" 0 "$(uninstall)"
-expect "they are gone, up to the first" "$before" "$(traces)"
+expect "all created folders are deleted" "$before" "$(traces)"
 
 exit $((failures > 0))

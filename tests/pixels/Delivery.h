@@ -1,4 +1,4 @@
-// Pictures on their way through the plug-in: written to a file, imported, and looked at in the host's buffer.
+// Sends pictures through the plug-in: writes them to a file, imports it, and compares the host's buffers.
 #pragma once
 
 #include "pixels/ReferenceImage.h"
@@ -9,14 +9,14 @@
 
 namespace pixels {
 
-// A file of one frame per picture, 25 frames per second.
+// Writes a file with one frame per picture, at 25 frames per second.
 void writeClip(const std::filesystem::path& path, const standin::StreamInfo& info,
                const std::vector<standin::Picture>& pictures);
 
-// A file open in the plug-in; frames are asked for by number.
+// A file that is open in the plug-in; frames are requested by number.
 class OpenClip {
 public:
-    // A clip that does not open fails the test and delivers no frames.
+    // Fails the test if the clip does not open; then there are no frames.
     OpenClip(LoadedImporter& importer, const std::filesystem::path& path);
 
     std::vector<PrPixelFormat> offeredFormats() { return m_clip.pixelFormats(); }
@@ -30,7 +30,7 @@ private:
     imFileInfoRec8 m_info = {};
 };
 
-// Whether a frame holds exactly these rows, and nothing was written between them.
+// Checks that a frame holds exactly these rows, and that nothing was written between them.
 ::testing::AssertionResult holdsRows(const hostkit::FrameAnswer& answer, const std::vector<Row>& rows);
 
 // The first bytes of the frame's row, counted from the lowest address; empty without a frame.

@@ -1,5 +1,5 @@
-// Colours worked out by hand from the recommendations' own numbers (Kr, Kb, nominal levels), as they must stand in the
-// host's buffer. They hold the reference converter to account as much as the importer.
+// Colours worked out by hand from the recommendations' own numbers (Kr, Kb, nominal levels), as expected in the host's
+// buffer. They check the reference converter as well as the importer.
 #include "pixels/Delivery.h"
 #include "pixels/SourcePictures.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 class HandWorkedColor : public ::testing::Test {
 protected:
-    // The first group of a picture of one colour.
+    // The first group of pixels of a one-colour picture.
     Row delivered(const standin::StreamInfo& stream, std::initializer_list<std::uint16_t> color, PrPixelFormat format) {
         standin::StreamInfo info = stream;
         info.width = 6;
@@ -82,7 +82,7 @@ TEST_F(HandWorkedColor, TenBitWhiteFillsTheTenBitWord) {
               (Row{0xFC, 0xFF, 0xFF, 0xFF}));
 }
 
-TEST_F(HandWorkedColor, GreyGivesEqualRgb) {                // 255 * (126 - 16) / 219 = 128.08
+TEST_F(HandWorkedColor, GreyHasEqualRgb) {                // 255 * (126 - 16) / 219 = 128.08
     EXPECT_EQ(delivered(stream(107, kRec709, kLimited), {126}, PrPixelFormat_BGRX_4444_8u), (Row{128, 128, 128, 255}));
 }
 
@@ -98,7 +98,7 @@ TEST_F(HandWorkedColor, GreyIsTheSameInBothMatrices) {
               (Row{128, 128, 100, 255}));
 }
 
-TEST_F(HandWorkedColor, FullRangeVideoIsSqueezedIntoVideoRange) {      // chroma 255: 128 + 127 * 224 / 255 = 239.6
+TEST_F(HandWorkedColor, FullRangeVideoIsCompressedToVideoRange) {      // chroma 255: 128 + 127 * 224 / 255 = 239.6
     EXPECT_EQ(delivered(stream(103, kRec709, kFull), {255, 128, 255}, PrPixelFormat_VUYX_4444_8u_709),
               (Row{240, 128, 235, 255}));
 }

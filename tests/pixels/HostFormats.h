@@ -1,5 +1,5 @@
-// What the host expects in the buffers of each pixel format that the importer delivers: said here once more, in the
-// host's terms, so that a wrong row in the importer's own table cannot hide.
+// What the host expects in the buffers of each pixel format that the importer delivers. Repeated here in the host's
+// terms, so that a wrong row in the importer's own table is detected.
 #pragma once
 
 #include "sdk/SdkPixelFormat.h"
@@ -14,7 +14,7 @@ inline constexpr std::uint32_t kRec709 = 2;
 inline constexpr std::uint32_t kLimited = 1;
 inline constexpr std::uint32_t kFull = 2;
 
-// The order of components in memory, from the lowest address on.
+// The order of components in memory, from the lowest address.
 enum class Packing {
     yuyv,
     uyvy,
@@ -30,20 +30,20 @@ struct HostFormat {
     PrPixelFormat code;
     Packing packing;
     bool isRgb;
-    bool hasAlpha;              // otherwise a fourth component is opaque
-    std::uint32_t bits;         // of a component
-    std::uint32_t white;        // its largest code
+    bool hasAlpha;              // if false, a fourth component is opaque
+    std::uint32_t bits;         // per component
+    std::uint32_t white;        // largest code of a component
     std::uint32_t colorSpace;   // of YUV
     std::uint32_t range;
 };
 
-// All of them, in the order in which the importer offers them.
+// All formats, in the order in which the importer offers them.
 std::span<const HostFormat> hostFormats();
 
-// The one with this code; throws std::invalid_argument when there is none.
+// The format with this code. Throws std::invalid_argument if there is none.
 const HostFormat& hostFormat(PrPixelFormat code);
 
-// Bytes of a row without padding.
+// Bytes in a row without padding.
 std::size_t rowPixelBytes(const HostFormat& format, std::uint32_t width);
 
 }  // namespace pixels

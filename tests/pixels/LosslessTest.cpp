@@ -1,5 +1,5 @@
-// Samples that must arrive as they are: read back from the host's buffer place by place and compared with the source,
-// without any colour arithmetic in between.
+// Samples that must arrive unchanged: read back from the host's buffer one by one and compared with the source, without
+// any colour arithmetic.
 #include "pixels/Delivery.h"
 #include "pixels/SourcePictures.h"
 
@@ -9,7 +9,7 @@ namespace pixels {
 
 namespace {
 
-// Odd in both directions, and no whole number of v210 groups.
+// Odd in both directions, and not a multiple of a v210 group.
 constexpr std::uint32_t kWidth = 31;
 constexpr std::uint32_t kHeight = 7;
 
@@ -36,12 +36,12 @@ protected:
                static_cast<std::uint32_t>(row[4 * word + 3]) << 24U;
     }
 
-    // A ten-bit component of a v210 row, counted from the row's start, three to a word.
+    // A ten-bit component of a v210 row by its number; three are in a word.
     std::uint32_t v210At(std::uint32_t y, std::size_t component) const {
         return wordAt(y, component / 3) >> (10 * (component % 3)) & 1023;
     }
 
-    // Compares one component: where it is in the host's row, and which sample of the source it must be.
+    // Compares one plane: `found` reads a component from the host's rows.
     template <class Found>
     void expectPlane(std::size_t plane, Found found, std::uint32_t xShared = 1, std::uint32_t yShared = 1) {
         const standin::Plane& samples = m_picture.planes[plane];
@@ -57,7 +57,7 @@ protected:
         expectPlane(plane, [=, this](auto y, auto x) { return byteAt(y, 4 * x + first); });
     }
 
-    // Packed 4:2:2: luma every second byte, chroma once for two pixels.
+    // Packed 4:2:2: luma in every second byte, chroma once per two pixels.
     void expectLuma(std::size_t first) {
         expectPlane(0, [=, this](auto y, auto x) { return byteAt(y, 2 * x + first); });
     }

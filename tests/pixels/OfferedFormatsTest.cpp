@@ -1,4 +1,4 @@
-// Which formats the host is offered for each compressed type, and that each offer is kept.
+// The formats that are offered for each compressed type, and that each of them can be delivered.
 #include "pixels/Delivery.h"
 #include "pixels/SourcePictures.h"
 

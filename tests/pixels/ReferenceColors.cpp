@@ -50,7 +50,7 @@ Matrix product(const Matrix& left, const Matrix& right) {
 
 constexpr Matrix kIdentity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-// How the values of a component (0 to 1, chroma -1/2 to 1/2) become codes.
+// Maps the values of a component (0 to 1, chroma -1/2 to 1/2) to codes.
 struct Scale {
     std::int64_t zero;      // code of the value 0
     std::int64_t unit;      // codes per 1

@@ -1,4 +1,5 @@
-// The stand-in codec's colour arithmetic once more, written from docs/standin-codec.md and not from the codec.
+// A second implementation of the stand-in codec's colour arithmetic, based on docs/standin-codec.md and not on the
+// code.
 #pragma once
 
 #include "pixels/HostFormats.h"
@@ -11,7 +12,7 @@ namespace pixels {
 
 using Codes = std::array<std::uint32_t, 3>;     // R G B or Y U V
 
-// From the codes of a stream to those of a host format. Immutable, safe on any thread.
+// Converts the codes of a stream to those of a host format. Immutable, thread-safe.
 class ReferenceColors {
 public:
     ReferenceColors(const standin::StreamInfo& stream, const HostFormat& format);
@@ -24,7 +25,7 @@ private:
     std::int64_t m_white;
 };
 
-// The code of an alpha of `bits` bits in a format.
+// Converts an alpha code of `bits` bits to the code in `format`.
 std::uint32_t convertAlpha(std::uint32_t alpha, std::uint32_t bits, const HostFormat& format);
 
 }  // namespace pixels

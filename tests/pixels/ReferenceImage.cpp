@@ -17,7 +17,7 @@ std::uint32_t sampleAt(const standin::Plane& plane, std::uint32_t x, std::uint32
     return plane.samples[std::size_t{y} * plane.width + x];
 }
 
-// The stream's own components at a place; chroma of a subsampled stream stands for all pixels that it covers.
+// The stream's own components of a pixel; chroma of a subsampled stream belongs to all pixels that it covers.
 Codes componentsAt(const standin::TypeLayout& layout, const standin::Picture& picture, std::uint32_t x,
                    std::uint32_t y) {
     Codes codes = {sampleAt(picture.planes[0], x, y)};
@@ -49,7 +49,7 @@ void putBytes(Row& row, std::initializer_list<std::uint32_t> values) {
     }
 }
 
-// Chroma that two neighbours share, U or V by `component`.
+// The chroma that two neighbours share, U or V depending on `component`.
 std::uint32_t shared(const Pixel* pair, std::size_t component) {
     return (pair[0].color[component] + pair[1].color[component] + 1) / 2;
 }

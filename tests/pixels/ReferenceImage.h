@@ -1,4 +1,4 @@
-// What a host's frame buffer must hold for a source picture, computed from the picture and docs/standin-codec.md.
+// The expected contents of a host's frame buffer for a source picture, computed as docs/standin-codec.md says.
 #pragma once
 
 #include "pixels/HostFormats.h"
@@ -11,7 +11,7 @@ namespace pixels {
 
 using Row = std::vector<std::uint8_t>;
 
-// The rows in the order of memory, which is from the bottom of the picture to its top, without padding.
+// The rows in memory order, which is from the bottom of the picture to its top, without padding.
 std::vector<Row> referenceRows(const standin::StreamInfo& stream, const standin::Picture& picture,
                                const HostFormat& format);
 

@@ -1,4 +1,4 @@
-// Source pictures that reach every corner of a conversion. The same on every system.
+// Source pictures that cover all cases of a conversion. They are the same on every system.
 #pragma once
 
 #include "standin/Encoder.h"
@@ -7,13 +7,13 @@
 
 namespace pixels {
 
-// Every sample drawn by lot from all codes of the type.
+// Every sample is a random code of the type.
 standin::Picture noise(const standin::StreamInfo& info, std::uint32_t seed);
 
-// Samples that rise from 0 to the largest code along each row, and another way in each plane.
+// Samples rise from 0 to the largest code along each row, differently in each plane.
 standin::Picture ramp(const standin::StreamInfo& info);
 
-// Samples drawn by lot from the codes at which ranges begin and end.
+// Every sample is a random choice from the codes at which ranges begin and end.
 standin::Picture limits(const standin::StreamInfo& info, std::uint32_t seed);
 
 // One value per plane.

@@ -1,4 +1,4 @@
-// For each compressed type: every host format, pixel for pixel, over sizes, ranges, colour spaces and row paddings.
+// Each compressed type in every host format, pixel for pixel, with all sizes, ranges, colour spaces and row paddings.
 #include "pixels/Delivery.h"
 #include "pixels/SourcePictures.h"
 
@@ -18,7 +18,7 @@ struct Size {
 
 constexpr std::uint32_t kTypes[] = {101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111, 112, 113, 114, 115, 118};
 
-// 32 and 6 fill whole groups of every format; 7, 13 and 1 none of those with groups.
+// The widths 32 and 6 fill whole groups of pixels in every format; 7, 13 and 1 do not.
 constexpr Size kSizes[] = {{32, 16}, {7, 5}, {6, 2}, {13, 4}, {1, 1}};
 
 std::string described(const standin::StreamInfo& info) {

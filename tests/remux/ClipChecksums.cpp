@@ -1,6 +1,6 @@
-// clip_checksums FILE: imports a file through the plug-in beside this program, and prints a line for each frame in
-// each offered format and one for each second of sound. Two files that import alike print the same lines.
-// Exit codes: 0 good, 1 something did not import, 2 wrong use.
+// clip_checksums FILE: imports a file with the plug-in in this program's folder, and prints a line for each frame in
+// each offered format and one for each second of sound. Two files with equal content print the same lines. Exit codes:
+// 0 success, 1 something did not import, 2 usage error.
 #include "hostkit/sessions/ClipSession.h"
 #include "hostkit/system/Text.h"
 
@@ -29,7 +29,7 @@ private:
 
 void require(csSDK_int32 result, const char* call) {
     if (result != imNoErr) {
-        throw std::runtime_error(std::string(call) + " gave " + std::to_string(result));
+        throw std::runtime_error(std::string(call) + " returned " + std::to_string(result));
     }
 }
 

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Samples that other programs have copied into files of their own, without touching the compressed data, must import
-# to the same pictures and the same sound as before.
+# Samples that other programs have remuxed, without changing the compressed data, must import to the same pictures and
+# the same sound as before.
 #   remux.sh MAKEAVI CLIP_CHECKSUMS [EMULATOR]
 #
-# FFmpeg keeps the stream's format data and its four-character code on its own: "-copy_unknown" and "-tag:v" change
+# FFmpeg keeps the stream's format data and its four-character code by default: "-copy_unknown" and "-tag:v" change
 # nothing. Its files have both kinds of index.
-# GStreamer cannot take part as a writer: its muxer accepts a fixed list of codecs, and its pipeline stops or hangs when
-# given another. The last case but one looks at that list, so that the day it learns more is noticed. As a reader it
-# must find every frame in our files.
+# GStreamer cannot be tested as a writer: its muxer accepts a fixed list of codecs, and its pipeline stops or hangs with
+# any other. The last case but one detects if that list changes. As a reader GStreamer must find every frame in our
+# files.
 set -euo pipefail
 
 makeavi=$1
@@ -15,7 +15,7 @@ checksums=$2
 emulator=${3:-}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cd "$folder"    # names without folders mean the same to both systems
+cd "$folder"    # file names without folders are the same on both systems
 failures=0
 passed=0
 
@@ -44,14 +44,14 @@ copy() {
     ffmpeg -nostdin -y -loglevel fatal -i "$1" -map 0 -c copy "${@:3}" "$2"
 }
 
-# same NAME LINES: what the copy gives against what the original gave, which must be that many lines.
+# same NAME LINES: compares the checksums of the copy with those of the original, which must have that many lines.
 same() {
     import original.avi wanted || { fail "$1: the original does not import"; return; }
     import copy.avi found || { fail "$1: the copy does not import"; return; }
     if [ "$(wc -l < wanted)" != "$2" ]; then
         fail "$1: $(wc -l < wanted) lines instead of $2"
     elif cmp -s original.avi copy.avi; then
-        fail "$1: the copy is the same file, nothing was shown"
+        fail "$1: the copy is the same file, so this proves nothing"
     elif ! diff wanted found > difference; then
         fail "$1: the original (<) and the copy (>) import differently"
         head -n 6 difference
@@ -67,8 +67,8 @@ through_ffmpeg() {
     same "$1" "$2"
 }
 
-# through_container NAME EXTENSION: there and back, by way of a container that has times instead of a frame rate. FFmpeg
-# must be told the rate again, or it takes a multiple and fills the AVI file up with empty frames.
+# through_container NAME EXTENSION: remuxes to a container with timestamps instead of a frame rate, and back. Without -r
+# FFmpeg would assume a multiple of the rate and fill the AVI file up with empty frames.
 through_container() {
     make_sample --type 2Y8Q --audio pcm16:2:48000 -o original.avi
     copy original.avi "between.$2" || { fail "$1: FFmpeg does not copy it"; return; }
@@ -80,18 +80,18 @@ through_ffmpeg "4:2:2 with sound" 49 --type 2Y8Q --audio pcm16:2:48000
 through_ffmpeg "10-bit RGBA without sound" 204 --type AR0Q
 through_ffmpeg "alpha, at 59.94 frames per second" 24 --type AY8Q --rate 60000/1001
 through_ffmpeg "several segments" 49 --type 0Y8Q --audio pcm16:2:48000 --segment-bytes 20KB
-through_ffmpeg "the legacy index alone" 48 --type 0G8Q --index idx1
+through_ffmpeg "only the legacy index" 48 --type 0G8Q --index idx1
 through_ffmpeg "dropped frames" 48 --type 2Y8Q --drop 3,7-8
 through_ffmpeg "24-bit sound in odd chunks" 49 --type 2Y8Q --audio pcm24:1:44100:chunk=777
 through_ffmpeg "float sound of eight channels" 49 --type 2Y8Q --audio float32:8:48000:mask=0x63f
-through_container "by way of Matroska" mkv
-through_container "by way of NUT" nut
+through_container "through Matroska" mkv
+through_container "through NUT" nut
 
-# Under this name GStreamer's demuxer hands out frames of codecs that it does not know.
+# Under this name GStreamer's demuxer outputs frames of unknown codecs.
 if gst-inspect-1.0 avimux | grep -q video/x-avi-unknown; then
-    fail "GStreamer's muxer takes unknown codecs now: import what it writes"
+    fail "GStreamer's muxer now accepts unknown codecs: test its files"
 else
-    pass "GStreamer's muxer takes no unknown codecs"
+    pass "GStreamer's muxer accepts no unknown codecs"
 fi
 
 make_sample --type 2Y8Q -o original.avi

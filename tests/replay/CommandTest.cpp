@@ -1,4 +1,4 @@
-// importhost replay: what is printed, written and returned.
+// importhost replay: its output, log and exit code.
 #include "Recording.h"
 
 #include "hostkit/plugin/PluginLog.h"
@@ -26,7 +26,7 @@ protected:
         return programs::logOf(runImporthost(logged));
     }
 
-    // Replays a log, and takes the new one away.
+    // Replays a log, and deletes the new one.
     ProgramRun replayOf(const std::string& log, std::vector<std::string> options) const {
         std::ofstream(logPath(), std::ios::binary) << log;
         options.insert(options.begin(), {"replay", toUtf8(logPath())});
@@ -52,7 +52,7 @@ std::string lastLines(const std::string& text, int count) {
     return at == std::string::npos ? text : text.substr(at + 1);
 }
 
-TEST_F(ReplayCommand, AllThatInfoAsksForIsTheSameAgain) {
+TEST_F(ReplayCommand, AllCallsOfInfoAreTheSameAgain) {
     const ProgramRun run = replayOf(logOf({"info", sample().text()}), {sample().text()});
     EXPECT_EQ(run.exitCode, 0) << run.output << run.errors;
     EXPECT_TRUE(contains(run.output, "\n     1  imInit: imNoErr (0)\n")) << run.output;
@@ -69,7 +69,7 @@ TEST_F(ReplayCommand, AsynchronousFramesAreTheSameAgain) {
     EXPECT_TRUE(contains(run.output, " 0 skipped; 0 results differ; messages of 0 calls differ.\n")) << run.output;
 }
 
-TEST_F(ReplayCommand, OneAlteredResultIsTheOneDifference) {
+TEST_F(ReplayCommand, OneChangedResultIsTheOnlyDifference) {
     std::string log = logOf({"frames", sample().text(), "--as", "checksum"});
     const std::size_t frame = log.find("[imGetSourceVideo]");
     const std::size_t result = log.find("    [imNoErr] (0)", frame);
@@ -83,7 +83,7 @@ TEST_F(ReplayCommand, OneAlteredResultIsTheOneDifference) {
     EXPECT_TRUE(contains(run.output, " 0 skipped; 1 result differs; messages of 0 calls differ.\n")) << run.output;
 }
 
-TEST_F(ReplayCommand, OneAlteredMessageIsTheOneDifference) {
+TEST_F(ReplayCommand, OneChangedMessageIsTheOnlyDifference) {
     const std::string log = recording::replaced(logOf({"frames", sample().text(), "--as", "checksum"}),
                                                 "frameIndex:  2 (total: 4)", "frameIndex:  3 (total: 4)");
     const ProgramRun run = replayOf(log, {sample().text()});
@@ -106,7 +106,7 @@ TEST_F(ReplayCommand, ResultsOnlyWritesNoLogAndComparesNoMessages) {
     EXPECT_TRUE(contains(run.output, " 0 results differ; messages were not compared.\n")) << run.output;
 }
 
-TEST_F(ReplayCommand, AFileThatWasNotGivenIsToldOf) {
+TEST_F(ReplayCommand, AMissingFileArgumentIsReported) {
     const std::filesystem::path other = sample().beside("other.avi");
     std::filesystem::copy_file(sample().path(), other);
     const std::string log = logOf({"info", sample().text(), toUtf8(other)});
@@ -122,7 +122,7 @@ TEST_F(ReplayCommand, AFileThatWasNotGivenIsToldOf) {
     EXPECT_TRUE(contains(one.output, "imOpenFile8 other.avi, stream 0: imNoErr (0)\n")) << one.output;
 }
 
-TEST_F(ReplayCommand, ALogOfACrashEndsWithTheCallThatItHappenedIn) {
+TEST_F(ReplayCommand, ALogOfACrashEndsWithTheCrashingCall) {
     std::string log = logOf({"frames", sample().text(), "--as", "checksum"});
     log.resize(log.find('\n', log.find("inFrameFormats[0]")) + 1);
     const ProgramRun run = replayOf(log, {sample().text()});
@@ -135,7 +135,7 @@ TEST_F(ReplayCommand, ALogOfACrashEndsWithTheCallThatItHappenedIn) {
                                         "No shutdown in the log: the plug-in was shut down.\n");
 }
 
-TEST_F(ReplayCommand, ASuiteThatTheUsersHostRefusedIsRefusedAgain) {
+TEST_F(ReplayCommand, ASuiteThatTheHostRefusedIsRefusedAgain) {
     const std::string log = logOf({"frames", sample().text(), "--as", "checksum", "--profile", "no-ppix-suite"});
     const ProgramRun run = replayOf(log, {sample().text()});
     EXPECT_EQ(run.exitCode, 0) << run.output;
@@ -147,7 +147,7 @@ TEST_F(ReplayCommand, ASuiteThatTheUsersHostRefusedIsRefusedAgain) {
     EXPECT_TRUE(contains(run.output, "; 0 results differ; messages of 0 calls differ.\n")) << run.output;
 }
 
-TEST_F(ReplayCommand, AnExceptionThatLeavesThePluginIsADifference) {
+TEST_F(ReplayCommand, AnEscapingExceptionIsADifference) {
     const std::string log = logOf({"frames", sample().text(), "--as", "checksum"});
     const fakes::TemporaryFile clip(u8"fake/sample.avi", "fake throw");
     const ProgramRun run = replayOf(log, {toUtf8(clip.path()), "--results-only", "--plugin",
@@ -158,7 +158,7 @@ TEST_F(ReplayCommand, AnExceptionThatLeavesThePluginIsADifference) {
         << run.output;
 }
 
-TEST_F(ReplayCommand, TheReportForProgramsHasTheSameFacts) {
+TEST_F(ReplayCommand, TheJsonReportHasTheSameFacts) {
     const std::string log = recording::replaced(logOf({"frames", sample().text(), "--as", "checksum"}),
                                                 "    [malSupports8] (101)", "    [malSupports8] (102)");
     const std::filesystem::path path = sample().beside("report.json");
@@ -178,7 +178,7 @@ TEST_F(ReplayCommand, TheReportForProgramsHasTheSameFacts) {
     EXPECT_EQ(call["differs"], true);
 }
 
-TEST_F(ReplayCommand, WhatIsNoLogIsAUsageError) {
+TEST_F(ReplayCommand, AFileThatIsNotALogIsAUsageError) {
     for (const std::string& text : {std::string(), std::string("Dear support,\n"), std::string(3000000, 'x'),
                                     std::string(1000, '\0')}) {
         const ProgramRun run = replayOf(text, {sample().text()});
@@ -188,7 +188,7 @@ TEST_F(ReplayCommand, WhatIsNoLogIsAUsageError) {
     }
 }
 
-TEST_F(ReplayCommand, WithoutAnyFileOfTheLogItIsAUsageErrorThatNamesOne) {
+TEST_F(ReplayCommand, WithoutAnyOfTheLogsFilesItIsAUsageError) {
     const std::string log = logOf({"info", sample().text()});
     const ProgramRun run = replayOf(log, {});
     EXPECT_EQ(run.exitCode, 2);
@@ -204,7 +204,7 @@ TEST_F(ReplayCommand, MissingFilesAreUsageErrors) {
     EXPECT_EQ(runImporthost({"replay"}).exitCode, 2);
 }
 
-TEST_F(ReplayCommand, APluginThatIsMissingCannotBeLoaded) {
+TEST_F(ReplayCommand, AMissingPluginCannotBeLoaded) {
     const std::string log = logOf({"info", sample().text()});
     EXPECT_EQ(replayOf(log, {sample().text(), "--plugin", "missing.prm"}).exitCode, 3);
 }

@@ -1,4 +1,4 @@
-// Logs of a crash end anywhere.
+// Logs that end anywhere, as those of crashes do.
 #include "LoadedPlugin.h"
 
 using programs::Sample;
@@ -8,7 +8,7 @@ using Texts = std::vector<std::string>;
 
 namespace {
 
-// The start's dump of tables is left out of the cuts: its lines are alike to a replay.
+// The first line at which to cut: not within the dump of tables at the start, whose lines are all the same to a replay.
 std::size_t firstCut(const Texts& lines) {
     std::size_t line = 0;
     while (line < lines.size() && lines[line].find("[imGetIndFormat]") == std::string::npos) {
@@ -17,7 +17,7 @@ std::size_t firstCut(const Texts& lines) {
     return line;
 }
 
-TEST(CutOff, ALogCutAfterAnyLineReplaysWhatItTells) {
+TEST(CutOff, ALogCutAfterAnyLineReplaysItsCalls) {
     const Sample sample(kSample);
     const Texts lines = recording::linesOf(
         recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); }));
@@ -36,7 +36,7 @@ TEST(CutOff, ALogCutAfterAnyLineReplaysWhatItTells) {
     }
 }
 
-TEST(CutOff, ALogWithoutItsStartReplaysWhatItTells) {
+TEST(CutOff, ALogWithoutItsStartReplaysItsCalls) {
     const Sample sample(kSample);
     const Texts lines = recording::linesOf(
         recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); }));
@@ -46,11 +46,11 @@ TEST(CutOff, ALogWithoutItsStartReplaysWhatItTells) {
         for (std::size_t i = start; i < lines.size(); ++i) {
             log += lines[i];
         }
-        plugin.replay(log, {sample.path()});        // calls on files whose opening is missing are skipped
+        plugin.replay(log, {sample.path()});        // skips calls for files whose opening is missing
     }
 }
 
-TEST(CutOff, ALogCutWithinALineReplaysWhatItTells) {
+TEST(CutOff, ALogCutWithinALineReplaysItsCalls) {
     const Sample sample(kSample);
     const std::string log =
         recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); });
@@ -64,7 +64,7 @@ TEST(CutOff, ALogCutWithinALineReplaysWhatItTells) {
     }
 }
 
-TEST(CutOff, TheCallThatTheLogEndsInIsMade) {
+TEST(CutOff, AnUnfinishedLastCallIsMade) {
     const Sample sample(kSample);
     const std::string log =
         recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); });

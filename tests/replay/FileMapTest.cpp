@@ -1,4 +1,4 @@
-// Files of another machine and the ones that stand for them.
+// Mapping a log's files, from another machine, to local ones.
 #include "Recording.h"
 
 using Files = std::vector<std::filesystem::path>;
@@ -18,32 +18,32 @@ std::string chosen(const replay::FileMap& map, const std::string& logged) {
     return file && file->file ? hostkit::toUtf8(*file->file) : "none";
 }
 
-TEST(FileMap, MatchesByFileNameWhateverTheSystemAndTheCase) {
+TEST(FileMap, MatchesByFileNameIgnoringSystemAndCase) {
     const replay::FileMap map(logOf({"C:\\Clips\\One.AVI", "D:/two.avi"}), Files{"here/two.avi", "here/one.avi"});
     EXPECT_EQ(chosen(map, "C:\\Clips\\One.AVI"), "here/one.avi");
     EXPECT_EQ(chosen(map, "D:/two.avi"), "here/two.avi");
 }
 
-TEST(FileMap, AmongEqualNamesTheFoldersDecide) {
+TEST(FileMap, EqualNamesAreMatchedByFolder) {
     const replay::FileMap map(logOf({"C:\\a\\clip.avi", "C:\\b\\clip.avi"}), Files{"x/b/clip.avi", "x/a/clip.avi"});
     EXPECT_EQ(chosen(map, "C:\\a\\clip.avi"), "x/a/clip.avi");
     EXPECT_EQ(chosen(map, "C:\\b\\clip.avi"), "x/b/clip.avi");
 }
 
-TEST(FileMap, TheOnlyFileStandsForTheOnlyPath) {
+TEST(FileMap, TheOnlyFileMatchesTheOnlyPath) {
     const replay::FileMap map(logOf({"C:\\clip.avi", "C:\\clip.avi"}), Files{"renamed.avi"});
     EXPECT_EQ(chosen(map, "C:\\clip.avi"), "renamed.avi");
     EXPECT_EQ(map.entries().front().calls, 2u);
 }
 
-TEST(FileMap, TheOnlyFileDoesNotStandForOneOfTwoPathsThatItIsNotNamedAfter) {
+TEST(FileMap, TheOnlyFileNeedsTheNameOfOneOfTwoPaths) {
     const replay::FileMap map(logOf({"one.avi", "two.avi"}), Files{"other.avi"});
     EXPECT_EQ(chosen(map, "one.avi"), "none");
     EXPECT_EQ(chosen(map, "two.avi"), "none");
     EXPECT_EQ(map.unused(), Files{"other.avi"});
 }
 
-TEST(FileMap, OddPathsAreNoReasonToFail) {
+TEST(FileMap, OddPathsDoNotFail) {
     for (const char* path : {"", "/", "\\\\", "C:", "//a//", "\xff\xfe"}) {
         const replay::FileMap map(logOf({path, "other"}), Files{"/", "a", ""});
         EXPECT_EQ(map.entries().size(), 2u) << path;

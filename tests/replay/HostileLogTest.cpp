@@ -1,4 +1,4 @@
-// Logs that were made to do harm, or that a fault made of real ones.
+// Malicious logs, and damaged ones.
 #include "LoadedPlugin.h"
 
 #include "replay/LineScan.h"
@@ -16,7 +16,7 @@ std::string recordedClip(const Sample& sample) {
     return recording::record([&](hostkit::ImporterSession& session) { recording::playClip(session, sample.path()); });
 }
 
-TEST(HostileLog, BuffersThatNoHostHasAreNotPlayed) {
+TEST(HostileLog, ImpossibleBuffersAreNotReplayed) {
     const Sample sample(kSample);
     std::string log = recordedClip(sample);
     log = recording::replaced(log, "importAudioRec7P->size    : 100", "importAudioRec7P->size    : 4294967295");
@@ -29,7 +29,7 @@ TEST(HostileLog, BuffersThatNoHostHasAreNotPlayed) {
                      "imDataRateAnalysis sample.avi, 2000000000 bytes: the buffer is too big to be played"}));
 }
 
-TEST(HostileLog, NumbersAtTheirLimitsArePlayed) {
+TEST(HostileLog, NumbersAtTheirLimitsAreReplayed) {
     const Sample sample(kSample);
     std::string log = recordedClip(sample);
     log = recording::replaced(log, "importAudioRec7P->position: 0", "importAudioRec7P->position: 9223372036854775807");
@@ -43,7 +43,7 @@ TEST(HostileLog, NumbersAtTheirLimitsArePlayed) {
     EXPECT_EQ(recording::skippedOf(plugin.replay(log, {sample.path()})), Texts{});
 }
 
-TEST(HostileLog, AnHonestLogWithWrongBytesDoesNoHarm) {
+TEST(HostileLog, AValidLogWithWrongBytesDoesNoHarm) {
     const Sample sample(kSample);
     const std::string honest = recordedClip(sample);
     LoadedPlugin plugin;
@@ -58,7 +58,7 @@ TEST(HostileLog, AnHonestLogWithWrongBytesDoesNoHarm) {
     }
 }
 
-TEST(HostileLog, AnHonestLogWithItsLinesShuffledDoesNoHarm) {
+TEST(HostileLog, AValidLogWithShuffledLinesDoesNoHarm) {
     const Sample sample(kSample);
     Texts lines = recording::linesOf(recordedClip(sample));
     LoadedPlugin plugin;
@@ -76,7 +76,7 @@ TEST(HostileLog, AnHonestLogWithItsLinesShuffledDoesNoHarm) {
     }
 }
 
-TEST(HostileLog, BytesBehindATrueLineDoNoHarm) {
+TEST(HostileLog, BytesAfterAValidLineDoNoHarm) {
     std::mt19937 random(1);
     std::string log = "[2026-11-16 00:44:11] [7] ----------------------\r\n"
                       "[2026-11-16 00:44:11] [7] [imAnalysis] (12)\r\n";
@@ -90,7 +90,7 @@ TEST(HostileLog, BytesBehindATrueLineDoNoHarm) {
               Texts{"imAnalysis: the log does not tell its arguments"});
 }
 
-TEST(HostileLog, ControlCharactersAreShownHarmless) {
+TEST(HostileLog, ControlCharactersAreEscaped) {
     EXPECT_EQ(replay::printable("a\x1b[2Jb\x7f\r\n\xc3\xa4"), "a\\x1b[2Jb\\x7f\\x0d\\x0a\xc3\xa4");
 }
 

@@ -1,5 +1,5 @@
-// The plug-in loaded without its log, to replay in; its books are checked at the end. Only one played host may exist:
-// a recording must be over before this begins.
+// Loads the plug-in without its log for a replay; checks for leaks at the end. Only one played host may exist: a
+// recording must end before this begins.
 #pragma once
 
 #include "Recording.h"

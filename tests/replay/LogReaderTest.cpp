@@ -1,4 +1,4 @@
-// Lines to calls, on logs of a few lines.
+// Reading calls from logs of a few lines.
 #include "Recording.h"
 
 #include <sstream>
@@ -18,7 +18,7 @@ std::string ruled(const char* thread, const std::string& header) {
     return line(thread, "----------------------") + line(thread, header);
 }
 
-TEST(LogReader, TellsCallsOfSeveralThreadsApart) {
+TEST(LogReader, SeparatesTheCallsOfSeveralThreads) {
     const RecordedLog log = recording::read(ruled("7", "[imGetInfo8] (37)") + ruled("8", "[imAnalysis] (12)") +
                                             line("7", "of seven") + line("8", "of eight") +
                                             line("8", "    [imNoErr] (0)") + line("7", "    [imBadFile] (2)"));
@@ -42,7 +42,7 @@ TEST(LogReader, LinesMayEndWithoutACarriageReturn) {
     EXPECT_EQ(log.calls[0].result, imNoErr);
 }
 
-TEST(LogReader, GivesABackgroundDecodeToTheRequestOfItsTime) {
+TEST(LogReader, AssignsABackgroundDecodeToTheRequestOfItsTime) {
     const RecordedLog log = recording::read(
         ruled("7", "[OnInitiateAsyncRead]") + line("7", "REQUEST: Adding: 0, frameTime: 0") +
         line("7", "    OnInitiateAsyncRead: [aiNoError] (0)") + ruled("7", "[OnInitiateAsyncRead]") +
@@ -61,7 +61,7 @@ TEST(LogReader, TheResultOfACollectionIsTheAsynchronousOne) {
     EXPECT_EQ(log.calls.at(0).result, aiUnknownError);
 }
 
-TEST(LogReader, TheEndOfAnAsynchronousImporterIsACallWithoutAResult) {
+TEST(LogReader, TheAsynchronousCloseIsACallWithoutAResult) {
     const RecordedLog log = recording::read(line("7", "QuorvaneAsyncImporter::~QuorvaneAsyncImporter()") +
                                             line("7", "VideoInfo::~VideoInfo()") + ruled("7", "[imInit] (0)"));
     ASSERT_EQ(log.calls.size(), 2u);
@@ -70,7 +70,7 @@ TEST(LogReader, TheEndOfAnAsynchronousImporterIsACallWithoutAResult) {
     EXPECT_EQ(log.calls[0].messages.size(), 2u);
 }
 
-TEST(LogReader, AMessageOfSeveralLinesIsOne) {
+TEST(LogReader, SeveralLinesOfAMessageAreJoined) {
     const RecordedLog log = recording::read(ruled("7", "[imGetInfo8] (37)") + line("7", "Failed to parse avi: one") +
                                             "two\r\n\r\n" + line("7", "    [imBadFile] (2)"));
     EXPECT_EQ(log.calls.at(0).messages, Texts{"Failed to parse avi: one\ntwo\n"});
@@ -88,13 +88,13 @@ TEST(LogReader, AnExceptionEndsItsCallWithResult99) {
     EXPECT_EQ(log.calls[1].result, 99);
 }
 
-TEST(LogReader, ACallThatTheLogEndsInHasNoResult) {
+TEST(LogReader, AnUnfinishedLastCallHasNoResult) {
     const RecordedLog log = recording::read(ruled("7", "[imGetInfo8] (37)") + line("7", "m_streamIndex:  0"));
     EXPECT_EQ(log.calls.at(0).result, std::nullopt);
     EXPECT_FALSE(log.isComplete);
 }
 
-TEST(LogReader, TheTablesDumpedAtTheStartAreMessages) {
+TEST(LogReader, TheDumpAtTheStartIsReadAsMessages) {
     const RecordedLog log = recording::read(ruled("7", "[imInit] (0)") + line("7", "----") +
                                             line("7", "[2Y8Q] : (104) YUV 4:2:2 8     : 'Quorvane'") +
                                             line("7", "    <- PrPixelFormat_YUYV_422_8u_601") +
@@ -104,7 +104,7 @@ TEST(LogReader, TheTablesDumpedAtTheStartAreMessages) {
     EXPECT_EQ(log.calls[0].result, imNoErr);
 }
 
-TEST(LogReader, TellsTheApplicationAndTheEnd) {
+TEST(LogReader, ReadsTheApplicationAndTheEnd) {
     const RecordedLog log = recording::read(line("7", "Log opened") + line("7", "Application: C:\\editor.exe") +
                                             line("7", "Module destroy") + line("7", "Log closed"));
     EXPECT_EQ(log.application, "C:\\editor.exe");
@@ -112,27 +112,27 @@ TEST(LogReader, TellsTheApplicationAndTheEnd) {
     EXPECT_EQ(log.remarks, Texts{});
 }
 
-TEST(LogReader, ASecondLogInTheSameFileIsLeftOutAndToldOf) {
+TEST(LogReader, ASecondLogInTheSameFileIsIgnoredAndReported) {
     const std::string one = line("7", "Log opened") + ruled("7", "[imInit] (0)") + line("7", "    [imNoErr] (0)");
     const RecordedLog log = recording::read(one + one);
     EXPECT_EQ(log.calls.size(), 1u);
     EXPECT_EQ(log.remarks, Texts{"Line 5 begins another log, which was left out."});
 }
 
-TEST(LogReader, LinesThatBelongToNoCallAreCounted) {
+TEST(LogReader, LinesOutsideAnyCallAreCounted) {
     const RecordedLog log = recording::read("a word\r\n" + line("7", "unheard of") + line("7", "inFrameTime: 5"));
     EXPECT_EQ(log.calls.size(), 0u);
     EXPECT_EQ(log.remarks, Texts{"Lines that belong to no call: 3."});
 }
 
-TEST(LogReader, ATextThatIsNoLogIsRefused) {
+TEST(LogReader, ATextThatIsNotALogIsRefused) {
     for (const char* text : {"", "\n\n\n", "Dear support,\nit does not work.\n", "[2026-11-16] [7] Log opened\n",
                              "[2026-11-16 00:44:11] [seven] Log opened\n", "[2026-11-16 00:44:11] [] x\n"}) {
         EXPECT_THROW(recording::read(text), replay::NotALog) << text;
     }
 }
 
-TEST(LogReader, OfALongLineOnlyTheStartIsKept) {
+TEST(LogReader, OnlyTheStartOfALongLineIsKept) {
     std::istringstream in(ruled("7", "[imAnalysis] (12)") + line("7", std::string(5000000, 'x')) +
                           line("7", "    [imNoErr] (0)"));
     const RecordedLog log = replay::readLog(in, {.lineBytes = 1000});
@@ -141,7 +141,7 @@ TEST(LogReader, OfALongLineOnlyTheStartIsKept) {
     EXPECT_EQ(log.remarks, Texts{"Lines of more than 1000 bytes were cut."});
 }
 
-TEST(LogReader, ALogThatIsTooLongIsReadUpToItsLimit) {
+TEST(LogReader, ATooLongLogIsReadUpToTheLimit) {
     std::string text;
     for (int i = 0; i < 1000; ++i) {
         text += ruled("7", "[imInit] (0)") + line("7", "    [imNoErr] (0)");

@@ -1,4 +1,4 @@
-// What counts as a difference between two runs, and what does not.
+// Which differences between two runs count, and which do not.
 #include "replay/MessageDiff.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ Texts diffLines(const LoggedCall& then, const LoggedCall& now, bool decodeIsWhol
     return replay::compareMessages(then, now, decodeIsWhole).lines;
 }
 
-TEST(MessageDiff, AddressesAreAlikeButNullIsNot) {
+TEST(MessageDiff, AddressesAreEqualExceptNull) {
     EXPECT_EQ(comparable("Acquiring suite: r: 0, v: 1, n: 'X', ptr: 0x55aa"),
               comparable("Acquiring suite: r: 0, v: 1, n: 'X', ptr: 00007FF7C0"));
     EXPECT_NE(comparable("Acquiring suite: r: 0, v: 1, n: 'X', ptr: 0x55aa"),
@@ -35,15 +35,15 @@ TEST(MessageDiff, TheFolderOfAFileDoesNotMatter) {
     EXPECT_EQ(comparable("Open: 'C:\\a.avi', stream: 1"), "Open: '<file>', stream: 1");
 }
 
-TEST(MessageDiff, EqualMessagesGiveNothing) {
+TEST(MessageDiff, EqualMessagesHaveNoDifferences) {
     EXPECT_EQ(diffLines(callOf({"a", "b"}, {"c"}), callOf({"a", "b"}, {"c"})), Texts{});
 }
 
-TEST(MessageDiff, OneChangedLineIsToldAlone) {
+TEST(MessageDiff, OnlyTheChangedLineIsReported) {
     EXPECT_EQ(diffLines(callOf({"a", "b", "c"}), callOf({"a", "x", "c"})), (Texts{"- b", "+ x"}));
 }
 
-TEST(MessageDiff, LinesThatCameOrWentAreToldInTheirOrder) {
+TEST(MessageDiff, AddedAndRemovedLinesAreReportedInOrder) {
     EXPECT_EQ(diffLines(callOf({"a", "b", "c"}), callOf({"b", "c", "d"})), (Texts{"- a", "+ d"}));
 }
 
@@ -53,13 +53,13 @@ TEST(MessageDiff, WhichDecodeOpenedTheSessionDoesNotMatter) {
               Texts{"- Starting decompression: x"});
 }
 
-TEST(MessageDiff, ADecodeThatTheLogEndsInIsComparedThatFar) {
+TEST(MessageDiff, AnUnfinishedLastDecodeIsComparedToItsEnd) {
     EXPECT_EQ(diffLines(callOf({}, {"a"}), callOf({}, {"a", "b"}), false), Texts{});
     EXPECT_EQ(diffLines(callOf({}, {"a"}), callOf({}, {"a", "b"}), true), Texts{"+ b"});
     EXPECT_EQ(diffLines(callOf({}, {"x"}), callOf({}, {"a", "b"}), false), (Texts{"- x", "+ a"}));
 }
 
-TEST(MessageDiff, VeryLongListsAreToldWhole) {
+TEST(MessageDiff, VeryLongListsAreReportedCompletely) {
     const Texts then(3000, "then");
     Texts now = then;
     now.back() = "now";

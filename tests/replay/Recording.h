@@ -1,4 +1,4 @@
-// Logs that the plug-in itself wrote, and their replay within the test's process.
+// Records logs of the plug-in itself, and replays them in the test's process.
 #pragma once
 
 #include "importhost/Sample.h"
@@ -15,17 +15,17 @@ inline constexpr PrTime kTicksPerFrame = 10160640000;
 inline const std::vector<std::string> kSample = {"--type", "2Y8Q", "--size", "16x8", "--frames", "4", "--audio",
                                                  "pcm16:2:48000"};
 
-// The log of a run in which the plug-in was started, `play` was done with it, and it was shut down and unloaded.
+// Starts the plug-in, calls `play`, shuts it down and unloads it. Returns the log.
 std::string record(const std::function<void(hostkit::ImporterSession&)>& play);
 
-// What an editor does with a clip: all descriptions, frames, sound, a loss of focus with asynchronous frames, an end.
+// Uses a clip as an editor does: all descriptions, frames, sound, a loss of focus with asynchronous frames, a close.
 void playClip(hostkit::ImporterSession& session, const std::filesystem::path& path);
 
 replay::RecordedLog read(const std::string& log);
 
 std::vector<std::string> linesOf(const std::string& log);       // line ends included
 
-// A text in place of another, which must be there; its first occurrence only.
+// Replaces the first occurrence of `part`, which must exist.
 std::string replaced(std::string log, const std::string& part, const std::string& other);
 
 struct Made {
@@ -38,11 +38,11 @@ struct Made {
     bool differs() const { return !skipped && logged && *logged != now; }
 };
 
-// The log's calls made again, with everything closed at the end.
+// Makes the log's calls again, and closes everything at the end.
 std::vector<Made> replayed(hostkit::ImporterSession& session, const replay::RecordedLog& log,
                            const std::vector<std::filesystem::path>& files);
 
-// The texts of calls that were skipped, with the reason, and of those whose results differ.
+// The texts of skipped calls, with the reason, and of those whose results differ.
 std::vector<std::string> skippedOf(const std::vector<Made>& calls);
 std::vector<std::string> differencesOf(const std::vector<Made>& calls);
 

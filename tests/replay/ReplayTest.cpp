@@ -1,4 +1,4 @@
-// Logs of the plug-in replayed in the plug-in.
+// Replaying the plug-in's logs.
 #include "LoadedPlugin.h"
 
 #include "hostkit/sessions/AsyncSession.h"
@@ -19,7 +19,7 @@ Texts from(const Texts& texts, const std::string& first) {
     return {std::find(texts.begin(), texts.end(), first), texts.end()};
 }
 
-TEST(Replay, MakesEveryCallOfAClip) {
+TEST(Replay, MakesEveryCallForAClip) {
     const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         recording::playClip(session, sample.path());
@@ -62,7 +62,7 @@ TEST(Replay, AChangedResultIsTheOnlyDifference) {
               Texts{"imGetSourceVideo sample.avi, time 10160640000000, no formats: 27, now 28"});
 }
 
-TEST(Replay, AClipThatIsOtherNowGivesOtherResults) {
+TEST(Replay, AChangedClipHasOtherResults) {
     const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
@@ -76,7 +76,7 @@ TEST(Replay, AClipThatIsOtherNowGivesOtherResults) {
               Texts{"imGetInfo8 sample.avi, stream 0: 18, now 2"});
 }
 
-TEST(Replay, FilesAreToldApart) {
+TEST(Replay, FilesAreDistinguished) {
     const Sample sample(kTwoSounds);
     const std::filesystem::path other = sample.beside("other.avi");
     std::filesystem::copy_file(sample.path(), other);
@@ -122,13 +122,13 @@ TEST(Replay, AFileThatIsOpenTwiceIsAnAssumption) {
     EXPECT_EQ(calls.at(9).assumed, Texts{});        // the last close has no choice
 }
 
-TEST(Replay, WhatTheLogLeftOpenIsClosed) {
+TEST(Replay, FilesLeftOpenByTheLogAreClosed) {
     const Sample sample(kTwoSounds);
     std::string log = recording::record([&](ImporterSession& session) {
         recording::playClip(session, sample.path());
     });
     log.resize(log.find("[OnFlush]"));
-    LoadedPlugin plugin;        // its end checks the books
+    LoadedPlugin plugin;        // its destructor checks for leaks
     const replay::RecordedLog read = recording::read(log);
     const replay::FileMap files(read, {sample.path()});
     hostkit::ImporterSession session(plugin.host(), plugin.entry());
@@ -143,7 +143,7 @@ TEST(Replay, WhatTheLogLeftOpenIsClosed) {
                                         "No shutdown in the log: the plug-in was shut down."}));
 }
 
-TEST(Replay, CallsOnNoFileAreMadeOnNoFile) {
+TEST(Replay, CallsWithoutAFileAreMadeWithoutAFile) {
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession nobody(session, "");
         nobody.info(0);
@@ -165,7 +165,7 @@ TEST(Replay, CallsOnNoFileAreMadeOnNoFile) {
     EXPECT_EQ(calls.at(12).now, imUnsupported);
 }
 
-TEST(Replay, ExceptionsOfThePluginComeAgain) {
+TEST(Replay, ExceptionsOfThePluginRecur) {
     const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
@@ -182,7 +182,7 @@ TEST(Replay, ExceptionsOfThePluginComeAgain) {
     EXPECT_EQ(calls.at(7).assumed, (Texts{"time 0", "no frame formats"}));
 }
 
-TEST(Replay, AFrameWithoutAPlaceStaysWithout) {
+TEST(Replay, ARequestWithoutOutFrameStaysWithout) {
     const Sample sample(kTwoSounds);
     const std::string log = recording::record([&](ImporterSession& session) {
         ClipSession clip(session, sample.path());
@@ -198,7 +198,7 @@ TEST(Replay, AFrameWithoutAPlaceStaysWithout) {
     EXPECT_EQ(calls.at(7).now, imOtherErr);
 }
 
-TEST(Replay, FramesAreAskedOfTheAsynchronousImporterThatTheyWereAnnouncedTo) {
+TEST(Replay, FramesUseTheImporterTheyWereAnnouncedTo) {
     const Sample sample(kTwoSounds);
     const std::filesystem::path other = sample.beside("other.avi");
     std::filesystem::copy_file(sample.path(), other);
@@ -222,7 +222,7 @@ TEST(Replay, FramesAreAskedOfTheAsynchronousImporterThatTheyWereAnnouncedTo) {
     EXPECT_EQ(calls.at(10).assumed, Texts{"which asynchronous importer"});
 }
 
-TEST(Replay, SuitesThatTheUsersHostRefusedAreKnown) {
+TEST(Replay, SuitesThatTheHostRefusedAreRecognised) {
     const auto refused = [](const std::string& messages) {
         return replay::refusedSuitesOf(recording::read("[2026-11-16 00:44:11] [7] ----------------------\n"
                                                        "[2026-11-16 00:44:11] [7] [imGetInfo8] (37)\n" + messages));

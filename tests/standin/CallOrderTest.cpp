@@ -1,4 +1,4 @@
-// What the library refuses of a caller who mixes up its calls.
+// Calls in the wrong order, which the library refuses.
 #include "StandinFixture.h"
 
 namespace standin::test {
@@ -11,7 +11,7 @@ protected:
     Buffer m_buffer{8, 2};
 };
 
-TEST_F(CallOrder, AHandleThatWasNeverOpenedIsUnknown) {
+TEST_F(CallOrder, ANeverOpenedHandleIsUnknown) {
     EXPECT_EQ(0x80004002u, quorvane_decompress_end(m_handle + 1));
     EXPECT_EQ(0x80004002u, quorvane_close(0));
 }
@@ -23,7 +23,7 @@ TEST_F(CallOrder, AClosedHandleIsUnknown) {
     EXPECT_EQ(0x80004002u, quorvane_close(handle));
 }
 
-TEST_F(CallOrder, AHandleIsNotGivenOutTwice) {
+TEST_F(CallOrder, HandlesAreNotReused) {
     std::uint32_t other = 0;
     quorvane_open(&other);
     quorvane_close(other);
@@ -33,7 +33,7 @@ TEST_F(CallOrder, AHandleIsNotGivenOutTwice) {
     EXPECT_NE(other, next);
 }
 
-TEST_F(CallOrder, ASecondBeginIsRefusedAndLeavesTheFirstSessionRunning) {
+TEST_F(CallOrder, ASecondBeginIsRefusedAndKeepsTheFirstSession) {
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     EXPECT_EQ(Result::kSessionRunning, begin(m_info, request(5)));
     EXPECT_EQ(Result::kOk, decompress(m_frame, m_buffer));
@@ -66,7 +66,7 @@ TEST_F(CallOrder, BeginNeedsARequest) {
     EXPECT_EQ(0x80004201u, quorvane_decompress_begin(m_handle, extraData.data(), 28, nullptr, &output));
 }
 
-TEST_F(CallOrder, AnInstanceMayBeClosedWithItsSessionRunningWhichIsCounted) {
+TEST_F(CallOrder, ClosingWithARunningSessionIsAllowedAndCounted) {
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     EXPECT_EQ(0u, quorvane_close(m_handle));
     m_handle = 0;
@@ -147,7 +147,7 @@ struct InnerCall {
     }
 };
 
-TEST_F(CallOrder, ACallWhileAnotherRunsOnTheHandleIsRefusedAndCounted) {
+TEST_F(CallOrder, OverlappingCallsOnAHandleAreRefusedAndCounted) {
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     InnerCall inner{.handle = m_handle};
     ASSERT_EQ(0u, standin_visit(kStandinDecompress, InnerCall::make, &inner));

@@ -1,4 +1,4 @@
-// Colours: standard values written out, and every conversion against the textbook formulas in floating point.
+// Colours: standard values, and every conversion compared with the textbook formulas in floating point.
 #include "StandinFixture.h"
 #include "Unpacked.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 class Color : public StandinTest {
 protected:
-    // The one pixel of a flat picture.
+    // The pixel that a flat picture becomes.
     Pixel converted(const StreamInfo& info, const std::vector<std::uint16_t>& values, const QuorvaneFormat& wanted) {
         return unpacked(wanted.type, decoded(info, flatPicture(info, values), wanted), info.width, info.height)[0];
     }
@@ -30,7 +30,7 @@ TEST_F(Color, LimitedBlackAndWhiteFillTheRangeOfRgb) {
     EXPECT_EQ((Pixel{128, 128, 128, 255}), yuvToBgra(kRec601, 126, 128, 128));
 }
 
-TEST_F(Color, BeyondBlackAndWhiteIsClamped) {
+TEST_F(Color, CodesBeyondBlackAndWhiteAreClamped) {
     EXPECT_EQ((Pixel{0, 0, 0, 255}), yuvToBgra(kRec709, 0, 128, 128));
     EXPECT_EQ((Pixel{255, 255, 255, 255}), yuvToBgra(kRec709, 255, 128, 128));
 }
@@ -52,7 +52,7 @@ TEST_F(Color, PrimariesOfRec709InTenBits) {
     EXPECT_EQ((Pixel{940, 512, 512, 0}), rgbTo(request(11), 255, 255, 255));
 }
 
-TEST_F(Color, RedOfRec601IsNotReadWithTheOtherMatrix) {
+TEST_F(Color, RedOfRec601IsNotDecodedAsRec709) {
     EXPECT_EQ((Pixel{254, 0, 0, 255}), yuvToBgra(kRec601, 81, 90, 240));
     EXPECT_EQ((Pixel{255, 24, 0, 255}), yuvToBgra(kRec709, 81, 90, 240));
 }
@@ -64,7 +64,7 @@ TEST_F(Color, RedChangesItsCodesFromRec601ToRec709) {
               converted(stream(103, 1, 1, kRec709), {63, 102, 240}, request(49, 0, kRec601)));
 }
 
-TEST_F(Color, GreyKeepsItsCodeWhateverTheMatrix) {
+TEST_F(Color, GreyKeepsItsCodeWithAnyMatrix) {
     for (std::uint16_t y = 0; y < 256; ++y) {
         const Pixel pixel = converted(stream(107, 1, 1, kRec601), {y}, request(49, 0, kRec709));
         ASSERT_EQ((Pixel{y, 128, 128, 255}), pixel);
@@ -83,13 +83,13 @@ TEST_F(Color, FullRangeYuvWidensByShiftingToo) {
     EXPECT_EQ((Pixel{1020, 512, 4, 0}), converted(stream(103, 1, 1, kRec709, kFull), {255, 128, 1}, wanted));
 }
 
-TEST_F(Color, FullRangeYuvIsBroughtToLimitedRange) {
+TEST_F(Color, FullRangeYuvIsConvertedToLimitedRange) {
     const StreamInfo info = stream(103, 1, 1, kRec709, kFull);
     EXPECT_EQ((Pixel{235, 128, 240, 255}), converted(info, {255, 128, 255}, request(49)));
     EXPECT_EQ((Pixel{16, 16, 128, 255}), converted(info, {0, 0, 128}, request(49)));
 }
 
-TEST_F(Color, LimitedRgbIsBroughtToFullRange) {
+TEST_F(Color, LimitedRgbIsConvertedToFullRange) {
     EXPECT_EQ((Pixel{0, 255, 128, 255}), converted(stream(101, 1, 1, kRec709, kLimited), {16, 235, 126}, request(2)));
 }
 
@@ -99,7 +99,7 @@ TEST_F(Color, TheColorSpaceOfAnRgbTargetMakesNoDifference) {
     EXPECT_EQ(decoded(info, picture, request(2, 0, kRec601)), decoded(info, picture, request(2, 0, kRec709)));
 }
 
-TEST_F(Color, EveryCodeOfFullRangeRgbGoesToTheNearest) {
+TEST_F(Color, EveryFullRangeRgbCodeIsRoundedToNearest) {
     const StreamInfo info = stream(113, 16384, 1, kRec709, kFull);
     Picture picture = makePicture(info);
     for (std::uint32_t x = 0; x < 16384; ++x)
@@ -153,7 +153,7 @@ double fromChroma(double code, std::uint32_t range, double bits) {
     return range == kLimited ? (code / step - 128) / 224 : (code - 128 * step) / (std::exp2(bits) - 1);
 }
 
-// What one pixel of a stream should become in 8-bit VUYX of limited range, and in 16-bit RGB of full range.
+// The expected pixel in 8-bit VUYX of limited range, and in 16-bit RGB of full range.
 struct Expected {
     double vuyx[3];
     double rgb16[3];
@@ -173,7 +173,7 @@ Expected expectedOf(const StreamInfo& info, const Pixel& c, std::uint32_t target
             {rgb.r * 65535, rgb.g * 65535, rgb.b * 65535}};
 }
 
-// A code is right when no other is nearer to the exact value; fixed point may lose a tie by a hair.
+// True if no other code is nearer to the exact value; a tie may go either way in fixed point.
 bool isNearest(double exact, double max, std::uint16_t code) {
     return std::abs(std::clamp(exact, 0.0, max) - code) <= 0.5001;
 }
@@ -192,7 +192,7 @@ std::size_t wrongPixels(const StreamInfo& info, std::uint32_t targetColorSpace, 
     return wrong;
 }
 
-TEST_F(Color, EveryConversionGivesTheNearestCode) {
+TEST_F(Color, EveryConversionReturnsTheNearestCode) {
     for (const std::uint32_t type : {101u, 103u, 109u, 111u, 113u, 118u}) {
         for (const std::uint32_t colorSpace : {kRec601, kRec709}) {
             for (const std::uint32_t range : {kLimited, kFull}) {

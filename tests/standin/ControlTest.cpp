@@ -1,4 +1,4 @@
-// Counters and ordered failures.
+// Counters and requested failures.
 #include "StandinFixture.h"
 
 namespace standin::test {
@@ -51,7 +51,7 @@ TEST_F(Control, AnOutputThatWasNotPreparedIsCounted) {
     EXPECT_EQ(1u, counters().unpreparedOutputs);
 }
 
-TEST_F(Control, TheSecondAndThirdCallFailAsOrdered) {
+TEST_F(Control, TheSecondAndThirdCallFailAsRequested) {
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     ASSERT_EQ(0u, standin_fail(kStandinDecompress, 2, 2, kOrdered));
     EXPECT_EQ(Result::kOk, decompress(m_frame, m_buffer));
@@ -76,7 +76,7 @@ TEST_F(Control, OpenMadeToFailWritesHandle0) {
     EXPECT_EQ(1u, counters().openInstances);
 }
 
-TEST_F(Control, GetStringMadeToFailGivesTheUnknownText) {
+TEST_F(Control, GetStringMadeToFailReturnsTheUnknownText) {
     standin_fail(kStandinGetString, 1, 1, kOrdered);
     EXPECT_STREQ("unknown colour space", quorvane_get_string(3, 1));
     EXPECT_STREQ("Rec.601", quorvane_get_string(3, 1));
@@ -109,7 +109,7 @@ TEST_F(Control, EveryFunctionThatReturnsACodeCanBeMadeToFail) {
     quorvane_library_init();
 }
 
-TEST_F(Control, TheStreamsDescriptionStatesAnOrderedSizeAndType) {
+TEST_F(Control, TheDescriptionStatesARequestedSizeAndType) {
     ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, kStandinUnchanged, 999));
     QuorvaneFormat output = preparedOutput();
     ASSERT_EQ(Result::kOk, query(encodeExtraData(m_info), nullptr, output));
@@ -118,7 +118,7 @@ TEST_F(Control, TheStreamsDescriptionStatesAnOrderedSizeAndType) {
     EXPECT_EQ(999u, output.type);
 }
 
-TEST_F(Control, AnOrderedDescriptionLeavesQueriesWithARequestAlone) {
+TEST_F(Control, ARequestedDescriptionDoesNotAffectRequests) {
     ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, 480, 999));
     const QuorvaneFormat wanted = request(4);
     QuorvaneFormat output = preparedOutput();
@@ -138,7 +138,7 @@ TEST_F(Control, ASessionCanStateAnotherSizeThanItDelivers) {
     EXPECT_EQ(Result::kOk, decompress(m_frame, m_buffer));
 }
 
-TEST_F(Control, ResetMakesDescriptionsTrueAgain) {
+TEST_F(Control, ResetRestoresTrueDescriptions) {
     ASSERT_EQ(0u, standin_answer(kStandinDecompressQuery, 640, 480, 999));
     standin_reset();
     QuorvaneFormat output = preparedOutput();
@@ -146,13 +146,13 @@ TEST_F(Control, ResetMakesDescriptionsTrueAgain) {
     EXPECT_EQ(4u, output.width);
 }
 
-TEST_F(Control, AnOrderCanBeTakenBack) {
+TEST_F(Control, AFailureRequestCanBeWithdrawn) {
     standin_fail(kStandinDecompressEnd, 1, 5, kOrdered);
     EXPECT_EQ(0u, standin_fail(kStandinDecompressEnd, 1, 0, kOrdered));
     EXPECT_EQ(Result::kEndWithoutBegin, end());
 }
 
-TEST_F(Control, SenselessOrdersAreRefused) {
+TEST_F(Control, InvalidFailureRequestsAreRefused) {
     EXPECT_EQ(1u, standin_fail(kStandinFunctionCount, 1, 1, kOrdered));
     EXPECT_EQ(1u, standin_fail(kStandinOpen, 0, 1, kOrdered));
     EXPECT_EQ(1u, standin_fail(kStandinOpen, 1, 1, 0));
@@ -161,7 +161,7 @@ TEST_F(Control, SenselessOrdersAreRefused) {
     EXPECT_EQ(1u, standin_answer(kStandinDecompress, 1, 1, 1));
 }
 
-TEST_F(Control, CountersForNobodyAreIgnored) {
+TEST_F(Control, ANullCountersPointerIsIgnored) {
     standin_counters(nullptr);
     EXPECT_EQ(1u, counters().openInstances);
 }

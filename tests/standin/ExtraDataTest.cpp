@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(ExtraData, IsTwentyEightBytesInAKnownOrder) {
+TEST_F(ExtraData, HasTwentyEightBytesInAFixedOrder) {
     const Bytes expected = {'Q', 'S', 'X', '1',   1, 0, 0, 0,      // magic, version
                             104, 0, 0, 0,         0x80, 2, 0, 0,   // type, width
                             0x68, 1, 0, 0,        2, 0, 0, 0,      // height, colour space
@@ -38,7 +38,7 @@ TEST_F(ExtraData, ColorSpace0IsRefused) { EXPECT_EQ(Result::kExtraDataColorSpace
 TEST_F(ExtraData, AnUnknownRangeIsRefused) { EXPECT_EQ(Result::kExtraDataRange, checked(24, {3})); }
 TEST_F(ExtraData, Range0IsRefused) { EXPECT_EQ(Result::kExtraDataRange, checked(24, {0})); }
 
-TEST_F(ExtraData, TheLargestAreaIsTakenAndOneRowMoreIsNot) {
+TEST_F(ExtraData, TheLargestAreaIsAcceptedAndOneMoreRowIsNot) {
     EXPECT_EQ(Result::kOk, checked(12, {0x00, 0x40, 0, 0, 0x00, 0x10}));                     // 16384 x 4096
     EXPECT_EQ(Result::kExtraDataDimensions, checked(12, {0x00, 0x40, 0, 0, 0x01, 0x10}));    // 16384 x 4097
 }
@@ -54,14 +54,14 @@ TEST_F(ExtraData, EveryOtherSizeIsRefused) {
     }
 }
 
-TEST_F(ExtraData, BeginChecksItToo) {
+TEST_F(ExtraData, IsCheckedByBeginToo) {
     const Bytes bytes(28, 0);
     const QuorvaneFormat wanted = request(4);
     QuorvaneFormat output = preparedOutput();
     EXPECT_EQ(0x80004102u, quorvane_decompress_begin(m_handle, bytes.data(), 28, &wanted, &output));
 }
 
-TEST_F(ExtraData, TheEncoderRefusesWhatTheLibraryWould) {
+TEST_F(ExtraData, IsCheckedByTheEncoderToo) {
     EXPECT_THROW(encodeExtraData(stream(117, 4, 4)), std::invalid_argument);
     EXPECT_THROW(encodeExtraData(stream(104, 0, 4)), std::invalid_argument);
     EXPECT_THROW(encodeExtraData(stream(104, 4, 4, 3)), std::invalid_argument);

@@ -1,4 +1,4 @@
-// Frames that are cut, damaged or lie about themselves: each is refused, none is written, nothing crashes.
+// Frames that are truncated, damaged or have false sizes: each is refused, nothing is written, nothing crashes.
 #include "StandinFixture.h"
 
 #include "standin/Bytes.h"
@@ -10,7 +10,7 @@
 namespace standin::test {
 namespace {
 
-// Planes and buffers are exactly as large as they claim, so that the address sanitizer sees one byte too much.
+// Planes and buffers have exactly the stated size, so that the address sanitizer detects an overrun of one byte.
 class HostileFrame : public StandinTest {
 protected:
     void startWith(std::uint32_t type) {
@@ -36,7 +36,7 @@ protected:
     Bytes m_frame;
 };
 
-// A grey frame of other plane data.
+// A grey frame with `data` as its plane data.
 Bytes greyFrame(const StreamInfo& info, const Bytes& data) {
     Bytes frame(20 + data.size());
     std::copy_n("QSF1", 4, frame.begin());
@@ -63,7 +63,7 @@ TEST_F(HostileFrame, TruncatedAtAnyByteIsRefusedAsTruncated) {
         startWith(type);
         for (std::size_t size = 0; size < m_frame.size(); ++size) {
             Bytes frame(m_frame.begin(), m_frame.begin() + static_cast<std::ptrdiff_t>(size));
-            frame.reserve(1);   // an address, even for no bytes
+            frame.reserve(1);   // a valid address even for no bytes
             EXPECT_EQ(Result::kFrameTruncated, decompressed(frame)) << type << ", " << size << " bytes";
         }
         ASSERT_EQ(Result::kOk, end());
@@ -77,7 +77,7 @@ TEST_F(HostileFrame, OneByteTooManyIsRefused) {
     EXPECT_EQ(Result::kFrameSizes, decompressed(frame));
 }
 
-TEST_F(HostileFrame, TruncatedWithAHeaderThatAdmitsItIsRefused) {
+TEST_F(HostileFrame, TruncatedWithAMatchingHeaderIsRefused) {
     startWith(104);
     for (std::size_t size = 28; size < m_frame.size(); ++size) {
         Bytes frame(m_frame.begin(), m_frame.begin() + static_cast<std::ptrdiff_t>(size));
@@ -101,8 +101,8 @@ TEST_F(HostileFrame, EachHeaderFieldHasItsOwnCode) {
     EXPECT_EQ(Result::kFrameSizes, with32(24, load32(&m_frame[24]) - 1));
 }
 
-// The bits that fill up a deflate stream's last byte mean nothing and are checked by no one: fewer than eight a plane.
-TEST_F(HostileFrame, AFlippedBitIsNoticedUnlessItChangesNothing) {
+// The unused bits in a deflate stream's last byte are not checked: fewer than eight per plane.
+TEST_F(HostileFrame, AFlippedBitIsDetectedUnlessItChangesNothing) {
     for (const std::uint32_t type : {107u, 114u}) {
         startWith(type);
         Buffer expected(28, 5);
@@ -133,10 +133,10 @@ TEST_F(HostileFrame, RandomDamageNeverCrashes) {
                 frame[random() % frame.size()] = static_cast<std::uint8_t>(random());
             refused += decompressed(frame) != Result::kOk;
         }
-        EXPECT_EQ(Result::kOk, decompressed(m_frame)) << "the session is still good, type " << type;
+        EXPECT_EQ(Result::kOk, decompressed(m_frame)) << "the session is still usable, type " << type;
         ASSERT_EQ(Result::kOk, end());
     }
-    EXPECT_GT(refused, 4700u) << "of 4800; the others were given back what they had";
+    EXPECT_GT(refused, 4700u) << "of 4800; in the others the damage wrote the same values";
 }
 
 TEST_F(HostileFrame, RandomBytesNeverCrash) {
@@ -167,7 +167,7 @@ TEST_F(HostileFrame, RandomExtraDataNeverCrashes) {
     }
 }
 
-TEST_F(HostileFrame, AnyDeflateOfTheRightResidualsIsTaken) {
+TEST_F(HostileFrame, AnyDeflateOfTheRightResidualsIsAccepted) {
     startWith(107);
     EXPECT_EQ(Result::kOk, decompressed(greyFrame(m_info, deflated(Bytes(35, 1), 0))));
     EXPECT_EQ(Result::kOk, decompressed(greyFrame(m_info, deflated(Bytes(35, 1), 9))));
@@ -180,23 +180,23 @@ TEST_F(HostileFrame, APlaneThatInflatesToMoreOrLessIsRefused) {
     EXPECT_EQ(Result::kFrameData, decompressed(greyFrame(m_info, deflated(Bytes(10000000, 1), 9))));
 }
 
-TEST_F(HostileFrame, BytesAfterThePlanesDeflateStreamAreRefused) {
+TEST_F(HostileFrame, BytesAfterTheDeflateStreamAreRefused) {
     startWith(107);
     Bytes data = deflated(Bytes(35, 1), 1);
     data.push_back(0);
     EXPECT_EQ(Result::kFrameData, decompressed(greyFrame(m_info, data)));
 }
 
-TEST_F(HostileFrame, APlaneOfNoDataIsRefused) {
+TEST_F(HostileFrame, APlaneWithoutDataIsRefused) {
     startWith(107);
     EXPECT_EQ(Result::kFrameTooSmall, decompressed(greyFrame(m_info, {})));
 }
 
-TEST_F(HostileFrame, AHugePictureInATinyFrameIsRefusedBeforeMemoryIsTaken) {
+TEST_F(HostileFrame, AHugePictureInATinyFrameTakesNoMemory) {
     m_info = stream(107, 16384, 4096);
     ASSERT_EQ(Result::kOk, begin(m_info, request(4)));
     const Bytes frame = greyFrame(m_info, Bytes(60000, 0));
-    // No such buffer exists; it would be written to only if the frame were good.
+    // No such buffer exists; it would be written to only if the frame were valid.
     std::vector<QuorvanePlane> planes(4);
     planes[0] = {.address = 16, .rowBytes = 32768, .size = 32768u * 4096};
     EXPECT_EQ(0x80004307u, quorvane_decompress(m_handle, frame.data(), static_cast<std::uint32_t>(frame.size()),

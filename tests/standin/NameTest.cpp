@@ -33,7 +33,7 @@ TEST(Names, CompressedTypes) {
     EXPECT_EQ("YUV 4:4:4 10", typeName(118));
 }
 
-TEST(Names, EveryNumberFrom1To50HasOneOfItsOwn) {
+TEST(Names, EveryNumberFrom1To50HasAUniqueName) {
     std::set<std::string> names;
     for (std::uint32_t number = 1; number <= 50; ++number)
         names.insert(typeName(number));
@@ -62,7 +62,7 @@ TEST(Names, UnknownCategoriesHaveATextToo) {
     EXPECT_STREQ("unknown string category", quorvane_get_string(5, 1));
 }
 
-TEST(Names, EveryFailingCodeHasATextOfItsOwn) {
+TEST(Names, EveryFailingCodeHasAUniqueText) {
     std::set<std::string> texts;
     std::size_t count = 0;
     for (std::uint32_t code = 0x80004000; code < 0x80004500; ++code) {

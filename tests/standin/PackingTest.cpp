@@ -1,4 +1,4 @@
-// The byte layouts, written out for one row each.
+// The byte layouts, each shown by one row.
 #include "StandinFixture.h"
 
 namespace standin::test {
@@ -6,7 +6,7 @@ namespace {
 
 class Packing : public StandinTest {
 protected:
-    // One row of pictures whose planes are given sample by sample, packed without change of colour.
+    // Packs one row, given as the samples of its planes, without a change of colour.
     Bytes row(std::uint32_t streamType, const std::vector<std::vector<std::uint16_t>>& planes,
               const QuorvaneFormat& wanted) {
         const bool rgb = typeLayout(streamType).rgb;
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-// 10-bit samples of a v210 group as the words' bytes.
+// The bytes of a v210 group with these 10-bit samples.
 Bytes words(const std::vector<std::vector<std::uint32_t>>& triples) {
     Bytes bytes;
     for (const auto& triple : triples) {

@@ -1,4 +1,4 @@
-// Where in the buffer the rows go, and which buffers are refused.
+// The positions of rows in the buffer, and refused buffers.
 #include "StandinFixture.h"
 
 #include <algorithm>
@@ -50,8 +50,8 @@ TEST_F(Planes, BytesBetweenRowsAreLeftAlone) {
     }
 }
 
-TEST_F(Planes, NoNeededByteIsLeftOut) {
-    // Black in both families holds no 0xCD, so any that shows was not written.
+TEST_F(Planes, EveryNeededByteIsWritten) {
+    // Black contains no 0xCD, in RGB and in YUV, so any 0xCD was not written.
     const StreamInfo info = stream(107, 7, 3);
     const Picture black = flatPicture(info, {16});
     for (const std::uint32_t type : kDecodeTypes) {
@@ -60,7 +60,7 @@ TEST_F(Planes, NoNeededByteIsLeftOut) {
     }
 }
 
-TEST_F(Planes, ATightPlaneIsEnough) {
+TEST_F(Planes, APlaneWithoutPaddingIsEnough) {
     Buffer buffer(16, 3);
     EXPECT_EQ(Result::kOk, decompressInto(buffer.planes()));
 }
@@ -72,7 +72,7 @@ TEST_F(Planes, OneWithoutAddressIsRefused) {
     EXPECT_EQ(Result::kPlaneAddress, decompressInto(planes));
 }
 
-TEST_F(Planes, RowBytesBelowTheNeededOnesAreRefused) {
+TEST_F(Planes, TooFewRowBytesAreRefused) {
     for (const std::uint32_t type : kDecodeTypes) {
         Buffer buffer(neededRowBytes(type, 7) - 1, 4);
         ASSERT_EQ(Result::kOk, begin(m_info, request(type)));

@@ -51,7 +51,7 @@ TEST_F(Query, AParameterOfAnotherSizeIsRefused) {
     EXPECT_EQ(4u, value);
 }
 
-TEST_F(Query, TheEncoderMakesOfEachDecodeTypeWhatHoldsIt) {
+TEST_F(Query, TheEncoderPicksATypeThatHoldsTheDecodeType) {
     const std::pair<std::uint32_t, std::uint32_t> expected[] = {
         {4, 104}, {5, 104}, {50, 106}, {49, 103}, {2, 102}, {19, 102},
         {1, 101}, {16, 101}, {11, 108}, {15, 109}, {31, 114}, {32, 113},

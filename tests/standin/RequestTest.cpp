@@ -1,4 +1,4 @@
-// Which requests a stream accepts, and what the answers say.
+// Which requests a stream accepts, and the returned descriptions.
 #include "StandinFixture.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(Request, EveryStreamTakesEveryDecodeType) {
+TEST_F(Request, EveryStreamAcceptsEveryDecodeType) {
     for (const std::uint32_t streamType : kStreamTypes) {
         for (const std::uint32_t type : kDecodeTypes) {
             for (const std::uint32_t colorSpace : {kRec601, kRec709}) {
@@ -29,7 +29,7 @@ TEST_F(Request, EveryStreamTakesEveryDecodeType) {
     }
 }
 
-TEST_F(Request, NoOtherTypeNumberIsTaken) {
+TEST_F(Request, NoOtherTypeNumberIsAccepted) {
     for (std::uint32_t type = 0; type < 200; ++type) {
         const bool isKnown = std::count(std::begin(kDecodeTypes), std::end(kDecodeTypes), type) == 1;
         EXPECT_EQ(isKnown ? Result::kOk : Result::kRequestType, checked(request(type))) << type;
@@ -83,7 +83,7 @@ TEST_F(Request, RgbIsRefusedInLimitedRange) {
     EXPECT_EQ(Result::kRequestRgbRange, checked(wanted));
 }
 
-TEST_F(Request, YuvIsTakenInFullRange) {
+TEST_F(Request, YuvIsAcceptedInFullRange) {
     QuorvaneFormat wanted = request(4);
     wanted.range = kFull;
     EXPECT_EQ(Result::kOk, checked(wanted));
@@ -103,7 +103,7 @@ TEST_F(Request, WithoutOneTheAnswerDescribesTheStream) {
     EXPECT_EQ(65536u, output.word8);
 }
 
-TEST_F(Request, WithOneTheAnswerDescribesWhatWillBeDelivered) {
+TEST_F(Request, WithOneTheAnswerDescribesTheDeliveredFormat) {
     const QuorvaneFormat wanted = request(31, kQuorvaneFlip | kQuorvaneRange32768);
     QuorvaneFormat output;
     ASSERT_EQ(Result::kOk, query(encodeExtraData(stream(104, 641, 361, kRec601)), &wanted, output));
@@ -129,7 +129,7 @@ TEST_F(Request, BeginAnswersAsTheQueryDoes) {
     EXPECT_EQ(5u, fromBegin.type);
 }
 
-TEST_F(Request, ARefusedOneLeavesTheOutputAsItWas) {
+TEST_F(Request, ARefusedOneLeavesTheOutputUnchanged) {
     const QuorvaneFormat wanted = request(3);
     const QuorvaneFormat before = preparedOutput();
     QuorvaneFormat output;

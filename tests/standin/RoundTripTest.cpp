@@ -1,4 +1,4 @@
-// Every compressed type comes back unchanged from a target that can hold it.
+// Every compressed type is decoded without loss to a target that can hold it.
 #include "StandinFixture.h"
 #include "Unpacked.h"
 
@@ -11,10 +11,10 @@ struct Size {
     std::uint32_t width, height;
 };
 
-// One pixel, one row, one column, odd both ways, more and less than a group of six, and a real frame's size plus one.
+// One pixel, one row, one column, odd sizes, more and less than a group of six, and a real frame's size plus one.
 constexpr Size kSizes[] = {{1, 1}, {1, 9}, {2, 2}, {9, 1}, {7, 5}, {12, 3}, {13, 2}, {641, 361}};
 
-// The sample of component `i` that covers the pixel at (x, y); grey's chroma is the middle.
+// The sample of component `i` that covers the pixel at (x, y); the chroma of grey is the middle code.
 std::uint16_t sampleAt(const StreamInfo& info, const Picture& picture, std::size_t i, std::uint32_t x,
                        std::uint32_t y) {
     const TypeLayout layout = typeLayout(info.type);
@@ -60,7 +60,7 @@ private:
     }
 };
 
-// Undoes the scaling of n-bit samples to 0 ... Max.
+// Inverts the scaling of samples with `Bits` bits to 0 ... `Max`.
 template <unsigned Bits, unsigned Max>
 std::uint16_t scaledBack(std::uint16_t code) {
     return static_cast<std::uint16_t>(std::lround(code * double((1u << Bits) - 1) / Max));

@@ -1,4 +1,4 @@
-// What the stand-in's tests share: an initialised library with an open instance, streams, requests and guarded buffers.
+// Shared by the stand-in's tests: an initialised library with an open instance, streams, requests and guarded buffers.
 #pragma once
 
 #include "codec/QuorvaneApi.h"
@@ -15,7 +15,7 @@
 
 namespace standin {
 
-// Failing codes are read in hexadecimal with their text.
+// Prints codes in hexadecimal with their text.
 void PrintTo(Result result, std::ostream* out);
 
 namespace test {
@@ -43,10 +43,10 @@ Picture flatPicture(const StreamInfo& info, const std::vector<std::uint16_t>& va
 
 bool isRgbTarget(std::uint32_t type);
 
-// As the importer asks: fixed words set, no dimensions; full range for RGB, else limited.
+// A request like the importer's: fixed words set, no dimensions, full range for RGB, otherwise limited.
 QuorvaneFormat request(std::uint32_t type, std::uint32_t flags = 0, std::uint32_t colorSpace = kRec709);
 
-// An output record as the importer prepares it.
+// An output record prepared as by the importer.
 QuorvaneFormat preparedOutput();
 
 // A frame buffer filled with 0xCD.
@@ -68,7 +68,7 @@ private:
 // Row bytes that a decode type needs, from the table in the documentation.
 std::uint32_t neededRowBytes(std::uint32_t type, std::uint32_t width);
 
-// An initialised library with one open instance, and the counters starting from zero.
+// An initialised library with one open instance; counters start from zero.
 class StandinTest : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -79,7 +79,7 @@ protected:
     Result decompress(const Bytes& frame, Buffer& buffer);
     Result end();
 
-    // One picture through the codec into tight rows; the session is ended again.
+    // Encodes and decodes one picture into rows without padding, and ends the session.
     Bytes decoded(const StreamInfo& info, const Picture& picture, const QuorvaneFormat& request);
 
     std::uint32_t m_handle = 0;

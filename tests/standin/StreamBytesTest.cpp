@@ -1,4 +1,4 @@
-// Frames byte by byte, and what the encoder refuses.
+// Frames byte by byte, and refusals of the encoder.
 #include "StandinFixture.h"
 
 #include "standin/Bytes.h"

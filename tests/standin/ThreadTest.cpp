@@ -1,4 +1,4 @@
-// Handles are independent of each other on any thread.
+// Handles are independent of each other, on any thread.
 #include "StandinFixture.h"
 
 #include <atomic>
@@ -9,7 +9,7 @@ namespace {
 
 class Threads : public StandinTest {};
 
-// Opens an instance of its own, decodes every frame with it and counts the pictures that come out wrong.
+// Opens an instance, decodes every frame with it and counts the wrong pictures.
 void decodeAll(const StreamInfo& info, const std::vector<Bytes>& frames, const std::vector<Bytes>& expected,
                std::atomic<int>& wrong) {
     const Bytes extraData = encodeExtraData(info);
@@ -29,7 +29,7 @@ void decodeAll(const StreamInfo& info, const std::vector<Bytes>& frames, const s
     wrong += quorvane_library_close() != 0;
 }
 
-TEST_F(Threads, EachWithItsOwnInstanceGetsItsOwnPictures) {
+TEST_F(Threads, WithTheirOwnInstancesGetTheirOwnPictures) {
     const StreamInfo info = stream(105, 33, 17);
     std::vector<Bytes> frames;
     std::vector<Bytes> expected;
@@ -48,8 +48,8 @@ TEST_F(Threads, EachWithItsOwnInstanceGetsItsOwnPictures) {
     EXPECT_EQ(8u, counters().closesWithSession);
 }
 
-// Whether two calls really meet is up to the system; each must be either done or refused, and nothing else.
-TEST_F(Threads, TwoOnOneHandleAreEitherServedOrRefused) {
+// Whether two calls really overlap depends on the system; each must be either done or refused.
+TEST_F(Threads, OnOneHandleAreEitherServedOrRefused) {
     std::atomic<int> wrong{0};
     const auto queryOften = [&] {
         for (int i = 0; i < 500; ++i) {

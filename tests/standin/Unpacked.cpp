@@ -7,7 +7,7 @@
 namespace standin::test {
 namespace {
 
-// Where a sample lies in its group: the byte it begins in, the bit in the 32-bit word beginning there, its width.
+// Position of a sample in its group: the byte of a 32-bit word, the bit in that word, and the number of bits.
 struct Place {
     std::size_t byte;
     int bit;

@@ -1,4 +1,4 @@
-// An environment variable for as long as one test needs it; child processes see it too.
+// Sets an environment variable for the lifetime of this object, also for child processes.
 #pragma once
 
 #include <cstdlib>
@@ -19,7 +19,7 @@ public:
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
 
 private:
-    // An empty value removes the variable. The C library looks at TZ again only when told to.
+    // An empty value removes the variable. The C library must be told to read TZ again.
     void set(const std::string& value) const {
 #ifdef _WIN32
         _putenv_s(m_name.c_str(), value.c_str());

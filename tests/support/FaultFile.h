@@ -1,4 +1,4 @@
-// Another file seen through faults that a test orders, with every call counted.
+// Wraps another file, adds faults that a test requests, and counts every call.
 #pragma once
 
 #include "fileio/File.h"
@@ -11,21 +11,21 @@ namespace fileio {
 
 class FaultFile : public File {
 public:
-    /// Without an order the file behaves as `inner`, which must outlive this object.
+    /// Without faults the file behaves as `inner`, which must outlive this object.
     explicit FaultFile(File& inner) : m_inner(inner) {}
 
-    // --- Orders ---
+    // --- Faults ---
 
-    /// A read that touches the byte at this position fails as a whole.
+    /// Makes a read that touches the byte at this position fail completely.
     void breakByte(std::uint64_t position) { m_brokenBytes.push_back(position); }
 
-    /// No read gives more than this many bytes.
+    /// Limits every read to this many bytes.
     void limitReads(std::uint64_t bytes) { m_readLimit = bytes; }
 
-    /// Seeks to this position fail.
+    /// Makes seeks to this position fail.
     void refuseSeekTo(std::int64_t position) { m_refusedSeeks.push_back(position); }
 
-    /// The read with this number, counted from 0, throws std::bad_alloc.
+    /// Makes the read with this number, counted from 0, throw std::bad_alloc.
     void throwAtRead(std::uint64_t number) { m_throwingRead = number; }
 
     // --- Counters ---

@@ -1,4 +1,4 @@
-// The built plug-in in memory, started by a host of its own, for as long as one test needs it.
+// Loads the built plug-in and starts it in a host of its own, for the lifetime of this object.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -17,7 +17,7 @@ public:
         m_session.start();
     }
 
-    /// Clips and frames must have ended: what the plug-in or the test still holds fails the test.
+    /// Clips and frames must have been released: fails the test if the plug-in or the test still hold anything.
     ~LoadedImporter() {
         m_session.shutdown();
         EXPECT_EQ(m_host.problems(), std::vector<std::string>{});

@@ -1,4 +1,4 @@
-// Files in memory that open, share, read and write as a system's files do.
+// Files in memory that open, share, read and write as system files do.
 #pragma once
 
 #include "fileio/File.h"
@@ -11,7 +11,7 @@
 
 namespace fileio {
 
-/// A folder of named files, shared by the MemoryFile objects that are open on it. Not for several threads.
+/// A folder of named files, shared by the MemoryFile objects that use it. Not thread-safe.
 class MemoryDisk {
 public:
     struct Entry {
@@ -23,7 +23,7 @@ public:
     /// The entry at a path, or null.
     std::shared_ptr<Entry> find(const std::string& path) const;
 
-    /// The entry at a path, made empty if there is none.
+    /// The entry at a path; adds an empty one if there is none.
     std::shared_ptr<Entry> findOrAdd(const std::string& path);
 
 private:
@@ -32,10 +32,10 @@ private:
 
 class MemoryFile : public File {
 public:
-    /// Closed; opens files of `disk`, which must outlive this object.
+    /// A closed file that opens files of `disk`, which must outlive this object.
     explicit MemoryFile(MemoryDisk& disk) : m_disk(&disk) {}
 
-    /// Open for reading on a file of its own that holds `bytes`.
+    /// A file that holds `bytes`, open for reading.
     explicit MemoryFile(std::vector<std::uint8_t> bytes);
 
     ~MemoryFile() override;

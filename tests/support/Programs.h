@@ -1,4 +1,4 @@
-// The built programs as child processes, from the folder of the test program.
+// Runs the built programs in the test program's folder as child processes.
 #pragma once
 
 #include "hostkit/plugin/PluginLibrary.h"
@@ -12,7 +12,7 @@
 
 namespace programs {
 
-// What a program wrote, with the system's line ends made plain.
+// A program's output, with the system's line ends replaced by line feeds.
 struct ProgramRun {
     int exitCode;
     std::string output;
@@ -24,18 +24,18 @@ inline std::string plainLines(std::string text) {
     return text;
 }
 
-// The time limit is hostkit's own; a program that runs into it fails the test.
+// A program that exceeds hostkit's time limit fails the test.
 inline ProgramRun run(const std::string& fileName, const std::vector<std::string>& arguments) {
     const auto result = hostkit::runProgram(hostkit::PluginLibrary::programFolder() / fileName, arguments);
     EXPECT_FALSE(result.timedOut);
-    // Below 0: minus the signal's number, or Windows' exception code.
+    // A negative code is minus the signal's number, or Windows' exception code.
     if (result.exitCode < 0 || (result.exitCode != 0 && result.output.empty() && result.errors.empty())) {
         ADD_FAILURE() << fileName << " died with status " << result.exitCode << '\n' << result.errors;
     }
     return {result.exitCode, plainLines(result.output), plainLines(result.errors)};
 }
 
-// The test program's build says what the file is called.
+// The build defines the file's name.
 inline ProgramRun runImporthost(const std::vector<std::string>& arguments) {
     return run(IMPORTHOST_FILE_NAME, arguments);
 }

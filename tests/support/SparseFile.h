@@ -1,4 +1,4 @@
-// A file of any size that is zero but for a few places: gigabytes cost a test nothing.
+// A file of any size that is zero except for a few ranges, so that gigabytes cost a test nothing.
 #pragma once
 
 #include "fileio/File.h"
@@ -8,12 +8,12 @@
 
 namespace fileio {
 
-/// Open for reading from its construction on; it knows no paths.
+/// Always open for reading, without a path.
 class SparseFile : public File {
 public:
     explicit SparseFile(std::int64_t size) : m_size(size) {}
 
-    /// Puts bytes at a position; they must lie within the size. Later ones cover earlier ones.
+    /// Writes bytes at a position; they must lie within the size. Later ones replace earlier ones.
     void put(std::uint64_t position, std::vector<std::uint8_t> bytes);
 
     bool open(const char*, std::uint32_t) override { return false; }

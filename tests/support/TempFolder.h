@@ -1,4 +1,4 @@
-// A folder of its own for one test, gone with it.
+// A temporary folder for one test, deleted by the destructor.
 #pragma once
 
 #include <gtest/gtest.h>

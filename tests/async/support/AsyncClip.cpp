@@ -20,7 +20,7 @@ void AsyncClip::fill(imSourceVideoRec& record, PrTime time, std::vector<imFrameF
 
 void AsyncClip::expectUntouched(const hostkit::RecordStorage& record) {
     if (!record.changes().empty() || !record.guardsAreIntact()) {
-        m_host.report("An asynchronous call wrote to its record.");
+        m_host.report("An asynchronous call changed its record.");
     }
 }
 
@@ -46,7 +46,7 @@ hostkit::FrameAnswer AsyncClip::collect(PrTime time, const std::vector<imFrameFo
     expectUntouched(record);
     std::fill(accepted.begin(), accepted.end(), kOverwritten);
     if ((result == aiNoError) != m_host.frames().view(delivered).has_value()) {
-        m_host.report("A collection gave a frame and a failure, or neither.");
+        m_host.report("A collection returned both a frame and an error, or neither.");
     }
     return {result, hostkit::HostFrame(delivered)};
 }

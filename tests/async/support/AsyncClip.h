@@ -1,7 +1,7 @@
-// An asynchronous importer, as the editor handles it: announce, collect, flush and close through its entry function.
+// An asynchronous importer, used as the editor does: announce, collect, flush and close through its entry function.
 //
-// Records are the host's for the length of a call only: lists of formats are overwritten as soon as a call returns. A
-// record that the plug-in writes to, and a frame given by a call that failed, become Host::violations().
+// The host's records are valid only during a call: lists of formats are overwritten as soon as it returns. If the
+// plug-in writes to a record, or returns a frame from a call that failed, Host::violations() says so.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -11,22 +11,22 @@
 
 class AsyncClip {
 public:
-    // Takes over what imCreateAsyncImporter gave; the host must outlive the clip.
+    // Takes over the importer that imCreateAsyncImporter created; the host must outlive the clip.
     AsyncClip(hostkit::Host& host, const imAsyncImporterCreationRec& created)
         : m_host(host), m_entry(created.outAsyncEntry), m_privateData(created.outAsyncPrivateData) {}
     ~AsyncClip() { close(); }
     AsyncClip(const AsyncClip&) = delete;
     AsyncClip& operator=(const AsyncClip&) = delete;
 
-    // Any threads, until close. `time` in host ticks.
+    // From any thread, until close. `time` is in host ticks.
     csSDK_int32 announce(PrTime time, const std::vector<imFrameFormat>& formats);
     hostkit::FrameAnswer collect(PrTime time, const std::vector<imFrameFormat>& formats);
     csSDK_int32 flush() { return call(aiFlush, m_privateData); }
 
-    // Sent once, as the editor does; 0 without a call after that.
+    // Calls the entry once, as the editor does; later calls only return 0.
     csSDK_int32 close();
 
-    // One call of the entry as it is.
+    // Calls the entry directly.
     csSDK_int32 call(csSDK_int32 selector, void* parameter) { return m_entry(selector, parameter); }
 
     void* privateData() const { return m_privateData; }

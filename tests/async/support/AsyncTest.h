@@ -1,8 +1,8 @@
-// The plug-in loaded afresh for each test, with its log on, in a host that keeps books; clips and their asynchronous
-// importers; decodes held at a gate.
+// Loads the plug-in for each test, with its log on, in a host that tracks all resources; opens clips and their
+// asynchronous importers; holds decodes at a gate.
 //
-// When a test is over, everything is closed and the plug-in unloaded. Then nothing may be left over: no frame, no
-// suite, no codec instance, no open file; and the codec was never called twice at once.
+// After a test everything is closed and the plug-in is unloaded. Then nothing may be left: no frame, no suite, no codec
+// instance, no open file; and no two codec calls may have overlapped on one handle.
 #pragma once
 
 #include "AsyncClip.h"
@@ -29,22 +29,22 @@ constexpr PrTime timeOf(int frame) { return kFrameTicks * frame; }
 
 // The lines of a call, by the threads that wrote them.
 struct LoggedLines {
-    Lines caller;                    // the thread that started the plug-in, which is the test's own
-    std::vector<Lines> others;       // each of the rest, sorted
+    Lines caller;                    // the test's own thread, which started the plug-in
+    std::vector<Lines> others;       // every other thread, sorted
 };
 
-// A delivered frame's whole buffer; empty without a frame.
+// The whole buffer of a delivered frame; empty without a frame.
 std::vector<std::uint8_t> bytesOf(const hostkit::HostFrame& frame);
 
-// The one format that most tests ask for, at the video's own size; and another.
+// The format that most tests ask for, at the video's own size; and another one.
 std::vector<imFrameFormat> yuy3();
 std::vector<imFrameFormat> uyv7();
 std::vector<imFrameFormat> only(PrPixelFormat format, csSDK_int32 width = 0, csSDK_int32 height = 0);
 
-// 32 x 16 pixels, YUV 4:2:2, so many frames at 25 per second, no sound.
+// 32 x 16 pixels, YUV 4:2:2, `frames` frames at 25 per second, no sound.
 aviwriter::SampleOptions smallVideo(std::uint32_t frames = 6);
 
-// The file, but its index says that frame number `frame` has 16 MB.
+// The same file, except that its index states 16 MB for frame number `frame`.
 aviwriter::Bytes withFrameBeyondTheEnd(const aviwriter::SampleOptions& options, std::uint32_t frame);
 
 class AsyncTest : public ::testing::Test {
@@ -63,21 +63,22 @@ protected:
     hostkit::ClipSession& openClip(const std::filesystem::path& path, csSDK_int32 streamIndex = 0);
     hostkit::ClipSession& openClip(const aviwriter::SampleOptions& options);
 
-    // The answer of imCreateAsyncImporter for a file object; and the importer it must give, which lives until then too.
+    // Calls imCreateAsyncImporter for a file object. openAsync() expects an importer, which lives until the end of the
+    // test.
     hostkit::Answer<imAsyncImporterCreationRec> create(void* importer);
     AsyncClip& openAsync(const hostkit::ClipSession& clip);
     AsyncClip& openAsync(const aviwriter::SampleOptions& options = smallVideo());
 
-    // Unchanged importer behaviour after a failure: the frame is announced, collected, and as the synchronous one.
+    // Expects the importer to work after a failure: the announced and collected frame equals the synchronous one.
     void expectFrame(AsyncClip& async, hostkit::ClipSession& clip, int frame);
 
-    // All lines so far, and those of an action: without pointers and folders.
+    // All lines so far, and those of an action, without pointers and folders.
     Lines messages() const;
     Lines messagesOf(const std::function<void()>& action) const;
     LoggedLines linesOf(const std::function<void()>& action) const;
     std::ptrdiff_t logged(const std::string& line) const;
 
-    // Waits until a line has been logged so often; false when it is not within a minute.
+    // Waits until a line has been logged `times` times. Returns false after a minute.
     bool waitUntilLogged(const std::string& line, std::ptrdiff_t times = 1) const;
 
     // Holds the codec's next decode inside the codec, or every call of a host function, until the gate is opened.
@@ -89,7 +90,7 @@ protected:
     void failCodec(StandinFunction function, std::uint32_t times = 1);
     static StandinCounters codec();
 
-    // What the host complains of in the end; nothing unless said here.
+    // Sets the problems that the host is expected to report at the end (default: none).
     void expectProblems(const Lines& problems) { m_expectedProblems = problems; }
 
 private:

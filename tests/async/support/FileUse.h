@@ -1,7 +1,8 @@
-// Whether anybody holds a file open.
+// Whether a file is open.
 #pragma once
 
 #include <filesystem>
 
-// Natively: this process, by any descriptor. On Windows: anybody, so that it cannot be opened for oneself alone.
+// True if the file is open natively in this process, by any descriptor, or on Windows in any process, so that it cannot
+// be opened exclusively.
 bool isInUse(const std::filesystem::path& path);

@@ -1,4 +1,4 @@
-// A place where a thread of the plug-in is held until a test lets it go.
+// Holds a thread of the plug-in until a test releases it.
 #pragma once
 
 #include <condition_variable>
@@ -6,11 +6,11 @@
 
 class Gate {
 public:
-    // For the thread that is to be held. A minute at most, then the gate is open: a test that waits for a held thread
-    // must come to its end, and see that it failed.
+    // Called by the thread that is to be held. After a minute the gate opens by itself, so that a failing test that
+    // waits for a held thread ends.
     void pass();
 
-    // Waits until a thread stands at the gate; false when none came within a minute.
+    // Waits until a thread is held at the gate. Returns false if none arrives within a minute.
     bool waitForArrival();
 
     void open();

@@ -1,6 +1,6 @@
 // Imports sound and compares it, bit for bit, with 32-bit float samples that another program decoded.
 //   compare_sound FILE STREAM SAMPLES [FILE STREAM SAMPLES ...]
-// SAMPLES is a file of little-endian floats, channels interleaved. Exits with 0 when every sound is the same.
+// SAMPLES is a file of little-endian floats, channels interleaved. Exits with 0 if all sounds are equal.
 #include "hostkit/sessions/ClipSession.h"
 #include "hostkit/system/Text.h"
 
@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr csSDK_uint32 kRequestFrames = 997;     // a prime: requests begin anywhere within chunks
+constexpr csSDK_uint32 kRequestFrames = 997;     // a prime, so that requests begin anywhere within chunks
 
 std::vector<std::uint32_t> readSamples(const std::string& path) {
     std::ifstream in(hostkit::pathFromUtf8(path), std::ios::binary);
@@ -31,7 +31,7 @@ std::vector<std::uint32_t> readSamples(const std::string& path) {
     return samples;
 }
 
-// Every frame that the clip says it has, channels interleaved again.
+// Every frame of the clip's stated duration, channels interleaved again.
 std::vector<std::uint32_t> import(hostkit::ClipSession& clip, const imFileInfoRec8& info) {
     std::vector<std::uint32_t> samples;
     const PrAudioSample duration = info.audDuration;

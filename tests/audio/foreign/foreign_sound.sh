@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Sound in files that FFmpeg and GStreamer wrote must reach the host as FFmpeg itself decodes it, sample for sample.
+# Sound in files that FFmpeg and GStreamer wrote must reach the host exactly as FFmpeg itself decodes it.
 #   foreign_sound.sh MAKEAVI COMPARE_SOUND [EMULATOR]
 #
-# FFmpeg's files hold our picture beside the sound, so that stream 0 is covered; GStreamer's muxer does not take our
-# codec, so its second sound is looked at, for which the picture does not matter. It does not take float either.
-# Below 1 GiB its only index counts from the beginning of the file, where the importer counts from the media list: such
-# a file is not read correctly until a program that counts the usual way has copied it. The last case notices a change.
+# FFmpeg's files hold our picture besides the sound, so that stream 0 is covered. GStreamer's muxer does not support our
+# codec, so only its second sound is compared, which does not need the picture. It does not support float either. Below
+# 1 GiB the offsets in its only index are absolute, where the importer expects offsets from the media list: such a file
+# is not read correctly until another program, which writes the usual offsets, has copied it. The last case detects if
+# that changes.
 set -euo pipefail
 
 makeavi=$1
@@ -13,20 +14,20 @@ compare_sound=$2
 emulator=${3:-}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-cd "$folder"    # names without folders mean the same to both systems
+cd "$folder"    # file names without folders are the same on both systems
 comparisons=()
 
 encode() {
     ffmpeg -nostdin -y -loglevel error "$@"
 }
 
-# will_compare FILE STREAM: STREAM counts sounds from 0, as the importer does.
+# will_compare FILE STREAM: STREAM is the number of the sound, from 0, as in the importer.
 will_compare() {
     encode -i "$1" -map "0:a:$2" -c:a pcm_f32le -f f32le "$1.$2.f32"
     comparisons+=("$1" "$2" "$1.$2.f32")
 }
 
-# A tone and noise; the second sound is longer and has another rate, so that none can pass for the other.
+# A tone and noise; the second sound is longer and has another rate, so that they cannot be mistaken for each other.
 first="aevalsrc=0.5*sin(2764*t)|1.9*random(0)-0.95:s=44100:d=1"
 second="aevalsrc=1.9*random(1)-0.95|0.7*sin(5000*t)*sin(30*t):s=48000:d=1.3"
 
@@ -65,8 +66,8 @@ $emulator "$compare_sound" "${comparisons[@]}"
 status=0
 $emulator "$compare_sound" gstreamer_S16LE.avi 1 copied_gstreamer_S16LE.avi.1.f32 > difference || status=$?
 if [ "$status" != 1 ] || ! grep -q "differs from sample 0 " difference; then
-    echo "FAIL an index that counts from the beginning of the file gives something else now: status $status"
+    echo "FAIL a file with absolute offsets in its index is now read differently: status $status"
     cat difference
     exit 1
 fi
-echo "ok   an index that counts from the beginning of the file is not understood"
+echo "ok   absolute offsets in an index are not recognised"

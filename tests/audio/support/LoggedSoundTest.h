@@ -1,4 +1,4 @@
-// For tests of what the plug-in logs of a request: the plug-in loaded afresh, with its log switched on.
+// For tests of the log of a request: loads the plug-in for each test, with its log on.
 #pragma once
 
 #include "audio/support/ReferenceSound.h"
@@ -16,7 +16,7 @@ protected:
 
     void SetUp() override { ASSERT_EQ(m_run.session().init().result, imNoErr); }
 
-    // What the plug-in and the test still hold fails the test: clips must have ended.
+    // Fails the test if the plug-in or the test still hold anything: clips must be closed.
     void TearDown() override {
         EXPECT_EQ(m_run.session().shutdown(), imNoErr);
         EXPECT_EQ(m_run.host().problems(), Lines{});
@@ -32,7 +32,7 @@ protected:
         return m_run.newMessages();
     }
 
-    // Those of one request that answers 0, between the two lines that tell of the file and the result's.
+    // Those of one request that returns 0, without the first lines, about the file, and the last, with the result.
     Lines requestLog(SoundClip& clip, PrAudioSample position, csSDK_uint32 frames, csSDK_int32 channels = 2) {
         const Lines lines = logOf([&] { EXPECT_EQ(clip.audio(position, frames, channels).result, imNoErr); });
         EXPECT_GE(lines.size(), 5u);
@@ -40,7 +40,7 @@ protected:
         return {lines.begin() + 4, lines.end() - 1};
     }
 
-    // The same without the eight lines of values that begin it.
+    // The same without the first eight lines, which hold the values.
     Lines readingLog(SoundClip& clip, PrAudioSample position, csSDK_uint32 frames, csSDK_int32 channels = 2) {
         const Lines lines = requestLog(clip, position, frames, channels);
         EXPECT_GE(lines.size(), 8u);

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Little-endian, zero beyond the end.
+// Reads little-endian bytes; those past the end are zero.
 std::uint32_t valueAt(const Bytes& sound, std::uint64_t position, unsigned byteCount) {
     std::uint32_t value = 0;
     for (unsigned i = 0; i < byteCount && position + i < sound.size(); ++i) {

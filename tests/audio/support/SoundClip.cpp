@@ -87,7 +87,7 @@ SoundClip::SoundClip(hostkit::ImporterSession& session, const Bytes& file, csSDK
     m_clip = std::make_unique<hostkit::ClipSession>(session, path());
     EXPECT_EQ(m_clip->open().result, imNoErr);
     const auto info = m_clip->info(stream);
-    // The last stream's description comes with the word that there are no more.
+    // The result of the last stream's description says that there are no more.
     EXPECT_EQ(info.result, stream == 0 ? imNoErr : imBadStreamIndex);
 }
 

@@ -1,6 +1,6 @@
-// Small files of sound alone, laid out so that every file position in them is known, and how a test asks for them.
+// Small files with only sound, in which every file position is known, and requests to them.
 //
-// Stream 0 is an empty sound; stream 1 is the one under test. No video, so no codec takes part.
+// Stream 0 is an empty sound; stream 1 is the one under test. There is no video, so the codec is not used.
 #pragma once
 
 #include "aviwriter/Blocks.h"
@@ -27,43 +27,43 @@ Bytes formatRecord(const SoundFormat& format);
 
 std::size_t frameBytes(const SoundFormat& format);
 
-// So many sample frames of noise. Float noise is any bits at all: NaNs of every kind, infinities, denormals.
+// `frames` sample frames of noise. Float noise consists of arbitrary bits: NaNs of every kind, infinities, denormals.
 Bytes noise(const SoundFormat& format, std::size_t frames, std::uint32_t seed = 1);
 
-// Chunks of so many bytes, the last one shorter.
+// Cuts `sound` into chunks of `chunkBytes`; the last one may be shorter.
 std::vector<Bytes> cut(const Bytes& sound, std::size_t chunkBytes);
 
-// Where the first chunk's data lies in a file of sound whose format has 18 bytes. Each further chunk's data lies
-// 8 bytes behind the end of the one before.
+// Position of the first chunk's data in a sound file whose format has 18 bytes. Each further chunk's data begins
+// 8 bytes after the end of the previous one.
 constexpr std::int64_t kFirstChunk = 312;
 
-// The file, found through "idx1". `length` in sample frames is what the stream's header states.
+// A file with an "idx1". `length` is the length in the stream's header, in sample frames.
 Bytes soundFile(const Bytes& format, const std::vector<Bytes>& chunks, std::uint32_t length);
 Bytes soundFile(const SoundFormat& format, const Bytes& sound, std::size_t chunkBytes);
 
-// A chunk as an OpenDML index lists it, whether or not the file has such a place, and how often in a row.
+// A chunk in an OpenDML index, even at a position that the file does not have, and its number of repetitions.
 struct IndexedChunk {
     std::uint64_t offset = 0;
     std::uint32_t size = 0;
     std::uint32_t times = 1;
 };
 
-// 16-bit stereo that ends with its one real chunk, `data`. The index lists whatever it is told; one index chunk for
-// each of `index`, so that no two offsets need be near each other.
+// A 16-bit stereo file that ends with its only real chunk, `data`. Each element of `index` has an index chunk of its
+// own, so that offsets can be arbitrarily far apart.
 Bytes indexedSoundFile(const std::vector<IndexedChunk>& index, const Bytes& data);
 
-// Where the data of indexedSoundFile lies, for an index of so many, which list so many chunks.
+// Position of the data in indexedSoundFile's file, for an index of `entries` elements that list `chunks` chunks.
 constexpr std::uint64_t indexedDataPosition(std::size_t entries, std::size_t chunks) {
     return 344 + 48 * entries + 8 * chunks;
 }
 constexpr std::uint64_t indexedDataPosition(std::size_t entries) { return indexedDataPosition(entries, entries); }
 
-// A file on disk, open in the plug-in with its sound chosen; the folder goes with it.
+// A file on disk that is open in the plug-in with its sound selected. Deletes its folder.
 class SoundClip {
 public:
     static constexpr csSDK_int32 kSoundStream = 1;
 
-    // A file that does not open, or whose stream is not described, fails the test.
+    // Fails the test if the file does not open or its stream cannot be described.
     SoundClip(hostkit::ImporterSession& session, const Bytes& file, csSDK_int32 stream = kSoundStream);
 
     hostkit::ClipSession& session() { return *m_clip; }

@@ -1,4 +1,4 @@
-// For tests of what the host receives: one loaded plug-in for all tests of a suite.
+// For tests of the samples that the host receives: loads the plug-in once for all tests of a suite.
 #pragma once
 
 #include "audio/support/ReferenceSound.h"
@@ -14,7 +14,7 @@ protected:
     static void SetUpTestSuite() { s_importer = std::make_unique<LoadedImporter>(); }
     static void TearDownTestSuite() { s_importer.reset(); }
 
-    // The host sees writes past its buffers.
+    // The host detects writes past its buffers.
     void TearDown() override { EXPECT_EQ(host().violations(), Lines{}); }
 
     static hostkit::Host& host() { return s_importer->host(); }

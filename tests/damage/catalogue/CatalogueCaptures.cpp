@@ -1,4 +1,4 @@
-// Captures that broke off, copies that stopped, and what is no clip at all.
+// Interrupted captures, incomplete copies, and files that are not clips.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -11,13 +11,13 @@ constexpr std::uint64_t kGibibyte = std::uint64_t{1} << 30;
 
 std::size_t moviAt(const Bytes& file) { return positionOf(file, "movi") - 8; }
 
-// The clip up to the end of its media, as a recorder leaves it that had no time to write the index.
+// The clip up to the end of its media, as left by a recorder that could not write the index.
 Bytes withoutIndex() {
     const Bytes clip = honestClip();
     return cutTo(clip, positionOf(clip, "idx1"));
 }
 
-// With the sizes that a recorder writes last.
+// The same with these sizes, which a recorder writes last.
 Bytes died(std::uint32_t riffSize, std::uint32_t moviSize) {
     Bytes file = withoutIndex();
     overwrite(file, 4, u32(riffSize));
@@ -37,7 +37,7 @@ Bytes diedWithoutIndex() {
     return died(u32Of(end - 8), u32Of(end - moviAt(honestClip()) - 8));
 }
 
-// Without the last segment's indexes, which are still missing from the super indexes.
+// A clip without the last segment's indexes, which the super indexes do not list yet.
 Bytes diedInTheSecondSegment() {
     Bytes file = openDmlClip(2);
     for (std::size_t stream = 0; stream < 2; ++stream) {
@@ -82,7 +82,7 @@ Bytes soundFile() {
 Bytes laterSegmentAlone() { return riff("AVIX", {list("movi", mediaChunks())}); }
 
 const DamagedFile kBrokenCaptures[] = {
-    {"died-without-sizes", "a capture died: RIFF and media list have size 0, and there is no index", diedWithoutSizes,
+    {"died-without-sizes", "an interrupted capture: RIFF and media list have size 0, no index", diedWithoutSizes,
      "refused: imBadFile (2)",
      {"Failed to parse avi: hdrl missing"}},
     {"died-without-riff-size", "the same, only the RIFF has size 0", diedWithoutRiffSize,
@@ -97,16 +97,16 @@ const DamagedFile kBrokenCaptures[] = {
      "no pictures; 19200 samples of sound, silent"},
     {"died-without-index", "the same, both sizes are right", diedWithoutIndex,
      "no pictures; 19200 samples of sound, silent"},
-    {"died-before-zeros", "a capture died in a file made 8 GiB long beforehand", diedWithoutIndex,
+    {"died-before-zeros", "an interrupted capture to a file that was allocated with 8 GiB", diedWithoutIndex,
      "no pictures; 19200 samples of sound, silent", {}, 8 * kGibibyte},
     {"died-before-zeros-without-sizes", "the same; the RIFF claims 1 GiB and the media list has size 0",
      diedWithAGuessedSize,
      "no pictures; 19200 samples of sound, silent", {}, 8 * kGibibyte},
-    {"whole-before-zeros", "a whole clip in a file made 8 GiB long beforehand", honestClip,
+    {"whole-before-zeros", "a complete clip in a file that was allocated with 8 GiB", honestClip,
      "10 pictures, all right; 19200 samples of sound, all right", {}, 8 * kGibibyte},
-    {"died-in-the-second-segment", "a long capture died; its first segment is complete", diedInTheSecondSegment,
+    {"died-in-the-second-segment", "an interrupted long capture; its first segment is complete", diedInTheSecondSegment,
      "5 pictures, all right; 19200 samples of sound, silent from 9600 on"},
-    {"copy-of-1-percent", "a copy that stopped; the index is `idx1`, at the end", copyOf<1>,
+    {"copy-of-1-percent", "an incomplete copy; the index is `idx1`, at the end", copyOf<1>,
      "no pictures; 19200 samples of sound, silent"},
     {"copy-of-5-percent", "the same", copyOf<5>,
      "no pictures; 19200 samples of sound, silent"},
@@ -120,7 +120,7 @@ const DamagedFile kBrokenCaptures[] = {
      "no pictures; 19200 samples of sound, silent"},
     {"copy-of-99-percent", "the same", copyOf<99>,
      "no pictures; 19200 samples of sound, silent"},
-    {"opendml-copy-of-1-percent", "a copy that stopped, of a clip in five segments with OpenDML indexes",
+    {"opendml-copy-of-1-percent", "an incomplete copy of a clip in five segments with OpenDML indexes",
      openDmlCopyOf<1>,
      "no pictures; 19200 samples of sound, silent"},
     {"opendml-copy-of-5-percent", "the same", openDmlCopyOf<5>,
@@ -135,9 +135,9 @@ const DamagedFile kBrokenCaptures[] = {
      "no pictures; 19200 samples of sound, silent"},
     {"opendml-copy-of-99-percent", "the same", openDmlCopyOf<99>,
      "no pictures; 19200 samples of sound, silent"},
-    {"wrong-riff-size", "the RIFF says that it has 100 bytes", wrongRiffSize,
+    {"wrong-riff-size", "the RIFF claims 100 bytes", wrongRiffSize,
      "no pictures; 19200 samples of sound, silent"},
-    {"grown-copy", "something else follows the clip", copyThatWasGrown,
+    {"grown-copy", "other data follows the clip", copyThatWasGrown,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"two-clips-in-one", "two clips in one file", twoClipsInOne,
      "10 pictures, all right; 19200 samples of sound, all right"},
@@ -150,13 +150,13 @@ const DamagedFile kBrokenCaptures[] = {
     {"zeros", "100,000 zeros", zeros,
      "refused: imBadFile (2)",
      {"Failed to parse avi: AVI chunk missing"}},
-    {"words", "a text named like a clip", words,
+    {"words", "a text file named like a clip", words,
      "refused: imBadFile (2)",
      {"Failed to parse avi: AVI chunk missing"}},
     {"sound-file", "a sound file named like a clip", soundFile,
      "refused: imBadFile (2)",
      {"Failed to parse avi: AVI chunk missing"}},
-    {"later-segment-alone", "a later segment of a long clip, cut out", laterSegmentAlone,
+    {"later-segment-alone", "only a later segment of a long clip", laterSegmentAlone,
      "refused: imBadFile (2)",
      {"Failed to parse avi: AVI chunk missing"}},
 };

@@ -1,4 +1,4 @@
-// Headers with extreme values, and a structure that does not hold.
+// Headers with extreme values, and invalid structures.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -29,14 +29,14 @@ Bytes claiming(Bytes file, const char* listType, std::uint32_t size) {
 Bytes headersClaimingTooLittle() { return claiming(honestClip(), "hdrl", 4 + 8 + 56); }
 Bytes streamClaimingTheNext() { return claiming(honestClip(), "strl", 1000); }
 
-// A name of odd length, without the pad byte that belongs behind it.
+// A name of odd length, without its pad byte.
 Bytes paddingMissing() {
     Bytes name = chunk("strn", text("cam"));
     name.pop_back();
     return clipWith(headers({list("strl", {strh(videoHeader()), name, strf(videoFormat())}), soundList()}));
 }
 
-// Pictures of odd size without their pad bytes; the index says where they are.
+// Pictures of odd size without their pad bytes; the index has their positions.
 Bytes mediaPaddingMissing() {
     std::vector<Bytes> chunks;
     std::vector<Idx1Entry> entries;
@@ -86,7 +86,7 @@ Bytes negativeRateAndScale() { return clipOfVideo(withRate(0xFFFFFFE7, 0xFFFFFFF
 Bytes rateInHugeNumbers() { return clipOfVideo(withRate(1'000'000'000, 40'000'000)); }
 Bytes highestScale() { return clipOfVideo(withRate(1, 0x7FFFFFFF)); }
 
-// The clip, then dropped pictures: as many as are too long for a host to count, by one.
+// The clip followed by dropped pictures: one more than a host can count.
 Bytes tooLongInHugeNumbers() {
     std::vector<Idx1Entry> entries = mediaEntries();
     entries.insert(entries.end(), 54 - kPictures, {.length = 0});
@@ -137,7 +137,7 @@ Bytes damagedPicture() {
 
 Bytes picturesOfAnotherSize() {
     Bytes file = honestClip();
-    // The width in the extra data: the pictures have another.
+    // The width in the extra data, which differs from that of the pictures.
     overwrite(file, positionOf(file, "QSX1") + 12, u32(16));
     return file;
 }
@@ -149,22 +149,22 @@ Bytes hugePictures() {
 }
 
 const DamagedFile kBrokenHeaders[] = {
-    {"lists-inside-each-other", "100,000 lists inside each other before the headers", listsInsideEachOther,
+    {"lists-inside-each-other", "100,000 nested lists before the headers", listsInsideEachOther,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"headers-claiming-too-little", "the header list ends before the streams", headersClaimingTooLittle,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
-    {"stream-claiming-the-next", "the first stream's list reaches over the second", streamClaimingTheNext,
+    {"stream-claiming-the-next", "the first stream's list includes the second", streamClaimingTheNext,
      "10 pictures, all right; no sound",
      {"Avi has no audio stream"}},
-    {"header-padding-missing", "a pad byte is missing among the headers", paddingMissing,
+    {"header-padding-missing", "a pad byte is missing in the headers", paddingMissing,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
-    {"media-padding-missing", "pad bytes are missing among the pictures", mediaPaddingMissing,
+    {"media-padding-missing", "pad bytes are missing between the pictures", mediaPaddingMissing,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"two-header-lists", "a second header list with other streams", twoHeaderLists,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"headers-behind-the-media", "the headers stand at the end", headersBehindTheMedia,
+    {"headers-behind-the-media", "the headers are at the end", headersBehindTheMedia,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"without-headers", "there is no header list", withoutHeaders,
      "refused: imBadFile (2)",
@@ -186,7 +186,7 @@ const DamagedFile kBrokenHeaders[] = {
     {"rate-and-scale-of-zero", "the frame rate is 0/0", rateAndScaleOfZero,
      "10 pictures at 30/1 a second, all right; 19200 samples of sound, all right",
      {"Invalid FPS: 0/0"}},
-    {"highest-rate", "2,147,483,647 frames a second", highestRate,
+    {"highest-rate", "2,147,483,647 frames per second", highestRate,
      "10 pictures at 2147483647/1 a second, all right; 19200 samples of sound, all right"},
     {"negative-rate", "a frame rate that is -1 as a signed number", negativeRate,
      "a rate of -1/1 and a length of 10, ahead 0 right, 1-9 imFrameNotFound (28), back 0-9 right; "
@@ -200,11 +200,11 @@ const DamagedFile kBrokenHeaders[] = {
      "a rate of -25/-1 and a length of -10, ahead 0-9 right, back 0 right, 1-9 imFrameNotFound (28); "
      "19200 samples of sound, all right",
      {"frameIndex out of bounds"}},
-    {"highest-scale", "a frame in 68 years", highestScale,
+    {"highest-scale", "one frame in 68 years", highestScale,
      "a rate of 1/2147483647 and a length of -10, ahead 0-1 imFrameNotFound (28), back 0-1 imFrameNotFound (28); "
      "19200 samples of sound, all right",
      {"frameIndex out of bounds"}},
-    {"rate-in-huge-numbers", "25 frames a second are written as 1,000,000,000/40,000,000", rateInHugeNumbers,
+    {"rate-in-huge-numbers", "25 frames per second are written as 1,000,000,000/40,000,000", rateInHugeNumbers,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"too-long-in-huge-numbers", "the same, and 54 pictures, of which only the first ten were not dropped",
      tooLongInHugeNumbers,
@@ -219,7 +219,7 @@ const DamagedFile kBrokenHeaders[] = {
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"longest-sound", "the sound's header claims 4,294,967,295 samples", longestSound,
      "10 pictures, all right; 4294967295 samples of sound, all right, silent at the end"},
-    {"sound-twice-as-long", "the sound's header claims twice the sound there is", soundTwiceAsLong,
+    {"sound-twice-as-long", "the sound's header claims twice the actual length", soundTwiceAsLong,
      "10 pictures, all right; 38400 samples of sound, all right, silent at the end"},
     {"sound-of-no-length", "the sound's header claims no samples", soundOfNoLength,
      "10 pictures, all right; sound of no length"},
@@ -229,12 +229,12 @@ const DamagedFile kBrokenHeaders[] = {
     {"format-of-nothing", "the video format is empty", formatOfNothing,
      "refused: imBadFile (2)",
      {"Compressed format size is invalid"}},
-    {"format-of-other-extra-data", "the codec's part of the video format is something else", formatOfOtherExtraData,
+    {"format-of-other-extra-data", "the codec's part of the video format is other data", formatOfOtherExtraData,
      "refused: imBadFile (2)",
      {"Decompress query failed: Quorvane error (-2147467006): the compressed format is not one of this codec"}},
-    {"format-of-another-size", "the video format says 0 x -2147483648; the codec's part is right", formatOfOtherSize,
+    {"format-of-another-size", "the video format says 0 x -2147483648; the codec's part is correct", formatOfOtherSize,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"short-stream-header", "the video's stream header is cut short", shortStreamHeader,
+    {"short-stream-header", "the video's stream header is truncated", shortStreamHeader,
      "refused: imBadFile (2)",
      {"Avi has no video stream"}},
     {"stream-without-format", "the video has no format", streamWithoutFormat,

@@ -1,4 +1,4 @@
-// "idx1" indexes that lead to the wrong place, to nowhere, or too often to the same.
+// "idx1" indexes with wrong, invalid or repeated positions.
 #include "damage/catalogue/Catalogue.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 using namespace aviwriter;
 
-// The clip with every entry changed; `number` counts pictures or sound chunks of their own stream.
+// The clip with every entry changed; `number` counts the pictures or sound chunks of a stream.
 template <typename Change>
 Bytes changedEntries(Change change) {
     std::vector<Idx1Entry> entries = mediaEntries();
@@ -76,7 +76,7 @@ Bytes droppedPictures() {
     });
 }
 
-// All of the sound, the first two pictures, and the run between these.
+// All of the sound, and the first two pictures with a run of dropped ones between them.
 Bytes aLongRunOfDroppedPictures() {
     std::vector<Idx1Entry> entries;
     for (const Idx1Entry& entry : mediaEntries()) {
@@ -107,7 +107,7 @@ Bytes raggedIndex() {
     return cutTo(file, index + 8 + 16 * 12 + 5);
 }
 
-// In the file's hole, which reads as zeros.
+// A picture in the file's hole, which reads as zeros.
 Bytes pictureInAHole() { return withPicture(5, {.offset = 2 << 20, .length = 64}); }
 constexpr std::uint32_t kHole = 64 << 20;
 Bytes indexRunsIntoAHole() {
@@ -137,33 +137,33 @@ Bytes indexWithExchangedStreams() {
 }
 
 const DamagedFile kBrokenIndexes[] = {
-    {"idx1-from-the-file", "`idx1` counts from the start of the file, as one muxer writes it", absoluteOffsets,
+    {"idx1-from-the-file", "`idx1` has absolute offsets, as one muxer writes them", absoluteOffsets,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"importAudio: read error: 7680, read: 7658",
       "Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
-    {"idx1-of-data", "`idx1` leads to the data instead of to the chunk headers", offsetsOfData,
+    {"idx1-of-data", "`idx1` points at the data instead of the chunk headers", offsetsOfData,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
-    {"idx1-past-the-end", "`idx1` leads past the end of the file from picture 4 on", entriesPastTheEnd,
+    {"idx1-past-the-end", "`idx1` points past the end of the file from picture 4 on", entriesPastTheEnd,
      "10 pictures: 0-3 right, 4-9 imFileReadFailed (33); 19200 samples of sound, silent from 7680 on",
      {"importAudio: read error: 7680, read: 0",
       "Failed to read frame from AVI: Read error: size: 64, read: 0"}},
-    {"idx1-backwards", "`idx1` from the last chunk to the first", backwards,
+    {"idx1-backwards", "`idx1` lists the chunks from the last to the first", backwards,
      "10 pictures: 0 shows 9, 1 shows 8, 2 shows 7, 3 shows 6, 4 shows 5, 5 shows 4, 6 shows 3, "
      "7 shows 2, 8 shows 1, 9 shows 0; "
      "19200 samples of sound, other sound from 0 on"},
-    {"idx1-of-one-place", "all entries of `idx1` lead to the first chunks", allTheSamePlace,
+    {"idx1-of-one-place", "all entries of `idx1` point at the first chunks", allTheSamePlace,
      "10 pictures: 0 right, 1-9 shows 0; 19200 samples of sound, other sound from 1920 on"},
-    {"idx1-overlapping", "pictures reach 4000 bytes into the sound behind them", overlapping,
+    {"idx1-overlapping", "pictures reach 4000 bytes into the sound after them", overlapping,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466491): the frame's plane sizes contradict each other"}},
     {"idx1-at-itself", "picture 5 is the index itself", atTheIndexItself,
      "10 pictures: 0-4 right, 5 imBadCompression (8), 6-9 right; 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
-    {"picture-cut-short", "picture 5 has its first 20 bytes", pictureCutShort,
+    {"picture-cut-short", "picture 5 has only its first 20 bytes", pictureCutShort,
      "10 pictures: 0-4 right, 5 imBadCompression (8), 6-9 right; 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466495): the frame is truncated"}},
-    {"picture-at-the-highest-offset", "picture 5 lies at the highest offset there is", pictureAtTheHighestOffset,
+    {"picture-at-the-highest-offset", "picture 5 has the highest possible offset", pictureAtTheHighestOffset,
      "10 pictures: 0-4 right, 5 imFileReadFailed (33), 6-9 right; 19200 samples of sound, all right",
      {"Failed to read frame from AVI: Read error: size: 100, read: 0"}},
     {"picture-in-a-hole", "picture 5 lies in a hole of the file, which reads as zeros", pictureInAHole,
@@ -201,7 +201,7 @@ const DamagedFile kBrokenIndexes[] = {
      "no pictures; 19200 samples of sound, silent"},
     {"idx1-in-a-hole", "`idx1` lies in a hole of the file, which reads as zeros", indexInAHole,
      "no pictures; 19200 samples of sound, silent", {}, kHole},
-    {"idx1-runs-into-a-hole", "`idx1` goes on for four million entries in a hole of the file", indexRunsIntoAHole,
+    {"idx1-runs-into-a-hole", "`idx1` continues for four million entries in a hole of the file", indexRunsIntoAHole,
      "10 pictures, all right; 19200 samples of sound, all right", {}, kHole},
     {"idx1-of-other-streams", "`idx1` names streams that the file does not have", indexOfOtherStreams,
      "no pictures; 19200 samples of sound, silent"},

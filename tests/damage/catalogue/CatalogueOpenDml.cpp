@@ -1,4 +1,4 @@
-// OpenDML indexes: an index of indexes that leads to the wrong ones, and indexes that lead to the wrong place.
+// OpenDML indexes: super indexes that point at the wrong indexes, and indexes with wrong positions.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -76,7 +76,7 @@ Bytes superIndexClaimingMore() {
     return changedSuperIndexes([](Bytes& file, std::size_t first) { overwrite(file, first - 20, u32(6)); });
 }
 
-// One standard index of the video differs.
+// Overwrites part of the video's third standard index.
 Bytes changedStandardIndex(std::size_t at, const Bytes& with) {
     Bytes file = openDmlClip(5);
     overwrite(file, positionOf(file, "ix00", 2) + at, with);
@@ -88,7 +88,7 @@ Bytes standardIndexOfAnotherBase() { return changedStandardIndex(8 + 12, u64(std
 Bytes standardIndexOfNegativeBase() { return changedStandardIndex(8 + 12, u64(~std::uint64_t{0} << 20)); }
 Bytes standardIndexIsZeros() { return changedStandardIndex(0, filled(8 + 24 + 16)); }
 
-// The video's standard indexes, counted from 0: a header of 8 and one of 24 bytes, then two entries of 8.
+// Each of the video's standard indexes has headers of 8 and 24 bytes, then two entries of 8.
 constexpr std::size_t kEntries = 8 + 24;
 std::size_t videoIndexAt(const Bytes& file, std::size_t number) { return positionOf(file, "ix00", number); }
 
@@ -105,7 +105,7 @@ Bytes entriesBackwards() {
     return file;
 }
 
-// Picture 4 lies at `at` in its own index, the third of the video's.
+// Picture 4 lies at `at` in its own index, the video's third.
 Bytes pictureInItsIndex(std::size_t at, std::uint32_t size) {
     Bytes file = openDmlClip(5);
     const std::size_t index = videoIndexAt(file, 2);
@@ -168,7 +168,7 @@ Bytes thirdIndexInAHole() {
     return file;
 }
 
-// The video's last index stands at the end, and claims a million pictures more than it has entries for.
+// The video's last index is at the end, and states a million more pictures than it has entries.
 constexpr std::uint32_t kInHole = 1'000'000;
 Bytes thirdIndexRunsIntoAHole() {
     Bytes file = openDmlClip(5);
@@ -192,7 +192,7 @@ const DamagedFile kBrokenOpenDml[] = {
     {"opendml-in-disorder", "second and fourth segment are exchanged in the index", superIndexInDisorder,
      "10 pictures: 0-1 right, 2 shows 6, 3 shows 7, 4-5 right, 6 shows 2, 7 shows 3, 8-9 right; "
      "19200 samples of sound, other sound from 3840 on"},
-    {"opendml-of-one-place", "the index has the first segment five times", superIndexOfOnePlace,
+    {"opendml-of-one-place", "the index lists the first segment five times", superIndexOfOnePlace,
      "10 pictures: 0-1 right, 2 shows 0, 3 shows 1, 4 shows 0, 5 shows 1, 6 shows 0, 7 shows 1, "
      "8 shows 0, 9 shows 1; "
      "19200 samples of sound, other sound from 3840 on"},
@@ -219,11 +219,11 @@ const DamagedFile kBrokenOpenDml[] = {
      "no pictures; 19200 samples of sound, all right"},
     {"opendml-more-entries", "an index claims 1000 entries instead of two", standardIndexClaimingMore,
      "no pictures; 19200 samples of sound, all right"},
-    {"opendml-far-base", "an index counts from a place that no file has", standardIndexOfAnotherBase,
+    {"opendml-far-base", "an index has an impossible base offset", standardIndexOfAnotherBase,
      "10 pictures: 0-3 right, 4-5 imFileReadFailed (33), 6-9 right; 19200 samples of sound, all right",
      {"Failed to read frame from AVI: Seek error: pos: 4611686018427387924",
       "Failed to read frame from AVI: Seek error: pos: 4611686018427395684"}},
-    {"opendml-negative-base", "an index counts from a place before the file", standardIndexOfNegativeBase,
+    {"opendml-negative-base", "an index has a negative base offset", standardIndexOfNegativeBase,
      "10 pictures: 0-3 right, 4-5 imFileReadFailed (33), 6-9 right; 19200 samples of sound, all right",
      {"Failed to read frame from AVI: Seek error: pos: -1048556",
       "Failed to read frame from AVI: Seek error: pos: -1040796"}},
@@ -231,7 +231,7 @@ const DamagedFile kBrokenOpenDml[] = {
      "10 pictures: 0 shows 1, 1 shows 0, 2 shows 3, 3 shows 2, 4 shows 5, 5 shows 4, 6 shows 7, 7 shows 6, "
      "8 shows 9, 9 shows 8; "
      "19200 samples of sound, other sound from 0 on"},
-    {"opendml-entries-into-the-sound", "pictures 4 and 5 reach 4000 bytes into the sound behind them",
+    {"opendml-entries-into-the-sound", "pictures 4 and 5 reach 4000 bytes into the sound after them",
      entriesIntoTheSound,
      "10 pictures: 0-3 right, 4-5 imBadCompression (8), 6-9 right; 19200 samples of sound, all right",
      {"Decompress failed: Quorvane error (-2147466491): the frame's plane sizes contradict each other"}},
@@ -246,7 +246,7 @@ const DamagedFile kBrokenOpenDml[] = {
      {"Decompress failed: Quorvane error (-2147466495): the frame is truncated"}},
     {"opendml-in-a-hole", "the video's third index lies in a hole of the file, which reads as zeros", thirdIndexInAHole,
      "no pictures; 19200 samples of sound, all right", {}, 8 * kMebibyte},
-    {"opendml-runs-into-a-hole", "the video's last index goes on for a million entries in a hole of the file",
+    {"opendml-runs-into-a-hole", "the video's last index continues for a million entries in a hole of the file",
      thirdIndexRunsIntoAHole,
      "1000010 pictures: 0-1 right, 500005 shows 9, 1000008-1000009 shows 9; 19200 samples of sound, all right",
      {"Empty frame: 500005, frame read: 9",
@@ -255,7 +255,7 @@ const DamagedFile kBrokenOpenDml[] = {
      8 * kInHole},
     {"opendml-zeros", "an index was overwritten with zeros", standardIndexIsZeros,
      "no pictures; 19200 samples of sound, all right"},
-    {"opendml-damaged-beside-idx1", "the OpenDML index is unreadable, `idx1` is not", damagedOpenDmlBesideIdx1,
+    {"opendml-damaged-beside-idx1", "the OpenDML index is unreadable, but `idx1` is not", damagedOpenDmlBesideIdx1,
      "10 pictures, all right; 19200 samples of sound, all right"},
 };
 

@@ -1,4 +1,4 @@
-// Sizes at the edges of 31 and 32 bits: those of chunks and lists, and those that indexes give.
+// Sizes at the limits of 31 and 32 bits, of chunks and lists and in indexes.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -13,7 +13,7 @@ constexpr std::uint32_t k4GiBLess1 = 0xFFFFFFFF;
 
 // --- Chunks and lists -----------------------------------------------------------------------------------------------
 
-// The size stands before a list's type and behind a chunk's id.
+// The size precedes a list's type and follows a chunk's id.
 Bytes withListSize(Bytes file, const char* type, std::uint32_t size) {
     overwrite(file, positionOf(file, type) - 4, u32(size));
     return file;
@@ -81,7 +81,7 @@ Bytes pictureClaiming() { return withEntrySize(10, size); }
 template <std::uint32_t size>
 Bytes soundClaiming() { return withEntrySize(11, size); }
 
-// The highest bit says that the picture is no key frame, and is not part of its size.
+// The highest bit says that the picture is not a key frame, and is not part of its size.
 template <std::uint32_t size>
 Bytes openDmlPictureClaiming() {
     Bytes file = openDmlClip(5);
@@ -145,7 +145,7 @@ const DamagedFile kExtremeSizes[] = {
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"super-index-claiming-2-gib", "the video's index of indexes claims 2 GiB", superIndexClaiming<k2GiB>,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"super-index-claiming-2-gib-and-24", "the same claims 2 GiB and 24 bytes, from where on it has no entries",
+    {"super-index-claiming-2-gib-and-24", "the same claims 2 GiB and 24 bytes; from that size on it has no entries",
      superIndexClaiming<k2GiB + 24>,
      "no pictures; 19200 samples of sound, all right"},
     {"super-index-claiming-4-gib-less-1", "the video's index of indexes claims 4 GiB less one byte",

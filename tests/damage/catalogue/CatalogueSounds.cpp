@@ -1,4 +1,4 @@
-// Sound formats at their limits and beyond them.
+// Sound formats at their limits and beyond.
 #include "damage/catalogue/Catalogue.h"
 
 namespace damage {
@@ -11,7 +11,7 @@ Bytes soundIn(const Bytes& format) {
     return clipWith(headers({videoList(), streamList(soundHeader(), format)}));
 }
 
-// The same with media of that kind; what may be wrong is the length that the header claims.
+// The same with matching media; only the length in the header may be wrong.
 Bytes soundOfShape(const SoundShape& shape, std::uint32_t frames = kSoundFrames) {
     const Bytes sound = streamList(soundHeader(frames), soundFormat(shape));
     return clipOfChunks(headers({videoList(), sound}), mediaChunks(shape));
@@ -66,7 +66,7 @@ const DamagedFile kBrokenSounds[] = {
      {"Avi unsupported audio bits per sample: 0"}},
     {"bits-8", "the sound has 8 bits", bits8,
      "10 pictures, all right; 19200 samples of sound of 8 bits, all right"},
-    {"bits-8-twice-as-long", "the sound has 8 bits, and its header claims twice the sound there is", bits8TwiceAsLong,
+    {"bits-8-twice-as-long", "the sound has 8 bits, and its header claims twice the actual length", bits8TwiceAsLong,
      "10 pictures, all right; 38400 samples of sound of 8 bits, all right, at the lowest value at the end"},
     {"bits-12", "the sound has 12 bits", bits12,
      "10 pictures, all right; no sound",
@@ -88,21 +88,21 @@ const DamagedFile kBrokenSounds[] = {
     {"wrong-block", "the sound's block is 3 bytes instead of 4", wrongBlock,
      "10 pictures, all right; no sound",
      {"Avi audio stream format error: nBlockAlign != nChannels * (wBitsPerSample / 8)"}},
-    {"highest-sound-rate", "4,294,967,295 samples a second", highestRateOfSound,
+    {"highest-sound-rate", "4,294,967,295 samples per second", highestRateOfSound,
      "10 pictures, all right; 19200 samples of sound at 4294967296 Hz, all right"},
-    {"sound-rate-of-zero", "no samples a second", soundRateOfZero,
+    {"sound-rate-of-zero", "0 samples per second", soundRateOfZero,
      "10 pictures, all right; 19200 samples of sound at 0 Hz, all right"},
     {"sound-format-of-15-bytes", "the sound format is one byte short", format15Bytes,
      "10 pictures, all right; no sound",
      {"Avi audio stream format size is too small: 15"}},
-    {"sound-format-of-16-bytes", "the sound format is as short as can be", format16Bytes,
+    {"sound-format-of-16-bytes", "the sound format has the minimum size", format16Bytes,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"sound-format-claiming-more", "the sound format claims 65,535 further bytes", extrasClaimingMore,
      "10 pictures, all right; 19200 samples of sound, all right"},
-    {"extensible-cut-short", "an extensible sound format is cut short", extensibleCutShort,
+    {"extensible-cut-short", "an extensible sound format is truncated", extensibleCutShort,
      "10 pictures, all right; no sound",
      {"Avi unsupported audio stream format: 00000001-0000-0000-0000-000000000000"}},
-    {"float-called-16-bits", "float sound that says it has 16 bits", floatCalled16Bits,
+    {"float-called-16-bits", "float sound that claims 16 bits", floatCalled16Bits,
      "10 pictures, all right; 19200 samples of sound of 32 bits (float), other sound from 0 on"},
 };
 

@@ -1,4 +1,4 @@
-// Too many streams, and streams in another order.
+// Too many streams, and streams in other orders.
 #include "damage/catalogue/Catalogue.h"
 
 #include <string>
@@ -29,12 +29,12 @@ Bytes otherStreams() {
                              soundList()}));
 }
 
-// The first character of a chunk's id counts tens without end: stream 100 follows "99" as ":0".
+// The first character of a chunk's id counts tens without a limit: after "99", stream 100 is ":0".
 std::string pairOf(std::uint32_t streamNumber) {
     return {static_cast<char>('0' + streamNumber / 10), static_cast<char>('0' + streamNumber % 10)};
 }
 
-// The clip, and further sound streams of 100 samples each, in a chunk of their own.
+// The clip, and further sound streams of 100 samples, each in one chunk.
 Bytes manyStreams(std::uint32_t sounds) {
     constexpr std::uint32_t kFrames = 100;
     std::vector<Bytes> streams(sounds, soundList(kFrames));
@@ -49,7 +49,7 @@ Bytes manyStreams(std::uint32_t sounds) {
 Bytes streams120() { return manyStreams(120); }
 Bytes streams200() { return manyStreams(200); }
 
-// Sound, video, sound, as streams 0 to 2; stream 2 stands first in the media and in the index, stream 0 last.
+// Sound, video and sound, as streams 0 to 2; in the media and in the index stream 2 comes first, stream 0 last.
 Bytes numbersOutOfOrder() {
     std::vector<Bytes> chunks;
     for (std::uint32_t number = 0; number < kPictures; ++number) {
@@ -64,7 +64,7 @@ Bytes numbersOutOfOrder() {
     return clipOfChunks(headers({soundList(), videoList(), soundList()}), chunks);
 }
 
-// The stream in between has no format; those behind it keep their numbers.
+// The middle stream has no format; later ones keep their numbers.
 Bytes damagedInBetween() {
     std::vector<Bytes> chunks = mediaChunks();
     for (Bytes& chunk : chunks) {
@@ -80,7 +80,7 @@ Bytes otherHandler() {
 }
 
 const DamagedFile kBrokenStreams[] = {
-    {"sound-first", "the sound's header stands before the video's, the chunks are named the other way", soundFirst,
+    {"sound-first", "the sound's header comes first, but the chunks are numbered the other way round", soundFirst,
      "10 pictures: 0-9 imBadCompression (8); 19200 samples of sound, other sound from 0 on",
      {"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec"}},
     {"sound-first-and-named-so", "the sound is stream 0, the video stream 1", soundFirstAndNamedSo,
@@ -94,18 +94,18 @@ const DamagedFile kBrokenStreams[] = {
     {"two-videos", "the second stream is video too, and has the sound's chunks", twoVideos,
      "10 pictures, all right; no sound",
      {"Avi has no audio stream"}},
-    {"other-streams", "text and music streams stand between video and sound", otherStreams,
+    {"other-streams", "text and music streams are between video and sound", otherStreams,
      "10 pictures, all right; 19200 samples of sound, silent"},
-    {"streams-120", "a video and 120 sound streams, each with sound of its own", streams120,
+    {"streams-120", "a video and 120 sound streams, each with its own sound", streams120,
      "10 pictures, all right; 19200 samples of sound, all right; "
      "streams 1-119 with 100 samples of sound, all right"},
-    {"streams-200", "a video and 200 sound streams, each with sound of its own", streams200,
+    {"streams-200", "a video and 200 sound streams, each with its own sound", streams200,
      "10 pictures, all right; 19200 samples of sound, all right; "
      "streams 1-199 with 100 samples of sound, all right"},
-    {"numbers-out-of-order", "sound, video and sound, which the index has from the last stream to the first",
+    {"numbers-out-of-order", "sound, video and sound, which the index lists from the last stream to the first",
      numbersOutOfOrder,
      "10 pictures, all right; 19200 samples of sound, all right; stream 1 with 19200 samples of sound, all right"},
-    {"damaged-in-between", "a sound stream without a format stands between video and sound", damagedInBetween,
+    {"damaged-in-between", "a sound stream without a format is between video and sound", damagedInBetween,
      "10 pictures, all right; 19200 samples of sound, all right"},
     {"other-handler", "the video's header names another codec", otherHandler,
      "10 pictures, all right; 19200 samples of sound, all right"},

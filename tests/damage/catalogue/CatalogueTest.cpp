@@ -1,5 +1,5 @@
-// Every file of the catalogue through the exported entry: what an editor sees, what the log says, and that a good file
-// imports afterwards as ever.
+// Imports every file of the catalogue through the exported entry: checks what an editor sees, what the log says, and
+// that a good file imports afterwards as usual.
 #include "damage/catalogue/Catalogue.h"
 #include "damage/catalogue/Sighting.h"
 
@@ -29,19 +29,19 @@ protected:
     PluginRun m_plugin;
 };
 
-TEST_P(Catalogue, IsSeenAndLoggedAsWritten) {
+TEST_P(Catalogue, IsSeenAndLoggedAsDescribed) {
     const DamagedFile& file = GetParam();
-    if (!canHold(m_folder.folder(), file.zerosBehind)) {
-        GTEST_SKIP() << "no file of " << file.zerosBehind << " bytes of zeros can be made in the temporary folder";
+    if (!canHold(m_folder.folder(), file.zerosAfter)) {
+        GTEST_SKIP() << "a file of " << file.zerosAfter << " zeros cannot be created in the temporary folder";
     }
     const auto path = writeDamaged(m_folder.folder(), file);
     const auto good = writeBytes(m_folder.folder() / "good.avi", honestClip());
     m_plugin.session().start();
 
     EXPECT_EQ(sightOf(m_plugin.session(), path), file.seen);
-    EXPECT_EQ(tellingLines(m_plugin.messages()), Lines(file.logged.begin(), file.logged.end()));
-    EXPECT_EQ(sightOf(m_plugin.session(), good), kGoodSight) << "a good file behind it";
-    EXPECT_EQ(sightOf(m_plugin.session(), path), file.seen) << "once more";
+    EXPECT_EQ(damageLines(m_plugin.messages()), Lines(file.logged.begin(), file.logged.end()));
+    EXPECT_EQ(sightOf(m_plugin.session(), good), kGoodSight) << "a good file after it";
+    EXPECT_EQ(sightOf(m_plugin.session(), path), file.seen) << "again";
 
     m_plugin.session().shutdown();
     EXPECT_EQ(m_plugin.host().problems(), Lines{});

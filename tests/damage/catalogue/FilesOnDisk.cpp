@@ -27,9 +27,9 @@ bool canHold(const std::filesystem::path& folder, std::uint64_t zeros) {
 std::filesystem::path writeDamaged(const std::filesystem::path& folder, const DamagedFile& file) {
     const Bytes bytes = file.make();
     const std::filesystem::path path = writeBytes(folder / (std::string(file.name) + ".avi"), bytes);
-    if (file.zerosBehind > 0) {
-        // A hole where the file system knows holes.
-        std::filesystem::resize_file(path, bytes.size() + file.zerosBehind);
+    if (file.zerosAfter > 0) {
+        // A hole, if the file system supports holes.
+        std::filesystem::resize_file(path, bytes.size() + file.zerosAfter);
     }
     return path;
 }

@@ -1,4 +1,4 @@
-// The page for editors says of each damaged file what the catalogue says, which is what the plug-in does.
+// The page for editors describes each damaged file as the catalogue does, which is compared with the plug-in.
 #include "damage/catalogue/Catalogue.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ std::vector<std::string> rowsOf(const std::string& path) {
     return rows;
 }
 
-// Everything but the last cell, which is advice.
+// All cells except the last one, which is advice.
 std::string rowOf(const DamagedFile& file) {
     std::string logged;
     for (const char* line : file.logged) {

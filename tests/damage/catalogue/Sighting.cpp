@@ -29,7 +29,7 @@ std::vector<std::int64_t> picturesToAsk(std::int64_t count) {
     return all;
 }
 
-// "right", "shows 3", or the result. Picture 0 instead of one beyond the clip's ten is "shows 0" too.
+// "right", "shows 3", or the result. Picture 0 in place of one after the clip's ten is also "shows 0".
 std::string stateOf(ClipSession& clip, PrTime time, std::int64_t number) {
     const auto answer = clip.frame(time, {{0, 0, PrPixelFormat_VUYX_4444_8u}});
     if (answer.result != imNoErr) {
@@ -43,7 +43,7 @@ std::string stateOf(ClipSession& clip, PrTime time, std::int64_t number) {
     return shown == number ? "right" : "shows " + std::to_string(shown);
 }
 
-// Neighbours of one state become a range.
+// Joins neighbours in the same state to a range.
 class States {
 public:
     void add(std::int64_t number, const std::string& state) {
@@ -79,14 +79,14 @@ std::string quotientOf(const imFileInfoRec8& info) {
     return std::to_string(info.vidScale) + "/" + std::to_string(info.vidSampleSize);
 }
 
-// "at 30/1 a second" for all but the rate that the clip has.
+// "at 30/1 a second", unless it is the clip's rate.
 std::string rateOf(const imFileInfoRec8& info) {
     const bool isUsual = std::int64_t{info.vidScale} == 25 * std::int64_t{info.vidSampleSize};
     return isUsual ? "" : " at " + quotientOf(info) + " a second";
 }
 
-// A rate or a length that cannot be counted with: whoever tries without regard to the sign asks for the clip's pictures
-// at these times, ahead or back from the start, as far as there is time.
+// For a nonsensical rate or length: asks for the clip's pictures at the times that the numbers without their signs
+// result in, forwards or backwards from the start, as far as times can be represented.
 std::string picturesAtTimes(ClipSession& clip, const imFileInfoRec8& info, int sign) {
     imFileInfoRec8 positive = info;
     positive.vidScale = std::abs(info.vidScale);
@@ -123,7 +123,7 @@ std::string picturesOf(ClipSession& clip, const imFileInfoRec8& info) {
     return states.areAllRight() ? pictures + ", all right" : pictures + ": " + states.text();
 }
 
-// The file's further sound streams, each described and heard by itself; those with the same to say together.
+// The file's further sound streams, each described and read separately; equal results are joined.
 std::string furtherStreams(ClipSession& clip) {
     States states;
     csSDK_int32 result = clip.info(0).result;
@@ -139,7 +139,7 @@ std::string furtherStreams(ClipSession& clip) {
     return std::string(stream > 2 ? "; streams " : "; stream ") + states.text();
 }
 
-// Without the call and its addresses, which a codec's message ends with.
+// Removes the call with its addresses from the end of a codec's message.
 std::string withoutCall(const std::string& line) { return line.substr(0, line.find(": decompress")); }
 
 }  // namespace
@@ -150,27 +150,27 @@ std::string sightOf(hostkit::ImporterSession& session, const std::filesystem::pa
         return "not opened: " + hostkit::resultText(opened);
     }
     const std::string further = furtherStreams(clip);
-    const auto info = clip.info(0);   // once more: the last stream asked for is the one that stays
+    const auto info = clip.info(0);   // again, because the last requested stream stays selected
     if (info.result != imNoErr && info.result != imIterateStreams) {
         return "refused: " + hostkit::resultText(info.result);
     }
     return picturesOf(clip, *info.record.get()) + "; " + soundOf(clip, *info.record.get(), 0) + further;
 }
 
-std::vector<std::string> tellingLines(const std::vector<std::string>& messages) {
+std::vector<std::string> damageLines(const std::vector<std::string>& messages) {
     static const char* const kBeginnings[] = {
         "Failed to", "Avi ", "Invalid FPS", "Decompress ", "Compressed format size", "Unknown compressed",
         "frameIndex out", "ERROR", "importAudio: ", "Audio is INVALID", "No formats", "Empty frame"};
-    std::vector<std::string> telling;
+    std::vector<std::string> found;
     for (const std::string& message : messages) {
         const std::string line = withoutCall(message);
-        const bool tells = std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
-                                       [&](const char* beginning) { return line.starts_with(beginning); });
-        if (tells && std::find(telling.begin(), telling.end(), line) == telling.end()) {
-            telling.push_back(line);
+        const bool isAboutDamage = std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
+                                                [&](const char* beginning) { return line.starts_with(beginning); });
+        if (isAboutDamage && std::find(found.begin(), found.end(), line) == found.end()) {
+            found.push_back(line);
         }
     }
-    return telling;
+    return found;
 }
 
 }  // namespace damage

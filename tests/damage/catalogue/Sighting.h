@@ -1,5 +1,5 @@
-// What an editor sees of a file: the file is opened, described, asked for its pictures and its sound at the start, in
-// the middle and at the end, and closed.
+// What an editor sees of a file: opens and describes it, requests pictures and sound at the start, in the middle and at
+// the end, and closes it.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -10,19 +10,19 @@
 
 namespace damage {
 
-inline constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures a second
+inline constexpr PrTime kTicksPerPicture = 10160640000;   // at 25 pictures per second
 
-// A text such as
+// Returns a text such as
 //   refused: imBadFile (2)
 //   10 pictures, all right; 19200 samples of sound, all right
 //   10 pictures: 0-3 right, 4-9 imFileReadFailed (33); 19200 samples of sound, silent from 7680 on
-// A picture is right when it is the clip's picture of that number. Of more than 20 pictures the first two, the middle
-// one and the last two are asked for; of more than 19200 samples those and the last 100. Every channel is compared, and
-// so is every further sound stream ("; streams 1-3 with ..."). Where the rate or the length makes no sense, pictures
-// are asked for by the numbers without their signs, ahead from the start and back from it.
+// A picture is right if it is the clip's picture of that number. Of more than 20 pictures it requests the first two,
+// the middle one and the last two; of more than 19200 samples those and the last 100. It compares every channel, and
+// every further sound stream ("; streams 1-3 with ..."). If the rate or the length makes no sense, it requests pictures
+// at the times that the numbers without their signs result in, ahead from the start and back from it.
 std::string sightOf(hostkit::ImporterSession& session, const std::filesystem::path& path);
 
-// The log's lines that tell of damage, each once, in the order of their first appearance.
-std::vector<std::string> tellingLines(const std::vector<std::string>& messages);
+// The log's lines about damage, each once, in the order of their first appearance.
+std::vector<std::string> damageLines(const std::vector<std::string>& messages);
 
 }  // namespace damage

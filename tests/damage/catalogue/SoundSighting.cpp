@@ -25,7 +25,7 @@ SoundType typeOf(csSDK_int32 sampleType) {
     }
 }
 
-// An answer's samples beside those of the clip, all channels of a place at once.
+// Compares the delivered samples with those of the clip, one sample frame at a time.
 class Comparison {
 public:
     Comparison(const AudioAnswer& answer, const SoundShape& shape, std::int64_t position, std::int64_t exist)
@@ -61,7 +61,7 @@ private:
     std::int64_t m_exist;
 };
 
-// How many samples are the clip's; the rest must be what fills gaps, or the text says otherwise.
+// Describes how many samples are the clip's; the rest must be what fills gaps, or the text says otherwise.
 std::string comparedText(const Comparison& sound, SoundType type) {
     std::size_t right = 0;
     while (right < sound.count() && sound.isRight(right)) {

@@ -1,4 +1,4 @@
-// What an editor hears of a stream's sound, against what its media holds.
+// What an editor hears of a stream's sound, compared with its media.
 #pragma once
 
 #include "hostkit/sessions/ClipSession.h"
@@ -8,11 +8,11 @@
 
 namespace damage {
 
-// A text such as
+// Returns a text such as
 //   19200 samples of sound, all right
 //   19200 samples of sound in 32 channels, silent from 7680 on
-// for the stream that `info` was the last to describe. Every channel is compared with the signal of that channel in the
-// sound stream of that number, counted from 0 among the sound streams.
+// for the stream that was described last, with the result `info`. Compares every channel with the signal of that
+// channel in the sound stream `stream`, counted from 0 among the sound streams.
 std::string soundOf(hostkit::ClipSession& clip, const imFileInfoRec8& info, std::uint32_t stream);
 
 // "1 picture", "2 pictures".

@@ -8,8 +8,8 @@ using aviwriter::Bytes;
 
 namespace {
 
-// Each pair of channels has its own place in a long count, each channel of a pair its own sign, and each stream its own
-// place beside those of the channels.
+// Each pair of channels has its own range in a long count, each channel of a pair its own sign, and each stream its own
+// range in addition to those of the channels.
 std::uint32_t count(std::uint32_t sampleFrame, std::uint32_t channel, std::uint32_t stream) {
     return sampleFrame + 601 * (channel / 2) + 31 * stream;
 }
@@ -27,7 +27,7 @@ std::uint32_t bitsOf(SoundType type) {
     }
 }
 
-// The sample's bits in a file, in the low ones.
+// The sample's bits in a file, in the low bits.
 std::uint32_t writtenBits(const SoundShape& shape, std::uint32_t sampleFrame, std::uint32_t channel) {
     if (shape.type == SoundType::int8) {
         return static_cast<std::uint32_t>(128 + soundSample8(sampleFrame, channel, shape.stream));

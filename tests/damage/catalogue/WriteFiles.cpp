@@ -1,5 +1,5 @@
-// write_damaged_files FOLDER [MIB]: all damaged files of the catalogue, or with MIB the hostile ones of so many MiB,
-// for whoever wants to look at one or to measure what it costs.
+// write_damaged_files FOLDER [MIB]: writes all damaged files of the catalogue, or with MIB the hostile ones with that
+// size in MiB, to inspect them or to measure their cost.
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/hostile/HostileShapes.h"
 

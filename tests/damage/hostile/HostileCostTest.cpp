@@ -1,5 +1,5 @@
-// What it costs to parse the worst files there are: bounded by the bytes that a file has, whatever it claims. Counts
-// are compared, never time.
+// The cost of parsing the worst files is limited by their actual size, whatever sizes they state. Compares counts,
+// never times.
 #include "damage/hostile/HostileShapes.h"
 
 #include "avi/AviParser.h"
@@ -33,7 +33,7 @@ protected:
         std::size_t nodes = 0;
         std::size_t chunks = 0;
         std::size_t messageBytes = 0;
-        std::size_t memory = 0;   // at most at one time
+        std::size_t memory = 0;   // peak
     };
 
     static Cost costOf(const HostileShape& shape, std::size_t bytes) {
@@ -62,16 +62,16 @@ TEST_P(HostileCost, IsBoundedByTheSizeOfTheFile) {
     const Cost cost = costOf(GetParam(), kHostileBytes);
     EXPECT_GE(cost.fileBytes, kHostileBytes - 4 * 1024);
     EXPECT_LE(cost.fileBytes, kHostileBytes + 4 * 1024);
-    EXPECT_TRUE(cost.usable) << "the shape misses its aim: the file is refused";
-    // Headers, OpenDML indexes and "idx1" once, 64 and 4 MiB beside the former, and 8 MiB of formats.
+    EXPECT_TRUE(cost.usable) << "the shape is useless: the file is refused";
+    // Headers, OpenDML indexes and "idx1" once each, plus 64 and 4 MiB for the first two, and 8 MiB of formats.
     EXPECT_LE(cost.bytesRead, 3 * cost.fileBytes + 76 * kMiB);
-    // Beside those of headers and indexes, each stream has a header and a format.
+    // In addition to the reads of headers and indexes, each stream has a header and a format.
     EXPECT_LE(cost.reads - std::min(cost.reads, 2 * cost.streams),
               cost.fileBytes / 65'536 + 1024 + cost.fileBytes / 4096 + 16'384);
     EXPECT_LE(cost.nodes, 200'000u);
     EXPECT_LE(cost.chunks, (cost.fileBytes + 4 * kMiB) / 8 + 1'000'000);
     EXPECT_LE(cost.messageBytes, kMiB + 200);
-    // 16 bytes of a super index take 40; the list of reads that this test keeps is among it.
+    // 16 bytes of a super index take 40; this includes the list of reads that this test keeps.
     EXPECT_LE(cost.memory, 64 * kMiB + 5 * cost.fileBytes / 2);
 }
 

@@ -18,14 +18,14 @@ void put32(Bytes& file, std::size_t at, std::uint32_t value) {
     }
 }
 
-// One piece again and again from `begin` on, as often as it fits before `end`.
+// Repeats a piece from `begin` on, as often as it fits before `end`.
 void fillWith(Bytes& file, std::size_t begin, std::size_t end, const Bytes& piece) {
     for (std::size_t at = begin; at + piece.size() <= end; at += piece.size()) {
         std::copy(piece.begin(), piece.end(), file.begin() + static_cast<std::ptrdiff_t>(at));
     }
 }
 
-// A file of so many bytes, `piece` again and again behind its head.
+// A file of `bytes` bytes that repeats `piece` after its head.
 Bytes filledUp(Bytes head, std::size_t bytes, const Bytes& piece) {
     const std::size_t begin = head.size();
     head.resize(begin + (bytes - begin) / piece.size() * piece.size());
@@ -33,8 +33,8 @@ Bytes filledUp(Bytes head, std::size_t bytes, const Bytes& piece) {
     return head;
 }
 
-// Makes the chunk, which has a header and some data in the file, so long that the file has so many bytes, and fills
-// what is new with `piece`. The chunks around it grow with it.
+// Extends a chunk, which has a header and some data in the file, until the file has `bytes` bytes, and fills the new
+// part with `piece`. The enclosing chunks grow with it.
 void growChunk(Bytes& file, std::size_t chunkAt, std::size_t bytes, const Bytes& piece,
                const std::vector<std::size_t>& around) {
     const std::size_t more = (bytes - file.size()) / piece.size() * piece.size();
@@ -51,7 +51,7 @@ Bytes headOf(const std::vector<Bytes>& moreOfStream = {}) {
     return riff("AVI ", {headers({videoList(1, moreOfStream)}), list("movi", {chunk("00dc", pictureFrame(0))})});
 }
 
-// The pieces stand in a "JUNK" chunk behind the file's first RIFF, where the walk steps over them in one go.
+// The pieces are in a "JUNK" chunk after the file's first RIFF, which the walk skips in one step.
 Bytes withJunk(const Bytes& head, std::size_t bytes) {
     Bytes file = head + text("JUNK") + u32(u32Of(bytes - head.size() - 8));
     file.resize(bytes);
@@ -77,8 +77,8 @@ Bytes listsPastTheEnd(std::size_t bytes) {
     return filledUp(headOf(), bytes, text("LIST") + u32(0xFFFFFFF0) + text("past"));
 }
 
-// Each outer list ends behind the header of its inner one, which claims the rest of the file: what follows is walked
-// once inside and once behind, again and again.
+// Each outer list ends after the header of its inner one, which includes the rest of the file: at each level the rest
+// is walked once inside and once after it.
 const Bytes& repeatingLists() {
     static const Bytes lists = listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", 0, {})});
     return lists;
@@ -95,10 +95,10 @@ Bytes listsThatRepeatThemselves(std::size_t bytes) {
     return file;
 }
 
-// The same at the front only, and behind it chunks so far from each other that none shares a read with the next.
+// The same only at the start, followed by chunks so far apart that no two share a read.
 Bytes listsOverChunksFarApart(std::size_t bytes) {
     constexpr std::size_t kApart = 128 * 1024;
-    constexpr std::size_t kLists = 12;   // the chunks are passed 4096 times
+    constexpr std::size_t kLists = 12;   // the chunks are walked 4096 times
     Bytes file = headOf();
     const std::size_t begin = file.size();
     file.resize(bytes);
@@ -115,7 +115,7 @@ Bytes listsOverChunksFarApart(std::size_t bytes) {
     return file;
 }
 
-// A super index that takes the whole file, every entry the same.
+// A super index that fills the file with equal entries.
 Bytes superIndexOf(const SuperIndexEntry& entry, std::size_t bytes) {
     Bytes file = headOf({indx({.entriesInUse = 0xFFFFFFFF})});
     const std::size_t index = positionOf(file, "indx");
@@ -130,7 +130,7 @@ Bytes superIndexOfSkippedEntries(std::size_t bytes) { return superIndexOf({0, 0}
 Bytes superIndexPastTheEnd(std::size_t bytes) { return superIndexOf({std::uint64_t{1} << 40, 1000}, bytes); }
 Bytes superIndexOfItself(std::size_t bytes) { return superIndexOf({0, u32Of(bytes)}, bytes); }
 
-// Every entry leads to an index of one byte, each in another part of the file.
+// Every entry points at an index of one byte, each in another part of the file.
 Bytes superIndexOfScatteredBytes(std::size_t bytes) {
     Bytes file = superIndexOf({0, 9}, bytes);
     const std::size_t first = positionOf(file, "indx") + 8 + 24;
@@ -142,7 +142,7 @@ Bytes superIndexOfScatteredBytes(std::size_t bytes) {
     return file;
 }
 
-// One standard index that takes the whole file, and a super index that leads to it `times` over.
+// One standard index that fills the file, and a super index that points at it `times` times.
 Bytes standardIndex(std::size_t bytes, std::size_t times) {
     Bytes file = headOf({indx({.entries = std::vector<SuperIndexEntry>(times)})});
     const std::size_t at = file.size();
@@ -159,7 +159,7 @@ Bytes standardIndex(std::size_t bytes, std::size_t times) {
 Bytes standardIndexOfAllBytes(std::size_t bytes) { return standardIndex(bytes, 1); }
 Bytes oneIndexForAllEntries(std::size_t bytes) { return standardIndex(bytes, 1000); }
 
-// An "idx1" that takes the whole file, every entry the same.
+// An "idx1" that fills the file with equal entries.
 Bytes idx1Of(const Idx1Entry& entry, std::size_t bytes) {
     Bytes file = riff("AVI ", {headers({videoList(1)}), list("movi", {chunk("00dc", pictureFrame(0))}), idx1({})});
     growChunk(file, positionOf(file, "idx1"), bytes, bytesOf(entry), {0});
@@ -170,7 +170,7 @@ Bytes idx1OfOnePlace(std::size_t bytes) { return idx1Of({.offset = 4, .length = 
 Bytes idx1OfDroppedFrames(std::size_t bytes) { return idx1Of({.offset = 4, .length = 0}, bytes); }
 Bytes idx1OfNoStream(std::size_t bytes) { return idx1Of({.chunkId = "99zz"}, bytes); }
 
-// As many streams as there is room for: each with an index of its own that claims the whole file.
+// As many streams as fit, each with its own index that includes the whole file.
 Bytes streamsThatShareAnIndex(std::size_t bytes) {
     const Bytes stream = list("strl", {strh({.type = "auds", .rate = 48000, .sampleSize = 4}), strf(waveFormatEx({})),
                                        indx({.entries = {{0, u32Of(bytes)}}})});
@@ -197,10 +197,10 @@ Bytes formatsOverEachOther(std::size_t bytes) {
 }
 
 constexpr HostileShape kShapes[] = {
-    {"zeros", "zeros behind the headers", zeros},
-    {"lists-inside-each-other", "lists that nest by the million", listsInsideEachOther},
+    {"zeros", "zeros after the headers", zeros},
+    {"lists-inside-each-other", "millions of nested lists", listsInsideEachOther},
     {"lists-past-the-end", "lists that all claim 4 GiB", listsPastTheEnd},
-    {"lists-that-repeat-themselves", "lists that show what follows twice each", listsThatRepeatThemselves},
+    {"lists-that-repeat-themselves", "lists that each include what follows twice", listsThatRepeatThemselves},
     {"lists-over-chunks-far-apart", "the same over chunks 128 KiB apart", listsOverChunksFarApart},
     {"super-index-of-skipped-entries", "a super index of entries without a size", superIndexOfSkippedEntries},
     {"super-index-of-empty-indexes", "a super index of empty indexes", superIndexOfEmptyIndexes},

@@ -1,4 +1,4 @@
-// Files made to cost much: each claims, repeats or scatters all that a parser could be made to follow.
+// Files made to be expensive: each overstates, repeats or scatters something that a parser may follow.
 #pragma once
 
 #include "aviwriter/Blocks.h"
@@ -9,16 +9,16 @@
 namespace damage {
 
 struct HostileShape {
-    const char* name;                                  // as a file would be called, without ".avi"
-    const char* what;                                  // what it holds, in a few words
-    aviwriter::Bytes (*make)(std::size_t bytes);       // a file of so many bytes, give or take one unit of the shape
+    const char* name;                                  // of a file, without ".avi"
+    const char* what;                                  // short description
+    aviwriter::Bytes (*make)(std::size_t bytes);       // returns about `bytes` bytes, to one unit of the shape
 };
 
-// All of them. Every file begins with the headers of one small video stream of the stand-in codec, unless the shape is
-// in the headers themselves; so the plug-in has something to describe.
+// All shapes. Every file begins with the headers of one small video stream of the stand-in codec, so that the plug-in
+// has something to describe, unless the shape is in the headers themselves.
 std::span<const HostileShape> hostileShapes();
 
-// Throws std::out_of_range.
+// The shape with this name. Throws std::out_of_range if there is none.
 const HostileShape& hostileShape(const char* name);
 
 }  // namespace damage

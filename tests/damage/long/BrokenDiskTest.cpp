@@ -1,6 +1,6 @@
-// Disks that fail below an open clip, seen through the exported entry: a share that goes away and comes back, reads
-// that fall short or fail in the middle of a picture, files cut and replaced. Fixed codes, fixed lines of the log, and
-// the next request tries again.
+// Disks that fail while a clip is open, tested through the exported entry: a share that disappears and returns, reads
+// that are short or fail in the middle of a picture, truncated and replaced files. Results and lines of the log are
+// fixed, and the next request tries again.
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/catalogue/Sighting.h"
 
@@ -45,7 +45,7 @@ protected:
         return answer.result;
     }
 
-    // How many samples of a second's tenth, from the start on, are the clip's; the rest must be silence.
+    // Number of samples in the first tenth of a second that are the clip's; the rest must be silence.
     std::size_t soundHeard() {
         const auto answer = m_clip->audio(0, 4800, 2);
         EXPECT_EQ(answer.result, imNoErr);
@@ -59,9 +59,9 @@ protected:
         return heard;
     }
 
-    Lines newTellingLines() { return tellingLines(m_plugin.newMessages()); }
+    Lines newDamageLines() { return damageLines(m_plugin.newMessages()); }
 
-    // The file system's own view: what another program would do to the file.
+    // Truncates the file as another program would.
     void cutFile(std::size_t bytes) { std::filesystem::resize_file(m_file, bytes); }
 
     static std::size_t pictureAt(std::size_t number) {
@@ -72,48 +72,48 @@ protected:
     TempFolder m_folder;
     std::filesystem::path m_file;
     PluginRun m_plugin;
-    hostkit::PluginLibrary m_library;   // the same library once more, for its handle
+    hostkit::PluginLibrary m_library;   // the same library again, for its handle
     std::unique_ptr<ClipSession> m_clip;
 };
 
-TEST_F(BrokenDisk, AShareThatGoesAwayAndComesBackCostsThePicturesMeanwhile) {
+TEST_F(BrokenDisk, AMissingShareLosesOnlyThePicturesMeanwhile) {
     DiskFaults disk(m_library);
     EXPECT_EQ(picture(0), imNoErr);
     disk.fail(DiskCall::Read, 1, DiskFaults::kForEver);
     EXPECT_EQ(picture(1), imFileReadFailed);
     EXPECT_EQ(picture(2), imFileReadFailed);
     EXPECT_EQ(soundHeard(), 0u);
-    EXPECT_EQ(newTellingLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 0",
+    EXPECT_EQ(newDamageLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 0",
                                         "importAudio: read error: 7680, read: 0"}));
     disk.clear();
     EXPECT_EQ(picture(1), imNoErr);
     EXPECT_EQ(picture(2), imNoErr);
     EXPECT_EQ(soundHeard(), 4800u);
-    EXPECT_EQ(newTellingLines(), Lines{});
+    EXPECT_EQ(newDamageLines(), Lines{});
 }
 
-TEST_F(BrokenDisk, AShareThatRefusesEvenToSeekSaysWhere) {
+TEST_F(BrokenDisk, AFailedSeekIsLoggedWithItsPosition) {
     DiskFaults disk(m_library);
     disk.fail(DiskCall::Seek, 1, DiskFaults::kForEver);
     EXPECT_EQ(picture(1), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Seek error: pos: " + at(pictureAt(1))});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Seek error: pos: " + at(pictureAt(1))});
     EXPECT_EQ(soundHeard(), 0u);
     disk.clear();
     EXPECT_EQ(picture(1), imNoErr);
     EXPECT_EQ(soundHeard(), 4800u);
 }
 
-TEST_F(BrokenDisk, AShareThatIsGoneWhenTheClipIsDescribedAnewMakesItABadFileUntilItIsBack) {
+TEST_F(BrokenDisk, DescribingOnAMissingShareIsABadFileUntilItReturns) {
     DiskFaults disk(m_library);
     disk.fail(DiskCall::Read, 1, DiskFaults::kForEver);
     EXPECT_EQ(m_clip->info(0).result, imBadFile);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to parse avi: riff structure is corrupt or invalid"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to parse avi: riff structure is corrupt or invalid"});
     disk.clear();
     EXPECT_EQ(m_clip->info(0).result, imNoErr);
     EXPECT_EQ(picture(3), imNoErr);
 }
 
-TEST_F(BrokenDisk, AShareThatIsGoneWhenAQuietClipComesBackMakesItABadFileUntilItIsBack) {
+TEST_F(BrokenDisk, ReopeningOnAMissingShareIsABadFileUntilItReturns) {
     DiskFaults disk(m_library);
     m_clip->quiet();
     disk.fail(DiskCall::Open, 1, 2);
@@ -124,35 +124,35 @@ TEST_F(BrokenDisk, AShareThatIsGoneWhenAQuietClipComesBackMakesItABadFileUntilIt
     EXPECT_EQ(picture(3), imNoErr);
 }
 
-TEST_F(BrokenDisk, AReadThatFallsShortCostsOnePicture) {
+TEST_F(BrokenDisk, AShortReadLosesOnePicture) {
     DiskFaults disk(m_library);
     disk.halveReads();
     EXPECT_EQ(picture(4), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Read error: size: 64, read: 32"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Read error: size: 64, read: 32"});
     EXPECT_EQ(picture(4), imNoErr);
 }
 
-TEST_F(BrokenDisk, AReadThatFallsShortSilencesTheRestOfOneRequest) {
+TEST_F(BrokenDisk, AShortReadSilencesTheRestOfOneRequest) {
     DiskFaults disk(m_library);
     disk.halveReads(2);
     EXPECT_EQ(soundHeard(), 1920u + 960u);
-    EXPECT_EQ(newTellingLines(), Lines{"importAudio: read error: 7680, read: 3840"});
+    EXPECT_EQ(newDamageLines(), Lines{"importAudio: read error: 7680, read: 3840"});
     EXPECT_EQ(soundHeard(), 4800u);
 }
 
-TEST_F(BrokenDisk, AFileThatEndsInTheMiddleOfAPictureKeepsThePicturesBefore) {
+TEST_F(BrokenDisk, AFileEndingWithinAPictureKeepsThePicturesBefore) {
     DiskFaults disk(m_library);
     disk.endFilesAt(static_cast<std::int64_t>(pictureAt(5)) + 10);
     EXPECT_EQ(picture(4), imNoErr);
     EXPECT_EQ(picture(5), imFileReadFailed);
     EXPECT_EQ(picture(6), imFileReadFailed);
-    EXPECT_EQ(newTellingLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 10",
+    EXPECT_EQ(newDamageLines(), (Lines{"Failed to read frame from AVI: Read error: size: 64, read: 10",
                                         "Failed to read frame from AVI: Read error: size: 64, read: 0"}));
     disk.clear();
     EXPECT_EQ(picture(5), imNoErr);
 }
 
-TEST_F(BrokenDisk, AHalfReadPictureIsNeverDecodedTogetherWithAnEarlierOne) {
+TEST_F(BrokenDisk, AHalfReadPictureIsNeverMixedWithAnEarlierOne) {
     DiskFaults disk(m_library);
     EXPECT_EQ(picture(7), imNoErr);     // the next request gets its buffer, with its bytes
     disk.halveReads();
@@ -160,7 +160,7 @@ TEST_F(BrokenDisk, AHalfReadPictureIsNeverDecodedTogetherWithAnEarlierOne) {
     EXPECT_EQ(m_plugin.host().frames().alive(), 0);
 }
 
-TEST_F(BrokenDisk, PicturesAheadOfTimeFailAndSucceedAsThoseAtOnceDo) {
+TEST_F(BrokenDisk, AsynchronousPicturesFailAndRecoverToo) {
     DiskFaults disk(m_library);
     const std::vector<imFrameFormat> formats = {{0, 0, PrPixelFormat_VUYX_4444_8u}};
     hostkit::AsyncSession async(m_plugin.session(), *m_clip);
@@ -173,13 +173,13 @@ TEST_F(BrokenDisk, PicturesAheadOfTimeFailAndSucceedAsThoseAtOnceDo) {
     EXPECT_EQ(answer.frame.view()->pixels[0], kFirstPictureValue + 2);
 }
 
-TEST_F(BrokenDisk, AFileReplacedWhileTheClipWasQuietGivesTheOldDescriptionUntilItIsDescribedAnew) {
+TEST_F(BrokenDisk, AReplacedFileIsNoticedByTheNextDescription) {
     m_clip->quiet();
     writeBytes(m_file, Bytes(honestClip().size(), 0x20));
     ASSERT_EQ(m_clip->open().result, imNoErr);
     EXPECT_EQ(picture(3), imBadCompression);
     EXPECT_EQ(m_clip->info(0).result, imBadFile);
-    EXPECT_EQ(newTellingLines(),
+    EXPECT_EQ(newDamageLines(),
               (Lines{"Decompress failed: Quorvane error (-2147466494): the frame is not one of this codec",
                      "Failed to parse avi: AVI chunk missing"}));
     m_clip->quiet();
@@ -189,23 +189,22 @@ TEST_F(BrokenDisk, AFileReplacedWhileTheClipWasQuietGivesTheOldDescriptionUntilI
     EXPECT_EQ(picture(3), imNoErr);
 }
 
-TEST_F(BrokenDisk, AFileCutWhileTheClipWasQuietKeepsThePicturesBefore) {
+TEST_F(BrokenDisk, AFileCutWhileQuietKeepsThePicturesBefore) {
     m_clip->quiet();
     cutFile(pictureAt(6));
     ASSERT_EQ(m_clip->open().result, imNoErr);
     EXPECT_EQ(picture(5), imNoErr);
     EXPECT_EQ(picture(6), imFileReadFailed);
-    EXPECT_EQ(m_clip->info(0).result, imNoErr);   // without its index, which was behind: a clip of no pictures
+    EXPECT_EQ(m_clip->info(0).result, imNoErr);   // the index was cut off: a clip without pictures
     EXPECT_EQ(picture(5), imFrameNotFound);
 }
 
-// --- The size from which on the file is asked before a picture is read ----------------------------------------------
+// --- The picture size above which the file's size is checked first --------------------------------------------------
 
 class LargePicture : public BrokenDisk {
 protected:
-    // Questions for the file's size that one picture of so many bytes costs. The file has them, but they are no
-    // picture.
-    int questionsFor(std::uint32_t bytes) {
+    // Number of size queries for one picture of `bytes` bytes. The file has the bytes, but they are not a picture.
+    int sizeQueriesFor(std::uint32_t bytes) {
         std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
         entries[0].length = bytes;
         const Bytes file = aviwriter::join({clipIndexedBy(entries), aviwriter::filled(std::size_t{5} << 20)});
@@ -220,13 +219,13 @@ protected:
     }
 };
 
-TEST_F(LargePicture, OfFourMebibytesIsReadUnasked) { EXPECT_EQ(questionsFor(4u << 20), 0); }
+TEST_F(LargePicture, OfFourMebibytesIsReadWithoutASizeQuery) { EXPECT_EQ(sizeQueriesFor(4u << 20), 0); }
 
-TEST_F(LargePicture, OfOneByteMoreIsReadWhenTheFileSaysThatItHasTheBytes) {
-    EXPECT_EQ(questionsFor((4u << 20) + 1), 1);
+TEST_F(LargePicture, OfOneByteMoreIsReadIfTheFileIsLargeEnough) {
+    EXPECT_EQ(sizeQueriesFor((4u << 20) + 1), 1);
 }
 
-TEST_F(LargePicture, ThatTheFileDoesNotHaveIsNotRead) {
+TEST_F(LargePicture, LargerThanTheFileIsNotRead) {
     std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
     entries[0].length = (4u << 20) + 1;
     ClipSession clip(m_plugin.session(), writeBytes(m_folder.folder() / "large.avi", clipIndexedBy(entries)));
@@ -241,11 +240,11 @@ TEST_F(LargePicture, ThatTheFileDoesNotHaveIsNotRead) {
 
 constexpr std::uint32_t kLargestFrame = (4u << 20) + 32 * 8 * 4;
 
-TEST_F(LargePicture, OfTheMostBytesThatItsPixelsCanNeedIsRead) { EXPECT_EQ(questionsFor(kLargestFrame), 1); }
+TEST_F(LargePicture, OfTheLargestSizeForItsPixelsIsRead) { EXPECT_EQ(sizeQueriesFor(kLargestFrame), 1); }
 
 class TooLargePicture : public BrokenDisk {
 protected:
-    // The clip with pictures of so many bytes, all of which the file has: a hole for the most part.
+    // Writes the clip with pictures of `bytes` bytes, all within the file, mostly in a hole.
     std::filesystem::path fileWithPicturesOf(std::uint32_t bytes) {
         std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
         for (aviwriter::Idx1Entry& entry : entries) {
@@ -257,17 +256,17 @@ protected:
     }
 };
 
-TEST_F(TooLargePicture, ByOneByteIsNotReadThoughTheFileHasIt) {
+TEST_F(TooLargePicture, ByOneByteIsNotReadEvenIfTheFileHasIt) {
     ClipSession clip(m_plugin.session(), fileWithPicturesOf(kLargestFrame + 1));
     ASSERT_EQ(clip.open().result, imNoErr);
     ASSERT_EQ(clip.info(0).result, imNoErr);
     DiskFaults disk(m_library);
     EXPECT_EQ(clip.frame(0, {{0, 0, PrPixelFormat_VUYX_4444_8u}}).result, imFileReadFailed);
     EXPECT_EQ(disk.calls(DiskCall::Read), 0);
-    EXPECT_EQ(newTellingLines(), Lines{"Failed to read frame from AVI: Frame too large: size: 4195329"});
+    EXPECT_EQ(newDamageLines(), Lines{"Failed to read frame from AVI: Frame too large: size: 4195329"});
 }
 
-TEST_F(TooLargePicture, ByGigabytesIsReadForNoneOfManyAnnouncements) {
+TEST_F(TooLargePicture, ByGigabytesIsNotReadForAnyAnnouncement) {
     ClipSession clip(m_plugin.session(), fileWithPicturesOf(0xFFFFFFFF));
     ASSERT_EQ(clip.open().result, imNoErr);
     ASSERT_EQ(clip.info(0).result, imNoErr);

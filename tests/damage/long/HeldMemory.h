@@ -1,16 +1,16 @@
-// What the running program holds of memory, as exactly as its system tells.
+// The memory that the running program holds, as exactly as the system reports it.
 #pragma once
 
 #include <cstdint>
 
 namespace damage {
 
-// Bytes, of which a program at rest holds as many each time. On Linux those of all living blocks of the heap: what is
-// resident there depends on when the heap returns pages, and wanders by more than a leak worth finding. On Windows
-// those of the process.
+// Number of bytes, which is constant for an idle program. On Linux those of all allocated heap blocks: the resident
+// size depends on when the heap returns pages, and varies by more than a relevant leak. On Windows those of the
+// process.
 std::uint64_t heldMemory();
 
-// By how much that wanders where nothing is left behind.
-extern const std::uint64_t kHeldMemoryWanders;
+// By how many bytes that varies without a leak.
+extern const std::uint64_t kHeldMemoryVariation;
 
 }  // namespace damage

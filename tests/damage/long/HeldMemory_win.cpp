@@ -4,8 +4,8 @@
 
 namespace damage {
 
-// The heap takes its pages from the system in large parts.
-const std::uint64_t kHeldMemoryWanders = std::uint64_t{512} << 10;
+// The heap gets its pages from the system in large units.
+const std::uint64_t kHeldMemoryVariation = std::uint64_t{512} << 10;
 
 std::uint64_t heldMemory() { return hostkit::processSize().bytes; }
 

@@ -1,4 +1,4 @@
-// Long runs of empty chunks: what a picture within one and the sound across one ask of the disk.
+// Long runs of empty chunks: the disk calls for a picture within one and for sound across one.
 #include "damage/catalogue/Catalogue.h"
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/catalogue/Sighting.h"
@@ -76,7 +76,7 @@ private:
 
     TempFolder m_folder;
     PluginRun m_plugin;
-    hostkit::PluginLibrary m_library;   // the same library once more, for its handle
+    hostkit::PluginLibrary m_library;   // the same library again, for its handle
     std::unique_ptr<ClipSession> m_clip;
 };
 
@@ -94,7 +94,7 @@ TEST_F(LongRun, OfAMillionDroppedPicturesCostsASeekAndARead) {
     EXPECT_EQ(ofPicture(open("opendml-runs-into-a-hole"), 500'005, 9), kOneChunk);
 }
 
-// 500 empty chunks before each full one: a seek each where they are passed.
+// 500 empty chunks before each full one: each that is passed costs a seek.
 TEST_F(LongRun, OfEmptySoundChunksCostsNothingWithinAChunk) {
     EXPECT_EQ(ofSound(open("empty-sound-chunks"), 2 * kSoundPerPicture, kSoundPerPicture), kOneChunk);
 }

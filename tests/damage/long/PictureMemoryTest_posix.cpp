@@ -1,5 +1,5 @@
-// A picture for which there is no memory. Systems that let a process limit itself, and file systems that know holes,
-// bring that about for certain.
+// A picture for which there is no memory. This can be caused reliably on systems where a process can limit itself, and
+// file systems that support holes.
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/catalogue/Sighting.h"
 
@@ -22,7 +22,7 @@ using Lines = std::vector<std::string>;
 
 constexpr std::uint64_t kMiB = std::uint64_t{1} << 20;
 
-// While it lives, the process gets at most so many bytes of addresses beside those it has.
+// Limits the process to this many bytes of additional address space during its lifetime.
 class MemoryLimit {
 public:
     explicit MemoryLimit(std::uint64_t more) {
@@ -45,7 +45,7 @@ private:
     rlimit m_before{};
 };
 
-// A picture so large that its compressed frame may have a gigabyte, and a file that has it.
+// Writes a file with a picture so large that its compressed frame may have a gigabyte, and has.
 std::filesystem::path writeLargePicture(const std::filesystem::path& folder) {
     const Bytes extraData = standin::encodeExtraData({103, 8192, 8192, 1, 1});
     std::vector<aviwriter::Idx1Entry> entries = mediaEntries();
@@ -60,7 +60,7 @@ std::filesystem::path writeLargePicture(const std::filesystem::path& folder) {
 
 }  // namespace
 
-TEST(PictureMemory, ThatIsNotThereMakesItAPictureThatCouldNotBeRead) {
+TEST(PictureMemory, WhenMissingMakesAPictureUnreadable) {
     TempFolder folder;
     PluginRun plugin;
     plugin.session().start();
@@ -73,7 +73,7 @@ TEST(PictureMemory, ThatIsNotThereMakesItAPictureThatCouldNotBeRead) {
             const MemoryLimit limit(256 * kMiB);
             EXPECT_EQ(clip.frame(0, {{0, 0, PrPixelFormat_VUYX_4444_8u}}).result, imFileReadFailed);
         }
-        EXPECT_EQ(tellingLines(plugin.newMessages()),
+        EXPECT_EQ(damageLines(plugin.newMessages()),
                   Lines{"Failed to read frame from AVI: out of memory, size: 1073741824"});
     }
     plugin.session().shutdown();

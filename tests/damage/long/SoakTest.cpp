@@ -1,6 +1,6 @@
-// Thousands of clips, good and damaged, opened, described, played, played ahead, quieted, opened again and closed, as
-// an editor does in a long day: each visit sees what the first one saw, and nothing is left behind. Counts are
-// compared, never time.
+// Opens, describes, plays (also asynchronously), quiets, reopens and closes thousands of clips, good and damaged, as an
+// editor does in a long day: each visit sees the same as the first one, and nothing is leaked. Compares counts, never
+// times.
 #include "damage/catalogue/Catalogue.h"
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/catalogue/Sighting.h"
@@ -30,7 +30,7 @@ using hostkit::ClipSession;
 constexpr unsigned kSeed = 20261120;
 constexpr PrTime kMiddle = 4 * kTicksPerPicture;
 
-// A longer day by hand: what is set takes the place of the rounds that fit between other tests.
+// The number of rounds; the environment variable allows longer runs by hand.
 int rounds() {
     const char* wanted = std::getenv("QUORVANE_SOAK_ROUNDS");
     return wanted ? std::atoi(wanted) : SOAK_ROUNDS;
@@ -41,8 +41,8 @@ struct Held {
     std::uint64_t handles = hostkit::processSize().handles;
 };
 
-// For those who run a longer day.
-void tellOf(const char* when, const Held& held) {
+// Prints the counts, for longer runs.
+void printHeld(const char* when, const Held& held) {
     std::cout << when << ": " << (SOAK_COMPARES_MEMORY ? std::to_string(held.bytes) : "uncounted")
               << " bytes of memory, " << held.handles << " handles\n";
 }
@@ -56,7 +56,7 @@ class Soak : public testing::Test {
 protected:
     struct Visited {
         std::filesystem::path path;
-        std::string seen;               // at the first visit
+        std::string seen;               // in the first visit
     };
 
     Soak() : m_plugin({}, false) {
@@ -69,14 +69,14 @@ protected:
         m_files.push_back({writeBytes(m_folder.folder() / "good.avi", honestClip()), ""});
         m_files.push_back({writeBytes(m_folder.folder() / "good-opendml.avi", openDmlClip(5)), ""});
         for (const DamagedFile& file : damagedFiles()) {
-            if (file.zerosBehind == 0) {   // those of gigabytes have their own tests
+            if (file.zerosAfter == 0) {   // files of gigabytes have their own tests
                 m_files.push_back({writeDamaged(m_folder.folder(), file), ""});
             }
         }
     }
 
-    // One frame ahead of time, one that was announced and never collected, one that was not announced.
-    std::string playedAhead(ClipSession& clip) {
+    // One asynchronous frame, one that is announced and never collected, one that is not announced.
+    std::string asyncFramesOf(ClipSession& clip) {
         AsyncSession async(m_plugin.session(), clip);
         std::string text = "ahead " + hostkit::resultText(async.create().result);
         if (async.isOpen()) {
@@ -90,8 +90,8 @@ protected:
         return text;
     }
 
-    // The calls that sightOf does not make, and a clip that goes to the background and comes back.
-    std::string usedOtherwise(const std::filesystem::path& path) {
+    // The calls that sightOf does not make, and a clip that is quieted and reopened.
+    std::string otherCallsOf(const std::filesystem::path& path) {
         ClipSession clip(m_plugin.session(), path);
         if (clip.open().result != imNoErr) {
             return "not opened";
@@ -101,7 +101,7 @@ protected:
         text += ", layout " + hostkit::resultText(clip.channelLayout().result);
         text += ", analysis " + clip.analysis().text;
         text += ", data rate " + std::to_string(clip.dataRate().samples.size());
-        text += ", " + playedAhead(clip);
+        text += ", " + asyncFramesOf(clip);
         text += ", quiet " + hostkit::resultText(clip.quiet());
         text += ", frame " + hostkit::resultText(clip.frame(kMiddle, anyFormat()).result);
         text += ", again " + hostkit::resultText(clip.open().result);
@@ -110,7 +110,7 @@ protected:
     }
 
     std::string visit(const std::filesystem::path& path) {
-        return sightOf(m_plugin.session(), path) + "\n" + usedOtherwise(path);
+        return sightOf(m_plugin.session(), path) + "\n" + otherCallsOf(path);
     }
 
     void expectNothingHeld() {
@@ -133,8 +133,8 @@ protected:
             hostkit::PluginLibrary::symbolOfLoadedLibrary(CODEC_LIBRARY_NAME, "standin_counters"));
     }
 
-    // Every file once, in another order each time.
-    void goRound(std::mt19937& random) {
+    // Visits every file once, in random order.
+    void visitAll(std::mt19937& random) {
         std::shuffle(m_files.begin(), m_files.end(), random);
         for (const Visited& file : m_files) {
             m_plugin.host().forgetErrorEvents();
@@ -149,49 +149,49 @@ protected:
     std::size_t m_blocksAtRest = 0;
 };
 
-// Whether nothing grew. A kilobyte left by each opening would be more than twice as much as the bytes may wander on any
+// Whether nothing grew. A leak of a kilobyte per opening would be more than twice the allowed variation on any
 // system, and 60 times on Linux.
 bool isFlat(const Held& before, const Held& after) {
     return after.handles <= before.handles &&
-           (!SOAK_COMPARES_MEMORY || after.bytes <= before.bytes + kHeldMemoryWanders);
+           (!SOAK_COMPARES_MEMORY || after.bytes <= before.bytes + kHeldMemoryVariation);
 }
 
-// What is made once and kept may be made at any time: a lock takes a handle when two threads first meet at it. What is
-// left behind by clips grows in every stretch.
+// Something that is allocated once and kept can be allocated at any time: a lock takes a handle when two threads first
+// contend for it. A leak grows in every stretch.
 constexpr int kMostStretches = 3;
 
 TEST_F(Soak, ThousandsOfClipsLeaveNothingBehind) {
-    ASSERT_GE(rounds(), 1) << "QUORVANE_SOAK_ROUNDS is no number of rounds";
+    ASSERT_GE(rounds(), 1) << "QUORVANE_SOAK_ROUNDS is not a positive number";
     addFiles();
     for (Visited& file : m_files) {
         file.seen = visit(file.path);
     }
     std::mt19937 random(kSeed);
-    goRound(random);
+    visitAll(random);
     bool flat = false;
     for (int stretch = 0; stretch < kMostStretches && !flat && !HasFatalFailure(); ++stretch) {
         const Held before;
-        tellOf("before", before);
+        printHeld("before", before);
         // Each round opens each of some 190 files twice.
         for (int round = 0; round < rounds() && !HasFatalFailure(); ++round) {
-            goRound(random);
+            visitAll(random);
         }
         expectNothingHeld();
         const Held after;
-        tellOf("after", after);
+        printHeld("after", after);
         flat = isFlat(before, after);
     }
-    EXPECT_TRUE(flat) << "each of " << kMostStretches << " stretches left something behind";
+    EXPECT_TRUE(flat) << "each of " << kMostStretches << " stretches leaked something";
     m_plugin.session().shutdown();
     EXPECT_EQ(m_plugin.host().problems(), std::vector<std::string>{});
 }
 
-TEST_F(Soak, ClipsOpenSideBySideDoNotSeeEachOther) {
+TEST_F(Soak, ClipsOpenAtTheSameTimeAreIndependent) {
     addFiles();
     for (Visited& file : m_files) {
         file.seen = visit(file.path);
     }
-    // A good clip that stays open, with a frame asked for between all the others.
+    // A good clip that stays open; one of its frames is requested between all the others.
     ClipSession good(m_plugin.session(), m_folder.folder() / "good.avi");
     ASSERT_EQ(good.open().result, imNoErr);
     ASSERT_EQ(good.info(0).result, imNoErr);

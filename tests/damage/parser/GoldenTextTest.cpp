@@ -1,4 +1,4 @@
-// Small files in which everything occurs that a parser reads, against the text that avidump must give of each.
+// Small files that contain everything that a parser reads, compared with avidump's expected text for each.
 #include "damage/parser/SmallFiles.h"
 
 #include "avidump/Report.h"
@@ -20,7 +20,7 @@ static void PrintTo(const SmallFile& file, std::ostream* out) { *out << file.nam
 
 namespace {
 
-// What avidump says of the file, without its name; text for people, which is what the golden files hold.
+// avidump's text for the file, without its name.
 std::string dumpOf(AviParser& parser, fileio::File& file) {
     const bool usable = parser.parse(file);
     return avidump::textOf(avidump::makeReport("file.avi", file, parser, usable, true));
@@ -39,13 +39,13 @@ protected:
     std::string m_golden = goldenOf(GetParam());
 };
 
-TEST_P(GoldenText, IsWhatTheFileGives) {
+TEST_P(GoldenText, IsTheDumpOfTheFile) {
     fileio::MemoryFile file(m_bytes);
     AviParser parser;
     EXPECT_EQ(dumpOf(parser, file), m_golden);
 }
 
-TEST_P(GoldenText, IsWhatTheFileGivesFromDisk) {
+TEST_P(GoldenText, IsTheDumpOfTheFileOnDisk) {
     const TempFolder folder;
     const std::string path = folder.path("file.avi");
     std::ofstream(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary)
@@ -56,7 +56,7 @@ TEST_P(GoldenText, IsWhatTheFileGivesFromDisk) {
     EXPECT_EQ(dumpOf(parser, file), m_golden);
 }
 
-TEST_P(GoldenText, IsWhatTheFileGivesAgainAndAgain) {
+TEST_P(GoldenText, IsTheDumpWhenParsedAgain) {
     fileio::MemoryFile file(m_bytes);
     AviParser parser;
     for (int i = 0; i < 3; ++i) {

@@ -1,4 +1,4 @@
-// The bounds on what a parse reads for chunk headers, just below and just above them.
+// The limits on what a parse reads for chunk headers: files just below and just above them.
 #include "avi/AviParser.h"
 #include "avi/ChunkWalk.h"
 #include "damage/parser/Pieces.h"
@@ -18,8 +18,8 @@ using namespace aviwriter;
 
 constexpr std::uint32_t kApart = 128 * 1024;
 
-// Three lists, each of which shows what follows it twice: eight passes over so many chunks, which are 128 KiB apart, so
-// that each visit is a read, which counts as 64 KiB. Only the first chunk shares one with the lists.
+// Three lists, each of which includes what follows twice: eight passes over `chunks` chunks, which are 128 KiB apart,
+// so that each visit is a read, which counts as 64 KiB. Only the first chunk shares a read with the lists.
 bool eightPassesHold(std::uint32_t chunks) {
     const std::uint32_t size = 3 * 24 + chunks * kApart;
     fileio::SparseFile file(size);
@@ -36,13 +36,13 @@ bool eightPassesHold(std::uint32_t chunks) {
     return holds;
 }
 
-// One read, and eight for each chunk but the first, of two for each of these 128 KiB and 1024 more.
-TEST(HeaderReads, ABlockFor64KiBOfTheFileAnd1024MoreMayBeRead) { EXPECT_TRUE(eightPassesHold(171)); }
+// There are one read, and eight for each chunk except the first; two for each of these 128 KiB plus 1024 are allowed.
+TEST(HeaderReads, ABlockPer64KiBAnd1024MoreMayBeRead) { EXPECT_TRUE(eightPassesHold(171)); }
 
 TEST(HeaderReads, FurtherBlocksEndTheWalk) { EXPECT_FALSE(eightPassesHold(172)); }
 
-// A file that begins with these bytes, and has so many chunks after them, 128 KiB apart: gigabytes that no disk need
-// hold.
+// A file that begins with `front`, followed by `chunks` chunks that are 128 KiB apart: gigabytes that take no disk
+// space.
 class ChunksFarApart : public fileio::File {
 public:
     explicit ChunksFarApart(std::uint32_t chunks, Bytes front = {})
@@ -57,7 +57,7 @@ public:
         m_position = position;
         return true;
     }
-    // A read of more than the front begins in it, or with a chunk's header.
+    // A read past the front begins in it, or with a chunk's header.
     std::uint64_t read(void* buffer, std::uint64_t count) override {
         const auto position = static_cast<std::uint64_t>(m_position);
         const std::uint64_t given = std::min(count, static_cast<std::uint64_t>(m_size) - position);
@@ -94,22 +94,22 @@ struct WalkOverFarChunks {
     std::size_t found = 0;
 };
 
-TEST(HeaderReads, LetsSixtyFiveThousandPlacesBeReadForHeaders) {
+TEST(HeaderReads, SixtyFiveThousandHeaderReadsAreAllowed) {
     const WalkOverFarChunks walk(65'536);
     EXPECT_TRUE(walk.holds);
     EXPECT_EQ(walk.found, 65'536u);
-    EXPECT_EQ(walk.file.bytesRead, 65'536u + 65'535 * 4096u) << "far from the others a header takes 4 KiB";
+    EXPECT_EQ(walk.file.bytesRead, 65'536u + 65'535 * 4096u) << "an isolated header takes 4 KiB";
 }
 
-TEST(HeaderReads, EndsTheWalkAfterThoseHoweverLargeTheFileIs) {
+TEST(HeaderReads, OneMoreHeaderReadEndsTheWalkOfAnyFile) {
     const WalkOverFarChunks walk(65'537);
     EXPECT_FALSE(walk.holds);
     EXPECT_EQ(walk.found, 65'536u);
 }
 
-// A recording of more segments than the walk can see. The super index of its pictures is longer than a block, so that
-// the headers of its sound have to be read once more.
-TEST(HeaderReads, StreamsAreReadWhateverTheWalkHasTaken) {
+// A recording of more segments than the walk may read. The super index of its pictures is longer than a block, so that
+// the headers of its sound have to be read again.
+TEST(HeaderReads, StreamsAreReadEvenIfTheWalkHitsTheLimit) {
     constexpr std::uint32_t kSegments = 65'600;
     const Bytes index = ix("ix00", {.entries = {{0, 1}}});
     const SuperIndex ofPictures = {.entries = std::vector<SuperIndexEntry>(kSegments, {0, 8 + 24 + 8})};
@@ -124,7 +124,7 @@ TEST(HeaderReads, StreamsAreReadWhateverTheWalkHasTaken) {
     ChunksFarApart file(kSegments, front);
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
-    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n") << "the aim was missed";
+    EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n") << "the limit was not reached";
     EXPECT_EQ(parser.extendedHeader().dwTotalFrames, 7u);
     ASSERT_EQ(parser.streams().size(), 2u);
     EXPECT_EQ(parser.streams()[0]->chunkCount(), kSegments);

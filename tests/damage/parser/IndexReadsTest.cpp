@@ -1,4 +1,4 @@
-// The bounds on what a parse reads of indexes, just below and just above them.
+// The limits on what a parse reads of indexes: files just below and just above them.
 #include "avi/AviParser.h"
 #include "damage/parser/Pieces.h"
 #include "damage/parser/ShortFile.h"
@@ -18,8 +18,8 @@ namespace {
 
 using namespace aviwriter;
 
-// A super index that leads to `pieces` places in the media of a sparse file, and then, 8 MiB before its end, to an index
-// of `indexBytes`. Each of the places claims 8 MiB, of which 4 MiB are read: the first four bytes show that it is no
+// A super index that points at `pieces` positions in the media of a sparse file, and then, 8 MiB before its end, to an index
+// of `indexBytes`. Each claims 8 MiB, of which 4 MiB are read: the first four bytes show that it is no
 // index.
 std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t pieces, std::uint32_t indexBytes) {
     constexpr std::uint32_t kClaimed = 8 + (8u << 20);
@@ -46,12 +46,12 @@ std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t piec
 constexpr std::uint64_t kFileOf2GiB = (std::uint64_t{2} << 30) + (8 << 20);
 constexpr std::uint32_t kRestOf512MiB = (4 << 20) - 2072;
 
-TEST(IndexReads, LetsHalfAGibibyteOfIndexesBeRead) {
+TEST(IndexReads, AllowHalfAGibibyteOfIndexes) {
     EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf2GiB, 127, kRestOf512MiB),
               "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 0\n");
 }
 
-TEST(IndexReads, RefusesTheNextByteHoweverLargeTheFileIs) {
+TEST(IndexReads, RefuseTheNextByteOfAnyFile) {
     EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf2GiB, 127, kRestOf512MiB + 1),
               "stream[0]: could not read standard index at: 2147483656, size: 4192233\n");
 }
@@ -60,17 +60,17 @@ TEST(IndexReads, RefusesTheNextByteHoweverLargeTheFileIs) {
 constexpr std::uint64_t kFileOf16MiB = 16 << 20;
 constexpr std::uint32_t kRestOf20MiB = (4 << 20) - 104;
 
-TEST(IndexReads, LetsFourMebibytesMoreThanTheFileHasBeRead) {
+TEST(IndexReads, AllowFourMebibytesBeyondASmallFilesSize) {
     EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf16MiB, 4, kRestOf20MiB),
               "stream[0]: std index (ix..) unexpected std index entry size (wLongsPerEntry): 0\n");
 }
 
-TEST(IndexReads, RefusesTheNextByteOfASmallFile) {
+TEST(IndexReads, RefuseTheNextByteOfASmallFile) {
     EXPECT_EQ(errorsOfAnIndexAfterNone(kFileOf16MiB, 4, kRestOf20MiB + 1),
               "stream[0]: could not read standard index at: 8388616, size: 4194201\n");
 }
 
-// A super index that leads so often to one byte at the end of a file of a mebibyte: an index without entries.
+// A super index whose entries all point at the last byte of a file of one MiB: an index without entries.
 struct OneByteIndexes {
     explicit OneByteIndexes(std::uint32_t entries) {
         constexpr std::int64_t kFileBytes = 1 << 20;
@@ -78,7 +78,7 @@ struct OneByteIndexes {
         const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
         fileio::SparseFile sparse(kFileBytes);
         sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(kFileBytes - head.size() - 8)));
-        sparse.put(kFileBytes - 1, u8(2));   // two longs an entry, as it must be
+        sparse.put(kFileBytes - 1, u8(2));   // two longs per entry, as required
         EXPECT_TRUE(parser.parse(sparse));
     }
 
@@ -86,13 +86,13 @@ struct OneByteIndexes {
 };
 
 // One for every 4 KiB of the file, and 16,384 more.
-TEST(IndexReads, TakesSoManyIndexes) {
+TEST(IndexReads, AllowAnIndexPer4KiBAnd16384More) {
     const OneByteIndexes parsed(256 + 16'384);
     EXPECT_EQ(parsed.parser.errorText(), "");
     EXPECT_TRUE(parsed.parser.streams().at(0)->useOpenDmlIndex());
 }
 
-TEST(IndexReads, RefusesTheIndexAfterThose) {
+TEST(IndexReads, RefuseTheIndexAfterThose) {
     const OneByteIndexes parsed(256 + 16'385);
     EXPECT_EQ(parsed.parser.errorText(),
               "stream[0]: super index (indx) chunk data is smaller than nEntriesInUse: 16641 \n");
@@ -100,7 +100,7 @@ TEST(IndexReads, RefusesTheIndexAfterThose) {
     EXPECT_EQ(parsed.parser.streams().at(0)->stdIndexes().size(), 16'640u);
 }
 
-TEST(IndexReads, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
+TEST(IndexReads, KeepOtherStreamsFormatsAfterTheLimit) {
     constexpr std::int64_t kFileBytes = 2 * 1024 * 1024;
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(17'000, {kFileBytes - 9, 9})};
     const Bytes other = list("strl", {strh({.type = "auds"}), strf(filled(70'000, 7))});
@@ -110,12 +110,12 @@ TEST(IndexReads, KeepsTheFormatsOfOtherStreamsWhenOnesIndexesHaveUsedItUp) {
     file.put(kFileBytes - 1, u8(2));
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
-    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex()) << "the aim was missed";
+    EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex()) << "the limit was not reached";
     ASSERT_EQ(parser.streams().size(), 2u);
     EXPECT_EQ(parser.streams()[1]->format(), filled(70'000, 7));
 }
 
-// The same in a file so large that the bound does not depend on its size, of entries that are skipped.
+// The same in a file so large that the limit does not depend on its size, with entries that are skipped.
 bool holdsInALargeFile(std::uint32_t entries) {
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(entries)};
     const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
@@ -127,12 +127,12 @@ bool holdsInALargeFile(std::uint32_t entries) {
     return parser.streams().at(0)->useOpenDmlIndex();
 }
 
-TEST(IndexReads, TakesAMebiOfIndexes) { EXPECT_TRUE(holdsInALargeFile(1 << 20)); }
+TEST(IndexReads, AllowAMebiOfIndexes) { EXPECT_TRUE(holdsInALargeFile(1 << 20)); }
 
-TEST(IndexReads, RefusesTheIndexAfterThoseHoweverLargeTheFileIs) { EXPECT_FALSE(holdsInALargeFile((1 << 20) + 1)); }
+TEST(IndexReads, RefuseTheIndexAfterThoseInAnyFile) { EXPECT_FALSE(holdsInALargeFile((1 << 20) + 1)); }
 
-// A megabyte of media with an "idx1" of 10,000 entries after it, which is more than is read with the headers, and a
-// super index that leads so often to so many bytes of the media, which begin as an index does.
+// A megabyte of media, an "idx1" of 10,000 entries, which is more than is read with the headers, and a super index that
+// points `indexes` times at `bytesEach` bytes of the media, which begin as an index does.
 std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t indexes, std::uint32_t bytesEach) {
     constexpr std::uint32_t kMovi = 1024 * 1024;
     constexpr std::uint32_t kByteAt = 512 * 1024;
@@ -151,23 +151,23 @@ std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t indexes, std::uint32_t b
     return parser;
 }
 
-TEST(IndexReads, ReadsIdx1WhateverOtherIndexesHaveTaken) {
+TEST(IndexReads, IncludeIdx1AfterTheLimit) {
     const auto parser = parsedWithIdx1(20, 500'000);
     EXPECT_TRUE(parser->errorText().ends_with("could not read standard index at: 524288, size: 500000\n"));
     EXPECT_FALSE(parser->streams().at(0)->useOpenDmlIndex());
     EXPECT_EQ(parser->streams().at(0)->chunkCount(), 10'000u);
 }
 
-TEST(IndexReads, ReadsIdx1BesideAnIndexThatIsWhole) {
+TEST(IndexReads, IncludeIdx1NextToACompleteIndex) {
     const auto parser = parsedWithIdx1(1000, 1);
     EXPECT_EQ(parser->errorText(), "");
     EXPECT_TRUE(parser->streams().at(0)->useOpenDmlIndex());
     EXPECT_EQ(parser->streams().at(0)->idx1Chunks().size(), 10'000u);
 }
 
-// A standard index of five MiB, so that it is read in two pieces, and a super index that leads to it twice: nine MiB
-// and the headers may be read, so that the second time ends behind the first piece.
-TEST(IndexReads, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
+// A standard index of five MiB, which is read in two pieces, and a super index that points at it twice: nine MiB and
+// the headers may be read, so that the second time ends after the first piece.
+TEST(IndexReads, DoNotUseAnIndexBeyondTheLimit) {
     constexpr std::uint32_t kEntries = 5 * 131'072;
     const std::uint32_t size = 8 + 24 + 8 * kEntries;
     Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = {{0, size}, {0, size}}})})})});
@@ -185,7 +185,7 @@ TEST(IndexReads, AnIndexOfWhichOnlyTheFirstPieceMayBeReadIsNotInUse) {
     EXPECT_FALSE(parser.streams().at(0)->useOpenDmlIndex());
 }
 
-// A standard index of five MiB at the end of the file, and what is known of it where the file's last bytes are lost.
+// A standard index of five MiB at the end of a file whose last bytes are lost.
 struct LostEnd {
     explicit LostEnd(std::uint64_t lost) {
         constexpr std::uint32_t kSize = 8 + 24 + 8 * kEntries;
@@ -203,7 +203,7 @@ struct LostEnd {
     const AviStream& stream() const { return *parser.streams().at(0); }
 };
 
-TEST(IndexReads, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
+TEST(IndexReads, FillUpATruncatedSecondPieceWithEmptyEntries) {
     const LostEnd parsed(8 * 100);
     EXPECT_TRUE(parsed.stream().useOpenDmlIndex());
     ASSERT_EQ(parsed.stream().chunkCount(), LostEnd::kEntries);
@@ -211,15 +211,15 @@ TEST(IndexReads, AnIndexThatEndsWithinItsSecondPieceHasEmptyEntriesForTheRest) {
     EXPECT_EQ(parsed.stream().chunk(LostEnd::kEntries - 100).size, 0u);
 }
 
-TEST(IndexReads, AnIndexOfWhichTheSecondPieceIsNotThereIsNotInUse) {
+TEST(IndexReads, DoNotUseAnIndexWithoutItsSecondPiece) {
     const LostEnd parsed(24 + (1u << 20));
     EXPECT_FALSE(parsed.stream().useOpenDmlIndex());
     EXPECT_NE(parsed.parser.errorText().find("could not read standard index"), std::string::npos);
 }
 
-// The file has four MiB, so that eight may be read. The first stream's indexes, which are none, leave less than 1000
-// bytes of them.
-TEST(IndexReads, ASuperIndexThatMayNotBeReadIsNotInUse) {
+// The file has four MiB, so that eight may be read. The first stream's invalid indexes leave less than 1000 bytes of
+// that.
+TEST(IndexReads, DoNotUseASuperIndexBeyondTheLimit) {
     constexpr std::uint32_t kFileBytes = 4 << 20;
     const Bytes first = videoList(1, {indx({.entries = {{0, kFileBytes}, {0, kFileBytes - 1000}}})});
     const Bytes second = videoList(1, {indx({.entries = std::vector<SuperIndexEntry>(100)})});

@@ -12,10 +12,10 @@ using namespace aviwriter;
 
 namespace {
 
-// 4:4:4: a sample comes out of the decoder as it went in.
+// 4:4:4, whose samples come out of the decoder unchanged.
 const standin::StreamInfo kStream = {103, 8, 4, 1, 1};
 
-// What the chunk's header says.
+// The size in the chunk's header.
 std::uint32_t sizeIn(const Bytes& chunk) {
     std::uint32_t size = 0;
     for (std::uint32_t i = 0; i < 4; ++i) {

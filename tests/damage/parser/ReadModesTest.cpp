@@ -1,7 +1,7 @@
-// Every sample read in every way that a disk has: whole, from disk, by an object that read others before, in pieces,
-// cut short, and with an end that comes before the size says so. The measure is the plainest parser over the same
-// disk. What delivers all bytes gives what the whole file gives; what does not gives that parser's text, or for the few
-// files that it cannot read a refusal that says why.
+// Reads every sample in every way that a disk can behave: whole, from disk, with a parser that has read others before,
+// in pieces, truncated, and with an end before the stated size. The results are compared with those of the plainest
+// parser on the same disk. If all bytes are delivered, the result is that of the whole file; otherwise it is that
+// parser's text, or, for the few files that it cannot read, a refusal with a reason.
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/parser/ReadSamples.h"
 #include "damage/parser/ShortFile.h"
@@ -22,11 +22,11 @@ namespace damage {
 
 namespace {
 
-// Bytes a read: fewer than a chunk header, one, one with a list's type; fewer than some formats and indexes, and more.
-// The records of 56 bytes in "avih" and "strh" lie between 12 and 100.
+// Bytes per read: fewer than a chunk header, one header, one with a list's type; fewer than some formats and indexes,
+// and more. The records in "avih" and "strh", 56 bytes, are between 12 and 100.
 constexpr std::uint64_t kPieces[] = {1, 2, 7, 8, 12, 100, 1000};
 
-// The plainest parser's text, if the file is not beyond it.
+// The plainest parser's text, unless the file is too costly for it.
 std::optional<std::string> plainTextOf(ShortFile& file, bool mayBeTooCostly,
                                        ShortHeaders shortHeaders = ShortHeaders::missing) {
     try {
@@ -40,7 +40,7 @@ std::optional<std::string> plainTextOf(ShortFile& file, bool mayBeTooCostly,
     }
 }
 
-// The nodes of the tree, as many as there are, in one number (FNV-1a).
+// A hash of all nodes of the tree (FNV-1a).
 std::uint64_t treeHash(const ChunkTree& tree) {
     std::uint64_t hash = 14695981039346656037u;
     for (std::size_t i = 0; i < tree.size(); ++i) {
@@ -54,7 +54,7 @@ std::uint64_t treeHash(const ChunkTree& tree) {
     return hash;
 }
 
-// All that a parser keeps, the plainest parser's text first.
+// Everything that a parser stores, as text, beginning with the text that the plainest parser returns too.
 std::string allOf(const AviParser& parser, bool usable) {
     std::string text = describe(parser, usable);
     text.append(std::to_string(parser.chunkTree().size())).append(" nodes: ");
@@ -80,14 +80,14 @@ std::string allOf(fileio::File& file, AviParser& parser) {
     return allOf(parser, usable);
 }
 
-// The last message of a file that is refused.
+// Whether the last message is one for a refused file.
 bool isRefusal(const std::string& messages) {
     static const std::set<std::string> lines = {"riff structure is empty\n", "AVI chunk missing\n", "hdrl missing\n",
                                                 "avih missing\n", "avih data read error\n"};
     return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) { return messages.ends_with(line); });
 }
 
-// Lists are sums of themselves, whatever they were made of.
+// Expects the chunk lists to be consistent.
 void expectSound(const AviParser& parser, bool usable) {
     ASSERT_TRUE(usable || isRefusal(parser.errorText())) << parser.errorText();
     ASSERT_TRUE(usable || parser.streams().empty());
@@ -109,14 +109,14 @@ protected:
         m_expected = allOf(m_parser, m_usable);
     }
 
-    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosBehind); }
+    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosAfter); }
 
-    // A hole of a megabyte shows what one of 64 does, in less than 64 million reads.
+    // A hole of a megabyte has the same effect as one of 64, in less than 64 million reads.
     ShortFile withShortHole() const {
-        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosBehind, 1 << 20));
+        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosAfter, 1 << 20));
     }
 
-    // What this parser makes of the file as it is now is what the plainest one makes of it.
+    // Expects this parser to have the same result as the plainest one for the file in its current state.
     void expectPlainText(ShortFile& file, AviParser& parser, ShortHeaders shortHeaders = ShortHeaders::missing) const {
         file.seek(0);
         const bool usable = parser.parse(file);
@@ -132,7 +132,7 @@ protected:
     std::string m_expected;
 };
 
-TEST_P(ReadModes, WholeGivesWhatThePlainestParserGives) {
+TEST_P(ReadModes, WholeMatchesThePlainestParser) {
     ASSERT_NO_FATAL_FAILURE(expectSound(m_parser, m_usable));
     ShortFile file = whole();
     const auto plain = plainTextOf(file, true);
@@ -142,11 +142,11 @@ TEST_P(ReadModes, WholeGivesWhatThePlainestParserGives) {
     }
 }
 
-TEST_P(ReadModes, FromDiskGivesTheSame) {
+TEST_P(ReadModes, FromDiskHasTheSameResult) {
     const TempFolder folder;
     const std::filesystem::path path = writeBytes(folder.folder() / "file.avi", m_bytes);
-    if (GetParam().zerosBehind > 0) {
-        std::filesystem::resize_file(path, m_bytes.size() + GetParam().zerosBehind);
+    if (GetParam().zerosAfter > 0) {
+        std::filesystem::resize_file(path, m_bytes.size() + GetParam().zerosAfter);
     }
     fileio::SystemFile file;
     ASSERT_TRUE(file.open(folder.path("file.avi").c_str(), fileio::kOpenRead | fileio::kOpenShareRead));
@@ -154,13 +154,13 @@ TEST_P(ReadModes, FromDiskGivesTheSame) {
     EXPECT_EQ(allOf(file, parser), m_expected);
 }
 
-TEST_P(ReadModes, ByTheSameObjectAgainGivesTheSame) {
+TEST_P(ReadModes, ByTheSameObjectAgainHasTheSameResult) {
     ShortFile file = whole();
     EXPECT_EQ(allOf(file, m_parser), m_expected);
 }
 
-TEST_P(ReadModes, ByAnObjectThatReadAnotherFileGivesTheSame) {
-    // One in which everything occurs.
+TEST_P(ReadModes, ByAUsedObjectHasTheSameResult) {
+    // A file that contains everything.
     const auto rich = std::find_if(smallFiles().begin(), smallFiles().end(), [](const SmallFile& file) {
         return std::string_view(file.name) == "opendml-beside-idx1";
     });
@@ -173,11 +173,11 @@ TEST_P(ReadModes, ByAnObjectThatReadAnotherFileGivesTheSame) {
     EXPECT_EQ(allOf(file, parser), m_expected);
 }
 
-// All bytes can be had, but not by one read. Chunk headers and the records in "avih", "strh" and "dmlh" are read on
-// until they are whole: they come out of blocks read ahead, whose ends are no ends of records. Formats and indexes are
-// one read each and end where that ends, as an end of the file would have it. Both is what the plainest parser does
-// that reads headers on.
-TEST_P(ReadModes, InPiecesHeadersAreWholeAndFormatsAndIndexesEndWithTheirFirstPiece) {
+// All bytes can be read, but not with one read. Chunk headers and the records in "avih", "strh" and "dmlh" are read
+// until they are complete, because they come from read-ahead blocks, which may end within a record. Formats and indexes
+// are one read each and end where that ends, as at an end of the file. The plainest parser does both when it continues
+// to read headers.
+TEST_P(ReadModes, InPiecesOnlyHeadersAreReadCompletely) {
     ShortFile inOnePiece = withShortHole();
     AviParser expected;
     expected.parse(inOnePiece);
@@ -191,8 +191,8 @@ TEST_P(ReadModes, InPiecesHeadersAreWholeAndFormatsAndIndexesEndWithTheirFirstPi
     }
 }
 
-// From 248 bytes on no header is longer than a piece, and there is no difference left.
-TEST_P(ReadModes, InPiecesOfWholeHeadersEvenTheParserThatAsksOnceAgrees) {
+// From 248 bytes on no header is longer than a piece, and there is no difference.
+TEST_P(ReadModes, InPiecesOfWholeHeadersBothPlainModesMatch) {
     for (const std::uint64_t limit : {248, 1000}) {
         SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
         ShortFile file = withShortHole();
@@ -202,7 +202,7 @@ TEST_P(ReadModes, InPiecesOfWholeHeadersEvenTheParserThatAsksOnceAgrees) {
     }
 }
 
-TEST_P(ReadModes, CutAtAnyByteGivesWhatThePlainestParserGives) {
+TEST_P(ReadModes, CutAtAnyByteMatchesThePlainestParser) {
     ShortFile file(m_bytes);
     for (const std::size_t end : endsOf(GetParam(), m_bytes, m_parser)) {
         SCOPED_TRACE(testing::Message() << "cut at " << end);
@@ -212,7 +212,7 @@ TEST_P(ReadModes, CutAtAnyByteGivesWhatThePlainestParserGives) {
     }
 }
 
-TEST_P(ReadModes, AnEndThatComesTooEarlyGivesWhatThePlainestParserGivesAndThenTheWholeFileAsEver) {
+TEST_P(ReadModes, AnEarlyEndMatchesThePlainestParserAndRecovers) {
     ShortFile file = whole();
     AviParser parser;
     std::size_t count = 0;
@@ -220,7 +220,7 @@ TEST_P(ReadModes, AnEndThatComesTooEarlyGivesWhatThePlainestParserGivesAndThenTh
         SCOPED_TRACE(testing::Message() << "ended at " << end);
         file.endAt(end);
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
-        // The same object, with the share back; after every third end, which meets all that an object can be left with.
+        // The same object with the whole file again; only after every third end, which still covers every state.
         if (count++ % 3 == 0) {
             file.endAsItSays();
             ASSERT_EQ(allOf(file, parser), m_expected);

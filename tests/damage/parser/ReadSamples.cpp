@@ -14,10 +14,10 @@ namespace {
 
 using aviwriter::Bytes;
 
-// Those whose plain parse takes too long or too much of the call stack.
+// Whether the plain parse takes too long or too much of the call stack.
 bool isCostly(const DamagedFile& file) {
     static const std::set<std::string> names = {"zeros", "lists-inside-each-other", "long-run-of-dropped-pictures"};
-    return file.zerosBehind > 0 || names.contains(file.name);
+    return file.zerosAfter > 0 || names.contains(file.name);
 }
 
 std::vector<ReadSample> allSamples() {
@@ -26,31 +26,31 @@ std::vector<ReadSample> allSamples() {
         samples.push_back({file.name, file.make});
     }
     for (const DamagedFile& file : damagedFiles()) {
-        samples.push_back({file.name, file.make, file.zerosBehind, isCostly(file)});
+        samples.push_back({file.name, file.make, file.zerosAfter, isCostly(file)});
     }
     return samples;
 }
 
-// Files up to this size have no byte that is not worth a cut.
+// Files up to this size are cut at every byte.
 constexpr std::size_t kSmallFile = 2000;
 
-// The headers of a clip with two streams and their super indexes have some 700 bytes. Of longer ones, the streams
-// behind these are like those before.
+// The headers of a clip with two streams and their super indexes have some 700 bytes. In longer ones, later streams are
+// like the first.
 constexpr std::size_t kHeaderBytes = 800;
 
-// Chunk headers beside them: each of a clip of some segments. Of lists by the thousand, the others are alike.
+// Further chunk headers: all those of a clip with some segments. In thousands of lists, the others are alike.
 constexpr std::size_t kChunks = 40;
 
-// An index is cut at each byte of its head and of its first two entries, and at its end; the entries between are alike.
+// An index is cut at each byte of its head and of its first two entries, and at its end; other entries are alike.
 constexpr std::uint64_t kIndexFront = 24 + 2 * 16;
 
-// A block read ahead has 64 KiB.
+// Size of a read-ahead block.
 constexpr std::uint64_t kBlock = 64 * 1024;
 
-// Of media, and of what else a parser passes over.
+// Cuts in media and other parts that a parser skips.
 constexpr std::size_t kElsewhere = 10;
 
-// A whole parse of a costly file takes a thousand times as long as that of an ordinary one.
+// Parsing a whole costly file takes a thousand times as long as an ordinary one.
 constexpr std::size_t kEndsOfCostlyFile = 20;
 
 class Ends {
@@ -63,7 +63,7 @@ public:
         }
     }
 
-    // At each byte of its front, and around its end.
+    // Cuts at each byte of the index's front, and around its end.
     void addIndex(std::uint64_t position, std::uint64_t size) {
         add(position, 8 + std::min(size, kIndexFront) + 1);
         add(position + 8 + size - std::min<std::uint64_t>(size, 9), 10);

@@ -1,4 +1,4 @@
-// The files that are read in every way that a disk has: the small ones and all of the catalogue.
+// The files to read in every way that a disk can behave: the small ones and the whole catalogue.
 #pragma once
 
 #include "avi/AviParser.h"
@@ -14,9 +14,9 @@ namespace damage {
 struct ReadSample {
     std::string name;
     aviwriter::Bytes (*make)();
-    std::uint64_t zerosBehind = 0;  // which are not in what `make` gives
-    // Too many chunks or entries, or lists too deep, for the plainest parser. Whole, such a file is compared with
-    // itself; its parts are compared with that parser where they are small enough.
+    std::uint64_t zerosAfter = 0;  // after the bytes that `make` returns
+    // Too many chunks or entries, or lists too deep, for the plainest parser. The whole file is then compared with
+    // itself, and parts that are small enough with that parser.
     bool isCostly = false;
 };
 
@@ -25,8 +25,8 @@ const std::vector<ReadSample>& readSamples();
 // For the name of a failed test.
 void PrintTo(const ReadSample& sample, std::ostream* out);
 
-// Where a file is cut, or ends early: every position of a small file; of a larger one those at which something else
-// begins or ends that a parser reads, and of the rest a few. `parser` has parsed the whole file.
+// The positions at which to cut or end a file: all of a small file; in a larger one those at which something that a
+// parser reads begins or ends, and a few others. `parser` has parsed the whole file.
 std::vector<std::size_t> endsOf(const ReadSample& sample, const aviwriter::Bytes& bytes, const AviParser& parser);
 
 }  // namespace damage

@@ -5,8 +5,8 @@
 
 namespace damage {
 
-ShortFile::ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosBehind)
-    : m_bytes(bytes), m_size(bytes.size() + zerosBehind), m_end(m_size) {}
+ShortFile::ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosAfter)
+    : m_bytes(bytes), m_size(bytes.size() + zerosAfter), m_end(m_size) {}
 
 bool ShortFile::seek(std::int64_t pos) {
     if (pos < 0) {

@@ -1,5 +1,5 @@
-// A file in memory that gives less than it could: nothing behind some byte, as on a share that lost the rest, or few
-// bytes a read.
+// A file in memory that returns less than it could: nothing after some byte, as on a share that lost the rest, or few
+// bytes per read.
 #pragma once
 
 #include "aviwriter/Blocks.h"
@@ -11,17 +11,17 @@ namespace damage {
 
 class ShortFile : public fileio::File {
 public:
-    // `bytes`, which must outlive this object, and zeros behind them. All is given until something else is ordered.
-    explicit ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosBehind = 0);
+    // `bytes`, which must outlive this object, followed by zeros. Initially reads return everything.
+    explicit ShortFile(const aviwriter::Bytes& bytes, std::uint64_t zerosAfter = 0);
 
-    // The file has only so many bytes.
+    // Truncates the file.
     void cutAt(std::uint64_t end) { m_size = m_end = end; }
 
-    // Reads stop at `end`, while the size stays.
+    // Makes reads stop at `end`, without changing the size.
     void endAt(std::uint64_t end) { m_end = end; }
     void endAsItSays() { m_end = m_size; }
 
-    // No read gives more.
+    // Limits every read to `bytes`.
     void limitReads(std::uint64_t bytes) { m_mostOfARead = bytes; }
 
     bool open(const char*, std::uint32_t) override { return false; }

@@ -9,7 +9,7 @@ namespace {
 
 using namespace aviwriter;
 
-// Short chunks in place of pictures and sound: the parser reads none of them.
+// Short chunks instead of pictures and sound, which the parser does not read.
 Bytes media() {
     return list("movi", {chunk("00dc", filled(20, 1)), chunk("01wb", filled(7, 2)), chunk("00dc", filled(9, 3)),
                          chunk("01wb", filled(8, 4))});
@@ -24,7 +24,7 @@ Bytes mediaIndex() {
 
 Bytes plain() { return riff("AVI ", {headers({videoList(2), soundList(4)}), media(), mediaIndex()}); }
 
-// A super index for each stream; its entries are filled in when all is in its place.
+// A super index for each stream; its entries are filled in once all positions are known.
 Bytes openDml(const std::vector<Bytes>& moreHeaders, bool hasIdx1) {
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(2)};
     const auto part = [](std::uint64_t base) {

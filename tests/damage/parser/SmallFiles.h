@@ -1,5 +1,5 @@
-// Files of a kilobyte or two in which everything occurs that a parser reads: small enough to be cut at every byte. What
-// the parser makes of each is in golden/NAME.txt, as avidump writes it.
+// Files of a kilobyte or two that contain everything that a parser reads: small enough to be cut at every byte. The
+// expected result of each is in golden/NAME.txt, as avidump writes it.
 #pragma once
 
 #include "aviwriter/Blocks.h"

@@ -1,4 +1,4 @@
-// Small AVI files for the importer's tests: streams sketched in a few words, every part of them replaceable.
+// Small AVI files for the importer's tests: streams described by a few fields, with defaults for all of them.
 //
 //   Bytes file = aviFile({videoStream({.frames = {frameOf(video, 40), frameOf(video, 50)}}), audioStream({})});
 #pragma once
@@ -13,8 +13,7 @@
 
 using aviwriter::Bytes;
 
-// A video stream that the stand-in codec decodes. 4:4:4 unless another type is asked for: a sample of its pictures
-// comes out of the decoder as it went in.
+// A video stream for the stand-in codec. The default type is 4:4:4, whose samples come out of the decoder unchanged.
 struct VideoSketch {
     std::uint32_t type = 103;
     std::uint32_t width = 8;                    // pixels
@@ -24,27 +23,27 @@ struct VideoSketch {
     std::uint32_t colorSpace = 1;               // Rec.601
     std::uint32_t range = 1;                    // limited
     std::string_view handler = "QVAN";
-    std::optional<Bytes> extraData = {};        // of the format; the codec's own unless given
-    std::vector<Bytes> frames = {};             // compressed; one left empty is a dropped frame
+    std::optional<Bytes> extraData = {};        // of the format (default: the codec's own)
+    std::vector<Bytes> frames = {};             // compressed; an empty one is a dropped frame
 };
 
-// A compressed frame of the stream in which every sample has this value.
+// A compressed frame of the stream in which every sample is `value`.
 Bytes frameOf(const VideoSketch& video, std::uint16_t value);
 
-// So many frames: frame n has the value 40 + n.
+// `count` frames: every sample of frame n is 40 + n.
 std::vector<Bytes> framesOf(const VideoSketch& video, std::uint32_t count);
 constexpr int kFirstFrameValue = 40;
 
-// The format's extra data that the codec wants for the stream.
+// The extra data that the codec needs in the stream's format.
 Bytes extraDataOf(const VideoSketch& video);
 
 struct AudioSketch {
-    std::optional<Bytes> format = {};           // of "strf"; 16-bit stereo at 48000 Hz unless given
-    std::uint32_t length = 100;                 // sample frames, as the stream's header states them
+    std::optional<Bytes> format = {};           // data of "strf" (default: 16-bit stereo at 48000 Hz)
+    std::uint32_t length = 100;                 // sample frames, in the stream's header
     std::vector<Bytes> chunks = {Bytes(400)};
 };
 
-// A stream as the file holds it.
+// A stream as stored in the file.
 struct StreamSketch {
     aviwriter::StreamHeader header = {};
     Bytes format = {};
@@ -54,8 +53,8 @@ struct StreamSketch {
 StreamSketch videoStream(const VideoSketch& video);
 StreamSketch audioStream(const AudioSketch& audio);
 
-// A video stream of so many frames, ready to be put into a file.
+// A video stream of `frames` frames.
 StreamSketch shortVideo(std::uint32_t frames = 3, VideoSketch video = {});
 
-// Headers, the chunks of all streams one stream after the other, and "idx1".
+// A file with headers, the chunks of one stream after another, and "idx1".
 Bytes aviFile(const std::vector<StreamSketch>& streams);

@@ -64,7 +64,7 @@ void ImporterTest::unload() {
 
 void ImporterTest::expectCodecBalanced() const {
     if (hostkit::PluginLibrary::symbolOfLoadedLibrary(CODEC_LIBRARY_NAME, "standin_counters") == nullptr) {
-        return;   // another codec library is loaded, which keeps its own books
+        return;   // another codec library is loaded, which has its own counters
     }
     const StandinCounters counters = m_standin.counters();
     EXPECT_EQ(counters.outstandingInits, 0u);
@@ -146,7 +146,7 @@ std::vector<int> firstBytes(const hostkit::FrameAnswer& answer, std::size_t coun
     return view ? std::vector<int>(view->pixels, view->pixels + count) : std::vector<int>{};
 }
 
-// Before anything of the plug-in is loaded or looked for.
+// Set before anything of the plug-in is loaded or searched for.
 namespace {
 
 class TestHome : public ::testing::Environment {

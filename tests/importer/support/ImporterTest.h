@@ -1,8 +1,8 @@
-// The plug-in loaded afresh for each test, in a host that keeps books, with its log switched on.
+// Loads the plug-in for each test, with its log on, in a host that tracks all resources.
 //
-// A test makes files with ClipSketch.h, plays the host through `session` and ClipSession, and compares records,
-// results and log lines. When it is over, the plug-in is shut down and unloaded, and everything it took from the host
-// and from the codec library must have been given back.
+// A test writes files with ClipSketch.h, plays the host through `session` and ClipSession, and compares records,
+// results and log lines. After it the plug-in is shut down and unloaded, and must have released everything that it
+// acquired from the host and the codec library.
 #pragma once
 
 #include "ClipSketch.h"
@@ -36,42 +36,42 @@ private:
 
 class ImporterTest : public ::testing::Test {
 protected:
-    // What kind of host is played, and which plug-in is loaded; asked once for each test.
+    // The host to play and the plug-in to load; called once for each test.
     virtual hostkit::HostProfile profile() const { return hostkit::hostProfiles().front(); }
     virtual std::filesystem::path pluginPath() const;
 
     void SetUp() override;
     void TearDown() override;
 
-    // What SetUp does before the plug-in is initialised.
+    // The part of SetUp before the plug-in is initialised.
     void load();
 
-    // Shuts down and unloads the plug-in now; the log stays readable.
+    // Shuts down and unloads the plug-in; the log stays readable.
     void unload();
 
     hostkit::Host& host() { return *m_host; }
     hostkit::ImporterSession& session() { return *m_session; }
     const StandinControl& standin() const { return m_standin; }
 
-    // Writes a file of that name into the test's folder.
+    // Writes a file to the test's folder.
     std::filesystem::path write(const std::string& name, const aviwriter::Bytes& bytes) const;
     std::filesystem::path pathOf(const std::string& name) const { return m_folder.folder() / name; }
 
-    // The normalised log of all calls so far, or of those made by `action` only.
+    // The normalised log of all calls so far, or only of those that `action` makes.
     Lines log() const;
     Lines logOf(const std::function<void()>& action) const;
 
-    // The same without the frame of each call: the hyphens, the selector, the file's two lines and the result.
+    // The same without the lines around each call: the hyphens, the selector, the file's two lines and the result.
     Lines handlerLogOf(const std::function<void()>& action) const;
 
-    // An opened clip with the information of stream 0 fetched; a failure of either ends the test.
+    // Opens a clip and fetches the information of stream 0. Throws std::runtime_error if either fails.
     std::unique_ptr<hostkit::ClipSession> openClip(const std::filesystem::path& path);
     std::unique_ptr<hostkit::ClipSession> openClip(const std::string& name, const aviwriter::Bytes& bytes);
 
-    // The host has no complaint at all, whatever the plug-in still holds.
+    // Expects no violations of the host's rules, even while the plug-in still holds something.
     void expectNoViolations();
 
-    // What the host complains of when the plug-in has been shut down; nothing unless said here.
+    // Sets the problems that the host is expected to report after the plug-in's shutdown (default: none).
     void expectProblems(const Lines& problems) { m_expectedProblems = problems; }
 
 private:
@@ -87,8 +87,8 @@ private:
     Lines m_expectedProblems;
 };
 
-// A frame format as the host sends it; 0 means "any".
+// A frame format as the host passes it; 0 means "any".
 imFrameFormat frameFormat(PrPixelFormat format, csSDK_int32 width = 0, csSDK_int32 height = 0);
 
-// The first pixel's bytes of a delivered frame, `count` of them; empty when there is no frame.
+// The first `count` bytes of a delivered frame; empty if there is no frame.
 std::vector<int> firstBytes(const hostkit::FrameAnswer& answer, std::size_t count = 4);

@@ -1,4 +1,4 @@
-// The plug-in's log as a test compares it: without what differs from run to run.
+// The plug-in's log without the parts that differ from run to run.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +7,8 @@
 
 using Lines = std::vector<std::string>;
 
-// The log files of this very process's program that were written since construction; other programs may write theirs
-// to the same folder meanwhile.
+// The log files of this program that were written since construction. Other programs may write theirs to the same
+// folder meanwhile.
 class ProgramLog {
 public:
     ProgramLog();
@@ -16,7 +16,7 @@ public:
     ProgramLog(const ProgramLog&) = delete;
     ProgramLog& operator=(const ProgramLog&) = delete;
 
-    // All lines so far, without time and thread.
+    // All lines so far, without times and threads.
     Lines messages() const;
 
 private:
@@ -29,6 +29,6 @@ private:
 // program's path by "<program>".
 std::string normalised(std::string line, const std::string& folder);
 
-// Whether a line is one of `lines`; and how often it is.
+// Whether `lines` contain a line; and how often.
 bool contains(const Lines& lines, const std::string& line);
 std::size_t countOf(const Lines& lines, const std::string& line);

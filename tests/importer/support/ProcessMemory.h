@@ -1,8 +1,8 @@
-// How much memory this process has taken at most.
+// The peak memory of this process.
 #pragma once
 
 #include <cstdint>
 
-// Bytes of address space (natively) or of committed memory (Windows), at their highest so far: memory that was taken
-// and given back, or taken and never touched, counts.
+// Peak number of bytes of address space (natively) or of committed memory (Windows). Memory that was freed, or never
+// touched, counts too.
 std::uint64_t peakProcessBytes();

@@ -13,5 +13,5 @@ std::uint64_t peakProcessBytes() {
             return kibibytes * 1024;
         }
     }
-    throw std::runtime_error("the system does not tell how much memory the process has");
+    throw std::runtime_error("the system does not report the memory of the process");
 }

@@ -9,7 +9,7 @@
 std::uint64_t peakProcessBytes() {
     PROCESS_MEMORY_COUNTERS counters = {};
     if (GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters) == 0) {
-        throw std::runtime_error("the system does not tell how much memory the process has");
+        throw std::runtime_error("the system does not report the memory of the process");
     }
     return counters.PeakPagefileUsage;
 }

@@ -1,6 +1,6 @@
-// Where the plug-in's logs of this program go.
+// The folder for the plug-in's logs in this program.
 #pragma once
 
-// Natively: a folder of the program's own, gone at its end, instead of the home of whoever runs the tests. On Windows
-// the plug-in asks the system, so nothing can be put in its way. Call once, before the first log.
+// Natively: a temporary folder of the program, instead of the user's home. On Windows the plug-in asks the system for
+// the folder, which cannot be replaced. Call once, before the first log.
 void useTestHome();
