@@ -18,9 +18,9 @@ namespace {
 
 using namespace aviwriter;
 
-// A super index that points at `pieces` positions in the media of a sparse file, and then, 8 MiB before its end, to an index
-// of `indexBytes`. Each claims 8 MiB, of which 4 MiB are read: the first four bytes show that it is no
-// index.
+// A super index that points at `pieces` positions in the media of a sparse file, and then, 8 MiB before its end, at an
+// index of `indexBytes` bytes. The first ones have stated sizes of 8 MiB, of which 4 MiB are read: their first four
+// bytes show that they are not indexes.
 std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t pieces, std::uint32_t indexBytes) {
     constexpr std::uint32_t kClaimed = 8 + (8u << 20);
     const std::uint64_t indexAt = fileBytes - (8 << 20);
@@ -37,7 +37,7 @@ std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t piec
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
     EXPECT_LE(file.bytesRead(), (pieces + 1) * (4ull << 20) + 65'536)
-        << "besides the headers, of which the super index is one";
+        << "plus the headers, which include the super index";
     const std::string errors = parser.errorText();
     return errors.substr(errors.rfind("stream[0]: "));
 }
@@ -56,7 +56,7 @@ TEST(IndexReads, RefuseTheNextByteOfAnyFile) {
               "stream[0]: could not read standard index at: 2147483656, size: 4192233\n");
 }
 
-// In a smaller file, its size and 4 MiB: four pieces, a super index of 104 bytes, and the rest.
+// In a smaller file, its size plus 4 MiB: four pieces, a super index of 104 bytes, and the rest.
 constexpr std::uint64_t kFileOf16MiB = 16 << 20;
 constexpr std::uint32_t kRestOf20MiB = (4 << 20) - 104;
 
