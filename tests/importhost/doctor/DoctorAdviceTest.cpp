@@ -160,7 +160,7 @@ TEST(DoctorAdvice, ANamedPluginIsJudgedWithoutTheFolders) {
     EXPECT_EQ(advice(facts), Texts{});
 }
 
-TEST(DoctorPage, ShowsTheFactsAndWhatThereIsToMend) {
+TEST(DoctorPage, ShowsTheFactsAndWhatToFix) {
     Facts facts = goodFacts();
     facts.folders.push_back({"old", "11.0", false});
     facts.log.isOn = true;

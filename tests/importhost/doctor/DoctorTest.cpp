@@ -16,7 +16,7 @@ std::string beside(const std::string& fileName) {
 
 std::string pluginBeside() { return beside(hostkit::PluginLibrary::usualFileName()); }
 
-TEST(Doctor, FindsNothingToMendInThePluginBesideIt) {
+TEST(Doctor, FindsNothingToFixInThePluginOfItsFolder) {
     const programs::ProgramRun run = programs::runImporthost({"doctor", "--plugin", pluginBeside()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");

@@ -29,14 +29,14 @@ public:
         }
         judgeAge(programVersion);
         judgeLog();
-        return m_toMend;
+        return m_toFix;
     }
 
 private:
     // The same cause in two copies is listed once.
     void add(const std::string& text) {
-        if (std::find(m_toMend.begin(), m_toMend.end(), text) == m_toMend.end()) {
-            m_toMend.push_back(text);
+        if (std::find(m_toFix.begin(), m_toFix.end(), text) == m_toFix.end()) {
+            m_toFix.push_back(text);
         }
     }
 
@@ -163,7 +163,7 @@ private:
     }
 
     const Facts& m_facts;
-    std::vector<std::string> m_toMend;
+    std::vector<std::string> m_toFix;
 };
 
 }  // namespace
