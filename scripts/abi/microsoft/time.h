@@ -8,6 +8,6 @@ struct timespec {
     long tv_nsec;
 };
 int timespec_get(timespec*, int);
-errno_t localtime_s(tm*, const time_t*);
 size_t _strftime_l(char*, size_t, const char*, const tm*, _locale_t);
 }
+inline errno_t localtime_s(tm* local, const time_t* time) { return _localtime64_s(local, time); }
