@@ -41,9 +41,9 @@ public:
     class Call;
 
 private:
-    // One announced frame and its task. The task's thread is joined by whoever takes the result or destroys the request:
-    // std::async would do, but some runtimes run its tasks in a pool, whose thread may still be in this module when the
-    // result is there, and a host that unloads the module then would crash.
+    // One announced frame and its task. The task's thread is joined by whoever takes the result or destroys the
+    // request. std::async would do, but some runtimes run its tasks in a pool, whose thread may still be in this module
+    // when the result is there, and a host that unloads the module then would crash.
     class AsyncFrameRequest {
     public:
         AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, std::uint32_t index)
@@ -73,9 +73,12 @@ private:
     RequestList::iterator addRequest(const imSourceVideoRec& record, std::uint32_t frameIndex);
     csSDK_int32 decode(FrameRequest& frame);
 
-    std::mutex m_requestMutex;   // the list; held by each handler but while it waits for a decode
+    // The list; held by each handler but while it waits for a decode. So it is held while the host disposes a frame
+    // that nobody collected, or is asked again for a suite that it refused: an exception of a host of another compiler,
+    // which no destructor of ours sees, would leave this importer locked there.
+    std::mutex m_requestMutex;
     std::mutex m_readMutex;      // one task reads from the file
-    std::mutex m_decodeMutex;    // one task decodes
+    std::mutex m_decodeMutex;    // one task decodes, and has the host make the frame buffer
     RequestList m_requests;      // in the order of their announcements
 
     std::atomic<int> m_callsInside{0};   // calls of the entry function that have not returned yet
