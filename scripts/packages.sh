@@ -39,6 +39,9 @@ fuzz_packages=(libclang-rt-14-dev llvm "${muxer_packages[@]}")
 # is the one that this libc++ needs.
 microsoft_packages=(clang-19 libclang-cpp19 libllvm19 libclang-common-19-dev libc++-19-dev libwine-dev)
 
+# For scripts/tidy.
+tidy_packages=(clang-tidy)
+
 # Debian's source of libpng: Debian has no package of it for Windows.
 source_packages=(libpng1.6)
 
