@@ -1,7 +1,8 @@
 # Stages the files for users and builds the archive, the installer and their checksums. The same commit always produces
 # the same bytes: all times in them are the commit's.
 # The plug-in's symbols lie beside them, for a release to keep.
-#   cmake -D NAME= -D VERSION= -D PLUGIN= -D SYMBOLS= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT= -P Package.cmake
+#   cmake -D NAME= -D VERSION= -D PLUGIN= -D SYMBOLS= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT=
+#       -P Package.cmake
 cmake_minimum_required(VERSION 3.25)
 
 set(archive ${NAME}-${VERSION}-win64)
