@@ -130,7 +130,7 @@ void exceptionTexts(CheckRun& run) {
     for (const auto& [text, told] : texts) {
         run.step("an exception with the text '" + text.substr(0, 20) + "'");
         const std::size_t before = plugin.host().errorEvents().size();
-        expectAnswer(run, throwAtMemory(plugin, fileType, [&text] { throw std::runtime_error(text); }),
+        expectAnswer(run, throwAtMemory(plugin, fileType, [&text = text] { throw std::runtime_error(text); }),
                      kExceptionResult);
         expectErrorEvent(run, eventsSince(plugin.host(), before), imGetSubTypeNames, told);
         expectWorks(run, plugin, fileType);
