@@ -4,9 +4,12 @@ option(QUORVANE_WARNINGS_ARE_ERRORS "Warnings in our own code are errors" ON)
 add_library(project_options INTERFACE)
 
 if(MSVC)
-    target_compile_options(project_options INTERFACE /W4 /permissive- /utf-8 /EHs
+    # Callbacks of the host are extern "C" and may throw: /EHc- takes back what CMake's own /EHsc assumes of them.
+    target_compile_options(project_options INTERFACE /W4 /permissive- /utf-8 /EHs /EHc-
         $<$<BOOL:${QUORVANE_WARNINGS_ARE_ERRORS}>:/WX>)
     target_compile_definitions(project_options INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX WIN32_LEAN_AND_MEAN)
+    # A runtime that needs no DLL beside Windows' own.
+    set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreaded$<$<CONFIG:Debug>:Debug>)
 else()
     target_compile_options(project_options INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wconversion -Wno-sign-conversion

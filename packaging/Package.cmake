@@ -1,6 +1,8 @@
 # Stages the files for users and builds the archive, the installer and their checksums. The same commit always produces
 # the same bytes: all times in them are the commit's.
-#   cmake -D NAME= -D VERSION= -D PLUGIN= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT= -P Package.cmake
+# The plug-in's symbols lie beside them, for a release to keep.
+#   cmake -D NAME= -D VERSION= -D PLUGIN= -D SYMBOLS= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT=
+#       -P Package.cmake
 cmake_minimum_required(VERSION 3.25)
 
 set(archive ${NAME}-${VERSION}-win64)
@@ -64,8 +66,10 @@ execute_process(
 
 # --- The checksums ----------------------------------------------------------------------------------------------
 
+set(symbols ${NAME}-${VERSION}.prm.debug)
+configure_file(${SYMBOLS} ${OUTPUT}/${symbols} COPYONLY)
 set(sums "")
-foreach(file IN ITEMS ${archive}.zip ${NAME}-${VERSION}-setup.exe)
+foreach(file IN ITEMS ${archive}.zip ${NAME}-${VERSION}-setup.exe ${symbols})
     file(SHA256 ${OUTPUT}/${file} sum)
     string(APPEND sums "${sum}  ${file}\n")
 endforeach()

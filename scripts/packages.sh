@@ -35,6 +35,13 @@ check_packages=(
 # For fuzz/run: clang's fuzzing engine, its symbolizer, and the programs that write some seeds.
 fuzz_packages=(libclang-rt-14-dev llvm "${muxer_packages[@]}")
 
+# For scripts/abi/check, unpacked and never installed: libc++ and Wine's headers would replace other packages. The clang
+# is the one that this libc++ needs.
+microsoft_packages=(clang-19 libclang-cpp19 libllvm19 libclang-common-19-dev libc++-19-dev libwine-dev)
+
+# For scripts/tidy.
+tidy_packages=(clang-tidy)
+
 # Debian's source of libpng: Debian has no package of it for Windows.
 source_packages=(libpng1.6)
 
@@ -60,6 +67,20 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing \
         >>"$log_dir/apt.log" 2>&1 ||
         fail "apt-get could not install the packages; see $log_dir/apt.log"
+}
+
+# unpack_packages FOLDER PACKAGE...: downloads binary packages and unpacks them into build/packages/FOLDER.
+unpack_packages() {
+    local target=build/packages/$1 log=$log_dir/unpacked-packages.log file
+    shift
+    [ ! -e "$target/.unpacked" ] || return 0
+    say "fetching packages (progress in $log): $*"
+    rm -rf "$target" && mkdir -p "$target/download"
+    (cd "$target/download" && apt-get download "$@") >"$log" 2>&1 ||
+        { as_root apt-get update && cd "$target/download" && apt-get download "$@"; } >>"$log" 2>&1 ||
+        fail "the packages could not be fetched; see $log"
+    for file in "$target"/download/*.deb; do dpkg -x "$file" "$target"; done
+    rm -r "$target/download" && touch "$target/.unpacked"
 }
 
 # Downloads and unpacks a source package's original archive into build/packages/NAME.

@@ -47,7 +47,8 @@ Session::Session(const StreamInfo& info, const Target& target)
       m_targetMax(target.to32768 ? 32768 : maxCode(target.type->bitDepth)),
       m_transform(sourceCodes(info, m_layout), targetCodes(target, m_targetMax)),
       m_decoder(info),
-      m_rowPixels((info.width + target.type->groupPixels - 1) / target.type->groupPixels * target.type->groupPixels) {
+      m_rowPixels((std::size_t{info.width} + target.type->groupPixels - 1) / target.type->groupPixels *
+                  target.type->groupPixels) {
     for (std::vector<std::uint16_t>& component : m_row)
         component.resize(m_rowPixels);
 }

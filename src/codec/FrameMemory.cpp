@@ -31,7 +31,7 @@ public:
             m_bytes.fetch_sub(bytes, std::memory_order_relaxed);
             return;
         }
-        block.release();
+        static_cast<void>(block.release());   // the place owns it
     }
 
     void clear() noexcept {

@@ -36,13 +36,14 @@ void reportToHost(const std::string& text) {
 }  // namespace
 
 csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+    std::string text;
     try {
         return DispatchSelector(selector, stdParms, param1, param2);
     } catch (const std::exception& exception) {
-        const std::string text = std::string("FATAL: Unhandled exception during [") + SelectorName(selector) + "] (" +
-                                 std::to_string(selector) + "): " + messageOf(exception);
-        Log("%s", text.c_str());
-        reportToHost(text);
-        return kExceptionResult;
+        text = std::string("FATAL: Unhandled exception during [") + SelectorName(selector) + "] (" +
+               std::to_string(selector) + "): " + messageOf(exception);
     }
+    Log("%s", text.c_str());
+    reportToHost(text);   // not inside the handler, which an exception of a host of another compiler would never leave
+    return kExceptionResult;
 }

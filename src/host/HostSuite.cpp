@@ -23,10 +23,9 @@ HostSuiteHolder::~HostSuiteHolder() {
 }
 
 void HostSuiteHolder::acquire() {
-    const SPErr result = m_basicSuite->AcquireSuite(m_name, m_version, &m_suite);
-    if (result != kSPNoError) {
-        m_suite = nullptr;   // ignore whatever a refusing host left there
-    }
+    const void* suite = nullptr;
+    const SPErr result = m_basicSuite->AcquireSuite(m_name, m_version, &suite);
+    m_suite = result == kSPNoError ? suite : nullptr;   // ignore whatever a refusing host left there
     Log("Acquiring suite: r: %d, v: %d, n: '%s', ptr: %p", result, m_version, m_name, m_suite);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 #if defined(__SSE2__) || defined(_M_X64)   // every 64-bit x86 processor
@@ -24,7 +25,7 @@ Four pick(Four first, Four second) {
 Four evens(Four first, Four second) { return pick<_MM_SHUFFLE(2, 0, 2, 0)>(first, second); }
 Four odds(Four first, Four second) { return pick<_MM_SHUFFLE(3, 1, 3, 1)>(first, second); }
 
-Four toSigned8(Four bytes) { return _mm_xor_si128(bytes, _mm_set1_epi8(static_cast<char>(kSign))); }
+Four toSigned8(Four bytes) { return _mm_xor_si128(bytes, _mm_set1_epi8(std::bit_cast<char>(kSign))); }
 
 // Prefetches the cache line at `address`.
 void fetch(const float* address) { _mm_prefetch(reinterpret_cast<const char*>(address), _MM_HINT_T0); }

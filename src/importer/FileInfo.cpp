@@ -63,11 +63,11 @@ csSDK_int32 QuorvaneImporter::selectAndDescribe(imFileInfoRec8* record) {
 
     record->accessModes = kSeparateSequentialAudio;
     record->hasDataRate = 1;
-    record->hasVideo = m_videoInfo != nullptr;
+    record->hasVideo = m_videoInfo != nullptr ? 1 : 0;
     if (m_videoInfo != nullptr) {
         describeVideo(*m_videoInfo, record);
     }
-    record->hasAudio = m_audioInfo != nullptr;
+    record->hasAudio = m_audioInfo != nullptr ? 1 : 0;
     if (m_audioInfo != nullptr) {
         m_audioInfo->dumpAndFill(record);
     }

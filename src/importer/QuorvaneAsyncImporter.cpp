@@ -4,7 +4,6 @@
 #include "log/Log.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 QuorvaneAsyncImporter::QuorvaneAsyncImporter(const imStdParms* stdParms) : QuorvaneImporter(stdParms) {
@@ -62,7 +61,7 @@ csSDK_int32 QuorvaneAsyncImporter::OnGetFrame(const imSourceVideoRec& record) {
     m_requests.erase(found);
 
     lock.unlock();   // others may announce and collect meanwhile
-    const csSDK_int32 decoded = request->result.get();
+    const csSDK_int32 decoded = request->takeResult();
     lock.lock();
 
     csSDK_int32 result = aiUnknownError;
@@ -94,16 +93,25 @@ csSDK_int32 QuorvaneAsyncImporter::OnFlush() {
 QuorvaneAsyncImporter::RequestList::iterator QuorvaneAsyncImporter::addRequest(const imSourceVideoRec& record,
                                                                                std::uint32_t frameIndex) {
     auto request = std::make_unique<AsyncFrameRequest>(record, m_suites.get().ppix.get(), frameIndex);
-    FrameRequest& frame = request->frame;
-    m_requests.push_back(std::move(request));
-    const auto added = std::prev(m_requests.end());
-    try {
-        (*added)->result = std::async(std::launch::async, [this, &frame] { return decode(frame); });
-    } catch (...) {
-        m_requests.erase(added);   // without a task it could only ever fail its collector
-        throw;
+    // Started first: a request without a task could only ever fail its collector.
+    request->start(std::packaged_task<csSDK_int32()>([this, &frame = request->frame] { return decode(frame); }));
+    return m_requests.insert(m_requests.end(), std::move(request));
+}
+
+void QuorvaneAsyncImporter::AsyncFrameRequest::start(std::packaged_task<csSDK_int32()> task) {
+    m_result = task.get_future();
+    m_thread = std::thread(std::move(task));
+}
+
+csSDK_int32 QuorvaneAsyncImporter::AsyncFrameRequest::takeResult() {
+    join();
+    return m_result.get();
+}
+
+void QuorvaneAsyncImporter::AsyncFrameRequest::join() {
+    if (m_thread.joinable()) {
+        m_thread.join();
     }
-    return added;
 }
 
 // The body of every task. The reading of one frame overlaps the decoding of another.

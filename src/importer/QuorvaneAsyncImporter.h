@@ -14,6 +14,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 
 class QuorvaneAsyncImporter : public QuorvaneImporter {
 public:
@@ -40,23 +41,44 @@ public:
     class Call;
 
 private:
-    // One announced frame. Destroying it waits for its task.
-    struct AsyncFrameRequest {
+    // One announced frame and its task. The task's thread is joined by whoever takes the result or destroys the
+    // request. std::async would do, but some runtimes run its tasks in a pool, whose thread may still be in this module
+    // when the result is there, and a host that unloads the module then would crash.
+    class AsyncFrameRequest {
+    public:
         AsyncFrameRequest(const imSourceVideoRec& record, const PrSDKPPixSuite* ppixSuite, std::uint32_t index)
             : frame(record, ppixSuite), frameIndex(index) {}
+        ~AsyncFrameRequest() { join(); }
+
+        AsyncFrameRequest(const AsyncFrameRequest&) = delete;
+        AsyncFrameRequest& operator=(const AsyncFrameRequest&) = delete;
+
+        // Runs the task on a thread of its own. Throws std::system_error when there is none. Once only.
+        void start(std::packaged_task<csSDK_int32()> task);
+
+        // Waits for the task; gives its result, or throws what it threw. Once only, after `start`.
+        csSDK_int32 takeResult();
 
         FrameRequest frame;
-        std::uint32_t frameIndex;
-        std::future<csSDK_int32> result;   // last: its end waits for the task, which uses the members above
+        const std::uint32_t frameIndex;
+
+    private:
+        void join();
+
+        std::future<csSDK_int32> m_result;
+        std::thread m_thread;
     };
     using RequestList = std::list<std::unique_ptr<AsyncFrameRequest>>;
 
     RequestList::iterator addRequest(const imSourceVideoRec& record, std::uint32_t frameIndex);
     csSDK_int32 decode(FrameRequest& frame);
 
-    std::mutex m_requestMutex;   // the list; held by each handler but while it waits for a decode
+    // The list; held by each handler but while it waits for a decode. So it is held while the host disposes a frame
+    // that nobody collected, or is asked again for a suite that it refused: an exception of a host of another compiler,
+    // which no destructor of ours sees, would leave this importer locked there.
+    std::mutex m_requestMutex;
     std::mutex m_readMutex;      // one task reads from the file
-    std::mutex m_decodeMutex;    // one task decodes
+    std::mutex m_decodeMutex;    // one task decodes, and has the host make the frame buffer
     RequestList m_requests;      // in the order of their announcements
 
     std::atomic<int> m_callsInside{0};   // calls of the entry function that have not returned yet

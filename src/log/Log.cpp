@@ -65,7 +65,7 @@ void CloseLog() {
     neverFail([] {
         std::unique_ptr<LogWriter> writer(logSettings.logger.exchange(nullptr, std::memory_order_acq_rel));
         if (writer != nullptr && !writer->close()) {
-            writer.release();
+            static_cast<void>(writer.release());   // left as it is for ever
         }
     });
 }

@@ -10,7 +10,7 @@
 #include <string>
 
 // The callers' formats have already been checked by the compiler.
-#if defined(__GNUC__)
+#if defined(__GNUC__) || defined(__clang__)
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #endif
 

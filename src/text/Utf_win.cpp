@@ -1,6 +1,7 @@
 #include "text/Utf.h"
 
 #include <climits>
+#include <cstddef>
 #include <stdexcept>
 
 #include <windows.h>

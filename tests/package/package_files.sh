@@ -11,7 +11,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 expect "checksums hold" "good" "$(cd "$packages" && sha256sum --quiet -c SHA256SUMS 2>&1 && echo good)"
-expect "files with a checksum" "ImporterQuorvane-$version-setup.exe $name.zip" \
+expect "files with a checksum" "ImporterQuorvane-$version-setup.exe $name.zip ImporterQuorvane-$version.prm.debug" \
     "$(awk '{ print $2 }' "$packages/SHA256SUMS" | as_sorted_line)"
 
 (cd "$work" && cmake -E tar xf "$packages/$name.zip")
@@ -22,6 +22,14 @@ expect "the plug-in in the archive is the tested one" "same" \
     "$(cmp "$work/$name/ImporterQuorvane.prm" "$bin/ImporterQuorvane.prm" && echo same)"
 expect "importhost in the archive is the tested one" "same" \
     "$(cmp "$work/$name/importhost.exe" "$bin/importhost.exe" && echo same)"
+
+
+symbols=$packages/ImporterQuorvane-$version.prm.debug
+entry=$(x86_64-w64-mingw32-nm "$symbols" | awk '$3 == "xImportEntry" { print $1 }')
+expect "the plug-in has no symbols" "no symbols" \
+    "$(x86_64-w64-mingw32-nm "$work/$name/ImporterQuorvane.prm" 2>&1 | grep -o "no symbols")"
+expect "the symbols' file turns an address into a function and its line" "xImportEntry src/host/EntryPoint.cpp" \
+    "$(x86_64-w64-mingw32-addr2line -fe "$symbols" "$entry" | sed 's|.*/src/|src/|; s/:.*//' | xargs)"
 
 for text in README.txt log-on.reg log-off.reg; do
     expect "every line of $text has a Windows line end" "0" "$(grep -c -v $'\r$' "$work/$name/$text")"
@@ -35,8 +43,8 @@ done
 # Packages the same content twice, the second time from newer files.
 make_packages() {
     cmake -D NAME=ImporterQuorvane -D VERSION="$version" -D PLUGIN="$work/$name/ImporterQuorvane.prm" \
-        -D IMPORTHOST="$work/$name/importhost.exe" -D TEXTS="$work/$name" -D SCRIPTS="$here/../../packaging" \
-        -D LIBPNG="$here/../../build/packages/libpng1.6" -D OUTPUT="$1" \
+        -D SYMBOLS="$symbols" -D IMPORTHOST="$work/$name/importhost.exe" -D TEXTS="$work/$name" \
+        -D SCRIPTS="$here/../../packaging" -D LIBPNG="$here/../../build/packages/libpng1.6" -D OUTPUT="$1" \
         -P "$here/../../packaging/Package.cmake" >"$work/log" 2>&1 || cat "$work/log"
 }
 make_packages "$work/first"

@@ -9,7 +9,7 @@ std::filesystem::path sampleFolder() {
 }
 
 std::filesystem::path sampleFile(const std::string& name, const aviwriter::SampleOptions& options) {
-    const std::filesystem::path file = sampleFolder() / name;
+    std::filesystem::path file = sampleFolder() / name;
     if (!std::filesystem::exists(file)) {
         std::filesystem::create_directories(file.parent_path());
         // A partly written file must not be mistaken for a complete one.

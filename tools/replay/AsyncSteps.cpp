@@ -3,7 +3,6 @@
 #include "replay/LineScan.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace replay {
 
@@ -64,9 +63,9 @@ AsyncSteps::ImporterPtr AsyncSteps::choose(const LoggedCall& call, const Argumen
         step.assumed.push_back("which asynchronous importer");
     }
     if (call.selector == aiGetFrame) {
-        for (const ImporterPtr& importer : m_importers | std::views::reverse) {
-            if (findPending(importer->pending, arguments.frameIndex) != importer->pending.end()) {
-                return importer;
+        for (auto importer = m_importers.rbegin(); importer != m_importers.rend(); ++importer) {
+            if (findPending((*importer)->pending, arguments.frameIndex) != (*importer)->pending.end()) {
+                return *importer;
             }
         }
     }

@@ -1,12 +1,11 @@
 #include "replay/ClipBook.h"
 
-#include <ranges>
-
 namespace replay {
 
 ClipBook::Found ClipBook::find(const std::string& loggedPath, csSDK_int32 fileStream, bool quietFirst) const {
     Found found;
-    for (const ClipPtr& clip : m_clips | std::views::reverse) {
+    for (auto at = m_clips.rbegin(); at != m_clips.rend(); ++at) {
+        const ClipPtr& clip = *at;
         if (clip->loggedPath != loggedPath || clip->fileStream != fileStream) {
             continue;
         }

@@ -99,6 +99,19 @@ TEST(ValidateCommand, ACheckWithNothingToLookAtIsSkippedWithTheReason) {
     EXPECT_TRUE(contains(run.output, "\n1 check: 0 passed, 1 skipped.\n")) << run.output;
 }
 
+TEST(ValidateCommand, MixedCompilersAreToldAsSuch) {
+    const TempFolder folder;
+    const std::filesystem::path plugin = folder.folder() / ("Mixed" WRONG_PLUGIN_SUFFIX);
+    std::filesystem::copy_file(hostkit::PluginLibrary::programFolder() / ("WrongPlugin" WRONG_PLUGIN_SUFFIX), plugin);
+    std::ofstream(plugin, std::ios::binary | std::ios::app) << ".?AVexception@std@@";
+    const ProgramRun run = validate({"--plugin", hostkit::toUtf8(plugin), "--only", "foreign-exceptions"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(contains(run.output, " s  mixed compilers: the plug-in has Microsoft's C++ ABI and this program has "
+                                     "not, so that no exception passes from one to the other\n"))
+        << run.output;
+    EXPECT_TRUE(contains(run.output, "\n1 check: 0 passed, 1 skipped.\n")) << run.output;
+}
+
 TEST(ValidateCommand, AWarningIsNoFailure) {
     const TempFolder folder;
     const ProgramRun run = validate({"--only", "good-files-open", writtenFile(folder, "text.avi", "no film")});

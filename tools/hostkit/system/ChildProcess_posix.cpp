@@ -45,6 +45,7 @@ private:
 pid_t start(const std::filesystem::path& program, std::vector<std::string> words, const Redirections& redirections) {
     words.insert(words.begin(), toUtf8(program));
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) {
         pointers.push_back(word.data());
     }

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace hostkit {
@@ -26,7 +27,7 @@ public:
         }
     }
 
-    // The following throw std::runtime_error for a position that the file does not have.
+    // The next three throw std::runtime_error for a position that the file does not have.
 
     template <class Record>
     Record at(std::uint64_t offset) const {
@@ -46,6 +47,10 @@ public:
         expect(offset, size);
         const auto start = m_bytes.begin() + static_cast<std::ptrdiff_t>(offset);
         return {start, start + static_cast<std::ptrdiff_t>(size)};
+    }
+
+    bool contains(std::string_view text) const {
+        return std::search(m_bytes.begin(), m_bytes.end(), text.begin(), text.end()) != m_bytes.end();
     }
 
     [[noreturn]] void fail(const std::string& why) const { throw std::runtime_error("'" + m_name + "' " + why + "."); }

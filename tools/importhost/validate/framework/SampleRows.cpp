@@ -102,7 +102,10 @@ Bytes noise(Bytes bytes) {
     return bytes;
 }
 
-Bytes nothing(Bytes) { return {}; }
+Bytes nothing(Bytes bytes) {
+    bytes.clear();
+    return bytes;
+}
 
 // --- The table --------------------------------------------------------------------------------------------------
 

@@ -19,7 +19,7 @@ std::string grouped(long long number) {
 }  // namespace
 
 std::string sizeText(double bytes) {
-    const std::string exact = grouped(std::llround(bytes)) + (bytes == 1.0 ? " byte" : " bytes");
+    std::string exact = grouped(std::llround(bytes)) + (bytes == 1.0 ? " byte" : " bytes");
     double size = bytes;
     const char* unit = nullptr;
     for (const char* larger : {"KiB", "MiB", "GiB", "TiB"}) {

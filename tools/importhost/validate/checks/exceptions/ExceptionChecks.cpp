@@ -1,6 +1,7 @@
 // A host that throws.
 #include "importhost/validate/checks/exceptions/GuardChecks.h"
 #include "importhost/validate/checks/host/TroubledHost.h"
+#include "importhost/validate/checks/stage/MixedCompilers.h"
 #include "importhost/validate/framework/Groups.h"
 
 namespace importhost::validate {
@@ -12,6 +13,7 @@ using hostkit::HostCall;
 // --- throwing-host ----------------------------------------------------------------------------------------------
 
 void throwingHost(CheckRun& run) {
+    skipIfCompilersAreMixed(run);
     playInTrouble(run, {.trouble = Trouble::Throws, .moreOfEachCall = run.effort(0, 5)});
 }
 

@@ -1,6 +1,7 @@
 #include "importhost/validate/checks/exceptions/GuardChecks.h"
 
 #include "importhost/validate/checks/stage/ErrorEvents.h"
+#include "importhost/validate/checks/stage/MixedCompilers.h"
 #include "importhost/validate/checks/stage/OpenClip.h"
 
 #include "hostkit/sessions/Names.h"
@@ -115,6 +116,7 @@ void undescribedClips(CheckRun& run) {
 // --- exception-texts --------------------------------------------------------------------------------------------
 
 void exceptionTexts(CheckRun& run) {
+    skipIfCompilersAreMixed(run);
     PlayedPlugin plugin(run);
     const csSDK_int32 fileType = fileTypeOf(run, plugin);
     const std::string beyondAscii = "\xC3\xBC \xE6\x98\xA0 \xF0\x9F\x8E\x9E";   // 2, 3 and 4 bytes of UTF-8
@@ -128,7 +130,7 @@ void exceptionTexts(CheckRun& run) {
     for (const auto& [text, told] : texts) {
         run.step("an exception with the text '" + text.substr(0, 20) + "'");
         const std::size_t before = plugin.host().errorEvents().size();
-        expectAnswer(run, throwAtMemory(plugin, fileType, [&text] { throw std::runtime_error(text); }),
+        expectAnswer(run, throwAtMemory(plugin, fileType, [&text = text] { throw std::runtime_error(text); }),
                      kExceptionResult);
         expectErrorEvent(run, eventsSince(plugin.host(), before), imGetSubTypeNames, told);
         expectWorks(run, plugin, fileType);
@@ -151,6 +153,7 @@ void expectNoEvent(CheckRun& run, PlayedPlugin& plugin, csSDK_int32 fileType) {
 }  // namespace
 
 void exceptionsOutsideTheStart(CheckRun& run) {
+    skipIfCompilersAreMixed(run);
     PlayedPlugin plugin(run);
     const csSDK_int32 fileType = fileTypeOf(run, plugin);
     run.step("after the shutdown");
@@ -172,6 +175,7 @@ void exceptionsOutsideTheStart(CheckRun& run) {
 // --- unreportable-exceptions ------------------------------------------------------------------------------------
 
 void unreportableExceptions(CheckRun& run) {
+    skipIfCompilersAreMixed(run);
     PlayedPlugin plugin(run);
     const csSDK_int32 fileType = fileTypeOf(run, plugin);
     const auto thrower = [] { throw std::runtime_error(kReason); };
@@ -200,6 +204,7 @@ void unreportableExceptions(CheckRun& run) {
 // --- foreign-exceptions -----------------------------------------------------------------------------------------
 
 void foreignExceptions(CheckRun& run) {
+    skipIfCompilersAreMixed(run);
     PlayedPlugin plugin(run);
     const csSDK_int32 fileType = fileTypeOf(run, plugin);
     const std::size_t before = plugin.host().errorEvents().size();

@@ -3,6 +3,7 @@
 #include "importhost/validate/checks/host/RefusedSuites.h"
 #include "importhost/validate/checks/host/TroubledHost.h"
 #include "importhost/validate/checks/stage/ErrorEvents.h"
+#include "importhost/validate/checks/stage/MixedCompilers.h"
 #include "importhost/validate/framework/Groups.h"
 
 namespace importhost::validate {
@@ -40,6 +41,7 @@ void failingHostFunctions(CheckRun& run) {
 constexpr CallDemand kNoMoreSuites[] = {{HostCall::AcquireSuite, Allowed::Fixed, kExceptionResult, kExceptionResult}};
 
 void suitesRunOut(CheckRun& run) {
+    skipIfCompilersAreMixed(run);    // without an Error Suite the plug-in throws
     playInTrouble(run, {.trouble = Trouble::FailsFromThenOn,
                         .demands = kNoMoreSuites,
                         .only = {HostCall::AcquireSuite},

@@ -108,7 +108,7 @@ std::string Desk::whileRefusing(Suffering suffering, const std::function<void()>
         return "";
     }
     m_beforeRefusals();
-    const std::string refusal = m_refusals->begin(suffering);
+    std::string refusal = m_refusals->begin(suffering);
     call();
     m_struck += m_refusals->end();
     return refusal;

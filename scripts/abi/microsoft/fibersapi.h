@@ -1,0 +1,3 @@
+// libc++ takes the functions for fibers from here; Wine has them in windows.h.
+#pragma once
+#include <windows.h>
