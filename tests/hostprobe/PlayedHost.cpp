@@ -31,14 +31,6 @@ const void* tableFor(const std::string& name) {
     return &used.error;
 }
 
-SPErr acquire(const char* name, csSDK_int32 version, const void** suite) {
-    const SPErr error = PlayedHost::current().good.basic.AcquireSuite(name, version, suite);
-    if (error == kSPNoError) {
-        *suite = tableFor(name);
-    }
-    return error;
-}
-
 prSuiteError createPPix(PPixHand* out, PrPPixBufferAccess access, PrPixelFormat format, const prRect* bounds) {
     PlayedHost& host = PlayedHost::current();
     if (bounds->right == host.wanted.inFrameWidth) {
@@ -62,8 +54,8 @@ void copySuite(SPBasicSuite* basic, const char* name, csSDK_int32 version, Suite
 PlayedHost::PlayedHost(hostkit::ImporterEntry entry) : m_entry(entry) {
     played = this;
     takeGoodTables();
+    good.basic.AcquireSuite = acquire;
     used = good;
-    used.basic.AcquireSuite = acquire;
     used.utility.getSPBasicSuite = basicSuite;
     used.creator.CreatePPix = createPPix;
     callbacks.classFuncs = &used.classData;
@@ -74,6 +66,14 @@ PlayedHost::PlayedHost(hostkit::ImporterEntry entry) : m_entry(entry) {
 PlayedHost::~PlayedHost() { played = nullptr; }
 
 PlayedHost& PlayedHost::current() { return *played; }
+
+SPErr PlayedHost::acquire(const char* name, csSDK_int32 version, const void** suite) {
+    const SPErr error = played->m_base.basicSuite()->AcquireSuite(name, version, suite);
+    if (error == kSPNoError) {
+        *suite = tableFor(name);
+    }
+    return error;
+}
 
 void PlayedHost::takeGoodTables() {
     const imStdParms* base = m_base.stdParms();

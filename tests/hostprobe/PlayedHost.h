@@ -1,5 +1,5 @@
-// A small host with tables of its own that a test can spoil one by one, driving the probe's entry directly. Left as it
-// is, it does everything right. Its good functions are the host library's.
+// A small host that calls the probe's entry directly, with tables of its own that a test can spoil one by one. Unspoiled
+// it does everything right. Its good functions are the host library's.
 #pragma once
 
 #include "hostkit/host/Host.h"
@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 // Room for the record of any version, zeroed, at the same place for its whole life.
@@ -26,6 +27,12 @@ struct HostTables {
     PrSDKImageProcessingSuite image;
     PrSDKAudioSuite audio;
     PrSDKErrorSuite3 error;
+
+    template <class Table>
+    Table& get() {
+        return std::get<Table&>(
+            std::tie(memory, utility, classData, basic, creator, frames, cache, time, image, audio, error));
+    }
 };
 
 class PlayedHost {
@@ -41,16 +48,16 @@ public:
     imCallbackFuncs callbacks = {};
     piSuites suites = {};
     HostTables used = {};                   // may be spoiled
-    HostTables good = {};                   // what the spoiled functions can fall back on
+    HostTables good = {};                   // what the spoiled functions may call
 
-    // Done to the record of each call of a selector, just before it is made. Records other than the one that belongs
-    // to a selector have a key of their own.
+    // Changes the record of each call of a selector before the call. Other records than the selector's own have a key
+    // of their own.
     static constexpr int kAccess = 1037;            // the first record of imGetInfo8
     static constexpr int kSamples = 1013;           // imDataRateAnalysis with a buffer
     static constexpr int kAsync = 2000;             // plus the asynchronous selector
     std::map<int, std::function<void(char* record)>> spoil;
 
-    // Done once, inside the next CreatePPix for the clip's own picture.
+    // Called once, inside the next CreatePPix for the clip's own picture.
     std::function<void()> duringFrame;
     void runDuringFrame();
 
@@ -94,6 +101,7 @@ public:
     imFrameFormat wanted = {50, 28, PrPixelFormat_BGRA_4444_8u};
 
 private:
+    static SPErr acquire(const char* name, csSDK_int32 version, const void** suite);
     void fillVideo(char* record, void* owner, PPixHand* out);
     void apply(int key, RecordBytes& record);
     void takeGoodTables();

@@ -4,19 +4,8 @@
 #include <thread>
 
 using enum hostprobe::Sentence;
-using Host = PlayedHost;
 
 namespace {
-
-// One call, in the life of a file that is described.
-template <class Spoil>
-auto within(Spoil spoil) {
-    return [spoil](Host& host) {
-        host.begin();
-        spoil(host);
-        host.end();
-    };
-}
 
 void shutDownDuringNewPtr(Host& host) {
     host.init();
@@ -40,21 +29,16 @@ void otherPathAtReopen(Host& host) {
     host.path = u"clip.probe";
 }
 
-void otherStreamAtReopen(Host& host) {
+// Opens a quiet file again, with another value in the record.
+template <auto Member, csSDK_int32 Value>
+void reopenWith(Host& host) {
     host.quiet();
-    host.spoil[imOpenFile8] = [](char* record) { reinterpret_cast<imFileOpenRec8*>(record)->inStreamIdx = 1; };
+    host.spoil[imOpenFile8] = [](char* record) { reinterpret_cast<imFileOpenRec8*>(record)->*Member = Value; };
     host.open();
 }
 
-void otherIdAtReopen(Host& host) {
-    host.quiet();
-    host.spoil[imOpenFile8] = [](char* record) { reinterpret_cast<imFileOpenRec8*>(record)->inImporterID = 7; };
-    host.open();
-}
-
-// Calls with another file reference, which the host then puts right.
-template <class Call>
-auto withOtherReference(Call call) {
+// A call with another file reference than the importer's.
+Play withOtherReference(Play call) {
     return within([call](Host& host) {
         const imFileRef right = host.reference;
         host.reference = &host;
@@ -72,7 +56,7 @@ void reopenWithOtherReference(Host& host) {
 }  // namespace
 
 WrongCases wrongCallOrders() {
-    constexpr char notStored[] = ": the file reference is not the one that this importer stored.";
+    const std::string notStored = ": the file reference is not the one that this importer stored.";
     return {
         {"CallBeforeInit", InitNotFirst, "imGetSupports8 came before imInit.",
          [](Host& host) { host.call(imGetSupports8); host.play(); }},
@@ -90,7 +74,7 @@ WrongCases wrongCallOrders() {
          [](Host& host) { host.begin(); host.close(); }},
         {"FormatOutOfTurn", IndexOutOfTurn, "imGetIndFormat asked for index 1 out of turn.",
          [](Host& host) { host.init(); host.format(1); host.shutdown(); }},
-        {"FormatBehindTheEnd", IndexOutOfTurn, "imGetIndFormat asked for index 2 out of turn.",
+        {"FormatPastTheEnd", IndexOutOfTurn, "imGetIndFormat asked for index 2 out of turn.",
          [](Host& host) { host.init(); host.format(0); host.format(1); host.format(2); host.shutdown(); }},
         {"PixelFormatOutOfTurn", IndexOutOfTurn, "imGetIndPixelFormat asked for index 2 out of turn.",
          within([](Host& host) { host.pixelFormat(0); host.pixelFormat(2); })},
@@ -112,36 +96,36 @@ WrongCases wrongCallOrders() {
          [](Host& host) { host.init(); host.open(); host.frame(); host.end(); }},
         {"AsyncBeforeInfo", BeforeInfo, "imCreateAsyncImporter came before imGetInfo8.",
          [](Host& host) { host.init(); host.open(); host.createAsync(); host.end(); }},
-        {"StreamBehindTheLastPromise", StreamNotPromised,
+        {"StreamPastTheLastPromise", StreamNotPromised,
          "imGetInfo8 asked for stream 2, which no answer had promised.", within([](Host& host) { host.info(2); })},
-        {"StreamBehindTheEnd", StreamNotPromised, "imGetInfo8 asked for stream 3, which no answer had promised.",
+        {"StreamPastTheEnd", StreamNotPromised, "imGetInfo8 asked for stream 3, which no answer had promised.",
          within([](Host& host) { host.info(1); host.info(2); host.info(3); })},
-        {"OtherReferenceForFrame", OtherFileReference, std::string("imGetSourceVideo") + notStored,
+        {"OtherReferenceForFrame", OtherFileReference, "imGetSourceVideo" + notStored,
          withOtherReference([](Host& host) { host.frame(); })},
-        {"OtherReferenceForSound", OtherFileReference, std::string("imImportAudio7") + notStored,
+        {"OtherReferenceForSound", OtherFileReference, "imImportAudio7" + notStored,
          withOtherReference([](Host& host) { host.audio(); })},
-        {"OtherReferenceForInfo", OtherFileReference, std::string("imGetInfo8") + notStored,
+        {"OtherReferenceForInfo", OtherFileReference, "imGetInfo8" + notStored,
          withOtherReference([](Host& host) { host.info(0); })},
-        {"OtherReferenceForLayout", OtherFileReference, std::string("imGetAudioChannelLayout") + notStored,
+        {"OtherReferenceForLayout", OtherFileReference, "imGetAudioChannelLayout" + notStored,
          withOtherReference([](Host& host) { host.layout(); })},
-        {"OtherReferenceForAnalysis", OtherFileReference, std::string("imAnalysis") + notStored,
+        {"OtherReferenceForAnalysis", OtherFileReference, "imAnalysis" + notStored,
          withOtherReference([](Host& host) { host.analysis(); })},
-        {"OtherReferenceForDataRate", OtherFileReference, std::string("imDataRateAnalysis") + notStored,
+        {"OtherReferenceForDataRate", OtherFileReference, "imDataRateAnalysis" + notStored,
          withOtherReference([](Host& host) { host.askForSamples(); })},
-        {"OtherReferenceForReopen", OtherFileReference, std::string("imOpenFile8") + notStored,
+        {"OtherReferenceForReopen", OtherFileReference, "imOpenFile8" + notStored,
          within(reopenWithOtherReference)},
-        {"OtherReferenceForQuiet", OtherFileReference, std::string("imQuietFile") + notStored,
+        {"OtherReferenceForQuiet", OtherFileReference, "imQuietFile" + notStored,
          [](Host& host) { host.begin(); host.reference = &host; host.quiet(); host.end(); }},
-        {"OtherReferenceForClose", OtherFileReference, std::string("imCloseFile") + notStored,
+        {"OtherReferenceForClose", OtherFileReference, "imCloseFile" + notStored,
          [](Host& host) { host.begin(); host.reference = &host; host.end(); }},
         {"OtherPathForReopen", OtherPath, "imOpenFile8: the path is not the one that was opened first.",
          within(otherPathAtReopen)},
         {"OtherPathForInfo", OtherPath, "imGetInfo8: the path is not the one that was opened first.",
          within([](Host& host) { host.path = u"other.probe"; host.info(0); })},
         {"OtherIdForReopen", OtherImporterId,
-         "imOpenFile8: the importer's number is not the one of the first opening.", within(otherIdAtReopen)},
+         "imOpenFile8: the importer's number is not the one of the first opening.", within(reopenWith<&imFileOpenRec8::inImporterID, 7>)},
         {"OtherStreamForReopen", OtherStream, "imOpenFile8: the stream is not the one of the first opening.",
-         within(otherStreamAtReopen)},
+         within(reopenWith<&imFileOpenRec8::inStreamIdx, 1>)},
         {"SoundDuringFrame", CallsOverlap, "imImportAudio7 came while another call for the same file ran.",
          within(soundDuringFrame)},
     };

@@ -4,7 +4,6 @@
 #include <cstring>
 
 using enum hostprobe::Sentence;
-using Host = PlayedHost;
 
 namespace {
 
@@ -52,111 +51,92 @@ constexpr SpoiltByte kSpoiltBytes[] = {
     {Host::kAsync + aiInitiateAsyncRead, "aiInitiateAsyncRead", 123, IMPORTMOD_VERSION_23},
 };
 
-WrongCase spoiltByte(const SpoiltByte& spoilt) {
-    const std::string offset = std::to_string(spoilt.offset);
-    return {"Byte" + offset + "OfRecord" + std::to_string(spoilt.key), NotZero,
-            std::string(spoilt.call) + ": the record is not zero at " + offset + ".", [spoilt](Host& host) {
-                host.parms.imInterfaceVer = spoilt.version;
-                host.spoil[spoilt.key] = [spoilt](char* record) { record[spoilt.offset] = 1; };
-                host.play();
-            }};
+WrongCase spoiltByte(const SpoiltByte& byte) {
+    const std::string offset = std::to_string(byte.offset);
+    return {"Byte" + offset + "OfRecord" + std::to_string(byte.key), NotZero,
+            std::string(byte.call) + ": the record is not zero at " + offset + ".", spoilt([byte](Host& host) {
+                host.parms.imInterfaceVer = byte.version;
+                host.spoil[byte.key] = [byte](char* record) { record[byte.offset] = 1; };
+            })};
 }
 
-// A whole life in which one value of one record is another one.
 template <class T>
-auto withValue(int key, std::size_t offset, T value) {
-    return [=](Host& host) {
-        host.spoil[key] = [=](char* record) { std::memcpy(record + offset, &value, sizeof(value)); };
-        host.play();
-    };
+void put(Host& host, int key, std::size_t offset, T value) {
+    host.spoil[key] = [=](char* record) { std::memcpy(record + offset, &value, sizeof(value)); };
 }
 
-// The same within a short life, for calls of a file that is described.
-template <class T, class Call>
-auto onceWithValue(int key, std::size_t offset, T value, Call call) {
-    return [=](Host& host) {
-        host.begin();
-        host.spoil[key] = [=](char* record) { std::memcpy(record + offset, &value, sizeof(value)); };
+// A whole life with another value in one record.
+template <class T>
+Play withValue(int key, std::size_t offset, T value) {
+    return spoilt([=](Host& host) { put(host, key, offset, value); });
+}
+
+// One call with another value in a record.
+template <class T>
+Play onceWithValue(int key, std::size_t offset, T value, Play call) {
+    return within([=](Host& host) {
+        put(host, key, offset, value);
         call(host);
-        host.end();
-    };
+    });
 }
 
 void changeFormatsDuringFrame(Host& host) {
-    host.begin();
     host.duringFrame = [&host] { host.wanted.inFrameHeight = 99; };
     host.frame();
-    host.end();
 }
 
-void sameBufferTwice(Host& host) {
-    host.begin();
-    host.spoil[imImportAudio7] = [](char* record) {
-        float** channels = nullptr;
-        std::memcpy(&channels, record + 12, sizeof(channels));
-        channels[1] = channels[0] + 1;
-    };
-    host.audio();
-    host.end();
+// A call for sound, with another buffer for the second channel.
+Play secondBuffer(float* (*other)(float* first)) {
+    return within([other](Host& host) {
+        host.spoil[imImportAudio7] = [other](char* record) {
+            float** channels = nullptr;
+            std::memcpy(&channels, record + 12, sizeof(channels));
+            channels[1] = other(channels[0]);
+        };
+        host.audio();
+    });
 }
 
-void noSecondBuffer(Host& host) {
-    host.begin();
-    host.spoil[imImportAudio7] = [](char* record) {
-        float** channels = nullptr;
-        std::memcpy(&channels, record + 12, sizeof(channels));
-        channels[1] = nullptr;
-    };
-    host.audio();
-    host.end();
-}
+}  // namespace
 
-template <class Call>
-auto within(Call call) {
-    return [call](Host& host) {
-        host.begin();
-        call(host);
-        host.end();
-    };
-}
-
-WrongCases wrongValues() {
+WrongCases wrongRecords() {
     void* const nothing = nullptr;
-    const auto frame = [](Host& host) { host.frame(); };
-    const auto sound = [](Host& host) { host.audio(); };
-    const auto info = [](Host& host) { host.info(0); };
-    const auto analysis = [](Host& host) { host.analysis(); };
-    constexpr char noSuchValue[] = " has a value that no host sends.";
-    return {
-        {"AccessOfNoKind", BadValue, std::string("imOpenFile8: inReadWrite") + noSuchValue,
+    const Play frame = &Host::frame;
+    const Play sound = &Host::audio;
+    const Play info = [](Host& host) { host.info(0); };
+    const Play analysis = &Host::analysis;
+    const std::string noSuchValue = " has a value that no host sends.";
+    WrongCases cases = {
+        {"AccessOfNoKind", BadValue, "imOpenFile8: inReadWrite" + noSuchValue,
          withValue(imOpenFile8, 48, csSDK_int32{7})},
-        {"NegativeStream", BadValue, std::string("imOpenFile8: inStreamIdx") + noSuchValue,
+        {"NegativeStream", BadValue, "imOpenFile8: inStreamIdx" + noSuchValue,
          withValue(imOpenFile8, 64, csSDK_int32{-1})},
-        {"IgnoreGrowingTwo", BadValue, std::string("imGetInfo8: ignoreGrowing") + noSuchValue,
+        {"IgnoreGrowingTwo", BadValue, "imGetInfo8: ignoreGrowing" + noSuchValue,
          onceWithValue(imGetInfo8, 4836, char{2}, info)},
-        {"QualityOfNoKind", BadValue, std::string("imGetSourceVideo: inQuality") + noSuchValue,
+        {"QualityOfNoKind", BadValue, "imGetSourceVideo: inQuality" + noSuchValue,
          onceWithValue(imGetSourceVideo, 72, csSDK_int32{5}, frame)},
-        {"RemovePulldownTwo", BadValue, std::string("imGetSourceVideo: removePulldown") + noSuchValue,
+        {"RemovePulldownTwo", BadValue, "imGetSourceVideo: removePulldown" + noSuchValue,
          onceWithValue(imGetSourceVideo, 32, char{2}, frame)},
-        {"NegativeStreamOfFrame", BadValue, std::string("imGetSourceVideo: currentStreamIdx") + noSuchValue,
+        {"NegativeStreamOfFrame", BadValue, "imGetSourceVideo: currentStreamIdx" + noSuchValue,
          onceWithValue(imGetSourceVideo, 8, csSDK_int32{-1}, frame)},
-        {"NegativeWidth", BadValue, std::string("imGetSourceVideo: a wanted frame's size") + noSuchValue,
+        {"NegativeWidth", BadValue, "imGetSourceVideo: a wanted frame's size" + noSuchValue,
          within([](Host& host) { host.wanted.inFrameWidth = -1; host.frame(); })},
-        {"NegativeAnalysisBuffer", BadValue, std::string("imAnalysis: buffersize") + noSuchValue,
+        {"NegativeAnalysisBuffer", BadValue, "imAnalysis: buffersize" + noSuchValue,
          onceWithValue(imAnalysis, 16, csSDK_int32{-1}, analysis)},
         {"NegativeFormatCount", FormatCount, "imGetSourceVideo: the number of formats does not fit their list.",
          onceWithValue(imGetSourceVideo, 28, csSDK_int32{-1}, frame)},
         {"FormatsWithoutList", FormatCount, "imGetSourceVideo: the number of formats does not fit their list.",
          onceWithValue(imGetSourceVideo, 20, nothing, frame)},
         {"FormatsChangeMeanwhile", FormatsChanged, "imGetSourceVideo: the list of formats changed during the call.",
-         changeFormatsDuringFrame},
+         within(changeFormatsDuringFrame)},
         {"FrameWithoutAPlace", OutFrameMissing, "imGetSourceVideo: there is no place for the frame.",
          onceWithValue(imGetSourceVideo, 36, nothing, frame)},
         {"OneBufferForTwoChannels", BuffersOverlap, "imImportAudio7: the buffers of two channels overlap.",
-         sameBufferTwice},
+         secondBuffer([](float* first) { return first + 1; })},
         {"NoBuffers", ParameterMissing, "imImportAudio7: the buffer of channel 1 is missing.",
          onceWithValue(imImportAudio7, 12, nothing, sound)},
-        {"OneBufferMissing", ParameterMissing, "imImportAudio7: the buffer of channel 2 is missing.", noSecondBuffer},
+        {"OneBufferMissing", ParameterMissing, "imImportAudio7: the buffer of channel 2 is missing.",
+         secondBuffer([](float*) -> float* { return nullptr; })},
         {"NoAnalysisBuffer", ParameterMissing, "imAnalysis: the buffer is missing.",
          onceWithValue(imAnalysis, 20, nothing, analysis)},
         {"NoPath", ParameterMissing, "imOpenFile8: the path is missing.", [](Host& host) {
@@ -199,14 +179,8 @@ WrongCases wrongValues() {
         {"TooFewSamples", SamplesDoNotFit, "imDataRateAnalysis: the buffer has 88 bytes where 96 were asked for.",
          withValue(Host::kSamples, 16, csSDK_int32{88})},
     };
-}
-
-}  // namespace
-
-WrongCases wrongRecords() {
-    WrongCases cases = wrongValues();
-    for (const SpoiltByte& spoilt : kSpoiltBytes) {
-        cases.push_back(spoiltByte(spoilt));
+    for (const SpoiltByte& byte : kSpoiltBytes) {
+        cases.push_back(spoiltByte(byte));
     }
     return cases;
 }

@@ -6,7 +6,7 @@ constexpr TrustRow kFrameTrust[] = {
     {"frame-first-and-last", "refuses-last-frame",
      "plain.avi: frame 24 in yuy2 of 25 is not delivered: imFrameNotFound (28)"},
     {"frame-true-picture", "flips-pictures", "plain.avi: frame 0 in yuy3, pixel 0 from the left, "},
-    {"frame-true-picture", "delivers-the-frame-behind", "plain.avi: frame 0 in yuy3, pixel "},
+    {"frame-true-picture", "delivers-the-next-frame", "plain.avi: frame 0 in yuy3, pixel "},
     {"frame-every-pixel", "leaves-out-a-row",
      "96 bytes of pixels were not delivered (the first in row 31 of memory, byte 0)"},
     {"frame-every-pixel", "writes-past-the-frame", "A frame (yuy2, 48 x 32) was overrun."},

@@ -72,7 +72,7 @@ constexpr TrustRow kProtocolTrust[] = {
     {"analysis-text", "writes-numbers-with-commas",
      "plain.avi: the text has no line 'Frame rate: 25.000' at its place"},
     {"analysis-buffers", "cuts-without-an-end", "plain.avi: a buffer of 1 bytes: the text has no end"},
-    {"analysis-buffers", "writes-behind-the-buffer", "The analysis text was written past its buffer of 0 bytes."},
+    {"analysis-buffers", "writes-past-the-text", "The analysis text was written past its buffer of 0 bytes."},
     {"analysis-buffers", "clears-the-whole-buffer", "bytes behind the end of the text were written"},
     {"data-rate", "tells-half-of-the-rates",
      "plain.avi: the buffer that is asked for, in samples: found 12, wanted 25"},

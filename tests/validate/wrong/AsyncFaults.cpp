@@ -1,12 +1,11 @@
 // Plug-ins whose asynchronous importers are wrong.
-#include "wrong/AsyncEntry.h"
+#include "wrong/FrameTools.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <deque>
 #include <mutex>
-#include <set>
 #include <stdexcept>
 #include <thread>
 
@@ -14,249 +13,256 @@ namespace wrong {
 
 namespace {
 
-PrTime announcedTime(void* parameter) { return static_cast<aiAsyncRequest*>(parameter)->inSourceRec.inFrameTime; }
+using std::chrono::milliseconds;
 
-csSDK_int32 collectAt(void* parameter, PrTime time) {
-    imSourceVideoRec record = *static_cast<imSourceVideoRec*>(parameter);
-    record.inFrameTime = time;
-    return rightAsync(aiGetFrame, &record);
-}
+// The entry of the real importers, and their host.
+csSDK_int32 (*rightAsync)(csSDK_int32 selector, void* parameter) = nullptr;
+imStdParms* asyncHost = nullptr;
 
-// --- Answers ----------------------------------------------------------------------------------------------------
+// One call of an asynchronous importer's entry.
+struct AsyncCall {
+    csSDK_int32 selector;
+    void* parameter;
 
-csSDK_int32 answersEverySelector(csSDK_int32 selector, void* parameter) {
-    const csSDK_int32 result = rightAsync(selector, parameter);
-    return result == aiUnsupported && selector != aiCancelAsyncRead ? csSDK_int32{aiNoError} : result;
-}
-
-csSDK_int32 cancels(csSDK_int32 selector, void* parameter) {
-    return selector == aiCancelAsyncRead ? csSDK_int32{aiNoError} : rightAsync(selector, parameter);
-}
-
-csSDK_int32 refusesTimesOutside(csSDK_int32 selector, void* parameter) {
-    const bool isOutside = selector == aiInitiateAsyncRead && announcedTime(parameter) < 0;
-    return isOutside ? csSDK_int32{aiUnknownError} : rightAsync(selector, parameter);
-}
-
-csSDK_int32 deliversTheFirstForAny(csSDK_int32 selector, void* parameter) {
-    const csSDK_int32 result = rightAsync(selector, parameter);
-    return selector == aiGetFrame && result == aiUnknownError ? collectAt(parameter, 0) : result;
-}
-
-csSDK_int32 letsExceptionsOut(csSDK_int32 selector, void* parameter) {
-    const csSDK_int32 result = rightAsync(selector, parameter);
-    if (result == kExceptionResult) {
-        throw std::runtime_error("nobody caught this");
+    csSDK_int32 pass() const { return rightAsync(selector, parameter); }
+    csSDK_int32 passAt(PrTime time) const {
+        imSourceVideoRec record = collected();
+        record.inFrameTime = time;
+        return rightAsync(selector, &record);
     }
-    return result;
+    aiAsyncRequest& announced() const { return *static_cast<aiAsyncRequest*>(parameter); }
+    imSourceVideoRec& collected() const { return *static_cast<imSourceVideoRec*>(parameter); }
+};
+
+using AsyncAnswer = csSDK_int32 (*)(const AsyncCall& call);
+AsyncAnswer wrongAsync = nullptr;
+
+// The real plug-in, whose asynchronous importers get an entry with `answer`.
+Answer async(AsyncAnswer answer) {
+    return after(imCreateAsyncImporter, [=](const Call& call, csSDK_int32 result) {
+        if (result == imNoErr) {
+            auto* record = static_cast<imAsyncImporterCreationRec*>(call.param1);
+            asyncHost = call.stdParms;
+            rightAsync = record->outAsyncEntry;
+            wrongAsync = answer;
+            record->outAsyncEntry = [](csSDK_int32 selector, void* parameter) {
+                return wrongAsync({selector, parameter});
+            };
+        }
+    });
 }
 
-// --- Pictures ---------------------------------------------------------------------------------------------------
+void flush(const AsyncCall& call) { rightAsync(aiFlush, call.announced().inPrivateData); }
 
-csSDK_int32 spoilsPictures(csSDK_int32 selector, void* parameter) {
-    const csSDK_int32 result = rightAsync(selector, parameter);
-    SPBasicSuite* basicSuite = asyncHost->piSuites->utilFuncs->getSPBasicSuite();
-    const void* suite = nullptr;
-    if (selector == aiGetFrame && result == aiNoError &&
-        basicSuite->AcquireSuite(kPrSDKPPixSuite, kPrSDKPPixSuiteVersion, &suite) == kSPNoError) {
-        char* pixels = nullptr;
-        PPixHand frame = *static_cast<imSourceVideoRec*>(parameter)->outFrame;
-        static_cast<const PrSDKPPixSuite*>(suite)->GetPixels(frame, PrPPixBufferAccess_WriteOnly, &pixels);
-        pixels[0] = static_cast<char>(pixels[0] ^ 1);
-        basicSuite->ReleaseSuite(kPrSDKPPixSuite, kPrSDKPPixSuiteVersion);
-    }
-    return result;
+// Returns `answer` to `selector` without calling the real entry.
+template <csSDK_int32 selector, csSDK_int32 answer>
+csSDK_int32 answersAsync(const AsyncCall& call) {
+    return call.selector == selector ? answer : call.pass();
 }
 
+PrTime announcedTime(const AsyncCall& call) { return call.announced().inSourceRec.inFrameTime; }
+PrTime collectedTime(const AsyncCall& call) { return call.collected().inFrameTime; }
+
+// Announced and not yet collected.
 std::mutex pendingMutex;
 std::deque<PrTime> pending;
 
-// The oldest announced frame, whichever is asked for.
-csSDK_int32 deliversInTurn(csSDK_int32 selector, void* parameter) {
-    const std::lock_guard lock(pendingMutex);
-    if (selector == aiInitiateAsyncRead) {
-        pending.push_back(announcedTime(parameter));
+csSDK_int32 spoilsPictures(const AsyncCall& call) {
+    const csSDK_int32 result = call.pass();
+    if (call.selector == aiGetFrame && result == aiNoError) {
+        char* pixels = pixelsOf(asyncHost, *call.collected().outFrame).bytes;
+        pixels[0] = static_cast<char>(pixels[0] ^ 1);
     }
-    if (selector != aiGetFrame || pending.empty()) {
-        return rightAsync(selector, parameter);
+    return result;
+}
+
+// The oldest announced frame, whichever is collected.
+csSDK_int32 deliversInTurn(const AsyncCall& call) {
+    const std::lock_guard lock(pendingMutex);
+    if (call.selector == aiInitiateAsyncRead) {
+        pending.push_back(announcedTime(call));
+    }
+    if (call.selector != aiGetFrame || pending.empty()) {
+        return call.pass();
     }
     const PrTime oldest = pending.front();
     pending.pop_front();
-    return collectAt(parameter, oldest);
+    return call.passAt(oldest);
 }
 
-// --- What is announced ------------------------------------------------------------------------------------------
-
-csSDK_int32 refusesWhatIsPending(csSDK_int32 selector, void* parameter) {
+csSDK_int32 refusesWhatIsPending(const AsyncCall& call) {
     const std::lock_guard lock(pendingMutex);
-    if (selector == aiInitiateAsyncRead) {
-        if (std::ranges::find(pending, announcedTime(parameter)) != pending.end()) {
+    if (call.selector == aiInitiateAsyncRead) {
+        if (std::ranges::find(pending, announcedTime(call)) != pending.end()) {
             return aiUnknownError;
         }
-        pending.push_back(announcedTime(parameter));
-    } else if (selector == aiGetFrame) {
-        std::erase(pending, PrTime{static_cast<imSourceVideoRec*>(parameter)->inFrameTime});
+        pending.push_back(announcedTime(call));
+    } else if (call.selector == aiGetFrame) {
+        std::erase(pending, collectedTime(call));
     }
-    return rightAsync(selector, parameter);
+    return call.pass();
 }
 
-csSDK_int32 needsAnnouncements(csSDK_int32 selector, void* parameter) {
+csSDK_int32 needsAnnouncements(const AsyncCall& call) {
     const std::lock_guard lock(pendingMutex);
-    if (selector == aiInitiateAsyncRead) {
-        pending.push_back(announcedTime(parameter));
-    } else if (selector == aiGetFrame) {
-        const auto found = std::ranges::find(pending, PrTime{static_cast<imSourceVideoRec*>(parameter)->inFrameTime});
+    if (call.selector == aiInitiateAsyncRead) {
+        pending.push_back(announcedTime(call));
+    } else if (call.selector == aiGetFrame) {
+        const auto found = std::ranges::find(pending, collectedTime(call));
         if (found == pending.end()) {
             return aiFrameNotFound;
         }
         pending.erase(found);
-    } else if (selector == aiFlush) {
+    } else if (call.selector == aiFlush) {
         pending.clear();
     }
-    return rightAsync(selector, parameter);
+    return call.pass();
 }
 
-csSDK_int32 refusesCrowds(csSDK_int32 selector, void* parameter) {
+csSDK_int32 refusesCrowds(const AsyncCall& call) {
     constexpr int kMost = 64;
     static std::atomic<int> waiting = 0;
-    if (selector == aiInitiateAsyncRead && ++waiting > kMost) {
+    if (call.selector == aiInitiateAsyncRead && ++waiting > kMost) {
         return aiUnknownError;
     }
-    if (selector == aiGetFrame) {
-        --waiting;
+    waiting -= call.selector == aiGetFrame ? 1 : 0;
+    return call.pass();
+}
+
+// What was announced ends first, or it would go on in an unloaded library.
+csSDK_int32 keepsEverythingAtTheClose(const AsyncCall& call) {
+    if (call.selector != aiClose) {
+        return call.pass();
     }
-    return rightAsync(selector, parameter);
+    std::this_thread::sleep_for(milliseconds(200));
+    return aiNoError;
 }
 
-// --- Flush and close --------------------------------------------------------------------------------------------
-
-csSDK_int32 keepsFlushedFrames(csSDK_int32 selector, void* parameter) {
-    return selector == aiFlush ? csSDK_int32{aiNoError} : rightAsync(selector, parameter);
-}
-
-csSDK_int32 failsAfterAFlush(csSDK_int32 selector, void* parameter) {
-    static std::atomic<bool> isFlushed = false;
-    isFlushed = isFlushed || selector == aiFlush;
-    return selector == aiGetFrame && isFlushed ? csSDK_int32{aiUnknownError} : rightAsync(selector, parameter);
-}
-
-csSDK_int32 flushesBeforeAnnouncing(csSDK_int32 selector, void* parameter) {
-    if (selector == aiInitiateAsyncRead) {
-        rightAsync(aiFlush, static_cast<aiAsyncRequest*>(parameter)->inPrivateData);
-    }
-    return rightAsync(selector, parameter);
-}
-
-csSDK_int32 neverCloses(csSDK_int32 selector, void* parameter) {
-    return selector == aiClose ? csSDK_int32{aiNoError} : rightAsync(selector, parameter);
-}
-
-// What was announced comes to its end, or it would go on in a library that is gone.
-csSDK_int32 keepsEverythingAtTheClose(csSDK_int32 selector, void* parameter) {
-    if (selector == aiClose) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    }
-    return neverCloses(selector, parameter);
-}
-
-csSDK_int32 leavesAThread(csSDK_int32 selector, void* parameter) {
-    if (selector == aiClose) {
+csSDK_int32 leavesAThread(const AsyncCall& call) {
+    if (call.selector == aiClose) {
         // Longer than any machine takes from the close to the unloading.
         std::thread([] {
             for (int i = 0; i < 3000; ++i) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+                std::this_thread::sleep_for(milliseconds(2));
             }
         }).detach();
     }
-    return rightAsync(selector, parameter);
+    return call.pass();
 }
 
-csSDK_int32 decodesWhenCollected(csSDK_int32 selector, void* parameter) {
-    return selector == aiInitiateAsyncRead ? csSDK_int32{aiNoError} : rightAsync(selector, parameter);
-}
-
-// --- Several of them --------------------------------------------------------------------------------------------
-
-csSDK_int32 mixesImporters(csSDK_int32 selector, void* parameter) {
+csSDK_int32 mixesImporters(const AsyncCall& call) {
     static std::atomic<void*> first = nullptr;
-    if (selector == aiInitiateAsyncRead && !first) {
-        first = static_cast<aiAsyncRequest*>(parameter)->inPrivateData;
+    if (call.selector == aiInitiateAsyncRead && !first) {
+        first = call.announced().inPrivateData;
     }
-    if (selector == aiClose && parameter == first) {
+    if (call.selector == aiClose && call.parameter == first) {
         first = nullptr;
     }
-    if (selector != aiGetFrame || !first) {
-        return rightAsync(selector, parameter);
+    if (call.selector != aiGetFrame || !first) {
+        return call.pass();
     }
-    imSourceVideoRec record = *static_cast<imSourceVideoRec*>(parameter);
+    imSourceVideoRec record = call.collected();
     record.inPrivateData = first;
-    return rightAsync(selector, &record);
+    return rightAsync(aiGetFrame, &record);
 }
 
-csSDK_int32 mixesThreads(csSDK_int32 selector, void* parameter) {
-    if (selector != aiGetFrame) {
-        return rightAsync(selector, parameter);
+csSDK_int32 mixesThreads(const AsyncCall& call) {
+    if (call.selector != aiGetFrame) {
+        return call.pass();
     }
     static std::atomic<PrTime> time = 0;
-    time = static_cast<imSourceVideoRec*>(parameter)->inFrameTime;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return collectAt(parameter, time);
+    time = collectedTime(call);
+    std::this_thread::sleep_for(milliseconds(1));
+    return call.passAt(time);
 }
-
-// --- The importer's own entry -----------------------------------------------------------------------------------
 
 std::atomic<bool> isClipClosed = false;
 
-csSDK_int32 failsWithoutItsClip(csSDK_int32 selector, void* parameter) {
-    return selector == aiGetFrame && isClipClosed ? csSDK_int32{aiUnknownError} : rightAsync(selector, parameter);
+csSDK_int32 endsWithItsClip(const Call& call) {
+    if (call.selector == imOpenFile8 || call.selector == imCloseFile) {
+        isClipClosed = call.selector == imCloseFile;
+    }
+    return async([](const AsyncCall& asyncCall) {
+        return asyncCall.selector == aiGetFrame && isClipClosed ? csSDK_int32{aiUnknownError} : asyncCall.pass();
+    })(call);
 }
 
-csSDK_int32 endsWithItsClip(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    if (selector == imOpenFile8 || selector == imCloseFile) {
-        isClipClosed = selector == imCloseFile;
-    }
-    return withAsyncEntry<failsWithoutItsClip>(selector, stdParms, param1, param2);
-}
-
-csSDK_int32 opensOneAtATime(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    if (selector != imOpenFile8) {
-        return right(selector, stdParms, param1, param2);
-    }
+csSDK_int32 opensOneAtATime(const Call& call) {
     static std::atomic<int> inside = 0;
     const bool isAlone = ++inside == 1;
-    std::this_thread::sleep_for(std::chrono::milliseconds(40));
-    const csSDK_int32 result = isAlone ? right(selector, stdParms, param1, param2) : csSDK_int32{imBadFile};
+    std::this_thread::sleep_for(milliseconds(40));
+    const csSDK_int32 result = isAlone ? call.pass() : csSDK_int32{imBadFile};
     --inside;
     return result;
 }
 
-csSDK_int32 promisesInVain(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return selector == imCreateAsyncImporter ? csSDK_int32{imUnsupported} : right(selector, stdParms, param1, param2);
-}
+const Fault kAsyncFaults[] = {
+    // --- Results ---
+    {"async-answers-every-selector", async([](const AsyncCall& call) {
+         const csSDK_int32 result = call.pass();
+         return result == aiUnsupported && call.selector != aiCancelAsyncRead ? csSDK_int32{aiNoError} : result;
+     })},
+    {"async-cancels", async(answersAsync<aiCancelAsyncRead, aiNoError>)},
+    {"async-refuses-times-outside", async([](const AsyncCall& call) {
+         const bool isOutside = call.selector == aiInitiateAsyncRead && announcedTime(call) < 0;
+         return isOutside ? csSDK_int32{aiUnknownError} : call.pass();
+     })},
+    {"async-delivers-the-first-for-any", async([](const AsyncCall& call) {
+         const csSDK_int32 result = call.pass();
+         return call.selector == aiGetFrame && result == aiUnknownError ? call.passAt(0) : result;
+     })},
+    {"async-lets-exceptions-out", async([](const AsyncCall& call) {
+         const csSDK_int32 result = call.pass();
+         if (result == kExceptionResult) {
+             throw std::runtime_error("nobody caught this");
+         }
+         return result;
+     })},
 
-constexpr Fault kAsyncFaults[] = {
-    {"async-answers-every-selector", withAsyncEntry<answersEverySelector>},
-    {"async-cancels", withAsyncEntry<cancels>},
-    {"async-refuses-times-outside", withAsyncEntry<refusesTimesOutside>},
-    {"async-delivers-the-first-for-any", withAsyncEntry<deliversTheFirstForAny>},
-    {"async-lets-exceptions-out", withAsyncEntry<letsExceptionsOut>},
-    {"async-spoils-pictures", withAsyncEntry<spoilsPictures>},
-    {"async-delivers-in-turn", withAsyncEntry<deliversInTurn>},
-    {"async-refuses-what-is-pending", withAsyncEntry<refusesWhatIsPending>},
-    {"async-needs-announcements", withAsyncEntry<needsAnnouncements>},
-    {"async-refuses-crowds", withAsyncEntry<refusesCrowds>},
-    {"async-keeps-flushed-frames", withAsyncEntry<keepsFlushedFrames>},
-    {"async-fails-after-a-flush", withAsyncEntry<failsAfterAFlush>},
-    {"async-flushes-before-announcing", withAsyncEntry<flushesBeforeAnnouncing>},
-    {"async-never-closes", withAsyncEntry<neverCloses>},
-    {"async-keeps-everything-at-the-close", withAsyncEntry<keepsEverythingAtTheClose>},
-    {"async-leaves-a-thread", withAsyncEntry<leavesAThread>},
-    {"async-decodes-when-collected", withAsyncEntry<decodesWhenCollected>},
-    {"async-mixes-importers", withAsyncEntry<mixesImporters>},
-    {"async-mixes-threads", withAsyncEntry<mixesThreads>},
+    // --- Pictures ---
+    {"async-spoils-pictures", async(spoilsPictures)},
+    {"async-delivers-in-turn", async(deliversInTurn)},
+    {"collects-the-first-frame", async([](const AsyncCall& call) {
+         return call.selector == aiGetFrame ? call.passAt(0) : call.pass();
+     })},
+
+    // --- What is announced ---
+    {"async-refuses-what-is-pending", async(refusesWhatIsPending)},
+    {"async-needs-announcements", async(needsAnnouncements)},
+    {"async-refuses-crowds", async(refusesCrowds)},
+    {"async-decodes-when-collected", async(answersAsync<aiInitiateAsyncRead, aiNoError>)},
+
+    // --- Flush and close ---
+    {"async-keeps-flushed-frames", async(answersAsync<aiFlush, aiNoError>)},
+    {"never-flushes", async(answersAsync<aiFlush, aiNoError>)},
+    {"async-fails-after-a-flush", async([](const AsyncCall& call) {
+         static std::atomic<bool> isFlushed = false;
+         isFlushed = isFlushed || call.selector == aiFlush;
+         return call.selector == aiGetFrame && isFlushed ? csSDK_int32{aiUnknownError} : call.pass();
+     })},
+    {"async-flushes-before-announcing", async([](const AsyncCall& call) {
+         if (call.selector == aiInitiateAsyncRead) {
+             flush(call);
+         }
+         return call.pass();
+     })},
+    {"waits-when-announcing", async([](const AsyncCall& call) {
+         const csSDK_int32 result = call.pass();
+         if (call.selector == aiInitiateAsyncRead) {
+             flush(call);
+         }
+         return result;
+     })},
+    {"async-never-closes", async(answersAsync<aiClose, aiNoError>)},
+    {"async-keeps-everything-at-the-close", async(keepsEverythingAtTheClose)},
+    {"async-leaves-a-thread", async(leavesAThread)},
+
+    // --- Several of them, and the importer's own entry ---
+    {"async-mixes-importers", async(mixesImporters)},
+    {"async-mixes-threads", async(mixesThreads)},
     {"async-ends-with-its-clip", endsWithItsClip},
-    {"async-is-promised-in-vain", promisesInVain},
-    {"opens-one-at-a-time", opensOneAtATime},
+    {"async-is-promised-in-vain", always(imCreateAsyncImporter, imUnsupported)},
+    {"opens-one-at-a-time", on(imOpenFile8, opensOneAtATime)},
 };
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "wrong/Fault.h"
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <utility>
 
@@ -30,229 +29,201 @@ void describe(const imFileInfoRec8& info) {
               stream.timesDescribed + 1};
 }
 
-void follow(csSDK_int32 selector, void* param2) {
-    switch (selector) {
-        case imGetInfo8: describe(*static_cast<const imFileInfoRec8*>(param2)); break;
+void follow(const Call& call) {
+    switch (call.selector) {
+        case imGetInfo8: describe(call.record<imFileInfoRec8>()); break;
         case imGetSourceVideo: {
-            void* const clip = static_cast<imSourceVideoRec*>(param2)->inPrivateData;
+            void* const clip = call.record<imSourceVideoRec>().inPrivateData;
             streams[clip].hadFrame = true;
             break;
         }
-        case imQuietFile: streams[param2].wasQuieted = true; break;
-        case imCloseFile: streams.erase(param2); break;
+        case imQuietFile: streams[call.param2].wasQuieted = true; break;
+        case imCloseFile: streams.erase(call.param2); break;
         default: break;
     }
 }
 
-// The right plug-in's answer.
-using Pass = std::function<csSDK_int32()>;
+// A request for sound, which a fault may change before it passes it on.
+struct SoundRequest {
+    const Call& call;
+    imImportAudioRec7& record;
+    Stream& stream;
 
-// Passes everything on; requests of sound are answered by `import`.
-template <csSDK_int32 (*import)(imImportAudioRec7& record, Stream& stream, const Pass& pass)>
-csSDK_int32 withSound(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const auto pass = [&] { return right(selector, stdParms, param1, param2); };
-    if (selector != imImportAudio7) {
-        const csSDK_int32 result = pass();
-        follow(selector, param2);
+    csSDK_int32 pass() const { return call.pass(); }
+
+    // Continues where the latest request ended, by its position.
+    bool isAdjoining() const { return record.position > 0 && record.position == stream.next; }
+
+    void silence() const {
+        for (int channel = 0; channel < stream.channels; ++channel) {
+            std::fill_n(record.buffer[channel], record.size, 0.0F);
+        }
+    }
+};
+
+// Passes all calls but requests for sound to the real plug-in.
+Answer sound(std::function<csSDK_int32(const SoundRequest& request)> import) {
+    return [=](const Call& call) {
+        if (call.selector != imImportAudio7) {
+            const csSDK_int32 result = call.pass();
+            follow(call);
+            return result;
+        }
+        auto& record = call.record<imImportAudioRec7>();
+        void* const clip = record.privateData;
+        Stream& stream = streams[clip];
+        const PrAudioSample start = record.position < 0 ? stream.next : record.position;
+        const csSDK_uint32 size = record.size;
+        const csSDK_int32 result = import({call, record, stream});
+        stream.next = start + size;
+        stream.latestSize = size;
+        stream.hadFrame = false;
         return result;
-    }
-    auto& record = *static_cast<imImportAudioRec7*>(param2);
-    void* const clip = record.privateData;
-    Stream& stream = streams[clip];
-    const PrAudioSample start = record.position < 0 ? stream.next : record.position;
-    const csSDK_uint32 size = record.size;
-    const csSDK_int32 result = import(record, stream, pass);
-    stream.next = start + size;
-    stream.latestSize = size;
-    stream.hadFrame = false;
-    return result;
+    };
 }
 
-void silenceAll(const imImportAudioRec7& record, const Stream& stream) {
-    for (int channel = 0; channel < stream.channels; ++channel) {
-        std::fill_n(record.buffer[channel], record.size, 0.0F);
-    }
+// Imports the sound at the position that `moved` returns.
+Answer soundAt(PrAudioSample (*moved)(PrAudioSample position, const SoundRequest& request)) {
+    return sound([=](const SoundRequest& request) {
+        request.record.position = moved(request.record.position, request);
+        return request.pass();
+    });
 }
 
-// --- What arrives -----------------------------------------------------------------------------------------------
+// Delivers silence from the streams to which `isSilent` applies.
+Answer silences(bool (*isSilent)(const Stream& stream)) {
+    return sound([=](const SoundRequest& request) {
+        const csSDK_int32 result = request.pass();
+        if (isSilent(request.stream)) {
+            request.silence();
+        }
+        return result;
+    });
+}
 
-csSDK_int32 leavesOutTheLastSample(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    if (record.size == 0) {
-        return pass();
+csSDK_int32 leavesOutTheLastSample(const SoundRequest& request) {
+    if (request.record.size == 0) {
+        return request.pass();
     }
-    float* const last = record.buffer[stream.channels - 1] + record.size - 1;
+    float* const last = request.record.buffer[request.stream.channels - 1] + request.record.size - 1;
     const float before = *last;
-    const csSDK_int32 result = pass();
+    const csSDK_int32 result = request.pass();
     *last = before;
     return result;
 }
 
-csSDK_int32 refusesTheLastSample(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    const bool isLast = record.position + record.size >= stream.duration;
-    return isLast ? csSDK_int32{imFileReadFailed} : pass();
-}
-
-csSDK_int32 isOneSampleLate(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    record.position += record.position >= 0 ? 1 : 0;
-    return pass();
-}
-
-csSDK_int32 swapsChannels(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    if (stream.channels < 2) {
-        return pass();
+csSDK_int32 swapsChannels(const SoundRequest& request) {
+    if (request.stream.channels < 2) {
+        return request.pass();
     }
-    std::swap(record.buffer[0], record.buffer[1]);
-    const csSDK_int32 result = pass();
-    std::swap(record.buffer[0], record.buffer[1]);
+    std::swap(request.record.buffer[0], request.record.buffer[1]);
+    const csSDK_int32 result = request.pass();
+    std::swap(request.record.buffer[0], request.record.buffer[1]);
     return result;
 }
 
-csSDK_int32 writesPastTheBuffer(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    const csSDK_int32 result = pass();
-    record.buffer[0][record.size] = 0.0F;
-    return result;
-}
-
-csSDK_int32 refusesBehindTheEnd(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    return record.position >= stream.duration ? csSDK_int32{imFileReadFailed} : pass();
-}
-
-csSDK_int32 holdsTheLastSampleBehindTheEnd(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    const csSDK_int32 result = pass();
-    const PrAudioSample left = stream.duration - record.position;
-    if (left > 0 && left < PrAudioSample{record.size}) {
-        for (int channel = 0; channel < stream.channels; ++channel) {
-            float* const samples = record.buffer[channel];
-            std::fill(samples + left, samples + record.size, samples[left - 1]);
+csSDK_int32 holdsTheLastSamplePastTheEnd(const SoundRequest& request) {
+    const csSDK_int32 result = request.pass();
+    const PrAudioSample left = request.stream.duration - request.record.position;
+    if (left > 0 && left < PrAudioSample{request.record.size}) {
+        for (int channel = 0; channel < request.stream.channels; ++channel) {
+            float* const samples = request.record.buffer[channel];
+            std::fill(samples + left, samples + request.record.size, samples[left - 1]);
         }
     }
     return result;
 }
 
-csSDK_int32 refusesNoSamples(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    return record.size == 0 ? csSDK_int32{imOtherErr} : pass();
-}
-
-csSDK_int32 forgetsWhereNoSamplesWere(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    if (record.size == 0) {
-        return imNoErr;
-    }
-    return pass();
-}
-
-csSDK_int32 cutsBigRequests(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
+csSDK_int32 cutsBigRequests(const SoundRequest& request) {
     constexpr csSDK_uint32 kMost = 20000;
-    const csSDK_uint32 size = record.size;
+    const csSDK_uint32 size = request.record.size;
     if (size > kMost) {
-        silenceAll(record, stream);
-        record.size = kMost;
+        request.silence();
+        request.record.size = kMost;
     }
-    const csSDK_int32 result = pass();
-    record.size = size;
+    const csSDK_int32 result = request.pass();
+    request.record.size = size;
     return result;
 }
 
-// --- Parts and order --------------------------------------------------------------------------------------------
-
-// Whoever goes on where the latest request ended hears its last sample again.
-csSDK_int32 repeatsASampleAtJoins(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position -= record.position > 0 && record.position == stream.next && stream.latestSize > 0 ? 1 : 0;
-    return pass();
-}
-
-// The same, but only behind two requests of one sample.
-csSDK_int32 repeatsASampleAfterShortRequests(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position -= record.position > 0 && record.position == stream.next && stream.latestSize == 1 &&
-                               record.size == 1 ? 1 : 0;
-    return pass();
-}
-
-csSDK_int32 cannotGoBackInSound(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position = record.position >= 0 && record.position < stream.next ? stream.next : record.position;
-    return pass();
-}
-
-csSDK_int32 startsAnewAtNegativePositions(imImportAudioRec7& record, Stream&, const Pass& pass) {
-    record.position = record.position < 0 ? 0 : record.position;
-    return pass();
-}
-
-csSDK_int32 countsNegativePositionsBack(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position += record.position < -1 ? stream.next : 0;
-    return pass();
-}
-
-// --- Clips ------------------------------------------------------------------------------------------------------
-
-csSDK_int32 forgetsStreamsOnceLeft(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    const csSDK_int32 result = pass();
-    if (stream.number == 0 && stream.timesDescribed > 6) {
-        silenceAll(record, stream);
+csSDK_int32 losesASampleAfterAFrame(const SoundRequest& request) {
+    const PrAudioSample asked = request.record.position;
+    request.record.position += request.stream.hadFrame && asked > 0 ? 1 : 0;
+    const csSDK_int32 result = request.pass();
+    if (request.stream.hadFrame && asked < 0 && request.record.size > 0) {
+        request.record.buffer[0][0] = 0.75F;
     }
     return result;
 }
 
-csSDK_int32 silencesStreamsThatAreNone(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    const csSDK_int32 result = pass();
-    if (stream.duration == 0) {
-        silenceAll(record, stream);
-    }
-    return result;
-}
-
-csSDK_int32 losesASampleAfterAFrame(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position += stream.hadFrame && record.position > 0 ? 1 : 0;
-    const bool startsLate = stream.hadFrame && record.position < 0 && record.size > 0;
-    const csSDK_int32 result = pass();
-    if (startsLate) {
-        record.buffer[0][0] = 0.75F;
-    }
-    return result;
-}
-
-csSDK_int32 forgetsSoundWhenQuieted(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    const csSDK_int32 result = pass();
-    if (stream.wasQuieted) {
-        silenceAll(record, stream);
-    }
-    return result;
-}
-
-csSDK_int32 forgetsThePositionWhenQuieted(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
-    record.position = stream.wasQuieted && record.position < 0 ? 0 : record.position;
-    return pass();
-}
-
-// All clips go on from one position.
-csSDK_int32 sharesThePosition(imImportAudioRec7& record, Stream& stream, const Pass& pass) {
+// All clips continue from one position.
+csSDK_int32 sharesThePosition(const SoundRequest& request) {
     static PrAudioSample shared = 0;
-    record.position = record.position < 0 ? shared : record.position;
-    shared = record.position + record.size;
-    return stream.channels > 0 ? pass() : csSDK_int32{imNoErr};
+    request.record.position = request.record.position < 0 ? shared : request.record.position;
+    shared = request.record.position + request.record.size;
+    return request.stream.channels > 0 ? request.pass() : csSDK_int32{imNoErr};
 }
 
-constexpr Fault kAudioFaults[] = {
-    {"leaves-out-the-last-sample", withSound<leavesOutTheLastSample>},
-    {"refuses-the-last-sample", withSound<refusesTheLastSample>},
-    {"is-one-sample-late", withSound<isOneSampleLate>},
-    {"swaps-channels", withSound<swapsChannels>},
-    {"writes-past-the-buffer", withSound<writesPastTheBuffer>},
-    {"refuses-behind-the-end", withSound<refusesBehindTheEnd>},
-    {"holds-the-last-sample-behind-the-end", withSound<holdsTheLastSampleBehindTheEnd>},
-    {"refuses-no-samples", withSound<refusesNoSamples>},
-    {"forgets-where-no-samples-were", withSound<forgetsWhereNoSamplesWere>},
-    {"cuts-big-requests", withSound<cutsBigRequests>},
-    {"repeats-a-sample-at-joins", withSound<repeatsASampleAtJoins>},
-    {"repeats-a-sample-after-short-requests", withSound<repeatsASampleAfterShortRequests>},
-    {"cannot-go-back-in-sound", withSound<cannotGoBackInSound>},
-    {"starts-anew-at-negative-positions", withSound<startsAnewAtNegativePositions>},
-    {"counts-negative-positions-back", withSound<countsNegativePositionsBack>},
-    {"forgets-streams-once-left", withSound<forgetsStreamsOnceLeft>},
-    {"silences-streams-that-are-none", withSound<silencesStreamsThatAreNone>},
-    {"loses-a-sample-after-a-frame", withSound<losesASampleAfterAFrame>},
-    {"forgets-sound-when-quieted", withSound<forgetsSoundWhenQuieted>},
-    {"forgets-the-position-when-quieted", withSound<forgetsThePositionWhenQuieted>},
-    {"shares-the-position", withSound<sharesThePosition>},
+const Fault kAudioFaults[] = {
+    // --- What arrives ---
+    {"leaves-out-the-last-sample", sound(leavesOutTheLastSample)},
+    {"refuses-the-last-sample", sound([](const SoundRequest& request) {
+         const bool isLast = request.record.position + request.record.size >= request.stream.duration;
+         return isLast ? csSDK_int32{imFileReadFailed} : request.pass();
+     })},
+    {"is-one-sample-late", soundAt([](PrAudioSample position, const SoundRequest&) {
+         return position < 0 ? position : position + 1;
+     })},
+    {"swaps-channels", sound(swapsChannels)},
+    {"writes-past-the-buffer", sound([](const SoundRequest& request) {
+         const csSDK_int32 result = request.pass();
+         request.record.buffer[0][request.record.size] = 0.0F;
+         return result;
+     })},
+    {"refuses-past-the-end", sound([](const SoundRequest& request) {
+         const bool isPast = request.record.position >= request.stream.duration;
+         return isPast ? csSDK_int32{imFileReadFailed} : request.pass();
+     })},
+    {"holds-the-last-sample-past-the-end", sound(holdsTheLastSamplePastTheEnd)},
+    {"refuses-no-samples", sound([](const SoundRequest& request) {
+         return request.record.size == 0 ? csSDK_int32{imOtherErr} : request.pass();
+     })},
+    {"forgets-where-no-samples-were", sound([](const SoundRequest& request) {
+         return request.record.size == 0 ? csSDK_int32{imNoErr} : request.pass();
+     })},
+    {"cuts-big-requests", sound(cutsBigRequests)},
+
+    // --- Parts and order ---
+    // A request that continues the latest one repeats its last sample.
+    {"repeats-a-sample-at-joins", soundAt([](PrAudioSample position, const SoundRequest& request) {
+         return request.isAdjoining() && request.stream.latestSize > 0 ? position - 1 : position;
+     })},
+    // The same, but only after two requests of one sample.
+    {"repeats-a-sample-after-short-requests", soundAt([](PrAudioSample position, const SoundRequest& request) {
+         const bool areShort = request.stream.latestSize == 1 && request.record.size == 1;
+         return request.isAdjoining() && areShort ? position - 1 : position;
+     })},
+    {"cannot-go-back-in-sound", soundAt([](PrAudioSample position, const SoundRequest& request) {
+         return position < 0 ? position : std::max(position, request.stream.next);
+     })},
+    {"starts-anew-at-negative-positions", soundAt([](PrAudioSample position, const SoundRequest&) {
+         return std::max(position, PrAudioSample{0});
+     })},
+    {"counts-negative-positions-back", soundAt([](PrAudioSample position, const SoundRequest& request) {
+         return position < -1 ? position + request.stream.next : position;
+     })},
+
+    // --- Clips ---
+    {"forgets-streams-once-left", silences([](const Stream& stream) {
+         return stream.number == 0 && stream.timesDescribed > 6;
+     })},
+    {"silences-streams-that-are-none", silences([](const Stream& stream) { return stream.duration == 0; })},
+    {"loses-a-sample-after-a-frame", sound(losesASampleAfterAFrame)},
+    {"forgets-sound-when-quieted", silences([](const Stream& stream) { return stream.wasQuieted; })},
+    {"forgets-the-position-when-quieted", soundAt([](PrAudioSample position, const SoundRequest& request) {
+         return request.stream.wasQuieted ? std::max(position, PrAudioSample{0}) : position;
+     })},
+    {"shares-the-position", sound(sharesThePosition)},
 };
 
 }  // namespace

@@ -1,5 +1,4 @@
 // Plug-ins whose guard against exceptions is wrong.
-#include "wrong/ChangedSuite.h"
 #include "wrong/Fault.h"
 
 #include <stdexcept>
@@ -9,60 +8,15 @@ namespace wrong {
 
 namespace {
 
-// --- Answers ----------------------------------------------------------------------------------------------------
+using Send = decltype(PrSDKErrorSuite3::SetEventStringUnicode);
+Send trueSend = nullptr;
 
-csSDK_int32 letsExceptionsOut(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (result == kExceptionResult) {
-        throw std::runtime_error("nobody caught this");
-    }
-    return result;
-}
-
-csSDK_int32 swallowsExceptions(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    return result == kExceptionResult ? csSDK_int32{imNoErr} : result;
-}
-
-csSDK_int32 catchesEverything(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    try {
-        return right(selector, stdParms, param1, param2);
-    } catch (...) {
-        return kExceptionResult;
-    }
-}
-
-// --- Events -----------------------------------------------------------------------------------------------------
-
-prSuiteError (*trueSend)(csSDK_uint32 type, prUTF16Char* title, prUTF16Char* text) = nullptr;
-
-template <prSuiteError (*send)(csSDK_uint32, prUTF16Char*, prUTF16Char*)>
-SPErr acquireWithSend(const char* name, csSDK_int32 version, const void** suite) {
-    static PrSDKErrorSuite3 table;
-    return acquireChanged<PrSDKErrorSuite3>(name, version, suite, kPrSDKErrorSuite, table,
-                                            [](PrSDKErrorSuite3& errors) {
-                                                trueSend = errors.SetEventStringUnicode;
-                                                errors.SetEventStringUnicode = send;
-                                            });
-}
-
-template <prSuiteError (*send)(csSDK_uint32, prUTF16Char*, prUTF16Char*)>
-csSDK_int32 sends(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return rightWithHost({.acquireSuite = acquireWithSend<send>}, selector, stdParms, param1, param2);
-}
-
-prSuiteError nothing(csSDK_uint32, prUTF16Char*, prUTF16Char*) { return 0; }
-
-prSuiteError twice(csSDK_uint32 type, prUTF16Char* title, prUTF16Char* text) {
-    trueSend(type, title, text);
-    return trueSend(type, title, text);
-}
-
-prSuiteError asAWarning(csSDK_uint32, prUTF16Char* title, prUTF16Char* text) { return trueSend(2, title, text); }
-
-prSuiteError underAnotherTitle(csSDK_uint32 type, prUTF16Char*, prUTF16Char* text) {
-    prUTF16Char title[] = u"An importer";
-    return trueSend(type, title, text);
+// Error events are sent by `send`.
+Answer sends(Send send) {
+    return withHost(changedSuite<PrSDKErrorSuite3>(kPrSDKErrorSuite, [=](PrSDKErrorSuite3& errors) {
+        trueSend = errors.SetEventStringUnicode;
+        errors.SetEventStringUnicode = send;
+    }));
 }
 
 prSuiteError withAShortText(csSDK_uint32 type, prUTF16Char* title, prUTF16Char* text) {
@@ -85,48 +39,61 @@ prSuiteError withoutTheReason(csSDK_uint32 type, prUTF16Char* title, prUTF16Char
     return trueSend(type, title, shortened.data());
 }
 
-// Tells the host also when it was not started, with a suite that it takes for that.
-csSDK_int32 tellsAtAnyTime(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (result == kExceptionResult && selector == imGetSubTypeNames) {
-        SPBasicSuite* basic = stdParms->piSuites->utilFuncs->getSPBasicSuite();
-        const void* suite = nullptr;
-        if (basic->AcquireSuite(kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3, &suite) == kSPNoError) {
-            prUTF16Char text[] = u"Something went wrong.";
-            static_cast<const PrSDKErrorSuite3*>(suite)->SetEventStringUnicode(3, text, text);
-            basic->ReleaseSuite(kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3);
-        }
+// Tells the host also when it was not started, with a suite that it acquires for that.
+void tellsAtAnyTime(const Call& call, csSDK_int32 result) {
+    if (result != kExceptionResult) {
+        return;
     }
-    return result;
+    const HeldSuite<PrSDKErrorSuite3> errors(call.stdParms, kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3);
+    if (errors) {
+        prUTF16Char text[] = u"Something went wrong.";
+        errors->SetEventStringUnicode(3, text, text);
+    }
 }
 
-// --- Frames -----------------------------------------------------------------------------------------------------
+const Fault kExceptionFaults[] = {
+    // --- Results ---
+    {"lets-exceptions-out", [](const Call& call) {
+         const csSDK_int32 result = call.pass();
+         if (result == kExceptionResult) {
+             throw std::runtime_error("nobody caught this");
+         }
+         return result;
+     }},
+    {"swallows-exceptions", [](const Call& call) {
+         const csSDK_int32 result = call.pass();
+         return result == kExceptionResult ? csSDK_int32{imNoErr} : result;
+     }},
+    {"catches-everything", [](const Call& call) {
+         try {
+             return call.pass();
+         } catch (...) {
+             return kExceptionResult;
+         }
+     }},
 
-prSuiteError disposeNothing(PPixHand) { return 0; }
+    // --- Events ---
+    {"tells-nothing", sends([](csSDK_uint32, prUTF16Char*, prUTF16Char*) { return prSuiteError{0}; })},
+    {"tells-twice", sends([](csSDK_uint32 type, prUTF16Char* title, prUTF16Char* text) {
+         trueSend(type, title, text);
+         return trueSend(type, title, text);
+     })},
+    {"tells-as-a-warning", sends([](csSDK_uint32, prUTF16Char* title, prUTF16Char* text) {
+         return trueSend(2, title, text);
+     })},
+    {"tells-under-another-title", sends([](csSDK_uint32 type, prUTF16Char*, prUTF16Char* text) {
+         prUTF16Char title[] = u"An importer";
+         return trueSend(type, title, text);
+     })},
+    {"tells-a-short-text", sends(withAShortText)},
+    {"tells-in-plain-letters", sends(withPlainLetters)},
+    {"tells-without-the-reason", sends(withoutTheReason)},
+    {"tells-at-any-time", after(imGetSubTypeNames, tellsAtAnyTime)},
 
-SPErr acquireWithoutDisposal(const char* name, csSDK_int32 version, const void** suite) {
-    static PrSDKPPixSuite table;
-    return acquireChanged<PrSDKPPixSuite>(name, version, suite, kPrSDKPPixSuite, table,
-                                          [](PrSDKPPixSuite& frames) { frames.Dispose = disposeNothing; });
-}
-
-csSDK_int32 keepsFailedFrames(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return rightWithHost({.acquireSuite = acquireWithoutDisposal}, selector, stdParms, param1, param2);
-}
-
-constexpr Fault kExceptionFaults[] = {
-    {"lets-exceptions-out", letsExceptionsOut},
-    {"swallows-exceptions", swallowsExceptions},
-    {"catches-everything", catchesEverything},
-    {"tells-nothing", sends<nothing>},
-    {"tells-twice", sends<twice>},
-    {"tells-as-a-warning", sends<asAWarning>},
-    {"tells-under-another-title", sends<underAnotherTitle>},
-    {"tells-a-short-text", sends<withAShortText>},
-    {"tells-in-plain-letters", sends<withPlainLetters>},
-    {"tells-without-the-reason", sends<withoutTheReason>},
-    {"tells-at-any-time", tellsAtAnyTime},
-    {"keeps-failed-frames", keepsFailedFrames},
+    // --- Frames ---
+    {"keeps-failed-frames", withHost(changedSuite<PrSDKPPixSuite>(kPrSDKPPixSuite, [](PrSDKPPixSuite& frames) {
+         frames.Dispose = [](PPixHand) { return prSuiteError{0}; };
+     }))},
 };
 
 }  // namespace

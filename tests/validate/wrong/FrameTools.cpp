@@ -7,6 +7,8 @@ namespace wrong {
 namespace {
 
 constexpr PrTime kTicksPerSecond = 254016000000;
+constexpr csSDK_int32 kUsualWidth = 48;
+constexpr csSDK_int32 kUsualHeight = 32;
 
 // Of the clip that was described last.
 PrTime describedRate = 25;
@@ -23,66 +25,55 @@ void remember(const imFileInfoRec8& info) {
     }
 }
 
-// A suite for as long as this lives.
-template <class Suite>
-class Borrowed {
-public:
-    Borrowed(imStdParms* stdParms, const char* name, csSDK_int32 version)
-        : m_basic(stdParms->piSuites->utilFuncs->getSPBasicSuite()), m_name(name), m_version(version) {
-        m_basic->AcquireSuite(name, version, &m_suite);
-    }
-    ~Borrowed() { m_basic->ReleaseSuite(m_name, m_version); }
-    Borrowed(const Borrowed&) = delete;
-    Borrowed& operator=(const Borrowed&) = delete;
-    const Suite* operator->() const { return static_cast<const Suite*>(m_suite); }
-
-private:
-    SPBasicSuite* m_basic;
-    const char* m_name;
-    csSDK_int32 m_version;
-    const void* m_suite = nullptr;
-};
-
-struct FrameSuite : Borrowed<PrSDKPPixSuite> {
-    explicit FrameSuite(imStdParms* stdParms) : Borrowed(stdParms, kPrSDKPPixSuite, kPrSDKPPixSuiteVersion) {}
-};
+HeldSuite<PrSDKPPixSuite> frameSuite(const imStdParms* stdParms) {
+    return {stdParms, kPrSDKPPixSuite, kPrSDKPPixSuiteVersion};
+}
 
 }  // namespace
 
-csSDK_int32 Request::pass() const {
-    const csSDK_int32 result = right(m_selector, m_stdParms, m_param1, m_param2);
-    if (m_selector == imGetInfo8) {
-        remember(*static_cast<const imFileInfoRec8*>(m_param2));
-    }
-    return result;
-}
-
-csSDK_int32 Request::passAt(PrTime index) const {
-    const PrTime asked = record().inFrameTime;
-    record().inFrameTime = index * ticksPerFrame();
+csSDK_int32 FrameRequest::passAt(PrTime index) const {
+    const PrTime asked = time();
+    video().inFrameTime = index * ticksPerFrame();
     const csSDK_int32 result = pass();
-    record().inFrameTime = asked;
+    video().inFrameTime = asked;
     return result;
 }
 
-csSDK_int32 Request::passIn(std::vector<imFrameFormat> formats) const {
-    imFrameFormat* const asked = record().inFrameFormats;
-    const csSDK_int32 count = record().inNumFrameFormats;
-    record().inFrameFormats = formats.data();
-    record().inNumFrameFormats = static_cast<csSDK_int32>(formats.size());
+csSDK_int32 FrameRequest::passIn(std::vector<imFrameFormat> formats) const {
+    imFrameFormat* const asked = video().inFrameFormats;
+    const csSDK_int32 count = video().inNumFrameFormats;
+    video().inFrameFormats = formats.data();
+    video().inNumFrameFormats = static_cast<csSDK_int32>(formats.size());
     const csSDK_int32 result = pass();
-    record().inFrameFormats = asked;
-    record().inNumFrameFormats = count;
+    video().inFrameFormats = asked;
+    video().inNumFrameFormats = count;
     return result;
 }
 
-PrTime Request::rate() const { return describedRate; }
-PrTime Request::scale() const { return describedScale; }
-PrTime Request::lastIndex() const { return describedFrames - 1; }
-PrTime Request::ticksPerFrame() const { return describedScale * kTicksPerSecond / describedRate; }
+PrTime FrameRequest::lastIndex() const { return describedFrames - 1; }
 
-Pixels pixelsOf(imStdParms* stdParms, PPixHand frame) {
-    const FrameSuite suite(stdParms);
+PrTime FrameRequest::ticksPerFrame() const { return describedScale * kTicksPerSecond / describedRate; }
+
+PrTime FrameRequest::exactIndex() const {
+    return static_cast<PrTime>(static_cast<long double>(time()) * static_cast<long double>(describedRate) /
+                               (static_cast<long double>(describedScale) * kTicksPerSecond));
+}
+
+Answer frames(std::function<csSDK_int32(const FrameRequest& request)> answer) {
+    return [=](const Call& call) {
+        if (call.selector == imGetSourceVideo) {
+            return answer(FrameRequest{call});
+        }
+        const csSDK_int32 result = call.pass();
+        if (call.selector == imGetInfo8) {
+            remember(call.record<imFileInfoRec8>());
+        }
+        return result;
+    };
+}
+
+Pixels pixelsOf(const imStdParms* stdParms, PPixHand frame) {
+    const auto suite = frameSuite(stdParms);
     Pixels pixels;
     prRect bounds{};
     csSDK_int32 rowBytes = 0;
@@ -98,14 +89,31 @@ Pixels pixelsOf(imStdParms* stdParms, PPixHand frame) {
     return pixels;
 }
 
-PPixHand newFrame(imStdParms* stdParms, const Pixels& shape) {
-    const Borrowed<PrSDKPPixCreatorSuite> suite(stdParms, kPrSDKPPixCreatorSuite, kPrSDKPPixCreatorSuiteVersion);
+PPixHand newFrame(const imStdParms* stdParms, const Pixels& shape) {
+    const HeldSuite<PrSDKPPixCreatorSuite> suite(stdParms, kPrSDKPPixCreatorSuite, kPrSDKPPixCreatorSuiteVersion);
     const prRect bounds = {0, 0, shape.width, shape.height};
     PPixHand frame = nullptr;
-    suite->CreatePPix(&frame, PrPPixBufferAccess_WriteOnly, shape.format, &bounds);
+    if (suite) {
+        suite->CreatePPix(&frame, PrPPixBufferAccess_WriteOnly, shape.format, &bounds);
+    }
     return frame;
 }
 
-void disposeFrame(imStdParms* stdParms, PPixHand frame) { FrameSuite(stdParms)->Dispose(frame); }
+void disposeFrame(const imStdParms* stdParms, PPixHand frame) { frameSuite(stdParms)->Dispose(frame); }
+
+Answer deliversInsteadOf(csSDK_int32 answer) {
+    return frames([=](const FrameRequest& request) {
+        const csSDK_int32 result = request.pass();
+        return result == answer ? deliverNothing(request) : result;
+    });
+}
+
+csSDK_int32 deliverNothing(const FrameRequest& request) {
+    const imFrameFormat wanted = request.format(0);
+    request.frame() = newFrame(request.stdParms, {.width = wanted.inFrameWidth ? wanted.inFrameWidth : kUsualWidth,
+                                                  .height = wanted.inFrameHeight ? wanted.inFrameHeight : kUsualHeight,
+                                                  .format = static_cast<PrPixelFormat>(wanted.inPixelFormat)});
+    return request.frame() ? csSDK_int32{imNoErr} : csSDK_int32{imOtherErr};
+}
 
 }  // namespace wrong

@@ -3,45 +3,29 @@
 
 #include "wrong/Fault.h"
 
-#include <utility>
 #include <vector>
 
 namespace wrong {
 
-// A call of the entry, whatever its selector. Remembers how the latest clip was described, to tell times.
-class Request {
-public:
-    Request(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2)
-        : m_selector(selector), m_stdParms(stdParms), m_param1(param1), m_param2(param2) {}
-
-    bool isFrame() const { return m_selector == imGetSourceVideo; }
-
-    // The right plug-in's answer; of a frame also at another frame's start, or in other formats.
-    csSDK_int32 pass() const;
+// A request for a frame. Times are those of the clip that was described last.
+struct FrameRequest : Call {
+    // The real plug-in's result for another frame's start, or in other formats.
     csSDK_int32 passAt(PrTime index) const;
     csSDK_int32 passIn(std::vector<imFrameFormat> formats) const;
 
-    // The following are for frames.
-    PrTime time() const { return record().inFrameTime; }
+    imSourceVideoRec& video() const { return record<imSourceVideoRec>(); }
+    PrTime time() const { return video().inFrameTime; }
     PrTime index() const { return time() / ticksPerFrame(); }
     PrTime lastIndex() const;
     PrTime ticksPerFrame() const;
-    PrTime rate() const;
-    PrTime scale() const;
-    int formatCount() const { return record().inNumFrameFormats; }
-    imFrameFormat format(int number) const { return record().inFrameFormats[number]; }
-    void* privateData() const { return record().inPrivateData; }
-    void setPrivateData(void* data) const { record().inPrivateData = data; }
-    PPixHand& frame() const { return *record().outFrame; }
-
-private:
-    imSourceVideoRec& record() const { return *static_cast<imSourceVideoRec*>(m_param2); }
-
-    csSDK_int32 m_selector;
-    imStdParms* m_stdParms;
-    void* m_param1;
-    void* m_param2;
+    PrTime exactIndex() const;      // without rounding a frame's duration to ticks first
+    int formatCount() const { return video().inNumFrameFormats; }
+    imFrameFormat format(int number) const { return video().inFrameFormats[number]; }
+    PPixHand& frame() const { return *video().outFrame; }
 };
+
+// Passes all calls but requests for frames to the real plug-in.
+Answer frames(std::function<csSDK_int32(const FrameRequest& request)> answer);
 
 // A frame's pixels; null for a frame that the host does not have.
 struct Pixels {
@@ -51,8 +35,12 @@ struct Pixels {
     int height = 0;
     PrPixelFormat format = PrPixelFormat_Invalid;
 };
-Pixels pixelsOf(imStdParms* stdParms, PPixHand frame);
-PPixHand newFrame(imStdParms* stdParms, const Pixels& shape);
-void disposeFrame(imStdParms* stdParms, PPixHand frame);
+Pixels pixelsOf(const imStdParms* stdParms, PPixHand frame);
+PPixHand newFrame(const imStdParms* stdParms, const Pixels& shape);
+void disposeFrame(const imStdParms* stdParms, PPixHand frame);
+
+// Delivers a new frame without any picture where the real plug-in returns `answer`.
+Answer deliversInsteadOf(csSDK_int32 answer);
+csSDK_int32 deliverNothing(const FrameRequest& request);
 
 }  // namespace wrong

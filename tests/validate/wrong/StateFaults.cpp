@@ -1,85 +1,59 @@
-#include "wrong/AsyncEntry.h"
+#include "wrong/Fault.h"
 
 namespace wrong {
 
 namespace {
 
 // Frames come from the clip that was opened last.
-csSDK_int32 mixesUpClips(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+csSDK_int32 mixesUpClips(const Call& call) {
     static void* latest = nullptr;
-    const csSDK_int32 result = [&] {
-        if (selector == imGetSourceVideo && latest) {
-            imSourceVideoRec record = *static_cast<imSourceVideoRec*>(param2);
-            record.inPrivateData = latest;
-            return right(selector, stdParms, param1, &record);
-        }
-        return right(selector, stdParms, param1, param2);
-    }();
-    if (selector == imGetInfo8 && result == imNoErr) {
-        latest = static_cast<imFileInfoRec8*>(param2)->privatedata;
+    if (call.selector == imGetSourceVideo && latest) {
+        auto record = call.record<imSourceVideoRec>();
+        record.inPrivateData = latest;
+        return call.passWith(call.param1, &record);
     }
-    if (selector == imCloseFile && latest == param2) {
+    const csSDK_int32 result = call.pass();
+    if (call.selector == imGetInfo8 && result == imNoErr) {
+        latest = call.record<imFileInfoRec8>().privatedata;
+    }
+    if (call.selector == imCloseFile && latest == call.param2) {
         latest = nullptr;
     }
     return result;
 }
 
 // A quiet clip that is opened again is described by another stream than before.
-csSDK_int32 forgetsTheStream(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    auto* opened = static_cast<imFileOpenRec8*>(param2);
-    const bool isQuiet = selector == imOpenFile8 && opened->privatedata != nullptr;
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+csSDK_int32 forgetsTheStream(const Call& call) {
+    auto& opened = call.record<imFileOpenRec8>();
+    const bool isQuiet = opened.privatedata != nullptr;
+    const csSDK_int32 result = call.pass();
     if (isQuiet && result == imNoErr) {
         imFileInfoRec8 info{};
-        info.privatedata = opened->privatedata;
+        info.privatedata = opened.privatedata;
         info.streamIdx = 1;
-        right(imGetInfo8, stdParms, nullptr, &info);
+        Call{imGetInfo8, call.stdParms, nullptr, &info}.pass();
     }
     return result;
 }
 
-// Sound that goes on begins at the start each time.
-csSDK_int32 startsSoundAnew(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    if (selector == imImportAudio7) {
-        auto record = *static_cast<imImportAudioRec7*>(param2);
-        record.position = record.position < 0 ? 0 : record.position;
-        return right(selector, stdParms, param1, &record);
-    }
-    return right(selector, stdParms, param1, param2);
-}
-
-csSDK_int32 firstFrameEntry(csSDK_int32 selector, void* parameter) {
-    if (selector != aiGetFrame) {
-        return rightAsync(selector, parameter);
-    }
-    imSourceVideoRec record = *static_cast<imSourceVideoRec*>(parameter);
-    record.inFrameTime = 0;
-    return rightAsync(selector, &record);
-}
-
-// What the first start set up is gone with the shutdown, and a later start does not bring it back.
-csSDK_int32 worksOnce(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    static bool isOver = false;
-    isOver = isOver || selector == imShutdown;
-    return isOver && selector == imOpenFile8 ? csSDK_int32{imBadFile} : right(selector, stdParms, param1, param2);
-}
-
-csSDK_int32 keepsASuiteAtTheSecondStart(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    static int starts = 0;
-    if (selector == imInit && ++starts == 2) {
-        const void* suite = nullptr;
-        stdParms->piSuites->utilFuncs->getSPBasicSuite()->AcquireSuite(kPrSDKTimeSuite, 1, &suite);
-    }
-    return right(selector, stdParms, param1, param2);
-}
-
-constexpr Fault kStateFaults[] = {
+const Fault kStateFaults[] = {
     {"mixes-up-clips", mixesUpClips},
-    {"forgets-the-stream", forgetsTheStream},
-    {"starts-sound-anew", startsSoundAnew},
-    {"collects-the-first-frame", withAsyncEntry<firstFrameEntry>},
-    {"works-once", worksOnce},
-    {"keeps-a-suite-at-the-second-start", keepsASuiteAtTheSecondStart},
+    {"forgets-the-stream", on(imOpenFile8, forgetsTheStream)},
+    {"starts-sound-anew", on(imImportAudio7, [](const Call& call) {
+         auto record = call.record<imImportAudioRec7>();
+         record.position = record.position < 0 ? 0 : record.position;
+         return call.passWith(call.param1, &record);
+     })},
+    // What the first start set up is gone after the shutdown, and a later start does not bring it back.
+    {"works-once", [isOver = false](const Call& call) mutable {
+         isOver = isOver || call.selector == imShutdown;
+         return isOver && call.selector == imOpenFile8 ? csSDK_int32{imBadFile} : call.pass();
+     }},
+    {"keeps-a-suite-at-the-second-start", before(imInit, [starts = 0](const Call& call) mutable {
+         if (++starts == 2) {
+             leakSuite(call);
+         }
+     })},
 };
 
 }  // namespace

@@ -10,8 +10,8 @@ namespace {
 
 const Fault* chosenFault() {
     const std::span<const Fault> groups[] = {
-        libraryFaults(), protocolFaults(), frameFaults(), audioFaults(),
-        asyncFaults(), refusingHostFaults(), codecFaults(), diskFaults(),
+        libraryFaults(), startFaults(), openFaults(), infoFaults(), listFaults(), lifeFaults(),
+        frameFaults(), audioFaults(), asyncFaults(), refusingHostFaults(), codecFaults(), diskFaults(),
         exceptionFaults(), stateFaults(), measureFaults(), frameworkFaults()};
     const char* name = std::getenv("WRONG_PLUGIN");
     for (const std::span<const Fault> group : groups) {
@@ -32,5 +32,6 @@ WRONG_EXPORT csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms
 
 csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
     static const wrong::Fault* const fault = wrong::chosenFault();
-    return (fault ? fault->entry : wrong::right)(selector, stdParms, param1, param2);
+    const wrong::Call call = {selector, stdParms, param1, param2};
+    return fault ? fault->answer(call) : call.pass();
 }

@@ -1,4 +1,4 @@
-#include "wrong/protocol/ProtocolFaults.h"
+#include "wrong/Fault.h"
 
 #include <map>
 #include <string>
@@ -8,101 +8,97 @@ namespace wrong {
 
 namespace {
 
-imFileOpenRec8& openIn(void* param2) { return *static_cast<imFileOpenRec8*>(param2); }
-
-csSDK_int32 isAnotherClipWhenReopened(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    if (selector != imOpenFile8 || !openIn(param2).privatedata) {
-        return right(selector, stdParms, param1, param2);
+csSDK_int32 isAnotherClipWhenReopened(const Call& call) {
+    auto& opened = call.record<imFileOpenRec8>();
+    void* const before = opened.privatedata;
+    opened.privatedata = nullptr;
+    const csSDK_int32 result = call.pass();
+    if (before) {
+        imFileRef ended = imInvalidHandleValue();
+        Call{imCloseFile, call.stdParms, &ended, before}.pass();
     }
-    void* const before = openIn(param2).privatedata;
-    openIn(param2).privatedata = nullptr;
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    imFileRef ended = imInvalidHandleValue();
-    right(imCloseFile, stdParms, &ended, before);
     return result;
 }
 
-csSDK_int32 losesItsSoundWhenQuiet(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+csSDK_int32 losesItsSoundWhenQuiet(const Call& call) {
     static bool isLost = false;
-    isLost = isLost || selector == imQuietFile;
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imGetInfo8 && isLost) {
-        static_cast<imFileInfoRec8*>(param2)->hasAudio = 0;
+    isLost = isLost || call.selector == imQuietFile;
+    const csSDK_int32 result = call.pass();
+    if (call.selector == imGetInfo8 && isLost) {
+        call.record<imFileInfoRec8>().hasAudio = 0;
     }
     return result;
 }
 
-bool wasQuieted = false;
-
-SPErr releaseUnlessQuiet(const char* name, csSDK_int32 version) {
-    return wasQuieted ? SPErr{0} : trueBasicSuite()->ReleaseSuite(name, version);
+csSDK_int32 keepsWhatAQuietClipHas(const Call& call) {
+    static bool wasQuieted = false;
+    static const Answer keeping = withHost({.releaseSuite = [](const char* name, csSDK_int32 version) {
+        return wasQuieted ? kSPNoError : trueBasicSuite().ReleaseSuite(name, version);
+    }});
+    wasQuieted = call.selector == imQuietFile || (wasQuieted && call.selector == imCloseFile);
+    return keeping(call);
 }
 
-csSDK_int32 keepsWhatAQuietClipHas(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    wasQuieted = selector == imQuietFile || (wasQuieted && selector == imCloseFile);
-    return rightWithHost({.releaseSuite = releaseUnlessQuiet}, selector, stdParms, param1, param2);
-}
-
-csSDK_int32 refusesToCloseQuietClips(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const bool hasNoFile = selector == imCloseFile && *static_cast<imFileRef*>(param1) == imInvalidHandleValue();
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+csSDK_int32 refusesToCloseQuietClips(const Call& call) {
+    const bool hasNoFile = *static_cast<imFileRef*>(call.param1) == imInvalidHandleValue();
+    const csSDK_int32 result = call.pass();
     return hasNoFile ? csSDK_int32{imBadFile} : result;
 }
 
 // Describes the clip that was opened last, whichever is asked for.
-csSDK_int32 knowsOneClipOnly(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+csSDK_int32 knowsOneClipOnly(const Call& call) {
     static std::vector<void*> clips;
-    if (selector == imCloseFile) {
-        std::erase(clips, param2);
+    if (call.selector == imCloseFile) {
+        std::erase(clips, call.param2);
     }
-    if (selector != imGetInfo8) {
-        const csSDK_int32 result = right(selector, stdParms, param1, param2);
-        if (selector == imOpenFile8 && result == imNoErr) {
-            void* const opened = openIn(param2).privatedata;
-            clips.push_back(opened);
-        }
+    const csSDK_int32 result = call.pass();
+    if (call.selector == imOpenFile8 && result == imNoErr) {
+        void* const opened = call.record<imFileOpenRec8>().privatedata;
+        clips.push_back(opened);
+    }
+    if (call.selector != imGetInfo8) {
         return result;
     }
-    auto& record = *static_cast<imFileInfoRec8*>(param2);
+    auto& record = call.record<imFileInfoRec8>();
     void* const asked = record.privatedata;
-    right(selector, stdParms, param1, param2);
     record.privatedata = clips.back();
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
+    const csSDK_int32 otherResult = call.pass();
     record.privatedata = asked;
-    return result;
+    return otherResult;
 }
 
 // One clip for all openings of a file, closed with the last of them.
-csSDK_int32 sharesClipsOfAFile(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
+csSDK_int32 sharesClipsOfAFile(const Call& call) {
     struct Shared {
         void* privateData = nullptr;
         int users = 0;
     };
     static std::map<std::u16string, Shared> clips;
-    if (selector == imOpenFile8 && !openIn(param2).privatedata) {
-        Shared& clip = clips[openIn(param2).fileinfo.filepath];
-        openIn(param2).privatedata = clip.privateData;
-        const csSDK_int32 result = right(selector, stdParms, param1, param2);
-        clip.privateData = openIn(param2).privatedata;
+    if (call.selector == imOpenFile8 && !call.record<imFileOpenRec8>().privatedata) {
+        auto& record = call.record<imFileOpenRec8>();
+        Shared& clip = clips[record.fileinfo.filepath];
+        record.privatedata = clip.privateData;
+        const csSDK_int32 result = call.pass();
+        clip.privateData = record.privatedata;
         ++clip.users;
         return result;
     }
-    if (selector == imCloseFile) {
+    if (call.selector == imCloseFile) {
         for (auto& [path, clip] : clips) {
-            if (clip.privateData == param2 && --clip.users > 0) {
+            if (clip.privateData == call.param2 && --clip.users > 0) {
                 return imNoErr;
             }
         }
-        std::erase_if(clips, [=](const auto& entry) { return entry.second.privateData == param2; });
+        std::erase_if(clips, [&](const auto& entry) { return entry.second.privateData == call.param2; });
     }
-    return right(selector, stdParms, param1, param2);
+    return call.pass();
 }
 
-constexpr Fault kLifeFaults[] = {
-    {"is-another-clip-when-reopened", isAnotherClipWhenReopened},
+const Fault kLifeFaults[] = {
+    {"is-another-clip-when-reopened", on(imOpenFile8, isAnotherClipWhenReopened)},
     {"loses-its-sound-when-quiet", losesItsSoundWhenQuiet},
     {"keeps-what-a-quiet-clip-has", keepsWhatAQuietClipHas},
-    {"refuses-to-close-quiet-clips", refusesToCloseQuietClips},
+    {"refuses-to-close-quiet-clips", on(imCloseFile, refusesToCloseQuietClips)},
     {"knows-one-clip-only", knowsOneClipOnly},
     {"shares-clips-of-a-file", sharesClipsOfAFile},
 };

@@ -1,94 +1,51 @@
-#include "wrong/protocol/ProtocolFaults.h"
+#include "wrong/Fault.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <string_view>
 
 namespace wrong {
 
 namespace {
 
-constexpr std::uintptr_t kFileType = 0x41564956;
+constexpr csSDK_int32 kFileType = 0x41564956;
 
-csSDK_int32 offersFormatsForEver(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return right(selector, stdParms, selector == imGetIndFormat ? nullptr : param1, param2);
+// Changes each list of subtypes that the real plug-in returns.
+Answer subTypes(void (*change)(imSubTypeDescriptionRec* rows, csSDK_int32 fileType)) {
+    return after(imGetSubTypeNames, [=](const Call& call, csSDK_int32) {
+        if (auto* rows = *static_cast<imSubTypeDescriptionRec**>(call.param2)) {
+            change(rows, call.index());
+        }
+    });
 }
 
-csSDK_int32 countsFormatsFromBelow(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const auto index = static_cast<csSDK_int32>(reinterpret_cast<std::uintptr_t>(param1));
-    const bool isNegative = selector == imGetIndFormat && index < 0;
-    return right(selector, stdParms, isNegative ? nullptr : param1, param2);
-}
-
-csSDK_int32 changesItsName(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imGetIndFormat && result == imNoErr) {
-        static_cast<imIndFormatRec*>(param2)->FormatName[9] = 'a';
-    }
-    return result;
-}
-
-// The first row of the list that a call gave, or null.
-imSubTypeDescriptionRec* rowsOf(csSDK_int32 selector, void* param2) {
-    return selector == imGetSubTypeNames ? *static_cast<imSubTypeDescriptionRec**>(param2) : nullptr;
-}
-
-csSDK_int32 listsASubtypeTwice(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (auto* rows = rowsOf(selector, param2)) {
-        rows[1] = rows[0];
-    }
-    return result;
-}
-
-csSDK_int32 givesNamesWithoutAnEnd(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (auto* rows = rowsOf(selector, param2)) {
-        std::fill(std::begin(rows->subTypeName), std::end(rows->subTypeName), u'x');
-    }
-    return result;
-}
-
-csSDK_int32 listsByFileType(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (auto* rows = rowsOf(selector, param2); rows && reinterpret_cast<std::uintptr_t>(param1) != kFileType) {
-        rows->subTypeName[0] = u'q';
-    }
-    return result;
-}
-
-csSDK_int32 hasNoPriority(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    const csSDK_int32 result = right(selector, stdParms, param1, param2);
-    if (selector == imInit) {
-        static_cast<imImportInfoRec*>(param1)->priority = 0;
-    }
-    return result;
-}
-
-csSDK_int32 isOfAnOldVersion(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return selector == imGetSupports8 ? csSDK_int32{imUnsupported} : right(selector, stdParms, param1, param2);
-}
-
+// The suite's holder keeps the host of its init, and is replaced at the next one.
 SPErr releaseAllButErrors(const char* name, csSDK_int32 version) {
-    const bool isErrors = std::string_view(name) == "Premiere Error Suite";
-    return isErrors ? SPErr{0} : trueBasicSuite()->ReleaseSuite(name, version);
+    return std::string_view(name) == kPrSDKErrorSuite ? kSPNoError : trueBasicSuite().ReleaseSuite(name, version);
 }
 
-// The suite's holder keeps the host that it got at its init, and is replaced at the next one.
-csSDK_int32 keepsTheSuiteOfEachInit(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {
-    return rightWithHost({.releaseSuite = releaseAllButErrors}, selector, stdParms, param1, param2);
-}
-
-constexpr Fault kStartFaults[] = {
-    {"offers-formats-for-ever", offersFormatsForEver},
-    {"counts-formats-from-below", countsFormatsFromBelow},
-    {"changes-its-name", changesItsName},
-    {"lists-a-subtype-twice", listsASubtypeTwice},
-    {"gives-names-without-an-end", givesNamesWithoutAnEnd},
-    {"lists-by-file-type", listsByFileType},
-    {"has-no-priority", hasNoPriority},
-    {"is-of-an-old-version", isOfAnOldVersion},
-    {"keeps-the-suite-of-each-init", keepsTheSuiteOfEachInit},
+const Fault kStartFaults[] = {
+    {"offers-formats-for-ever", on(imGetIndFormat, [](const Call& call) {
+         return call.passWith(nullptr, call.param2);
+     })},
+    {"counts-formats-from-below", on(imGetIndFormat, [](const Call& call) {
+         return call.index() < 0 ? call.passWith(nullptr, call.param2) : call.pass();
+     })},
+    {"changes-its-name", after(imGetIndFormat, [](const Call& call, csSDK_int32 result) {
+         if (result == imNoErr) {
+             call.record<imIndFormatRec>().FormatName[9] = 'a';
+         }
+     })},
+    {"lists-a-subtype-twice", subTypes([](imSubTypeDescriptionRec* rows, csSDK_int32) { rows[1] = rows[0]; })},
+    {"gives-names-without-an-end", subTypes([](imSubTypeDescriptionRec* rows, csSDK_int32) {
+         std::fill(std::begin(rows->subTypeName), std::end(rows->subTypeName), u'x');
+     })},
+    {"lists-by-file-type", subTypes([](imSubTypeDescriptionRec* rows, csSDK_int32 fileType) {
+         rows->subTypeName[0] = fileType == kFileType ? rows->subTypeName[0] : u'q';
+     })},
+    {"has-no-priority", after(imInit, [](const Call& call, csSDK_int32) {
+         static_cast<imImportInfoRec*>(call.param1)->priority = 0;
+     })},
+    {"is-of-an-old-version", always(imGetSupports8, imUnsupported)},
+    {"keeps-the-suite-of-each-init", withHost({.releaseSuite = releaseAllButErrors})},
 };
 
 }  // namespace
