@@ -23,20 +23,13 @@ struct AsyncImporter {
     std::optional<FrameMaker> frames;       // until the close
     int running = 0;                        // calls inside, a flush included
     bool isFlushing = false;
-    bool isFlushed = false;                 // nothing came since
+    bool isFlushed = false;                 // no call came since
     bool isClosed = false;
 };
 
 // Closed ones are kept, so that a late call is known as such.
 std::mutex mutex;
 std::vector<std::unique_ptr<AsyncImporter>> importers;
-
-bool isLate(const AsyncImporter& importer, const std::string& call) {
-    if (importer.isClosed) {
-        complain(Sentence::AsyncAfterClose, {call});
-    }
-    return importer.isClosed;
-}
 
 // One call for an importer, from its start to its end.
 class AsyncCall {
@@ -46,9 +39,8 @@ public:
         const auto found = std::find_if(importers.begin(), importers.end(), [=](const auto& importer) {
             return importer.get() == privateData;
         });
-        if (found == importers.end()) {
-            complain(Sentence::AsyncUnknown, {asyncName(selector)});
-        } else if (!isLate(**found, asyncName(selector))) {
+        if (expect(found != importers.end(), Sentence::AsyncUnknown, {asyncName(selector)}) &&
+            expect(!(*found)->isClosed, Sentence::AsyncAfterClose, {asyncName(selector)})) {
             enter(**found);
         }
     }
@@ -67,12 +59,8 @@ public:
 private:
     void enter(AsyncImporter& importer) {
         const bool isFlush = m_selector == aiFlush;
-        if (importer.isFlushing || (isFlush && importer.running > 0)) {
-            complain(Sentence::AsyncDuringFlush);
-        }
-        if (m_selector == aiClose && !importer.isFlushed) {
-            complain(Sentence::AsyncNotFlushed);
-        }
+        expect(!importer.isFlushing && (!isFlush || importer.running == 0), Sentence::AsyncDuringFlush);
+        expect(m_selector != aiClose || importer.isFlushed, Sentence::AsyncNotFlushed);
         importer.isFlushing = importer.isFlushing || isFlush;
         importer.isFlushed = isFlush;
         importer.isClosed = m_selector == aiClose;
@@ -98,9 +86,8 @@ csSDK_int32 noteRequest(csSDK_int32 selector, const void* record) {
     const std::string call = asyncName(selector);
     const char* video = static_cast<const char*>(record) + kRequestVideo;
     expectZeros(call, RecordKind::AsyncRequest, record, hostVersion());
-    if (pointerAt(video, kVideoPrivateData) != pointerAt(record, kRequestPrivateData)) {
-        complain(Sentence::AsyncUnknown, {call});
-    }
+    expect(pointerAt(video, kVideoPrivateData) == pointerAt(record, kRequestPrivateData), Sentence::AsyncUnknown,
+           {call});
     const FrameRequest request(call, video);
     return aiNoError;
 }
@@ -121,11 +108,8 @@ csSDK_int32 answer(csSDK_int32 selector, AsyncImporter& importer, void* paramete
 
 csSDK_int32 asyncEntry(csSDK_int32 selector, void* parameter) {
     const RunningCall running(asyncName(selector));
-    if (!running.isAdmitted()) {
-        return aiUnknownError;
-    }
-    if (!parameter) {
-        complain(Sentence::ParameterMissing, {asyncName(selector), "the parameter"});
+    if (!running.isAdmitted() ||
+        !expect(parameter, Sentence::ParameterMissing, {asyncName(selector), "the parameter"})) {
         return aiUnknownError;
     }
     const bool isPrivateData = selector == aiFlush || selector == aiClose;

@@ -5,12 +5,12 @@
 
 namespace hostprobe {
 
-// Makes one and fills the record's answer. It outlives the file that it was made for, as hosts expect.
+// Creates one and fills the record. It outlives the file that it was created for, as hosts expect.
 void createAsyncImporter(SPBasicSuite* basic, void* record);
 
 bool isAnyAsyncImporterOpen();
 
-// Gives back what importers still hold that the host forgot to close.
+// Releases what importers still hold that the host forgot to close.
 void dropAsyncImporters();
 
 }  // namespace hostprobe

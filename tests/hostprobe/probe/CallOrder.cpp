@@ -25,15 +25,11 @@ RunningCall::RunningCall(const std::string& name) {
     const bool isShutdown = name == "imShutdown";
     countCall();
     const std::lock_guard lock(life.mutex);
-    m_isAdmitted = !life.hadShutdown;
-    if (life.hadShutdown) {
-        complain(Sentence::AfterShutdown, {name});
-    } else if (isInit && life.hadInit) {
-        complain(Sentence::InitTwice);
-    } else if (!isInit && !life.hadCalls) {
-        complain(Sentence::InitNotFirst, {name});
-    } else if (isShutdown && life.running > 0) {
-        complain(Sentence::ShutdownDuringCall);
+    m_isAdmitted = expect(!life.hadShutdown, Sentence::AfterShutdown, {name});
+    if (m_isAdmitted) {
+        expect(!isInit || !life.hadInit, Sentence::InitTwice);
+        expect(isInit || life.hadCalls, Sentence::InitNotFirst, {name});
+        expect(!isShutdown || life.running == 0, Sentence::ShutdownDuringCall);
     }
     ++life.running;
     life.hadCalls = true;

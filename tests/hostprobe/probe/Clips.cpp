@@ -46,19 +46,19 @@ void dropClips() {
 
 ClipCall::ClipCall(csSDK_int32 selector, void* privateData) : m_selector(selector) {
     Clip* clip = find(privateData);
-    if (!clip) {
-        complain(Sentence::UnknownPrivateData, {selectorName(selector)});
+    if (!expect(clip, Sentence::UnknownPrivateData, {selectorName(selector)}) ||
+        !expect(!clip->isBusy.exchange(true), Sentence::CallsOverlap, {selectorName(selector)})) {
         return;
     }
-    if (clip->isBusy.exchange(true)) {
-        complain(Sentence::CallsOverlap, {selectorName(selector)});
-        return;
-    }
-    m_clip = clip;
-    if (!isLegal(*clip)) {
+    if (isLegal(*clip)) {
+        m_clip = clip;
+    } else {
         clip->isBusy = false;
-        m_clip = nullptr;
     }
+}
+
+ClipCall::ClipCall(csSDK_int32 selector, void* privateData, imFileRef reference) : ClipCall(selector, privateData) {
+    expectReference(reference);
 }
 
 ClipCall::~ClipCall() {
@@ -68,33 +68,17 @@ ClipCall::~ClipCall() {
 }
 
 bool ClipCall::isLegal(const Clip& clip) const {
+    const std::string name = selectorName(m_selector);
     const bool isAboutOpening = m_selector == imOpenFile8 || m_selector == imCloseFile;
     const bool isDescription = m_selector == imGetInfo8 || m_selector == imQuietFile;
-    if (clip.state == Clip::State::Closed) {
-        complain(Sentence::AfterClose, {selectorName(m_selector)});
-        return false;
-    }
-    if (clip.state == Clip::State::Quiet && !isAboutOpening) {
-        complain(Sentence::WhileQuiet, {selectorName(m_selector)});
-        return false;
-    }
-    if (clip.state == Clip::State::Open && m_selector == imOpenFile8) {
-        complain(Sentence::OpenTwice);
-        return false;
-    }
-    if (!clip.isDescribed && !isAboutOpening && !isDescription) {
-        complain(Sentence::BeforeInfo, {selectorName(m_selector)});
-        return false;
-    }
-    return true;
+    return expect(clip.state != Clip::State::Closed, Sentence::AfterClose, {name}) &&
+           expect(clip.state != Clip::State::Quiet || isAboutOpening, Sentence::WhileQuiet, {name}) &&
+           expect(clip.state != Clip::State::Open || m_selector != imOpenFile8, Sentence::OpenTwice) &&
+           expect(clip.isDescribed || isAboutOpening || isDescription, Sentence::BeforeInfo, {name});
 }
 
-bool ClipCall::expectReference(imFileRef reference) const {
-    if (m_clip && reference != m_clip->reference) {
-        complain(Sentence::OtherFileReference, {selectorName(m_selector)});
-        return false;
-    }
-    return true;
+void ClipCall::expectReference(imFileRef reference) const {
+    expect(!m_clip || reference == m_clip->reference, Sentence::OtherFileReference, {selectorName(m_selector)});
 }
 
 }  // namespace hostprobe

@@ -1,4 +1,4 @@
-// The files that the host has opened. Private data is never used a second time, so that a late call is known as such.
+// The files that the host has opened. Private data is never reused, so that a late call is known as such.
 #pragma once
 
 #include "probe/FrameMaker.h"
@@ -29,28 +29,29 @@ struct Clip {
     std::atomic<bool> isBusy = false;
 };
 
-// A new file's private data. It is opened as one is that comes back from quiet.
+// Returns a new file's private data. Opening it is like opening a quiet file.
 Clip* addClip();
 
 bool isAnyClipOpen();
 
-// Gives back what files still hold that the host forgot to close.
+// Releases what files still hold that the host forgot to close.
 void dropClips();
 
-// One synchronous call for a file. Complains of private data that is not of an open file (or, for an opening, of a
-// quiet one), of a call before the file was described, and of two calls at once.
+// One synchronous call for a file. Complains of private data that is not of an open file (for an opening, of a quiet
+// one), of a call before the file was described, of two calls at once, and of another file reference.
 class ClipCall {
 public:
     ClipCall(csSDK_int32 selector, void* privateData);
+    ClipCall(csSDK_int32 selector, void* privateData, imFileRef reference);
     ~ClipCall();
     ClipCall(const ClipCall&) = delete;
     ClipCall& operator=(const ClipCall&) = delete;
 
-    // Null when the call cannot be answered.
+    // Null if the call cannot be answered.
     Clip* clip() const { return m_clip; }
 
-    // Complains and gives false when the reference is not the one that was stored.
-    bool expectReference(imFileRef reference) const;
+    // Complains if the reference is not the one that was stored.
+    void expectReference(imFileRef reference) const;
 
 private:
     bool isLegal(const Clip& clip) const;
@@ -58,5 +59,11 @@ private:
     csSDK_int32 m_selector;
     Clip* m_clip = nullptr;
 };
+
+// Returns the result of `answer`, or imOtherErr if the call cannot be answered.
+template <class Answer>
+csSDK_int32 answerFor(const ClipCall& call, Answer answer) {
+    return call.clip() ? csSDK_int32{answer(*call.clip())} : csSDK_int32{imOtherErr};
+}
 
 }  // namespace hostprobe

@@ -44,7 +44,7 @@ private:
         const char* path = std::getenv("HOSTPROBE_REPORT");
         std::FILE* file = m_isWritten && path ? std::fopen(path, "wb") : nullptr;
         if (!file) {
-            return;     // the missing report tells
+            return;     // the missing report shows it
         }
         for (const std::string& sentence : m_sentences) {
             std::fprintf(file, "%s\n", sentence.c_str());
@@ -61,8 +61,7 @@ private:
 
 Report report;
 
-}  // namespace
-
+// Replaces "{0}" and so on.
 std::string fill(const char* text, std::initializer_list<std::string> details) {
     std::string filled = text;
     int number = 0;
@@ -75,8 +74,25 @@ std::string fill(const char* text, std::initializer_list<std::string> details) {
     return filled;
 }
 
+}  // namespace
+
 void complain(Sentence sentence, std::initializer_list<std::string> details) {
     report.add(fill(textOf(sentence), details));
+}
+
+bool expect(bool isTrue, Sentence sentence, std::initializer_list<std::string> details) {
+    if (!isTrue) {
+        complain(sentence, details);
+    }
+    return isTrue;
+}
+
+bool expectGood(const char* function, csSDK_int32 result) {
+    return expect(result >= 0, Sentence::CallFailed, {function, std::to_string(result)});
+}
+
+bool expectZero(const char* function, csSDK_int32 result) {
+    return expect(result == 0, Sentence::CallFailed, {function, std::to_string(result)});
 }
 
 void countCall() { report.count(); }

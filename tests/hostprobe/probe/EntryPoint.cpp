@@ -13,15 +13,14 @@ csSDK_int32 numberIn(void* parameter) {
     return static_cast<csSDK_int32>(reinterpret_cast<std::uintptr_t>(parameter) & 0xFFFFFFFFu);
 }
 
-enum class Wants { Nothing, Param1, Param2, Both };
+// Which parameters are addresses that must not be null.
+bool needsFirst(csSDK_int32 selector) {
+    return selector == imInit || selector == imQuietFile || selector == imCloseFile || selector == imOpenFile8 ||
+           selector == imGetInfo8 || selector == imCreateAsyncImporter;
+}
 
-// Which parameters are addresses that must lead somewhere.
-Wants wantedBy(csSDK_int32 selector) {
+bool needsSecond(csSDK_int32 selector) {
     switch (selector) {
-        case imInit:
-        case imQuietFile:
-        case imCloseFile:
-        case imCreateAsyncImporter: return Wants::Param1;
         case imGetIndFormat:
         case imGetSubTypeNames:
         case imGetIndPixelFormat:
@@ -29,24 +28,17 @@ Wants wantedBy(csSDK_int32 selector) {
         case imDataRateAnalysis:
         case imGetAudioChannelLayout:
         case imImportAudio7:
-        case imGetSourceVideo: return Wants::Param2;
+        case imGetSourceVideo:
         case imOpenFile8:
-        case imGetInfo8: return Wants::Both;
-        default: return Wants::Nothing;
+        case imGetInfo8: return true;
+        default: return false;
     }
 }
 
 bool areThere(csSDK_int32 selector, const void* param1, const void* param2) {
-    const Wants wants = wantedBy(selector);
-    if ((wants == Wants::Param1 || wants == Wants::Both) && !param1) {
-        complain(Sentence::ParameterMissing, {selectorName(selector), "the first parameter"});
-        return false;
-    }
-    if ((wants == Wants::Param2 || wants == Wants::Both) && !param2) {
-        complain(Sentence::ParameterMissing, {selectorName(selector), "the second parameter"});
-        return false;
-    }
-    return true;
+    const std::string name = selectorName(selector);
+    return expect(param1 || !needsFirst(selector), Sentence::ParameterMissing, {name, "the first parameter"}) &&
+           expect(param2 || !needsSecond(selector), Sentence::ParameterMissing, {name, "the second parameter"});
 }
 
 csSDK_int32 dispatch(csSDK_int32 selector, imStdParms* stdParms, void* param1, void* param2) {

@@ -9,6 +9,7 @@
 #include "probe/Selectors.h"
 #include "probe/SuiteChecks.h"
 
+#include <algorithm>
 #include <atomic>
 
 namespace hostprobe {
@@ -28,35 +29,24 @@ void storeReference(Clip& clip, void* variable, imFileRef reference) {
 
 std::u16string pathOf(const std::string& call, const void* access) {
     const auto* path = static_cast<const prUTF16Char*>(pointerAt(access, kAccessPath));
-    if (!path || path[0] == 0) {
-        complain(Sentence::ParameterMissing, {call, "the path"});
-        return {};
-    }
-    return path;
+    return expect(path && path[0] != 0, Sentence::ParameterMissing, {call, "the path"}) ? path : u"";
 }
 
 void expectPath(const Clip& clip, const std::string& call, const void* access) {
     const std::u16string path = pathOf(call, access);
-    if (!path.empty() && path != clip.path) {
-        complain(Sentence::OtherPath, {call});
-    }
+    expect(path.empty() || path == clip.path, Sentence::OtherPath, {call});
 }
 
 void expectFileType(const std::string& call, const void* access) {
-    if (int32At(access, kAccessType) != kFileType) {
-        complain(Sentence::OtherFileType, {call});
-    }
+    expect(int32At(access, kAccessType) == kFileType, Sentence::OtherFileType, {call});
 }
 
 void checkOpenRecord(const void* record) {
     expectZeros("imOpenFile8", RecordKind::FileOpen, record, hostVersion());
     const csSDK_int32 access = int32At(record, kOpenAccess);
-    if (access != kPrOpenFileAccess_ReadOnly && access != kPrOpenFileAccess_ReadWrite) {
-        complain(Sentence::BadValue, {"imOpenFile8", "inReadWrite"});
-    }
-    if (int32At(record, kOpenStream) < 0) {
-        complain(Sentence::BadValue, {"imOpenFile8", "inStreamIdx"});
-    }
+    expect(access == kPrOpenFileAccess_ReadOnly || access == kPrOpenFileAccess_ReadWrite, Sentence::BadValue,
+           {"imOpenFile8", "inReadWrite"});
+    expect(int32At(record, kOpenStream) >= 0, Sentence::BadValue, {"imOpenFile8", "inStreamIdx"});
 }
 
 void openFirst(imStdParms* stdParms, Clip& clip, const void* record) {
@@ -70,12 +60,8 @@ void openFirst(imStdParms* stdParms, Clip& clip, const void* record) {
 void openAgain(Clip& clip, const void* record) {
     expectPath(clip, "imOpenFile8", record);
     expectFileType("imOpenFile8", record);
-    if (int32At(record, kOpenImporterId) != clip.importerId) {
-        complain(Sentence::OtherImporterId, {"imOpenFile8"});
-    }
-    if (int32At(record, kOpenStream) != clip.streamOfOpening) {
-        complain(Sentence::OtherStream);
-    }
+    expect(int32At(record, kOpenImporterId) == clip.importerId, Sentence::OtherImporterId, {"imOpenFile8"});
+    expect(int32At(record, kOpenStream) == clip.streamOfOpening, Sentence::OtherStream);
 }
 
 void describe(const StreamFacts& stream, void* record) {
@@ -103,18 +89,14 @@ void describe(const StreamFacts& stream, void* record) {
     putAt(record, kInfoAccessModes, kRandomAccessImport);
 }
 
-void checkInfoRecords(const ClipCall& call, const void* access, const void* record) {
+void checkInfoRecords(const Clip& clip, const void* access, const void* record) {
     expectZeros("imGetInfo8", RecordKind::FileAccess, access, hostVersion());
     expectZeros("imGetInfo8", RecordKind::FileInfo, record, hostVersion());
-    call.expectReference(pointerAt(access, kAccessReference));
-    expectPath(*call.clip(), "imGetInfo8", access);
+    expectPath(clip, "imGetInfo8", access);
     expectFileType("imGetInfo8", access);
-    if (int32At(record, kInfoImporterId) != call.clip()->importerId) {
-        complain(Sentence::OtherImporterId, {"imGetInfo8"});
-    }
-    if (fieldAt<unsigned char>(record, kInfoIgnoreGrowing) > 1) {
-        complain(Sentence::BadValue, {"imGetInfo8", "ignoreGrowing"});
-    }
+    expect(int32At(record, kInfoImporterId) == clip.importerId, Sentence::OtherImporterId, {"imGetInfo8"});
+    expect(fieldAt<unsigned char>(record, kInfoIgnoreGrowing) <= 1, Sentence::BadValue,
+           {"imGetInfo8", "ignoreGrowing"});
 }
 
 }  // namespace
@@ -143,80 +125,60 @@ csSDK_int32 onOpenFile(imStdParms* stdParms, void* reference, void* record) {
 }
 
 csSDK_int32 onQuietFile(void* reference, void* privateData) {
-    const ClipCall call(imQuietFile, privateData);
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    call.expectReference(pointerAt(reference, 0));
-    call.clip()->state = Clip::State::Quiet;
-    storeReference(*call.clip(), reference, imInvalidHandleValue());
-    return imNoErr;
+    return answerFor({imQuietFile, privateData, pointerAt(reference, 0)}, [=](Clip& clip) {
+        clip.state = Clip::State::Quiet;
+        storeReference(clip, reference, imInvalidHandleValue());
+        return imNoErr;
+    });
 }
 
 csSDK_int32 onCloseFile(void* reference, void* privateData) {
-    const ClipCall call(imCloseFile, privateData);
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    call.expectReference(pointerAt(reference, 0));
-    call.clip()->state = Clip::State::Closed;
-    call.clip()->frames.reset();
-    storeReference(*call.clip(), reference, imInvalidHandleValue());
-    return imNoErr;
+    return answerFor({imCloseFile, privateData, pointerAt(reference, 0)}, [=](Clip& clip) {
+        clip.state = Clip::State::Closed;
+        clip.frames.reset();
+        storeReference(clip, reference, imInvalidHandleValue());
+        return imNoErr;
+    });
 }
 
 csSDK_int32 onGetInfo(void* access, void* record) {
-    const ClipCall call(imGetInfo8, pointerAt(record, kInfoPrivateData));
-    Clip* clip = call.clip();
-    if (!clip) {
-        return imOtherErr;
-    }
-    checkInfoRecords(call, access, record);
-    const csSDK_int32 stream = int32At(record, kInfoStream);
-    if (stream < 0 || stream >= clip->promisedStreams) {
-        complain(Sentence::StreamNotPromised, {std::to_string(stream)});
-        return imBadStreamIndex;
-    }
-    describe(kStreams[stream], record);
-    clip->isDescribed = true;
-    clip->stream = stream;
-    const bool isLast = stream + 1 == kStreamCount;
-    if (!isLast && clip->promisedStreams < stream + 2) {
-        clip->promisedStreams = stream + 2;
-    }
-    return isLast ? imBadStreamIndex : imIterateStreams;
+    void* const privateData = pointerAt(record, kInfoPrivateData);
+    return answerFor({imGetInfo8, privateData, pointerAt(access, kAccessReference)}, [=](Clip& clip) {
+        checkInfoRecords(clip, access, record);
+        const csSDK_int32 stream = int32At(record, kInfoStream);
+        if (!expect(stream >= 0 && stream < clip.promisedStreams, Sentence::StreamNotPromised,
+                    {std::to_string(stream)})) {
+            return imBadStreamIndex;
+        }
+        describe(kStreams[stream], record);
+        clip.isDescribed = true;
+        clip.stream = stream;
+        clip.promisedStreams = std::clamp(stream + 2, clip.promisedStreams, kStreamCount);
+        return stream + 1 == kStreamCount ? imBadStreamIndex : imIterateStreams;
+    });
 }
 
 csSDK_int32 onGetIndPixelFormat(csSDK_int32 index, void* record) {
-    const ClipCall call(imGetIndPixelFormat, pointerAt(record, kPixelFormatPrivateData));
-    Clip* clip = call.clip();
-    if (!clip) {
-        return imOtherErr;
-    }
-    expectZeros("imGetIndPixelFormat", RecordKind::PixelFormat, record, hostVersion());
-    if (index != 0 && index != clip->nextPixelFormat) {
-        complain(Sentence::IndexOutOfTurn, {"imGetIndPixelFormat", std::to_string(index)});
-    }
-    if (index < 0 || index >= kOfferedCount) {
-        clip->nextPixelFormat = 0;
-        return imBadFormatIndex;
-    }
-    clip->nextPixelFormat = index + 1;
-    putAt(record, kPixelFormatOut, kOffered[index]);
-    return imNoErr;
+    return answerFor({imGetIndPixelFormat, pointerAt(record, kPixelFormatPrivateData)}, [=](Clip& clip) {
+        expectZeros("imGetIndPixelFormat", RecordKind::PixelFormat, record, hostVersion());
+        expect(index == 0 || index == clip.nextPixelFormat, Sentence::IndexOutOfTurn,
+               {"imGetIndPixelFormat", std::to_string(index)});
+        const bool isOffered = index >= 0 && index < kOfferedCount;
+        clip.nextPixelFormat = isOffered ? index + 1 : 0;
+        if (isOffered) {
+            putAt(record, kPixelFormatOut, kOffered[index]);
+        }
+        return isOffered ? imNoErr : imBadFormatIndex;
+    });
 }
 
 csSDK_int32 onCreateAsyncImporter(imStdParms* stdParms, void* record) {
-    const ClipCall call(imCreateAsyncImporter, pointerAt(record, kCreationPrivateData));
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    if (!expected().async) {
-        complain(Sentence::AsyncUnexpected);
-    }
-    expectZeros("imCreateAsyncImporter", RecordKind::AsyncCreation, record, hostVersion());
-    createAsyncImporter(basicSuiteOf(stdParms), record);
-    return imNoErr;
+    return answerFor({imCreateAsyncImporter, pointerAt(record, kCreationPrivateData)}, [=](Clip&) {
+        expect(expected().async, Sentence::AsyncUnexpected);
+        expectZeros("imCreateAsyncImporter", RecordKind::AsyncCreation, record, hostVersion());
+        createAsyncImporter(basicSuiteOf(stdParms), record);
+        return imNoErr;
+    });
 }
 
 }  // namespace hostprobe

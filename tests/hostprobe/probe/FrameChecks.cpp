@@ -47,8 +47,7 @@ public:
     void run() {
         const prSuiteError error =
             m_creator.CreatePPix(&m_frame, PrPPixBufferAccess_WriteOnly, m_facts.format, &m_bounds);
-        if (error < 0 || !m_frame) {
-            complain(Sentence::FrameRefused, {m_shape});
+        if (!expect(error >= 0 && m_frame, Sentence::FrameRefused, {m_shape})) {
             return;
         }
         checkShape();
@@ -61,63 +60,47 @@ public:
     }
 
 private:
-    bool expectGood(const char* function, prSuiteError error) const {
-        if (error < 0) {
-            complain(Sentence::CallFailed, {function, std::to_string(error)});
-        }
-        return error >= 0;
-    }
-
     void checkShape() const {
         PrPixelFormat format = PrPixelFormat_Invalid;
-        if (expectGood("GetPixelFormat", m_frames.GetPixelFormat(m_frame, &format)) && format != m_facts.format) {
-            complain(Sentence::FrameFormat, {m_shape});
+        if (expectGood("GetPixelFormat", m_frames.GetPixelFormat(m_frame, &format))) {
+            expect(format == m_facts.format, Sentence::FrameFormat, {m_shape});
         }
         prRect bounds;
-        if (expectGood("GetBounds", m_frames.GetBounds(m_frame, &bounds)) &&
-            std::memcmp(&bounds, &m_bounds, sizeof(bounds)) != 0) {
-            complain(Sentence::FrameBounds, {m_shape});
+        if (expectGood("GetBounds", m_frames.GetBounds(m_frame, &bounds))) {
+            expect(std::memcmp(&bounds, &m_bounds, sizeof(bounds)) == 0, Sentence::FrameBounds, {m_shape});
         }
     }
 
     void checkFacts() const {
         csSDK_uint32 num = 0;
         csSDK_uint32 den = 0;
-        if (expectGood("GetPixelAspectRatio", m_frames.GetPixelAspectRatio(m_frame, &num, &den)) &&
-            (num == 0 || den == 0)) {
-            complain(Sentence::PixelAspect, {m_shape, std::to_string(num), std::to_string(den)});
+        if (expectGood("GetPixelAspectRatio", m_frames.GetPixelAspectRatio(m_frame, &num, &den))) {
+            expect(num != 0 && den != 0, Sentence::PixelAspect, {m_shape, std::to_string(num), std::to_string(den)});
         }
         csSDK_int32 milliseconds = 0;
-        if (expectGood("GetRenderTime", m_frames.GetRenderTime(m_frame, &milliseconds)) && milliseconds < 0) {
-            complain(Sentence::RenderTime, {m_shape, std::to_string(milliseconds)});
+        if (expectGood("GetRenderTime", m_frames.GetRenderTime(m_frame, &milliseconds))) {
+            expect(milliseconds >= 0, Sentence::RenderTime, {m_shape, std::to_string(milliseconds)});
         }
         csSDK_size_t keyBytes = 0;
-        if (!expectGood("GetUniqueKeySize", m_frames.GetUniqueKeySize(&keyBytes))) {
-            return;
+        if (expectGood("GetUniqueKeySize", m_frames.GetUniqueKeySize(&keyBytes)) &&
+            expect(keyBytes != 0, Sentence::KeySize, {std::to_string(keyBytes)})) {
+            std::vector<unsigned char> key(static_cast<std::size_t>(keyBytes));
+            expectGood("GetUniqueKey", m_frames.GetUniqueKey(m_frame, key.data(), keyBytes));
         }
-        if (keyBytes == 0) {
-            complain(Sentence::KeySize, {std::to_string(keyBytes)});
-            return;
-        }
-        std::vector<unsigned char> key(static_cast<std::size_t>(keyBytes));
-        expectGood("GetUniqueKey", m_frames.GetUniqueKey(m_frame, key.data(), keyBytes));
     }
 
-    // False when the frame cannot be written to by what it says of its rows.
+    // Returns false if the frame cannot be written to by what it says of its rows.
     bool checkRows() {
         if (!expectGood("GetRowBytes", m_frames.GetRowBytes(m_frame, &m_rowBytes))) {
             return false;
         }
         const csSDK_int32 tight = m_facts.tightRowBytes(m_width);
         const csSDK_int32 length = m_rowBytes < 0 ? -m_rowBytes : m_rowBytes;
-        if (length < tight) {
-            complain(Sentence::RowsTooShort, {m_shape, std::to_string(m_rowBytes)});
+        if (!expect(length >= tight, Sentence::RowsTooShort, {m_shape, std::to_string(m_rowBytes)})) {
             return false;
         }
         const csSDK_int32 wanted = expected().rows ? paddedRowBytes(tight, *expected().rows) : length;
-        if (length != wanted) {
-            complain(Sentence::RowPolicy, {m_shape, std::to_string(m_rowBytes), std::to_string(wanted)});
-        }
+        expect(length == wanted, Sentence::RowPolicy, {m_shape, std::to_string(m_rowBytes), std::to_string(wanted)});
         checkSizes(length);
         return m_rowBytes > 0;
     }
@@ -128,40 +111,26 @@ private:
         }
         csSDK_int32 oneRow = 0;
         csSDK_int32 all = 0;
-        if (!expectGood("GetSizeForPixelBuffer",
-                        m_image->GetSizeForPixelBuffer(m_facts.format, m_width, 1, &oneRow)) ||
-            !expectGood("GetSizeForPixelBuffer",
-                        m_image->GetSizeForPixelBuffer(m_facts.format, m_width, m_height, &all))) {
-            return;
-        }
-        if (oneRow != length) {
-            complain(Sentence::RowSize, {m_shape, std::to_string(oneRow), std::to_string(length)});
-        } else if (all < length * m_height) {
-            complain(Sentence::FrameSize, {m_shape, std::to_string(all), std::to_string(length * m_height)});
+        const auto ask = m_image->GetSizeForPixelBuffer;
+        if (expectGood("GetSizeForPixelBuffer", ask(m_facts.format, m_width, 1, &oneRow)) &&
+            expectGood("GetSizeForPixelBuffer", ask(m_facts.format, m_width, m_height, &all)) &&
+            expect(oneRow == length, Sentence::RowSize, {m_shape, std::to_string(oneRow), std::to_string(length)})) {
+            expect(all >= length * m_height, Sentence::FrameSize,
+                   {m_shape, std::to_string(all), std::to_string(length * m_height)});
         }
     }
 
     bool checkPixels() {
         char* readable = nullptr;
         m_frames.GetPixels(m_frame, PrPPixBufferAccess_ReadOnly, &readable);
-        if (readable) {
-            complain(Sentence::ReadablePixels, {m_shape});
-        }
-        if (!expectGood("GetPixels", m_frames.GetPixels(m_frame, PrPPixBufferAccess_WriteOnly, &m_pixels))) {
-            return false;
-        }
-        if (!m_pixels) {
-            complain(Sentence::NoPixels, {m_shape, "write"});
-            return false;
-        }
-        if (reinterpret_cast<std::uintptr_t>(m_pixels) % kAlignment != 0) {
-            complain(Sentence::PixelsMisaligned, {m_shape});
-            return false;
-        }
-        return true;
+        expect(!readable, Sentence::ReadablePixels, {m_shape});
+        return expectGood("GetPixels", m_frames.GetPixels(m_frame, PrPPixBufferAccess_WriteOnly, &m_pixels)) &&
+               expect(m_pixels, Sentence::NoPixels, {m_shape, "write"}) &&
+               expect(reinterpret_cast<std::uintptr_t>(m_pixels) % kAlignment == 0, Sentence::PixelsMisaligned,
+                      {m_shape});
     }
 
-    // Up to the very last byte of the last row: the host's own guards tell when it lent less than it said.
+    // Up to the last byte of the last row: the host's own guards show a buffer that is smaller than it said.
     void fill() {
         for (std::size_t i = 0; i < bytes(); ++i) {
             m_pixels[i] = static_cast<char>(i * 11 + 3);
@@ -177,10 +146,9 @@ private:
         csSDK_int32 rowBytes = 0;
         m_frames.GetPixels(clone, PrPPixBufferAccess_ReadOnly, &pixels);
         m_frames.GetRowBytes(clone, &rowBytes);
-        if (!pixels) {
-            complain(Sentence::NoPixels, {m_shape, "read"});
-        } else if (clone == m_frame || rowBytes != m_rowBytes || std::memcmp(pixels, m_pixels, bytes()) != 0) {
-            complain(Sentence::CloneDiffers, {m_shape});
+        if (expect(pixels, Sentence::NoPixels, {m_shape, "read"})) {
+            expect(clone != m_frame && rowBytes == m_rowBytes && std::memcmp(pixels, m_pixels, bytes()) == 0,
+                   Sentence::CloneDiffers, {m_shape});
         }
         if (clone != m_frame) {
             expectGood("Dispose", m_frames.Dispose(clone));
@@ -206,8 +174,7 @@ void checkReadOnlyIsRefused(const PrSDKPPixCreatorSuite& creator, const PrSDKPPi
     const prRect bounds = rectangle(kBounds[0]);
     PPixHand frame = nullptr;
     creator.CreatePPix(&frame, PrPPixBufferAccess_ReadOnly, PrPixelFormat_BGRA_4444_8u, &bounds);
-    if (frame) {
-        complain(Sentence::ReadOnlyFrame);
+    if (!expect(!frame, Sentence::ReadOnlyFrame)) {
         frames.Dispose(frame);
     }
 }

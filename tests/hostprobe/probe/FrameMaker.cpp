@@ -22,37 +22,28 @@ FrameRequest::FrameRequest(std::string call, const void* record) : m_call(std::m
 FrameRequest::~FrameRequest() {
     const void* list = pointerAt(m_record, kVideoFormats);
     const std::size_t bytes = m_formats.size() * sizeof(imFrameFormat);
-    if (bytes != 0 && (!list || std::memcmp(list, m_formats.data(), bytes) != 0)) {
-        complain(Sentence::FormatsChanged, {m_call});
-    }
+    expect(bytes == 0 || (list && std::memcmp(list, m_formats.data(), bytes) == 0), Sentence::FormatsChanged, {m_call});
 }
 
 void FrameRequest::checkValues() const {
     const csSDK_int32 quality = int32At(m_record, kVideoQuality);
-    if (quality < 0 || quality > kHighestQuality) {
-        complain(Sentence::BadValue, {m_call, "inQuality"});
-    }
-    if (fieldAt<unsigned char>(m_record, kVideoRemovePulldown) > 1) {
-        complain(Sentence::BadValue, {m_call, "removePulldown"});
-    }
-    if (int32At(m_record, kVideoStream) < 0) {
-        complain(Sentence::BadValue, {m_call, "currentStreamIdx"});
-    }
+    const auto removePulldown = fieldAt<unsigned char>(m_record, kVideoRemovePulldown);
+    expect(quality >= 0 && quality <= kHighestQuality, Sentence::BadValue, {m_call, "inQuality"});
+    expect(removePulldown <= 1, Sentence::BadValue, {m_call, "removePulldown"});
+    expect(int32At(m_record, kVideoStream) >= 0, Sentence::BadValue, {m_call, "currentStreamIdx"});
 }
 
 void FrameRequest::copyFormats() {
     const void* list = pointerAt(m_record, kVideoFormats);
     const csSDK_int32 count = int32At(m_record, kVideoFormatCount);
-    if (count < 0 || (!list && count != 0)) {
-        complain(Sentence::FormatCount, {m_call});
+    if (!expect(count == 0 || (list && count > 0), Sentence::FormatCount, {m_call})) {
         return;
     }
     m_formats.resize(static_cast<std::size_t>(count));
     for (std::size_t i = 0; i < m_formats.size(); ++i) {
         m_formats[i] = fieldAt<imFrameFormat>(list, i * sizeof(imFrameFormat));
-        if (m_formats[i].inFrameWidth < 0 || m_formats[i].inFrameHeight < 0) {
-            complain(Sentence::BadValue, {m_call, "a wanted frame's size"});
-        }
+        expect(m_formats[i].inFrameWidth >= 0 && m_formats[i].inFrameHeight >= 0, Sentence::BadValue,
+               {m_call, "a wanted frame's size"});
     }
 }
 
@@ -73,8 +64,7 @@ PrTime FrameMaker::ticksPerSecond() const { return m_time.usable() ? askTicksPer
 FrameResult FrameMaker::deliver(const std::string& call, void* record) const {
     auto* outFrame = static_cast<PPixHand*>(pointerAt(record, kVideoOutFrame));
     const FrameRequest request(call, record);
-    if (!outFrame) {
-        complain(Sentence::OutFrameMissing, {call});
+    if (!expect(outFrame, Sentence::OutFrameMissing, {call})) {
         return FrameResult::Failed;
     }
     PPixHand frame = nullptr;

@@ -11,8 +11,8 @@ namespace hostprobe {
 
 enum class FrameResult { Delivered, NoSuchFrame, Failed };
 
-// A look at a request's record. The list of formats is the host's and valid until the call ends; that it stays as it
-// was until then is checked at the end of this object's life. It is not looked at later: the host may use it again.
+// A request's record. The list of formats is the host's; the destructor checks that it did not change during the call.
+// It is not read later: the host may reuse it.
 class FrameRequest {
 public:
     FrameRequest(std::string call, const void* record);
@@ -32,16 +32,16 @@ private:
     std::vector<imFrameFormat> m_formats;
 };
 
-// Holds the suites that frames need; they are taken at construction and given back at destruction.
+// Holds the suites that frames need, from construction to destruction.
 class FrameMaker {
 public:
     explicit FrameMaker(SPBasicSuite* basic);
 
-    // Fills the host's frame variable of the record; the frame is the host's from then on. On any failure the
-    // variable stays as it is.
+    // Stores the frame in the record's variable and hands it over to the host. On any failure the variable does not
+    // change.
     FrameResult deliver(const std::string& call, void* record) const;
 
-    // 0 when the host does not tell.
+    // Returns 0 if the host does not tell.
     PrTime ticksPerSecond() const;
 
 private:

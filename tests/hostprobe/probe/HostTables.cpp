@@ -26,22 +26,15 @@ std::mutex tablesMutex;
 std::optional<FirstParms> first;
 
 bool isThere(const void* table, const char* name) {
-    if (!table) {
-        complain(Sentence::ParameterMissing, {"The standard parameters", name});
-    }
-    return table != nullptr;
+    return expect(table, Sentence::ParameterMissing, {"The standard parameters", name});
 }
 
 void checkVersions(const imStdParms* stdParms, const void* suites) {
     const csSDK_int32 version = int32At(stdParms, kParmsVersion);
     const csSDK_int32 wanted = expected().version.value_or(version);
-    if (version != wanted) {
-        complain(Sentence::InterfaceVersion, {std::to_string(version), std::to_string(wanted)});
-    }
+    expect(version == wanted, Sentence::InterfaceVersion, {std::to_string(version), std::to_string(wanted)});
     const csSDK_int32 suitesVersion = int32At(suites, kSuitesVersion);
-    if (suitesVersion != kPiInterfaceVersion) {
-        complain(Sentence::SuitesVersion, {std::to_string(suitesVersion)});
-    }
+    expect(suitesVersion == kPiInterfaceVersion, Sentence::SuitesVersion, {std::to_string(suitesVersion)});
 }
 
 void checkCallbacks(const void* callbacks) {
@@ -49,22 +42,28 @@ void checkCallbacks(const void* callbacks) {
     if (isThere(classFunctions, "the table of class data functions")) {
         checkFunctions("Class data functions", classFunctions, 2);
     }
-    if (int32At(callbacks, kCallbacksUnused1) != 0 || int32At(callbacks, kCallbacksUnused2) != 0) {
-        complain(Sentence::CallbacksNotZero);
-    }
+    expect(int32At(callbacks, kCallbacksUnused1) == 0 && int32At(callbacks, kCallbacksUnused2) == 0,
+           Sentence::CallbacksNotZero);
 }
 
 void checkSerialNumber(const void* utility) {
     char text[kSerialNumberBytes];
     std::fill(std::begin(text), std::end(text), '\xCD');
     static_cast<const PlugUtilFuncs*>(utility)->getSerialNumber(text);
-    if (std::find(std::begin(text), std::end(text), '\0') == std::end(text)) {
-        complain(Sentence::SerialNumber);
-    }
+    expect(std::find(std::begin(text), std::end(text), '\0') != std::end(text), Sentence::SerialNumber);
 }
 
-// Everything that a plug-in needs before it can be of use. The window, frame and timeline tables are left alone:
-// what stands in them is the editor's own business.
+// Returns how many functions come before the first that is missing.
+std::size_t functionsOf(const void* table, std::size_t count) {
+    std::size_t present = 0;
+    while (present < count && pointerAt(table, present * kPointerBytes)) {
+        ++present;
+    }
+    return present;
+}
+
+// Everything that a plug-in needs to work. The window, frame and timeline tables are not checked:
+// their content is the editor's own.
 bool checkAll(imStdParms* stdParms) {
     const void* suites = pointerAt(stdParms, kParmsSuites);
     const void* callbacks = pointerAt(stdParms, kParmsCallbacks);
@@ -94,18 +93,15 @@ bool checkAll(imStdParms* stdParms) {
 }  // namespace
 
 bool checkStdParms(const std::string& call, imStdParms* stdParms) {
-    if (!stdParms) {
-        complain(Sentence::ParameterMissing, {call, "the pointer to the standard parameters"});
+    if (!expect(stdParms, Sentence::ParameterMissing, {call, "the pointer to the standard parameters"})) {
         return false;
     }
     const std::lock_guard lock(tablesMutex);
     if (!first) {
         first = FirstParms{*stdParms, checkAll(stdParms)};
-    } else if (std::memcmp(&first->parms, stdParms, sizeof(imStdParms)) != 0) {
-        complain(Sentence::StdParmsChanged, {call});
-        return false;
     }
-    return first->isUsable;
+    return expect(std::memcmp(&first->parms, stdParms, sizeof(imStdParms)) == 0, Sentence::StdParmsChanged, {call}) &&
+           first->isUsable;
 }
 
 SPBasicSuite* basicSuiteOf(imStdParms* stdParms) {
@@ -119,22 +115,12 @@ csSDK_int32 hostVersion() {
 }
 
 bool checkFunctions(const std::string& table, const void* functions, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        if (!pointerAt(functions, i * kPointerBytes)) {
-            complain(Sentence::FunctionMissing, {table, std::to_string(i + 1)});
-            return false;
-        }
-    }
-    return true;
+    const std::size_t present = functionsOf(functions, count);
+    return expect(present == count, Sentence::FunctionMissing, {table, std::to_string(present + 1)});
 }
 
 bool hasFunctions(const void* functions, std::size_t count) {
-    for (std::size_t i = 0; functions && i < count; ++i) {
-        if (!pointerAt(functions, i * kPointerBytes)) {
-            return false;
-        }
-    }
-    return functions != nullptr;
+    return functions && functionsOf(functions, count) == count;
 }
 
 }  // namespace hostprobe

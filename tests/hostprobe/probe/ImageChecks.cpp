@@ -10,19 +10,17 @@ namespace {
 
 using Question = prSuiteError (*)(PrPixelFormat format, prBool* answer);
 
-// A host that writes one byte instead of four leaves the others as they were.
+// A host that writes one byte instead of four does not change the others.
 constexpr prBool kUnanswered = 0x5A5A5A5A;
 
 void expectAnswer(const char* function, Question ask, PrPixelFormat format, prBool wanted) {
     prBool answer = kUnanswered;
-    const prSuiteError error = ask(format, &answer);
-    if (error < 0) {
-        complain(Sentence::CallFailed, {function, std::to_string(error)});
-    } else if (answer != kPrFalse && answer != kPrTrue) {
-        complain(Sentence::NoBoolean, {function, std::to_string(answer), formatName(format)});
-    } else if (answer != wanted) {
-        complain(Sentence::WrongBoolean, {function, std::to_string(answer), formatName(format)});
+    if (!expectGood(function, ask(format, &answer))) {
+        return;
     }
+    const bool isBoolean = answer == kPrFalse || answer == kPrTrue;
+    expect(answer == wanted, isBoolean ? Sentence::WrongBoolean : Sentence::NoBoolean,
+           {function, std::to_string(answer), formatName(format)});
 }
 
 }  // namespace

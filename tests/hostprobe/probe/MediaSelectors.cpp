@@ -1,5 +1,5 @@
-// Pictures, sound and what is told about them. Every buffer is written up to its very last byte: what the host lends
-// must be as large as it says, and the host's guards show when it is not.
+// Pictures, sound and what is told about them. Every buffer is written up to its last byte: it must be as large as the
+// host says, and the host's guards show it if not.
 #include "probe/Clips.h"
 #include "probe/Complaints.h"
 #include "probe/InventedClip.h"
@@ -15,13 +15,10 @@ namespace {
 
 constexpr csSDK_int32 kSampleListBytes = kFrameCount * static_cast<csSDK_int32>(sizeof(imDataSample));
 
-csSDK_int32 giveSamples(Clip& clip, void* buffer, csSDK_int32 size) {
-    if (clip.samplesAskedFor == 0) {
-        complain(Sentence::SamplesNotAskedFor);
-        return imOtherErr;
-    }
-    if (size < clip.samplesAskedFor) {
-        complain(Sentence::SamplesDoNotFit, {std::to_string(size), std::to_string(clip.samplesAskedFor)});
+csSDK_int32 giveSamples(const Clip& clip, void* buffer, csSDK_int32 size) {
+    const csSDK_int32 asked = clip.samplesAskedFor;
+    if (!expect(asked != 0, Sentence::SamplesNotAskedFor) ||
+        !expect(size >= asked, Sentence::SamplesDoNotFit, {std::to_string(size), std::to_string(asked)})) {
         return imOtherErr;
     }
     std::memset(buffer, 0, static_cast<std::size_t>(size));
@@ -32,15 +29,14 @@ csSDK_int32 giveSamples(Clip& clip, void* buffer, csSDK_int32 size) {
     return imNoErr;
 }
 
-// The channels' buffers, or nothing when one is missing.
+// Returns the channels' buffers, or none if one is missing.
 std::vector<float*> buffersOf(const void* record, csSDK_int32 channels) {
     std::vector<float*> buffers;
     const void* list = pointerAt(record, kAudioBuffers);
     for (csSDK_int32 channel = 0; channel < channels; ++channel) {
         void* buffer = list ? pointerAt(list, static_cast<std::size_t>(channel) * 8) : nullptr;
-        if (!buffer) {
-            complain(Sentence::ParameterMissing,
-                     {"imImportAudio7", "the buffer of channel " + std::to_string(channel + 1)});
+        if (!expect(buffer, Sentence::ParameterMissing,
+                    {"imImportAudio7", "the buffer of channel " + std::to_string(channel + 1)})) {
             return {};
         }
         buffers.push_back(static_cast<float*>(buffer));
@@ -72,94 +68,71 @@ bool isKept(const std::vector<float*>& buffers, PrAudioSample position, csSDK_ui
 }  // namespace
 
 csSDK_int32 onAnalysis(imFileRef reference, void* record) {
-    const ClipCall call(imAnalysis, pointerAt(record, kAnalysisPrivateData));
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    call.expectReference(reference);
-    expectZeros("imAnalysis", RecordKind::Analysis, record, hostVersion());
-    const csSDK_int32 size = int32At(record, kAnalysisSize);
-    char* buffer = static_cast<char*>(pointerAt(record, kAnalysisBuffer));
-    if (size < 0) {
-        complain(Sentence::BadValue, {"imAnalysis", "buffersize"});
-    } else if (size > 0 && !buffer) {
-        complain(Sentence::ParameterMissing, {"imAnalysis", "the buffer"});
-    } else if (size > 0) {
-        constexpr char text[] = "\nA clip of the host probe's invention\n";
-        const auto bytes = static_cast<std::size_t>(size);
-        std::memset(buffer, 0, bytes);
-        std::memcpy(buffer, text, std::min(sizeof(text), bytes) - 1);
-    }
-    return imNoErr;
+    return answerFor({imAnalysis, pointerAt(record, kAnalysisPrivateData), reference}, [=](Clip&) {
+        expectZeros("imAnalysis", RecordKind::Analysis, record, hostVersion());
+        const csSDK_int32 size = int32At(record, kAnalysisSize);
+        char* buffer = static_cast<char*>(pointerAt(record, kAnalysisBuffer));
+        if (expect(size >= 0, Sentence::BadValue, {"imAnalysis", "buffersize"}) && size > 0 &&
+            expect(buffer, Sentence::ParameterMissing, {"imAnalysis", "the buffer"})) {
+            constexpr char text[] = "\nA clip of the host probe's invention\n";
+            const auto bytes = static_cast<std::size_t>(size);
+            std::memset(buffer, 0, bytes);
+            std::memcpy(buffer, text, std::min(sizeof(text), bytes) - 1);
+        }
+        return imNoErr;
+    });
 }
 
 csSDK_int32 onDataRateAnalysis(imFileRef reference, void* record) {
-    const ClipCall call(imDataRateAnalysis, pointerAt(record, kDataRatePrivateData));
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    call.expectReference(reference);
-    void* buffer = pointerAt(record, kDataRateBuffer);
-    expectZeros("imDataRateAnalysis", buffer ? RecordKind::DataRateSamples : RecordKind::DataRateSize, record,
-                hostVersion());
-    if (buffer) {
-        return giveSamples(*call.clip(), buffer, int32At(record, kDataRateSize));
-    }
-    call.clip()->samplesAskedFor = kSampleListBytes;
-    putAt(record, kDataRateSize, kSampleListBytes);
-    return imNoErr;
+    return answerFor({imDataRateAnalysis, pointerAt(record, kDataRatePrivateData), reference}, [=](Clip& clip) {
+        void* buffer = pointerAt(record, kDataRateBuffer);
+        expectZeros("imDataRateAnalysis", buffer ? RecordKind::DataRateSamples : RecordKind::DataRateSize, record,
+                    hostVersion());
+        if (buffer) {
+            return giveSamples(clip, buffer, int32At(record, kDataRateSize));
+        }
+        clip.samplesAskedFor = kSampleListBytes;
+        putAt(record, kDataRateSize, kSampleListBytes);
+        return csSDK_int32{imNoErr};
+    });
 }
 
 csSDK_int32 onGetAudioChannelLayout(imFileRef reference, void* record) {
-    const ClipCall call(imGetAudioChannelLayout, pointerAt(record, kLayoutPrivateData));
-    if (!call.clip()) {
-        return imOtherErr;
-    }
-    call.expectReference(reference);
-    const StreamFacts& stream = kStreams[call.clip()->stream];
-    for (csSDK_int32 channel = 0; channel < stream.channels; ++channel) {
-        putAt(record, kLayoutLabels + static_cast<std::size_t>(channel) * sizeof(csSDK_int32), stream.labels[channel]);
-    }
-    return imNoErr;
+    return answerFor({imGetAudioChannelLayout, pointerAt(record, kLayoutPrivateData), reference}, [=](Clip& clip) {
+        const StreamFacts& stream = kStreams[clip.stream];
+        std::memcpy(static_cast<char*>(record) + kLayoutLabels, stream.labels,
+                    static_cast<std::size_t>(stream.channels) * sizeof(csSDK_int32));
+        return imNoErr;
+    });
 }
 
 csSDK_int32 onImportAudio(imFileRef reference, void* record) {
-    const ClipCall call(imImportAudio7, pointerAt(record, kAudioPrivateData));
-    Clip* clip = call.clip();
-    if (!clip) {
-        return imOtherErr;
-    }
-    call.expectReference(reference);
-    expectZeros("imImportAudio7", RecordKind::Audio, record, hostVersion());
-    const csSDK_int32 channels = kStreams[clip->stream].channels;
-    const std::vector<float*> buffers = buffersOf(record, channels);
-    if (buffers.empty()) {
-        return imOtherErr;
-    }
-    const auto size = fieldAt<csSDK_uint32>(record, kAudioSize);
-    const auto asked = fieldAt<PrAudioSample>(record, kAudioPosition);
-    const PrAudioSample position = asked < 0 ? clip->nextSound : asked;
-    giveSound(buffers, position, size);
-    if (!isKept(buffers, position, size)) {
-        complain(Sentence::BuffersOverlap);
-    }
-    clip->nextSound = position + size;
-    return imNoErr;
+    return answerFor({imImportAudio7, pointerAt(record, kAudioPrivateData), reference}, [=](Clip& clip) {
+        expectZeros("imImportAudio7", RecordKind::Audio, record, hostVersion());
+        const std::vector<float*> buffers = buffersOf(record, kStreams[clip.stream].channels);
+        if (buffers.empty()) {
+            return imOtherErr;
+        }
+        const auto size = fieldAt<csSDK_uint32>(record, kAudioSize);
+        const auto asked = fieldAt<PrAudioSample>(record, kAudioPosition);
+        const PrAudioSample position = asked < 0 ? clip.nextSound : asked;
+        giveSound(buffers, position, size);
+        expect(isKept(buffers, position, size), Sentence::BuffersOverlap);
+        clip.nextSound = position + size;
+        return imNoErr;
+    });
 }
 
 csSDK_int32 onGetSourceVideo(imFileRef reference, void* record) {
-    const ClipCall call(imGetSourceVideo, pointerAt(record, kVideoPrivateData));
-    if (!call.clip()) {
+    return answerFor({imGetSourceVideo, pointerAt(record, kVideoPrivateData), reference}, [=](Clip& clip) {
+        expectZeros("imGetSourceVideo", RecordKind::SourceVideo, record, hostVersion());
+        switch (clip.frames->deliver("imGetSourceVideo", record)) {
+            case FrameResult::Delivered: return imNoErr;
+            case FrameResult::NoSuchFrame: return imFrameNotFound;
+            case FrameResult::Failed: break;
+        }
         return imOtherErr;
-    }
-    call.expectReference(reference);
-    expectZeros("imGetSourceVideo", RecordKind::SourceVideo, record, hostVersion());
-    switch (call.clip()->frames->deliver("imGetSourceVideo", record)) {
-        case FrameResult::Delivered: return imNoErr;
-        case FrameResult::NoSuchFrame: return imFrameNotFound;
-        case FrameResult::Failed: break;
-    }
-    return imOtherErr;
+    });
 }
 
 }  // namespace hostprobe

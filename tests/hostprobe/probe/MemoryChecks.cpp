@@ -14,7 +14,7 @@ constexpr csSDK_uint32 kSizes[] = {1, 7, 516, 5001};
 constexpr csSDK_uint32 kGrowth = 3000;
 constexpr std::size_t kTextBytes = 64;
 
-// A pattern up to the very last byte.
+// A pattern up to the last byte.
 void mark(char* block, std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) {
         block[i] = static_cast<char>(i * 7 + 1);
@@ -30,44 +30,29 @@ bool isMarked(const char* block, std::size_t size) {
     return true;
 }
 
-bool isClear(const char* block, std::size_t size) {
-    return std::all_of(block, block + size, [](char byte) { return byte == 0; });
-}
-
 bool expectSize(const char* function, csSDK_int32 found, csSDK_uint32 wanted) {
-    if (found != static_cast<csSDK_int32>(wanted)) {
-        complain(Sentence::MemorySize, {function, std::to_string(found), std::to_string(wanted)});
-    }
-    return found == static_cast<csSDK_int32>(wanted);
+    return expect(found == static_cast<csSDK_int32>(wanted), Sentence::MemorySize,
+                  {function, std::to_string(found), std::to_string(wanted)});
 }
 
-bool isGiven(const void* memory, const char* function) {
-    if (!memory) {
-        complain(Sentence::NoMemory, {function});
-    }
-    return memory != nullptr;
+bool isGiven(const void* memory, const char* function) { return expect(memory, Sentence::NoMemory, {function}); }
+
+void expectClear(const char* function, const char* block, std::size_t size) {
+    expect(std::all_of(block, block + size, [](char byte) { return byte == 0; }), Sentence::MemoryNotClear, {function});
 }
 
 void expectKept(const char* function, const char* block, std::size_t size) {
-    if (!isMarked(block, size)) {
-        complain(Sentence::ContentLost, {function});
-    }
+    expect(isMarked(block, size), Sentence::ContentLost, {function});
 }
 
 // --- Blocks ---------------------------------------------------------------------------------------------------
 
 void checkSecondBlock(const PlugMemoryFuncs& memory, const char* block, csSDK_uint32 size) {
     char* second = memory.newPtrClear(size);
-    if (!isGiven(second, "newPtrClear")) {
+    if (!isGiven(second, "newPtrClear") || !expect(second != block, Sentence::MemoryShared, {"newPtrClear"})) {
         return;
     }
-    if (second == block) {
-        complain(Sentence::MemoryShared, {"newPtrClear"});
-        return;
-    }
-    if (!isClear(second, size)) {
-        complain(Sentence::MemoryNotClear, {"newPtrClear"});
-    }
+    expectClear("newPtrClear", second, size);
     expectSize("getPtrSize", memory.getPtrSize(second), size);
     memory.disposePtr(second);
 }
@@ -98,9 +83,7 @@ void checkClearHandle(const PlugMemoryFuncs& memory, csSDK_uint32 size) {
     if (!isGivenHandle(handle, "newHandleClear")) {
         return;
     }
-    if (!isClear(*handle, size)) {
-        complain(Sentence::MemoryNotClear, {"newHandleClear"});
-    }
+    expectClear("newHandleClear", *handle, size);
     memory.disposeHandle(handle);
 }
 
@@ -113,10 +96,7 @@ void checkHandle(const PlugMemoryFuncs& memory, csSDK_uint32 size) {
         memory.lockHandle(handle);
         mark(*handle, size);
         memory.unlockHandle(handle);
-        const csSDK_int16 failure = memory.setHandleSize(handle, size + kGrowth);
-        if (failure != 0) {
-            complain(Sentence::CallFailed, {"setHandleSize", std::to_string(failure)});
-        } else {
+        if (expectZero("setHandleSize", memory.setHandleSize(handle, size + kGrowth))) {
             expectKept("setHandleSize", *handle, size);
             expectSize("getHandleSize after setHandleSize", memory.getHandleSize(handle), size + kGrowth);
         }
@@ -126,22 +106,15 @@ void checkHandle(const PlugMemoryFuncs& memory, csSDK_uint32 size) {
 
 // --- Basic suite ----------------------------------------------------------------------------------------------
 
-bool isGoodCall(const char* function, SPErr error) {
-    if (error != kSPNoError) {
-        complain(Sentence::CallFailed, {function, std::to_string(error)});
-    }
-    return error == kSPNoError;
-}
-
 void checkBasicBlocks(const SPBasicSuite& basic) {
     constexpr csSDK_size_t size = 77;
     void* block = nullptr;
-    if (!isGoodCall("AllocateBlock", basic.AllocateBlock(size, &block)) || !isGiven(block, "AllocateBlock")) {
+    if (!expectZero("AllocateBlock", basic.AllocateBlock(size, &block)) || !isGiven(block, "AllocateBlock")) {
         return;
     }
     mark(static_cast<char*>(block), size);
     void* grown = nullptr;
-    if (isGoodCall("ReallocateBlock", basic.ReallocateBlock(block, size + kGrowth, &grown))) {
+    if (expectZero("ReallocateBlock", basic.ReallocateBlock(block, size + kGrowth, &grown))) {
         block = grown;
         if (!isGiven(block, "ReallocateBlock")) {
             return;
@@ -149,7 +122,7 @@ void checkBasicBlocks(const SPBasicSuite& basic) {
         expectKept("ReallocateBlock", static_cast<char*>(block), size);
         mark(static_cast<char*>(block), size + kGrowth);
     }
-    isGoodCall("FreeBlock", basic.FreeBlock(block));
+    expectZero("FreeBlock", basic.FreeBlock(block));
 }
 
 void checkIsEqual(const SPBasicSuite& basic) {
@@ -157,23 +130,16 @@ void checkIsEqual(const SPBasicSuite& basic) {
     const char one[kTextBytes] = "Premiere Time Suite";
     const char same[kTextBytes] = "Premiere Time Suite";
     const SPBoolean forEqual = basic.IsEqual(one, same);
-    if (forEqual == 0) {
-        complain(Sentence::IsEqual, {std::to_string(forEqual), "equal"});
-    }
+    expect(forEqual != 0, Sentence::IsEqual, {std::to_string(forEqual), "equal"});
     const SPBoolean forDifferent = basic.IsEqual(one, "Premiere Time");
-    if (forDifferent != 0) {
-        complain(Sentence::IsEqual, {std::to_string(forDifferent), "different"});
-    }
+    expect(forDifferent == 0, Sentence::IsEqual, {std::to_string(forDifferent), "different"});
 }
 
 void expectRefused(const SPBasicSuite& basic, const char* name, csSDK_int32 version) {
     int marker = 0;
     const void* suite = &marker;
-    const SPErr error = basic.AcquireSuite(name, version, &suite);
-    if (error == kSPNoError) {
-        complain(Sentence::InventedSuite);
-    } else if (suite) {
-        complain(Sentence::AddressOfNoSuite);
+    if (expect(basic.AcquireSuite(name, version, &suite) != kSPNoError, Sentence::InventedSuite)) {
+        expect(!suite, Sentence::AddressOfNoSuite);
     }
 }
 

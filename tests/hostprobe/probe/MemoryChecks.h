@@ -1,4 +1,4 @@
-// Tries out the host's memory functions and its basic suite. Everything taken is given back.
+// Tries out the host's memory functions and its basic suite, and frees everything.
 #pragma once
 
 #include "sdk/SdkSuites.h"

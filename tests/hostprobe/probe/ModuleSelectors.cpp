@@ -24,12 +24,8 @@ csSDK_int32 onInit(void* record) {
 }
 
 csSDK_int32 onShutdown() {
-    if (isAnyClipOpen()) {
-        complain(Sentence::ShutdownWithOpenFile);
-    }
-    if (isAnyAsyncImporterOpen()) {
-        complain(Sentence::ShutdownWithOpenAsync);
-    }
+    expect(!isAnyClipOpen(), Sentence::ShutdownWithOpenFile);
+    expect(!isAnyAsyncImporterOpen(), Sentence::ShutdownWithOpenAsync);
     dropClips();
     dropAsyncImporters();
     writeReport();
@@ -39,15 +35,12 @@ csSDK_int32 onShutdown() {
 csSDK_int32 onGetIndFormat(csSDK_int32 index, void* record) {
     // The list may be read again from its start.
     static std::atomic<csSDK_int32> next = 0;
-    if (index != 0 && index != next) {
-        complain(Sentence::IndexOutOfTurn, {"imGetIndFormat", std::to_string(index)});
-    }
+    expect(index == 0 || index == next, Sentence::IndexOutOfTurn, {"imGetIndFormat", std::to_string(index)});
     expectZeros("imGetIndFormat", RecordKind::Format, record, hostVersion());
+    next = index == 0 ? 1 : 0;
     if (index != 0) {
-        next = 0;
         return imBadFormatIndex;
     }
-    next = 1;
     putAt(record, kFormatType, kFileType);
     putText(record, kFormatName, "Host probe clip");
     putText(record, kFormatShortName, "Host probe");
@@ -56,11 +49,10 @@ csSDK_int32 onGetIndFormat(csSDK_int32 index, void* record) {
 }
 
 csSDK_int32 onGetSubTypeNames(imStdParms* stdParms, csSDK_int32 fileType, void* out) {
-    if (fileType != kFileType) {
-        complain(Sentence::UnknownFileType);
+    if (!expect(fileType == kFileType, Sentence::UnknownFileType)) {
         return imUnsupported;
     }
-    // The host gives the block back with its own function.
+    // The host frees the block with its own function.
     constexpr csSDK_uint32 bytes = sizeof(imSubTypeDescriptionRec);
     char* block = stdParms->piSuites->memFuncs->newPtr(bytes);
     if (!block) {

@@ -11,11 +11,11 @@ namespace {
 struct ZeroBytes {
     RecordKind kind;
     std::size_t first;
-    std::size_t end;                    // one behind the last
+    std::size_t end;                    // one past the last
     csSDK_int32 since = 0;              // the interface version that has them
 };
 
-// What a host sends stands in the gaps: numbers and pointers of its own, buffers, and the importer's private data.
+// The gaps hold what a host sends: numbers and pointers of its own, buffers, and the importer's private data.
 // Preferences and profiles are zero because this importer has none.
 constexpr ZeroBytes kZeroBytes[] = {
     {RecordKind::ImportInfo, 4, 193},           // all abilities are preset to "no"
@@ -62,8 +62,7 @@ void expectZeros(const std::string& call, RecordKind kind, const void* record, c
             continue;
         }
         const char* found = std::find_if(bytes + row.first, bytes + row.end, [](char byte) { return byte != 0; });
-        if (found != bytes + row.end) {
-            complain(Sentence::NotZero, {call, std::to_string(found - bytes)});
+        if (!expect(found == bytes + row.end, Sentence::NotZero, {call, std::to_string(found - bytes)})) {
             return;
         }
     }

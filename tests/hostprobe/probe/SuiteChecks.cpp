@@ -22,28 +22,17 @@ constexpr VideoRate kVideoRates[] = {{24000, 1001}, {24, 1}, {25, 1}, {30000, 10
 constexpr PrTime kSampleRates[] = {11, 8000, 44100, 48000, 192000};
 constexpr prSuiteError kRounded = 0x00020000;
 
-bool isGood(const char* function, prSuiteError error) {
-    if (error < 0) {
-        complain(Sentence::CallFailed, {function, std::to_string(error)});
-    }
-    return error >= 0;
-}
-
 // --- Acquiring ------------------------------------------------------------------------------------------------
 
 template <class Suite>
 void expectGivenOrNot(const HeldSuite<Suite>& suite, const char* name, csSDK_int32 version) {
     const std::string number = std::to_string(version);
     const bool isGiven = suite.error() == kSPNoError && suite.get();
-    if (suite.error() != kSPNoError && suite.get()) {
-        complain(Sentence::AddressOfNoSuite);
-    }
+    expect(suite.error() == kSPNoError || !suite.get(), Sentence::AddressOfNoSuite);
     if (expected().refuses(name, version)) {
-        if (isGiven) {
-            complain(Sentence::SuiteGiven, {name, number});
-        }
-    } else if (!isGiven && (expected().isToldOfSuites || suite.error() == kSPNoError)) {
-        complain(Sentence::SuiteRefused, {name, number});
+        expect(!isGiven, Sentence::SuiteGiven, {name, number});
+    } else if (expected().isToldOfSuites || suite.error() == kSPNoError) {
+        expect(isGiven, Sentence::SuiteRefused, {name, number});
     }
 }
 
@@ -55,16 +44,10 @@ HeldSuite<Suite> acquireChecked(SPBasicSuite* basic, const char* name, csSDK_int
         return suite;
     }
     const void* again = nullptr;
-    if (basic->AcquireSuite(name, version, &again) != kSPNoError || again != suite.get()) {
-        complain(Sentence::SuiteMoved, {name});
-        return suite;
-    }
-    const SPErr released = basic->ReleaseSuite(name, version);
-    if (released != kSPNoError) {
-        complain(Sentence::CallFailed, {"ReleaseSuite", std::to_string(released)});
-    }
-    if (!hasFunctions(suite.get(), sizeof(Suite) / 8)) {
-        complain(Sentence::SuiteGone, {name});
+    const bool isAcquired = basic->AcquireSuite(name, version, &again) == kSPNoError;
+    if (expect(isAcquired && again == suite.get(), Sentence::SuiteMoved, {name})) {
+        expectZero("ReleaseSuite", basic->ReleaseSuite(name, version));
+        expect(suite.usable(), Sentence::SuiteGone, {name});
     }
     return suite;
 }
@@ -82,9 +65,9 @@ void checkVideoRates(const PrSDKTimeSuite& time, PrTime ticks) {
     for (const VideoRate& row : kVideoRates) {
         PrTime perFrame = 0;
         ++number;
-        if (isGood("GetTicksPerVideoFrame", time.GetTicksPerVideoFrame(number, &perFrame)) &&
-            !isRounded(perFrame, row.rate, ticks * row.scale)) {
-            complain(Sentence::TicksPerFrame, {std::to_string(perFrame), std::to_string(number)});
+        if (expectGood("GetTicksPerVideoFrame", time.GetTicksPerVideoFrame(number, &perFrame))) {
+            expect(isRounded(perFrame, row.rate, ticks * row.scale), Sentence::TicksPerFrame,
+                   {std::to_string(perFrame), std::to_string(number)});
         }
     }
 }
@@ -94,10 +77,9 @@ void checkSampleRates(const PrSDKTimeSuite& time, PrTime ticks) {
         PrTime perSample = 0;
         const prSuiteError result = time.GetTicksPerAudioSample(static_cast<float>(rate), &perSample);
         const prSuiteError wanted = ticks % rate == 0 ? 0 : kRounded;
-        if (isGood("GetTicksPerAudioSample", result) &&
-            (result != wanted || !isRounded(perSample, rate, ticks))) {
-            complain(Sentence::TicksPerSample,
-                     {std::to_string(perSample), std::to_string(result), std::to_string(rate)});
+        if (expectGood("GetTicksPerAudioSample", result)) {
+            expect(result == wanted && isRounded(perSample, rate, ticks), Sentence::TicksPerSample,
+                   {std::to_string(perSample), std::to_string(result), std::to_string(rate)});
         }
     }
 }
@@ -107,18 +89,16 @@ void checkSampleRates(const PrSDKTimeSuite& time, PrTime ticks) {
 PrTime askTicksPerSecond(const PrSDKTimeSuite& time) {
     static std::atomic<PrTime> known = 0;
     PrTime ticks = 0;
-    if (!isGood("GetTicksPerSecond", time.GetTicksPerSecond(&ticks))) {
+    if (!expectGood("GetTicksPerSecond", time.GetTicksPerSecond(&ticks))) {
         return 0;
     }
     PrTime wanted = expected().ticks.value_or(ticks);
     if (PrTime none = 0; !known.compare_exchange_strong(none, wanted)) {
         wanted = none;
     }
-    if (ticks != wanted || ticks <= 0) {
-        complain(Sentence::TicksPerSecond,
-                 {std::to_string(ticks), ticks == wanted ? "a positive number" : std::to_string(wanted)});
-    }
-    return ticks == wanted && ticks > 0 ? ticks : 0;
+    const bool isRight = expect(ticks == wanted && ticks > 0, Sentence::TicksPerSecond,
+                                {std::to_string(ticks), ticks == wanted ? "a positive number" : std::to_string(wanted)});
+    return isRight ? ticks : 0;
 }
 
 void checkTimeSuite(const PrSDKTimeSuite& time) {
@@ -131,7 +111,7 @@ void checkTimeSuite(const PrSDKTimeSuite& time) {
 void checkErrorSuite(const PrSDKErrorSuite3& error) {
     prUTF16Char title[] = u"Host probe";
     prUTF16Char text[] = u"The probe looks at its host.";
-    isGood("SetEventStringUnicode", error.SetEventStringUnicode(kEventTypeInformational, title, text));
+    expectGood("SetEventStringUnicode", error.SetEventStringUnicode(kEventTypeInformational, title, text));
 }
 
 void checkSuites(SPBasicSuite* basic) {

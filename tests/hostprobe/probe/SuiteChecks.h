@@ -8,7 +8,7 @@ namespace hostprobe {
 // Acquires each suite twice, uses it, and releases it twice.
 void checkSuites(SPBasicSuite* basic);
 
-// Ticks per second may not change in the life of a host; 0 when the suite does not tell.
+// Returns the ticks per second, which may not change in the life of a host, or 0 if the suite fails.
 PrTime askTicksPerSecond(const PrSDKTimeSuite& time);
 
 // The parts of checkSuites(), each for a table that is complete.
@@ -17,7 +17,7 @@ void checkImageSuite(const PrSDKImageProcessingSuite& image);
 void checkErrorSuite(const PrSDKErrorSuite3& error);
 void checkAudioSuite(const PrSDKAudioSuite& audio);
 
-// `image` may be null: then frames are not compared with what it says of their sizes.
+// Frames are compared with the sizes that `image` returns, unless it is null.
 void checkFrameSuites(const PrSDKPPixCreatorSuite& creator, const PrSDKPPixSuite& frames,
                       const PrSDKImageProcessingSuite* image);
 
