@@ -87,14 +87,21 @@ protected:
         objects = 0;
     }
 
+    void create(Manner importersManner = Manner::Good) {
+        manner = importersManner;
+        created = async.create().result;
+    }
+
     Host host{hostProfile("editor-14")};
     ImporterSession session{host, &importEntry};
     ClipSession clip{session, "never-opened.avi"};
+    AsyncSession async{session, clip};
+    csSDK_int32 created = 0;
 };
 
 TEST_F(Async, AFrameIsAnnouncedAndCollected) {
-    AsyncSession async(session, clip);
-    EXPECT_EQ(async.create().result, imNoErr);
+    create();
+    EXPECT_EQ(created, imNoErr);
     const auto announced = async.announce(700, kFormats);
     EXPECT_EQ(announced.result, aiNoError);
     EXPECT_EQ(announced.record.size(), 124u);
@@ -108,8 +115,7 @@ TEST_F(Async, AFrameIsAnnouncedAndCollected) {
 }
 
 TEST_F(Async, CallsAreLoggedWithTheirResults) {
-    AsyncSession async(session, clip);
-    async.create();
+    create();
     async.announce(700, kFormats);
     async.cancel(700, kFormats);
     async.get(800, kFormats);
@@ -123,8 +129,7 @@ TEST_F(Async, CallsAreLoggedWithTheirResults) {
 }
 
 TEST_F(Async, AnOpenImporterIsAProblemUntilItIsClosed) {
-    AsyncSession async(session, clip);
-    async.create();
+    create();
     EXPECT_EQ(host.problems(), Sentences{"Asynchronous importers not closed: 1."});
     EXPECT_EQ(async.close(), aiNoError);
     EXPECT_EQ(host.problems(), Sentences{});
@@ -132,9 +137,7 @@ TEST_F(Async, AnOpenImporterIsAProblemUntilItIsClosed) {
 }
 
 TEST_F(Async, AnImporterThatRefusesToEndStaysAProblem) {
-    manner = Manner::RefusesToClose;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::RefusesToClose);
     EXPECT_EQ(async.close(), aiUnknownError);
     EXPECT_FALSE(async.isOpen());
     EXPECT_EQ(host.problems(), Sentences{"Asynchronous importers not closed: 1."});
@@ -142,8 +145,8 @@ TEST_F(Async, AnImporterThatRefusesToEndStaysAProblem) {
 
 TEST_F(Async, TheSessionsEndFlushesAndCloses) {
     {
-        AsyncSession async(session, clip);
-        async.create();
+        AsyncSession other(session, clip);
+        other.create();
         EXPECT_EQ(objects, 1);
     }
     EXPECT_EQ(objects, 0);
@@ -151,8 +154,7 @@ TEST_F(Async, TheSessionsEndFlushesAndCloses) {
 }
 
 TEST_F(Async, CloseIsSentOnce) {
-    AsyncSession async(session, clip);
-    async.create();
+    create();
     async.close();
     EXPECT_EQ(async.close(), aiNoError);
     EXPECT_EQ(objects, 0);
@@ -160,79 +162,64 @@ TEST_F(Async, CloseIsSentOnce) {
 }
 
 TEST_F(Async, ASecondImporterIsRefusedWhileOneIsOpen) {
-    AsyncSession async(session, clip);
-    async.create();
+    create();
     EXPECT_THROW(async.create(), std::logic_error);
     async.close();
     EXPECT_EQ(async.create().result, imNoErr);
 }
 
 TEST_F(Async, WithoutAnImporterThereIsNothingToAsk) {
-    AsyncSession async(session, clip);
-    manner = Manner::NoAnswer;
-    EXPECT_EQ(async.create().result, imUnsupported);
+    create(Manner::NoAnswer);
+    EXPECT_EQ(created, imUnsupported);
     EXPECT_FALSE(async.isOpen());
     EXPECT_THROW(async.flush(), std::logic_error);
 }
 
 TEST_F(Async, APromiseWithoutAnEntryIsAProblem) {
-    manner = Manner::NoEntry;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::NoEntry);
     EXPECT_FALSE(async.isOpen());
     EXPECT_EQ(host.problems(),
               Sentences{"An asynchronous importer was promised, but its entry or its data is missing."});
 }
 
 TEST_F(Async, ASuccessWithoutAFrameIsAProblem) {
-    manner = Manner::NoFrame;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::NoFrame);
     EXPECT_FALSE(async.get(0, kFormats).frame);
     EXPECT_EQ(host.violations(),
               Sentences{"An asynchronous frame was collected without a frame of the host's."});
 }
 
 TEST_F(Async, AFailureWithAFrameIsAProblem) {
-    manner = Manner::FrameOfAFailure;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::FrameOfAFailure);
     EXPECT_EQ(async.get(0, kFormats).result, aiUnknownError);
     EXPECT_EQ(host.violations(), Sentences{"An asynchronous collection failed and gave a frame all the same."});
 }
 
 TEST_F(Async, AWriteToTheRequestIsAProblem) {
-    manner = Manner::WritesToRecord;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::WritesToRecord);
     const auto announced = async.announce(0, kFormats);
     EXPECT_EQ(announced.written, (std::vector<ByteRange>{{8, 4}}));
     EXPECT_EQ(host.violations(), Sentences{"Asynchronous selector 0 wrote to the host's record: 8-11."});
 }
 
 TEST_F(Async, AWriteBehindTheRecordIsAProblem) {
-    manner = Manner::WritesBehindRecord;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::WritesBehindRecord);
     async.get(0, kFormats);
     EXPECT_EQ(host.violations(), Sentences{"Asynchronous selector 3 wrote outside its record of 112 bytes."});
 }
 
 TEST_F(Async, AnExceptionIsAResultAndAProblem) {
-    manner = Manner::Throws;
-    AsyncSession async(session, clip);
-    async.create();
+    create(Manner::Throws);
     EXPECT_EQ(async.announce(0, kFormats).result, kEscapedException);
     EXPECT_EQ(host.violations(), Sentences{"An exception left asynchronous selector 0."});
 }
 
 TEST_F(Async, FramesAreCollectedOnManyThreads) {
-    AsyncSession async(session, clip);
-    async.create();
+    create();
     std::atomic<int> delivered = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&async, &delivered] {
+        threads.emplace_back([&] {
             for (PrTime time = 0; time < 25; ++time) {
                 delivered += async.get(time, kFormats).frame ? 1 : 0;
             }

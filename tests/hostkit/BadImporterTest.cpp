@@ -1,4 +1,4 @@
-// Every bad manner that the host promises to notice, shown by an importer that has it.
+// Every bad manner that the host must notice.
 #include "FakeClip.h"
 
 using namespace hostkit;
@@ -7,7 +7,7 @@ namespace {
 
 using Sentences = std::vector<std::string>;
 
-// What the host has to say after a whole life of a clip with these words.
+// Returns the host's problems after a whole life of a clip with these words.
 Sentences problemsWith(const std::string& words) {
     const fakes::FakeClip file(words);
     Host host;
@@ -28,41 +28,35 @@ Sentences problemsWith(const std::string& words) {
     return host.problems();
 }
 
-TEST(BadImporter, AGoodOneIsFoundGood) { EXPECT_EQ(problemsWith(""), Sentences{}); }
+struct BadManner {
+    const char* name;
+    const char* words;
+    Sentences problems;
+};
 
-TEST(BadImporter, ASuiteThatIsNotReleased) {
-    EXPECT_EQ(problemsWith("leak-suite"),
-              Sentences{"The suite 'Premiere PPix Creator Suite' version 1 was acquired 1 time and released 0 times."});
-}
+void PrintTo(const BadManner& each, std::ostream* out) { *out << each.name; }
 
-TEST(BadImporter, AFrameThatIsNotHandedOver) {
-    EXPECT_EQ(problemsWith("leak-frame"), Sentences{"A frame (bgra, 8 x 6) was never disposed."});
-}
+const BadManner kBadManners[] = {
+    {"None", "", {}},
+    {"SuiteNotReleased", "leak-suite",
+     {"The suite 'Premiere PPix Creator Suite' version 1 was acquired 1 time and released 0 times."}},
+    {"FrameNotHandedOver", "leak-frame", {"A frame (bgra, 8 x 6) was never disposed."}},
+    {"FrameOverrun", "overrun-frame", {"A frame (bgra, 8 x 6) was overrun."}},
+    {"RecordOverrun", "overrun-record", {"Selector 37 wrote outside its record of 5373 bytes."}},
+    {"HostsFieldWritten", "unlisted-field", {"Selector 37 wrote bytes of its record that are not its own: 32."}},
+    {"SoundOverrun", "overrun-sound",
+     {"A channel buffer of 100 samples was overrun.", "A channel buffer of 100 samples was overrun."}},
+    {"TextOverrun", "overrun-text", {"The analysis text was written past its buffer of 65536 bytes."}},
+};
 
-TEST(BadImporter, AFrameWrittenPastItsEnd) {
-    EXPECT_EQ(problemsWith("overrun-frame"), Sentences{"A frame (bgra, 8 x 6) was overrun."});
-}
+class BadImporter : public testing::TestWithParam<BadManner> {};
 
-TEST(BadImporter, ARecordWrittenPastItsEnd) {
-    EXPECT_EQ(problemsWith("overrun-record"), Sentences{"Selector 37 wrote outside its record of 5373 bytes."});
-}
+TEST_P(BadImporter, IsNoticed) { EXPECT_EQ(problemsWith(GetParam().words), GetParam().problems); }
 
-TEST(BadImporter, AFieldThatIsNotTheImporters) {
-    EXPECT_EQ(problemsWith("unlisted-field"),
-              Sentences{"Selector 37 wrote bytes of its record that are not its own: 32."});
-}
+INSTANTIATE_TEST_SUITE_P(Each, BadImporter, testing::ValuesIn(kBadManners),
+                         [](const auto& instance) { return std::string(instance.param.name); });
 
-TEST(BadImporter, SoundWrittenPastItsBuffer) {
-    EXPECT_EQ(problemsWith("overrun-sound"), (Sentences{"A channel buffer of 100 samples was overrun.",
-                                                        "A channel buffer of 100 samples was overrun."}));
-}
-
-TEST(BadImporter, TextWrittenPastItsBuffer) {
-    EXPECT_EQ(problemsWith("overrun-text"),
-              Sentences{"The analysis text was written past its buffer of 65536 bytes."});
-}
-
-TEST(BadImporter, AnExceptionThatLeavesTheEntryIsGivenAsAResult) {
+TEST(BadImporters, ExceptionBecomesAResult) {
     const fakes::FakeClip file("throw");
     Host host;
     const PluginLibrary library(fakes::importerPath());

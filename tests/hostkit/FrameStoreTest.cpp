@@ -1,6 +1,4 @@
-#include "hostkit/host/Host.h"
-
-#include <gtest/gtest.h>
+#include "HostSuites.h"
 
 #include <algorithm>
 
@@ -21,14 +19,7 @@ class Frames : public testing::Test {
 protected:
     explicit Frames(const char* profile = "editor-11") : host(hostProfile(profile)) {}
 
-    template <class Suite>
-    const Suite& suite(const char* name) {
-        const void* table = nullptr;
-        host.acquire(name, 1, &table);
-        return *static_cast<const Suite*>(table);
-    }
-
-    PPixHand make(PrPixelFormat format, csSDK_int32 width, csSDK_int32 height) {
+    PPixHand make(PrPixelFormat format = PrPixelFormat_BGRA_4444_8u, csSDK_int32 width = 8, csSDK_int32 height = 6) {
         PPixHand frame = nullptr;
         const prRect bounds = rectangle(width, height);
         EXPECT_EQ(creator.CreatePPix(&frame, PrPPixBufferAccess_WriteOnly, format, &bounds), 0);
@@ -42,17 +33,15 @@ protected:
     }
 
     Host host;
-    const PrSDKPPixCreatorSuite& creator = suite<PrSDKPPixCreatorSuite>(kPrSDKPPixCreatorSuite);
-    const PrSDKPPixSuite& ppix = suite<PrSDKPPixSuite>(kPrSDKPPixSuite);
+    const PrSDKPPixCreatorSuite& creator = suiteOf<PrSDKPPixCreatorSuite>(host, kPrSDKPPixCreatorSuite);
+    const PrSDKPPixSuite& ppix = suiteOf<PrSDKPPixSuite>(host, kPrSDKPPixSuite);
 };
 
-class TightFrames : public Frames {
-protected:
+struct TightFrames : Frames {
     TightFrames() : Frames("tight-rows") {}
 };
 
-class OddFrames : public Frames {
-protected:
+struct OddFrames : Frames {
     OddFrames() : Frames("odd-rows") {}
 };
 
@@ -76,41 +65,37 @@ TEST_F(OddFrames, RowsStartAtOddAddresses) {
 }
 
 TEST_F(Frames, ANewFrameIsFilledWithAMark) {
-    const FrameView view = host.frames().view(make(PrPixelFormat_BGRA_4444_8u, 8, 6)).value();
+    const FrameView view = host.frames().view(make()).value();
     EXPECT_EQ(view.size, 768u);
     EXPECT_EQ(std::count(view.pixels, view.pixels + view.size, 0xCD), 768);
 }
 
 TEST_F(Frames, PixelsAre16ByteAligned) {
     char* pixels = nullptr;
-    EXPECT_EQ(ppix.GetPixels(make(PrPixelFormat_BGRA_4444_8u, 8, 6), PrPPixBufferAccess_WriteOnly, &pixels), 0);
+    EXPECT_EQ(ppix.GetPixels(make(), PrPPixBufferAccess_WriteOnly, &pixels), 0);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pixels) % 16, 0u);
 }
 
 TEST_F(Frames, AFrameForWritingGivesNoAddressForReading) {
     char* pixels = reinterpret_cast<char*>(&host);
-    EXPECT_EQ(ppix.GetPixels(make(PrPixelFormat_BGRA_4444_8u, 8, 6), PrPPixBufferAccess_ReadOnly, &pixels), 0);
+    EXPECT_EQ(ppix.GetPixels(make(), PrPPixBufferAccess_ReadOnly, &pixels), 0);
     EXPECT_EQ(pixels, nullptr);
 }
 
-TEST_F(Frames, AFrameForReadingOnlyIsRefused) {
-    PPixHand frame = reinterpret_cast<PPixHand>(&host);
-    const prRect bounds = rectangle(8, 6);
-    EXPECT_LT(creator.CreatePPix(&frame, PrPPixBufferAccess_ReadOnly, PrPixelFormat_BGRA_4444_8u, &bounds), 0);
-    EXPECT_EQ(frame, nullptr);
-}
-
-TEST_F(Frames, AFrameWithoutAreaIsRefused) {
-    PPixHand frame = reinterpret_cast<PPixHand>(&host);
-    const prRect bounds = rectangle(8, 0);
-    EXPECT_LT(creator.CreatePPix(&frame, PrPPixBufferAccess_WriteOnly, PrPixelFormat_BGRA_4444_8u, &bounds), 0);
-    EXPECT_EQ(frame, nullptr);
-}
-
-TEST_F(Frames, AFormatWithoutASizeIsRefused) {
-    PPixHand frame = nullptr;
-    const prRect bounds = rectangle(8, 6);
-    EXPECT_LT(creator.CreatePPix(&frame, PrPPixBufferAccess_WriteOnly, PrPixelFormat_Invalid, &bounds), 0);
+TEST_F(Frames, ImpossibleFramesAreRefused) {
+    struct {
+        PrPPixBufferAccess access;
+        PrPixelFormat format;
+        csSDK_int32 height;
+    } const impossible[] = {{PrPPixBufferAccess_ReadOnly, PrPixelFormat_BGRA_4444_8u, 6},
+                            {PrPPixBufferAccess_WriteOnly, PrPixelFormat_BGRA_4444_8u, 0},
+                            {PrPPixBufferAccess_WriteOnly, PrPixelFormat_Invalid, 6}};
+    for (const auto& each : impossible) {
+        PPixHand frame = reinterpret_cast<PPixHand>(&host);
+        const prRect bounds = rectangle(8, each.height);
+        EXPECT_LT(creator.CreatePPix(&frame, each.access, each.format, &bounds), 0) << each.format << each.height;
+        EXPECT_EQ(frame, nullptr);
+    }
 }
 
 TEST_F(Frames, AFrameTellsItsShape) {
@@ -125,34 +110,34 @@ TEST_F(Frames, AFrameTellsItsShape) {
 }
 
 TEST_F(Frames, AFrameThatIsKeptIsAProblem) {
-    make(PrPixelFormat_BGRA_4444_8u, 8, 6);
+    make();
     EXPECT_EQ(host.frames().problems(), Sentences{"A frame (bgra, 8 x 6) was never disposed."});
     EXPECT_EQ(host.frames().alive(), 1);
 }
 
 TEST_F(Frames, ADisposedFrameIsNoProblem) {
-    EXPECT_EQ(ppix.Dispose(make(PrPixelFormat_BGRA_4444_8u, 8, 6)), 0);
+    EXPECT_EQ(ppix.Dispose(make()), 0);
     EXPECT_EQ(host.frames().problems(), Sentences{});
     EXPECT_EQ(host.frames().created(), 1);
     EXPECT_EQ(host.frames().disposed(), 1);
 }
 
 TEST_F(Frames, AnOverrunShowsWhenTheFrameIsDisposed) {
-    const PPixHand frame = make(PrPixelFormat_BGRA_4444_8u, 8, 6);
+    const PPixHand frame = make();
     host.frames().view(frame)->pixels[768] = 0;
     ppix.Dispose(frame);
     EXPECT_EQ(host.violations(), Sentences{"A frame (bgra, 8 x 6) was overrun."});
 }
 
 TEST_F(Frames, DisposingTwiceFails) {
-    const PPixHand frame = make(PrPixelFormat_BGRA_4444_8u, 8, 6);
+    const PPixHand frame = make();
     ppix.Dispose(frame);
     EXPECT_LT(ppix.Dispose(frame), 0);
     EXPECT_EQ(host.violations(), Sentences{"A frame was disposed that the host never gave out, or twice."});
 }
 
 TEST_F(Frames, UsingADisposedFrameFails) {
-    const PPixHand frame = make(PrPixelFormat_BGRA_4444_8u, 8, 6);
+    const PPixHand frame = make();
     ppix.Dispose(frame);
     csSDK_int32 bytes = 0;
     EXPECT_LT(ppix.GetRowBytes(frame, &bytes), 0);

@@ -2,6 +2,8 @@
 
 #include "hostkit/system/Text.h"
 
+#include <optional>
+
 using namespace hostkit;
 
 namespace {
@@ -12,9 +14,19 @@ class Session : public testing::Test {
 protected:
     explicit Session(const char* profile = "editor-11") : host(hostProfile(profile)) {}
 
+    // A clip with these words, opened.
+    ClipSession& open(const std::string& words = "") {
+        clipFile.emplace(words);
+        openClip.emplace(session, clipFile->path());
+        EXPECT_EQ(openClip->open().result, 0);
+        return *openClip;
+    }
+
     Host host;
     PluginLibrary library{fakes::importerPath()};
     ImporterSession session{host, library.entry()};
+    std::optional<fakes::FakeClip> clipFile;
+    std::optional<ClipSession> openClip;
 };
 
 class SessionOf23 : public Session {
@@ -60,9 +72,7 @@ TEST_F(Session, AnyPathReachesThePlugin) {
 }
 
 TEST_F(Session, StreamsAreAskedForWhileTheAnswerIs18) {
-    const fakes::FakeClip file("sound=3");
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open("sound=3");
     const auto infos = clip.infos();
     ASSERT_EQ(infos.size(), 3u);
     EXPECT_EQ(infos[0].result, 18);
@@ -74,26 +84,20 @@ TEST_F(Session, StreamsAreAskedForWhileTheAnswerIs18) {
 }
 
 TEST_F(SessionOf23, InformationRecordsAreLonger) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     EXPECT_EQ(clip.info(0).record.size(), 5376u);
     EXPECT_EQ(host.violations(), Sentences{});
 }
 
 TEST_F(Session, PixelFormatsComeInThePluginsOrder) {
-    const fakes::FakeClip file("formats=v210,Bgra,bgra");
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open("formats=v210,Bgra,bgra");
     EXPECT_EQ(clip.pixelFormats(),
               (std::vector<PrPixelFormat>{PrPixelFormat_V210_422_10u_601, PrPixelFormat_BGRA_4444_16u,
                                           PrPixelFormat_BGRA_4444_8u}));
 }
 
 TEST_F(Session, LabelsThatThePluginLeavesKeepTheirFill) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     const LayoutAnswer layout = clip.channelLayout(-5);
     EXPECT_EQ(layout.result, 0);
     EXPECT_EQ(layout.labels[0], 100);
@@ -103,17 +107,13 @@ TEST_F(Session, LabelsThatThePluginLeavesKeepTheirFill) {
 }
 
 TEST_F(Session, TheAnalysisTextEndsWithItsBuffer) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     EXPECT_EQ(clip.analysis().text, "\nVideo stream:\nFake pictures\n");
     EXPECT_EQ(clip.analysis(8).text, "\nVideo ");
 }
 
 TEST_F(Session, TheDataRateIsAskedForTwice) {
-    const fakes::FakeClip file("frames=3 scale=30000 size=1001");
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open("frames=3 scale=30000 size=1001");
     const DataRateAnswer rate = clip.dataRate();
     EXPECT_EQ(rate.sizeCall->buffersize, 24);
     ASSERT_EQ(rate.samples.size(), 3u);
@@ -122,9 +122,7 @@ TEST_F(Session, TheDataRateIsAskedForTwice) {
 }
 
 TEST_F(Session, AFrameIsTheHostsUntilItEnds) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     {
         const FrameAnswer answer = clip.frame(254016000000 / 25 * 7, {{0, 0, PrPixelFormat_BGRA_4444_8u}});
         ASSERT_EQ(answer.result, 0);
@@ -141,27 +139,21 @@ TEST_F(Session, AFrameIsTheHostsUntilItEnds) {
 }
 
 TEST_F(Session, AFrameThatIsNotThereGivesTheRawResult) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     const FrameAnswer answer = clip.frame(254016000000, {{0, 0, PrPixelFormat_BGRA_4444_8u}});
     EXPECT_EQ(answer.result, 28);
     EXPECT_FALSE(answer.frame);
 }
 
 TEST_F(Session, SoundComesChannelByChannel) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     const AudioAnswer sound = clip.audio(1000, 3, 2);
     EXPECT_EQ(sound.result, 0);
     EXPECT_EQ(sound.channels, (std::vector<std::vector<float>>{{1000, 1001, 1002}, {-1000, -1001, -1002}}));
 }
 
 TEST_F(Session, AQuietClipKeepsItsPrivateData) {
-    const fakes::FakeClip file;
-    ClipSession clip(session, file.path());
-    clip.open();
+    ClipSession& clip = open();
     void* before = clip.privateData();
     EXPECT_EQ(clip.quiet(), 0);
     EXPECT_EQ(clip.fileRef(), imInvalidHandleValue());
@@ -171,13 +163,10 @@ TEST_F(Session, AQuietClipKeepsItsPrivateData) {
 }
 
 TEST_F(Session, AClipIsClosedOnce) {
-    const fakes::FakeClip file;
-    {
-        ClipSession clip(session, file.path());
-        clip.open();
-        EXPECT_EQ(host.suitesHeld(), 3);
-        EXPECT_EQ(clip.close(), 0);
-    }
+    open();
+    EXPECT_EQ(host.suitesHeld(), 3);
+    EXPECT_EQ(openClip->close(), 0);
+    openClip.reset();
     EXPECT_EQ(host.problems(), Sentences{});
 }
 
