@@ -1,4 +1,4 @@
-// The asynchronous side of a session, with an importer inside the test: one that behaves, and its bad relatives.
+// The asynchronous side of a session, with good and bad importers inside the test.
 #include "hostkit/sessions/AsyncSession.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +14,11 @@ namespace {
 using Sentences = std::vector<std::string>;
 
 enum class Manner {
-    Good, NoAnswer, NoEntry, NoFrame, FrameOfAFailure, WritesToRecord, WritesBehindRecord, Throws,
+    Good, NoAnswer, NoEntry, NoFrame, FrameOfAFailure, WritesToRecord, WritesPastRecord, Throws,
     RefusesToClose
 };
 
-// The importer's state: the host's interface gives an entry no context of its own.
+// The importer's state: an entry has no context.
 Manner manner = Manner::Good;
 PrTime seenTime = 0;
 csSDK_int32 seenFormats = 0;
@@ -50,7 +50,7 @@ csSDK_int32 onGet(imSourceVideoRec& record) {
     if (manner == Manner::NoFrame) {
         return aiNoError;
     }
-    if (manner == Manner::WritesBehindRecord) {
+    if (manner == Manner::WritesPastRecord) {
         reinterpret_cast<char*>(&record)[Host::current().profile().recordSizes().sourceVideo] = 0;
     }
     *record.outFrame = makeFrame();
@@ -136,14 +136,14 @@ TEST_F(Async, AnOpenImporterIsAProblemUntilItIsClosed) {
     EXPECT_EQ(objects, 0);
 }
 
-TEST_F(Async, AnImporterThatRefusesToEndStaysAProblem) {
+TEST_F(Async, AnImporterThatRefusesToCloseIsAProblem) {
     create(Manner::RefusesToClose);
     EXPECT_EQ(async.close(), aiUnknownError);
     EXPECT_FALSE(async.isOpen());
     EXPECT_EQ(host.problems(), Sentences{"Asynchronous importers not closed: 1."});
 }
 
-TEST_F(Async, TheSessionsEndFlushesAndCloses) {
+TEST_F(Async, TheDestructorFlushesAndCloses) {
     {
         AsyncSession other(session, clip);
         other.create();
@@ -168,7 +168,7 @@ TEST_F(Async, ASecondImporterIsRefusedWhileOneIsOpen) {
     EXPECT_EQ(async.create().result, imNoErr);
 }
 
-TEST_F(Async, WithoutAnImporterThereIsNothingToAsk) {
+TEST_F(Async, WithoutAnImporterCallsThrow) {
     create(Manner::NoAnswer);
     EXPECT_EQ(created, imUnsupported);
     EXPECT_FALSE(async.isOpen());
@@ -189,7 +189,7 @@ TEST_F(Async, ASuccessWithoutAFrameIsAProblem) {
               Sentences{"An asynchronous frame was collected without a frame of the host's."});
 }
 
-TEST_F(Async, AFailureWithAFrameIsAProblem) {
+TEST_F(Async, AFrameOfAFailureIsAProblem) {
     create(Manner::FrameOfAFailure);
     EXPECT_EQ(async.get(0, kFormats).result, aiUnknownError);
     EXPECT_EQ(host.violations(), Sentences{"An asynchronous collection failed and gave a frame all the same."});
@@ -202,8 +202,8 @@ TEST_F(Async, AWriteToTheRequestIsAProblem) {
     EXPECT_EQ(host.violations(), Sentences{"Asynchronous selector 0 wrote to the host's record: 8-11."});
 }
 
-TEST_F(Async, AWriteBehindTheRecordIsAProblem) {
-    create(Manner::WritesBehindRecord);
+TEST_F(Async, AWritePastTheRecordIsAProblem) {
+    create(Manner::WritesPastRecord);
     async.get(0, kFormats);
     EXPECT_EQ(host.violations(), Sentences{"Asynchronous selector 3 wrote outside its record of 112 bytes."});
 }

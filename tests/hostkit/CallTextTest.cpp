@@ -10,17 +10,17 @@
 namespace hostkit {
 namespace {
 
-TEST(CallText, NamesTheSelectorAndTheIndexThatTravelsInAPointer) {
+TEST(CallText, HasTheSelectorAndTheIndex) {
     EXPECT_EQ(callText(imGetIndFormat, asPointer(3), nullptr), "imGetIndFormat(3)");
     EXPECT_EQ(callText(imShutdown, nullptr, nullptr), "imShutdown()");
 }
 
-TEST(CallText, GivesTheNumberOfASelectorWithoutAName) {
+TEST(CallText, UnknownSelectorsAreNumbers) {
     EXPECT_EQ(callText(-7, nullptr, nullptr), "selector -7()");
     EXPECT_EQ(asyncCallText(99, nullptr), "selector 99()");
 }
 
-TEST(CallText, TellsThePathOfAnOpenAndThatItIsNotTheFirst) {
+TEST(CallText, AnOpenHasItsPathAndWhetherItIsTheFirst) {
     const std::u16string path = u"C:\\clips\\\u00FCber.avi";
     imFileOpenRec8 record = {};
     record.fileinfo.filepath = path.c_str();
@@ -31,7 +31,7 @@ TEST(CallText, TellsThePathOfAnOpenAndThatItIsNotTheFirst) {
     EXPECT_EQ(callText(imOpenFile8, nullptr, &record), "imOpenFile8('C:\\clips\\\u00FCber.avi', stream 2, again)");
 }
 
-TEST(CallText, TellsTheTimeAndTheFirstFourFormatsOfAFrame) {
+TEST(CallText, AFrameHasItsTimeAndFirstFourFormats) {
     std::vector<imFrameFormat> formats(5, imFrameFormat{720, 480, PrPixelFormat_BGRA_4444_8u});
     formats[1] = {0, 0, 0};
     imSourceVideoRec record = {};
@@ -45,7 +45,7 @@ TEST(CallText, TellsTheTimeAndTheFirstFourFormatsOfAFrame) {
               "aiGetFrame(time 254016000000, 720 x 480 bgra, 0 x 0 any, 720 x 480 bgra, 720 x 480 bgra, ...)");
 }
 
-TEST(CallText, TellsWhereSoundIsAskedForAndHowMuch) {
+TEST(CallText, SoundHasItsPositionAndSize) {
     imImportAudioRec7 record = {};
     record.position = -1;
     record.size = 800;
@@ -59,8 +59,8 @@ TEST(CallText, SurvivesAMissingRecord) {
     EXPECT_EQ(asyncCallText(aiInitiateAsyncRead, nullptr), "aiInitiateAsyncRead()");
 }
 
-// A line must be out before its call begins: after a crash the last line is the call that crashed.
-TEST(CallLog, HandsLinesOfBothDirectionsToItsSinkInOrder) {
+// A line is written before its call begins: after a crash the last line is the call that crashed.
+TEST(CallLog, PassesLinesOfBothDirectionsInOrder) {
     Host host;
     std::vector<std::string> lines;
     host.calls().sendLines([&lines](const std::string& line) { lines.push_back(line); });

@@ -14,7 +14,7 @@ inline std::filesystem::path importerPath() {
     return hostkit::PluginLibrary::programFolder() / FAKE_IMPORTER_FILE_NAME;
 }
 
-// A file in the folder for temporary files, named after the running test.
+// A file in a temporary folder that is named after the running test.
 class TemporaryFile {
 public:
     TemporaryFile(const std::u8string& name, const std::string& content) : m_path(folder() / name) {

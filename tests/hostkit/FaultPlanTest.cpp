@@ -19,7 +19,7 @@ protected:
     csSDK_int32 result = 0;
 };
 
-TEST_F(Faults, TheNextCallFailsAndTheOneAfterItDoesNot) {
+TEST_F(Faults, OnlyTheNextCallFails) {
     host.faults().fail(HostCall::GetTicksPerSecond, -77);
     EXPECT_EQ(ticks(), 0);
     EXPECT_EQ(result, -77);
@@ -66,7 +66,7 @@ TEST_F(Faults, MemoryMayRunOut) {
     EXPECT_EQ(host.stdParms()->piSuites->memFuncs->newPtr(16), nullptr);
 }
 
-TEST_F(Faults, ASuiteThatCannotBeHadIsNull) {
+TEST_F(Faults, ASuiteThatIsNotAcquiredIsNull) {
     host.faults().fail(HostCall::AcquireSuite, 5);
     const void* suite = &host;
     EXPECT_EQ(host.basicSuite()->AcquireSuite(kPrSDKTimeSuite, 1, &suite), 5);
@@ -84,7 +84,7 @@ TEST_F(Faults, AnObserverSeesEveryCall) {
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(Faults, AFailureThatCannotHappenIsRefused) {
+TEST_F(Faults, AnImpossibleFailureIsRefused) {
     EXPECT_THROW(host.faults().fail(HostCall::NewPtr, -1, 0), std::invalid_argument);
 }
 

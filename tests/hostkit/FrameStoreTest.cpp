@@ -76,7 +76,7 @@ TEST_F(Frames, PixelsAre16ByteAligned) {
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(pixels) % 16, 0u);
 }
 
-TEST_F(Frames, AFrameForWritingGivesNoAddressForReading) {
+TEST_F(Frames, AWriteOnlyFrameHasNoPixelsToRead) {
     char* pixels = reinterpret_cast<char*>(&host);
     EXPECT_EQ(ppix.GetPixels(make(), PrPPixBufferAccess_ReadOnly, &pixels), 0);
     EXPECT_EQ(pixels, nullptr);
@@ -109,7 +109,7 @@ TEST_F(Frames, AFrameTellsItsShape) {
     EXPECT_EQ(format, PrPixelFormat_YUYV_422_8u_709);
 }
 
-TEST_F(Frames, AFrameThatIsKeptIsAProblem) {
+TEST_F(Frames, ALeakedFrameIsAProblem) {
     make();
     EXPECT_EQ(host.frames().problems(), Sentences{"A frame (bgra, 8 x 6) was never disposed."});
     EXPECT_EQ(host.frames().alive(), 1);
@@ -145,7 +145,7 @@ TEST_F(Frames, UsingADisposedFrameFails) {
               Sentences{"A frame was used that the host never gave out, or after it was disposed."});
 }
 
-TEST_F(Frames, AnyOfferedFormatHasASizeForEveryWidth) {
+TEST_F(Frames, EveryPackedFormatHasASizeForEveryWidth) {
     for (const PixelFormatRow& row : pixelFormats()) {
         if (row.layout == PixelLayout::Packed) {
             EXPECT_TRUE(frameBytes(row, 1, 1, RowBytesPolicy::Tight).has_value()) << row.name;

@@ -47,7 +47,7 @@ TEST(Host, ARefusedVersionLeavesTheOtherSuitesAlone) {
     EXPECT_TRUE(hasSuite(host, kPrSDKPPixSuite, 1));
 }
 
-TEST(Host, MayRefuseASuiteForAWhile) {
+TEST(Host, CanRefuseASuiteForAWhile) {
     Host host;
     host.refuse({{kPrSDKTimeSuite, kEveryVersion}});
     EXPECT_FALSE(hasSuite(host, kPrSDKTimeSuite, 1));
@@ -56,13 +56,13 @@ TEST(Host, MayRefuseASuiteForAWhile) {
     EXPECT_TRUE(hasSuite(host, kPrSDKTimeSuite, 1));
 }
 
-TEST(Host, RefusesWhatItsProfileRefusesWhateverElse) {
+TEST(Host, AlwaysRefusesWhatItsProfileRefuses) {
     Host host(hostProfile("no-ppix-suite"));
     host.refuse({});
     EXPECT_FALSE(hasSuite(host, kPrSDKPPixSuite, 1));
 }
 
-TEST(Host, ASuiteThatIsKeptIsAProblem) {
+TEST(Host, ALeakedSuiteIsAProblem) {
     Host host;
     hasSuite(host, kPrSDKTimeSuite, 1);
     hasSuite(host, kPrSDKTimeSuite, 1);
@@ -98,7 +98,7 @@ TEST(HostProfile, RecordsGrowWithTheInterface) {
     EXPECT_EQ(hostProfile("editor-14").recordSizes().asyncRequest, 124u);
 }
 
-TEST(HostProfile, AnUnknownNameIsAnsweredWithTheKnownOnes) {
+TEST(HostProfile, AnUnknownNameListsTheKnownOnes) {
     try {
         hostProfile("editor-1");
         FAIL();

@@ -25,12 +25,12 @@ std::string bytesOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-TEST(LibraryFile, TellsTheExports) {
+TEST(LibraryFile, ListsTheExports) {
     const std::vector<std::string> exports = readLibraryFile(fakes::importerPath()).exports;
     EXPECT_NE(std::find(exports.begin(), exports.end(), "xImportEntry"), exports.end());
 }
 
-TEST(LibraryFile, TellsTheSystemsOwnLibraryAmongTheImports) {
+TEST(LibraryFile, ListsTheSystemsLibraryAmongTheImports) {
     const std::vector<std::string> imports = readLibraryFile(fakes::importerPath()).imports;
     EXPECT_TRUE(std::any_of(imports.begin(), imports.end(), [](const std::string& name) {
         return name == "libc.so.6" || name == "KERNEL32.dll";
@@ -46,8 +46,8 @@ TEST(LibraryFile, ATextIsNoLibrary) {
     EXPECT_NE(readError(file.path()).find("text.prm' is no 64-bit library of this system."), std::string::npos);
 }
 
-// Cut anywhere in its headers a library is refused with a sentence, never read past its end.
-TEST(LibraryFile, ALibraryThatIsCutShortIsRefused) {
+// A library that is truncated anywhere in its headers is refused, and never read past its end.
+TEST(LibraryFile, ATruncatedLibraryIsRefused) {
     const std::string whole = bytesOf(fakes::importerPath());
     for (std::size_t size = 0; size < 512; size += 7) {
         const fakes::TemporaryFile file(u8"cut.prm", whole.substr(0, size));

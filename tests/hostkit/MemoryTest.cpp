@@ -16,7 +16,7 @@ protected:
     PlugMemoryFuncs& functions = *host.stdParms()->piSuites->memFuncs;
 };
 
-TEST_F(Memory, ABlockHasExactlyTheSizeAskedFor) {
+TEST_F(Memory, ABlockHasExactlyTheRequestedSize) {
     char* block = functions.newPtr(1031);
     EXPECT_EQ(functions.getPtrSize(block), 1031);
     functions.disposePtr(block);
@@ -35,7 +35,7 @@ TEST_F(Memory, AClearedBlockIsZeroed) {
     functions.disposePtr(block);
 }
 
-TEST_F(Memory, ABlockThatIsKeptIsAProblem) {
+TEST_F(Memory, ALeakedBlockIsAProblem) {
     functions.newPtr(516);
     EXPECT_EQ(host.problems(), Sentences{"A block of 516 bytes was never freed."});
     EXPECT_EQ(host.violations(), Sentences{});

@@ -24,18 +24,18 @@ TEST(PluginLibrary, FindsTheEntry) {
     EXPECT_EQ(library.symbol("xNoSuchEntry"), nullptr);
 }
 
-TEST(PluginLibrary, AMissingFileIsNamed) {
+TEST(PluginLibrary, AMissingFileIsAnError) {
     const std::string error = loadError("no such folder/none.prm");
     EXPECT_NE(error.find("none.prm' cannot be loaded ("), std::string::npos) << error;
 }
 
-TEST(PluginLibrary, AFileThatIsNoLibraryIsNamed) {
+TEST(PluginLibrary, AFileThatIsNoLibraryIsAnError) {
     const fakes::TemporaryFile file(u8"text.prm", "this is no library");
     const std::string error = loadError(file.path());
     EXPECT_NE(error.find("text.prm' cannot be loaded ("), std::string::npos) << error;
 }
 
-TEST(PluginLibrary, IsGoneAfterItsEnd) {
+TEST(PluginLibrary, IsUnloadedByItsDestructor) {
     EXPECT_FALSE(PluginLibrary::isLoaded(fakeName()));
     {
         const PluginLibrary library(fakes::importerPath());
@@ -44,13 +44,13 @@ TEST(PluginLibrary, IsGoneAfterItsEnd) {
     EXPECT_FALSE(PluginLibrary::isLoaded(fakeName()));
 }
 
-TEST(PluginLibrary, SymbolsOfALoadedLibraryAreFoundByItsFileName) {
+TEST(PluginLibrary, FindsSymbolsByTheFileName) {
     const PluginLibrary library(fakes::importerPath());
     EXPECT_EQ(PluginLibrary::symbolOfLoadedLibrary(fakeName(), "xImportEntry"),
               reinterpret_cast<void*>(library.entry()));
 }
 
-TEST(PluginLibrary, SymbolsOfALibraryThatIsNotLoadedAreNull) {
+TEST(PluginLibrary, SymbolsOfAnUnloadedLibraryAreNull) {
     EXPECT_EQ(PluginLibrary::symbolOfLoadedLibrary(fakeName(), "xImportEntry"), nullptr);
 }
 

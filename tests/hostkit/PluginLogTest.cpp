@@ -34,7 +34,7 @@ TEST(LogSwitch, IsOnWhileItLives) {
     EXPECT_FALSE(LogSwitch::isOn());
 }
 
-TEST(LogSwitch, PutsBackWhatWasThere) {
+TEST(LogSwitch, RestoresThePreviousState) {
     const LogSwitch on;
     {
         const LogSwitch off(false);
@@ -51,13 +51,13 @@ TEST(PluginLog, SeesOnlyFilesThatAreNew) {
     EXPECT_EQ(log.lines(), Lines{"new"});
 }
 
-TEST(PluginLog, PassesOverOtherFiles) {
+TEST(PluginLog, SkipsOtherFiles) {
     const PluginLog log;
     const LogFile other("notes.log", "x\r\n");
     EXPECT_EQ(log.newFiles().size(), 0u);
 }
 
-TEST(PluginLog, GivesMessagesWithoutTimeAndThread) {
+TEST(PluginLog, ReturnsMessagesWithoutTimeAndThread) {
     const PluginLog log;
     const LogFile file("quorvane_pr_importer_19990101_000000_00.log",
                        "[1999-01-01 00:00:00] [7212] Log opened\r\n[1999-01-01 00:00:00] [7212]     [imNoErr] (0)\n");

@@ -25,14 +25,14 @@ TEST(RecordStorage, NeighbouringChangesAreOneRange) {
     EXPECT_EQ(record.changes(), (std::vector<ByteRange>{{3, 2}, {9, 1}}));
 }
 
-TEST(RecordStorage, WhatStoodThereBeforeTheCallIsNoChange) {
+TEST(RecordStorage, BytesSetBeforeTheCallAreNoChange) {
     RecordStorage record(100);
     bytes(record)[3] = 7;
     record.remember();
     EXPECT_EQ(record.changes(), std::vector<ByteRange>{});
 }
 
-TEST(RecordStorage, AByteBehindTheRecordDamagesTheGuards) {
+TEST(RecordStorage, AByteAfterTheRecordDamagesTheGuards) {
     RecordStorage record(99);
     bytes(record)[99] = 0;
     EXPECT_FALSE(record.guardsAreIntact());
@@ -58,11 +58,11 @@ TEST(RecordStorage, RangesAreDescribedByTheirFirstAndLastByte) {
     EXPECT_EQ(describe({}), "nothing");
 }
 
-TEST(PromisedFields, AFieldOfTheImporterIsNotBeyondItsPromise) {
+TEST(PromisedFields, TheImportersFieldsAreLeftOut) {
     EXPECT_EQ(beyondPromise(imGetInfo8, {{0, 2}, {186, 12}}), std::vector<ByteRange>{});
 }
 
-TEST(PromisedFields, ARangeThatReachesPastAFieldIsCutToTheRest) {
+TEST(PromisedFields, ARangePastAFieldIsCutToTheRest) {
     EXPECT_EQ(beyondPromise(imInit, {{50, 10}}), (std::vector<ByteRange>{{50, 2}, {56, 4}}));
 }
 
@@ -70,7 +70,7 @@ TEST(PromisedFields, NothingOfAFrameRequestIsTheImporters) {
     EXPECT_EQ(beyondPromise(imGetSourceVideo, {{12, 8}}), (std::vector<ByteRange>{{12, 8}}));
 }
 
-TEST(PromisedFields, ThePartThatNewerHostsAddedIsTheHosts) {
+TEST(PromisedFields, WhatNewerHostsAddedIsTheHosts) {
     EXPECT_EQ(beyondPromise(imGetInfo8, {{5373, 3}}), (std::vector<ByteRange>{{5373, 3}}));
 }
 

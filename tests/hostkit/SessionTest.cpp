@@ -14,7 +14,7 @@ class Session : public testing::Test {
 protected:
     explicit Session(const char* profile = "editor-11") : host(hostProfile(profile)) {}
 
-    // A clip with these words, opened.
+    // Opens a clip with these words.
     ClipSession& open(const std::string& words = "") {
         clipFile.emplace(words);
         openClip.emplace(session, clipFile->path());
@@ -56,9 +56,9 @@ TEST_F(Session, SubtypesAreCountedByTheirBlockAndFreed) {
     EXPECT_EQ(host.memory().aliveBlocks(), 0u);
 }
 
-TEST_F(Session, AnUnknownSelectorGivesThePluginsAnswer) { EXPECT_EQ(session.call(999), 3); }
+TEST_F(Session, AnUnknownSelectorReturnsThePluginsAnswer) { EXPECT_EQ(session.call(999), 3); }
 
-TEST_F(Session, AFileThatIsRefusedHasNoPrivateData) {
+TEST_F(Session, ARefusedFileHasNoPrivateData) {
     const fakes::TemporaryFile file(u8"other.txt", "other");
     ClipSession clip(session, file.path());
     EXPECT_EQ(clip.open().result, 2);
@@ -83,7 +83,7 @@ TEST_F(Session, StreamsAreAskedForWhileTheAnswerIs18) {
     EXPECT_EQ(infos[2]->hasAudio, 1);
 }
 
-TEST_F(SessionOf23, InformationRecordsAreLonger) {
+TEST_F(SessionOf23, FileInfoRecordsAreLonger) {
     ClipSession& clip = open();
     EXPECT_EQ(clip.info(0).record.size(), 5376u);
     EXPECT_EQ(host.violations(), Sentences{});
@@ -121,7 +121,7 @@ TEST_F(Session, TheDataRateIsAskedForTwice) {
     EXPECT_EQ(rate.samples[2].samplesize, 300u);
 }
 
-TEST_F(Session, AFrameIsTheHostsUntilItEnds) {
+TEST_F(Session, AFrameIsTheHostsUntilItIsDestroyed) {
     ClipSession& clip = open();
     {
         const FrameAnswer answer = clip.frame(254016000000 / 25 * 7, {{0, 0, PrPixelFormat_BGRA_4444_8u}});
@@ -138,14 +138,14 @@ TEST_F(Session, AFrameIsTheHostsUntilItEnds) {
     EXPECT_EQ(host.frames().alive(), 0);
 }
 
-TEST_F(Session, AFrameThatIsNotThereGivesTheRawResult) {
+TEST_F(Session, AMissingFrameHasTheRawResult) {
     ClipSession& clip = open();
     const FrameAnswer answer = clip.frame(254016000000, {{0, 0, PrPixelFormat_BGRA_4444_8u}});
     EXPECT_EQ(answer.result, 28);
     EXPECT_FALSE(answer.frame);
 }
 
-TEST_F(Session, SoundComesChannelByChannel) {
+TEST_F(Session, SoundHasAListForEachChannel) {
     ClipSession& clip = open();
     const AudioAnswer sound = clip.audio(1000, 3, 2);
     EXPECT_EQ(sound.result, 0);
@@ -192,7 +192,7 @@ TEST(FrameTimes, StayWithin64BitsForHugeScales) {
     EXPECT_EQ(timeOfFrame(streamOf(2000000000, 1999999999, 1), 1, 254016000000), 254015999872);
 }
 
-TEST(FrameTimes, BeyondTheLastTimeAreTheLastTime) {
+TEST(FrameTimes, AreAtMostTheHighestTime) {
     EXPECT_EQ(timeOfFrame(streamOf(1, 36310200, 1), 1, 254016000000), 9223371763200000000);
     EXPECT_EQ(timeOfFrame(streamOf(1, 36310201, 1), 1, 254016000000), 9223372036854775807);
     EXPECT_EQ(timeOfFrame(streamOf(1, 2000000000, 1), 1, 254016000000), 9223372036854775807);

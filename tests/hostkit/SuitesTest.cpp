@@ -49,7 +49,7 @@ TEST_F(Suites, ThirtyTwoBitSoundIsDividedByItsRange) {
               (Samples{-1.0f, 0.5f, 0.0f, -0.5f}));
 }
 
-TEST_F(Suites, SoundBeyondTheRangeIsClippedOnTheWayBack) {
+TEST_F(Suites, SoundBeyondTheRangeIsClipped) {
     const float up[1] = {2.0f};
     const float down[1] = {-2.0f};
     const float* source[2] = {up, down};
@@ -59,7 +59,7 @@ TEST_F(Suites, SoundBeyondTheRangeIsClippedOnTheWayBack) {
     EXPECT_EQ(out[1], -32768);
 }
 
-TEST_F(Suites, TwentyFourBitSoundGoesBackAsItCame) {
+TEST_F(Suites, TwentyFourBitSoundIsPackedAgain) {
     const float half[1] = {0.5f};
     const float* source[1] = {half};
     char out[3] = {};
@@ -133,7 +133,8 @@ TEST_F(Suites, TheInvalidFormatIsAnInvalidParameter) {
 TEST_F(Suites, AnErrorEventIsKeptAsText) {
     std::u16string title = u"Title";
     std::u16string text = u"Text \u20ac";
-    EXPECT_EQ(suiteOf<PrSDKErrorSuite3>(host, kPrSDKErrorSuite, 3).SetEventStringUnicode(3, title.data(), text.data()), 0);
+    const auto& errors = suiteOf<PrSDKErrorSuite3>(host, kPrSDKErrorSuite, 3);
+    EXPECT_EQ(errors.SetEventStringUnicode(3, title.data(), text.data()), 0);
     EXPECT_EQ(host.errorEvents(), (std::vector<ErrorEvent>{{3, "Title", "Text \xE2\x82\xAC"}}));
 }
 

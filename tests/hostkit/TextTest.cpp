@@ -22,7 +22,7 @@ TEST(Text, AnOverlongSequenceBecomesTheReplacementCharacter) {
     EXPECT_EQ(toUtf16("\xE0\x80\xAF"), u"\uFFFD");
 }
 
-TEST(Text, ACutSequenceKeepsTheCharacterAfterIt) {
+TEST(Text, ATruncatedSequenceKeepsTheNextCharacter) {
     EXPECT_EQ(toUtf16("\xE2\x82z"), u"\uFFFDz");
 }
 

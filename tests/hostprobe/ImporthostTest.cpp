@@ -1,4 +1,4 @@
-// The command-line host, run as a program: the probe has nothing against any of its commands.
+// The command-line host, run as a program: the probe complains about none of its commands.
 #include "ProbeRun.h"
 
 #include "hostkit/host/HostProfile.h"
@@ -25,7 +25,7 @@ const std::vector<Command> kCommands = {
     {"Bench", {"bench", "{clip}", "--frames", "10", "--busy", "0"}},
 };
 
-// Once, in the usual profile.
+// Once, in the default profile.
 const std::vector<Command> kVariants = {
     {"InfoAsJson", {"info", "{clip}", "--json"}},
     {"InfoOfTwoFiles", {"info", "{clip}", "{folder}/second.probe"}},
@@ -100,16 +100,15 @@ INSTANTIATE_TEST_SUITE_P(Each, Importhost, testing::ValuesIn(allCases()), [](con
     return name;
 });
 
-// The same pictures, whichever way they are asked for.
-TEST(ImporthostFrames, AsynchronousOnesAreTheSynchronousOnes) {
+TEST(ImporthostFrames, AsynchronousOnesEqualSynchronousOnes) {
     const ProbeRun run(expectationsFor("editor-11"));
     const std::string expected = importhost({"editor-11", kCommands[1]}, run).output;
     EXPECT_NE(expected, "");
     EXPECT_EQ(importhost({"editor-11", kCommands[2]}, run).output, expected);
 }
 
-// What the other tests trust: a complaint of a run in another program does arrive.
-TEST(ImporthostReport, CarriesTheComplaintsOfAHostThatIsNotTheExpectedOne) {
+// The other tests rely on it: complaints of a run in another program are reported.
+TEST(ImporthostReport, HasTheComplaintsOfAnotherProgram) {
     const ProbeRun run("version=23");
     const hostkit::ChildResult result = importhost({"editor-11", kCommands[0]}, run);
     EXPECT_EQ(result.exitCode, 0) << result.errors;

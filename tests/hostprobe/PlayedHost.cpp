@@ -10,14 +10,16 @@ namespace {
 
 PlayedHost* played = nullptr;
 
-constexpr std::size_t kRecordBytes = 5376;      // the biggest record of all
+constexpr std::size_t kRecordBytes = 5376;      // the largest record
 constexpr csSDK_int32 kImporterId = 1001;
 constexpr csSDK_uint32 kSoundFrames = 64;
 
-template <class Record>
-Record& as(RecordBytes& bytes) {
-    return *reinterpret_cast<Record*>(bytes.data());
-}
+// A record with room for that of any version.
+template <class T>
+struct Record : RecordBytes {
+    Record() : RecordBytes(kRecordBytes) {}
+    T* operator->() { return reinterpret_cast<T*>(data()); }
+};
 
 // The played table in place of the host library's.
 const void* tableFor(const std::string& name) {
@@ -103,6 +105,11 @@ void PlayedHost::apply(int key, RecordBytes& record) {
     }
 }
 
+csSDK_int32 PlayedHost::send(csSDK_int32 selector, void* param1, RecordBytes& record) {
+    apply(selector, record);
+    return call(selector, param1, record.data());
+}
+
 csSDK_int32 PlayedHost::call(csSDK_int32 selector, void* param1, void* param2) {
     return m_entry(selector, &parms, param1, param2);
 }
@@ -116,10 +123,9 @@ void PlayedHost::init() {
 }
 
 void PlayedHost::format(csSDK_int32 index) {
-    RecordBytes record(kRecordBytes);
-    apply(imGetIndFormat, record);
-    if (call(imGetIndFormat, hostkit::asPointer(index), record.data()) == imNoErr) {
-        fileType = as<imIndFormatRec>(record).filetype;
+    Record<imIndFormatRec> record;
+    if (send(imGetIndFormat, hostkit::asPointer(index), record) == imNoErr) {
+        fileType = record->filetype;
     }
 }
 
@@ -132,72 +138,63 @@ void PlayedHost::subTypes(csSDK_int32 type) {
 // --- A file -------------------------------------------------------------------------------------------------------
 
 void PlayedHost::open() {
-    RecordBytes record(kRecordBytes);
-    auto& open = as<imFileOpenRec8>(record);
-    open.fileinfo.filepath = path.c_str();
-    open.fileinfo.fileref = reference;
-    open.fileinfo.filetype = fileType;
-    open.privatedata = privateData;
-    open.inImporterID = kImporterId;
-    apply(imOpenFile8, record);
-    call(imOpenFile8, &reference, record.data());
-    privateData = open.privatedata;
-    fileType = open.fileinfo.filetype;
+    Record<imFileOpenRec8> record;
+    record->fileinfo.filepath = path.c_str();
+    record->fileinfo.fileref = reference;
+    record->fileinfo.filetype = fileType;
+    record->privatedata = privateData;
+    record->inImporterID = kImporterId;
+    send(imOpenFile8, &reference, record);
+    privateData = record->privatedata;
+    fileType = record->fileinfo.filetype;
 }
 
 void PlayedHost::info(csSDK_int32 stream) {
-    RecordBytes access(kRecordBytes);
-    as<imFileAccessRec8>(access).filepath = path.c_str();
-    as<imFileAccessRec8>(access).fileref = reference;
-    as<imFileAccessRec8>(access).filetype = fileType;
-    RecordBytes record(kRecordBytes);
-    auto& info = as<imFileInfoRec8>(record);
-    info.privatedata = privateData;
-    info.streamIdx = stream;
-    info.vidInfo.importerID = kImporterId;
+    Record<imFileAccessRec8> access;
+    access->filepath = path.c_str();
+    access->fileref = reference;
+    access->filetype = fileType;
     apply(kAccess, access);
-    apply(imGetInfo8, record);
-    call(imGetInfo8, access.data(), record.data());
+    Record<imFileInfoRec8> record;
+    record->privatedata = privateData;
+    record->streamIdx = stream;
+    record->vidInfo.importerID = kImporterId;
+    send(imGetInfo8, access.data(), record);
 }
 
 void PlayedHost::pixelFormat(csSDK_int32 index) {
-    RecordBytes record(kRecordBytes);
-    as<imIndPixelFormatRec>(record).privatedata = privateData;
-    apply(imGetIndPixelFormat, record);
-    call(imGetIndPixelFormat, hostkit::asPointer(index), record.data());
+    Record<imIndPixelFormatRec> record;
+    record->privatedata = privateData;
+    send(imGetIndPixelFormat, hostkit::asPointer(index), record);
 }
 
 void PlayedHost::layout() {
-    RecordBytes record(kRecordBytes);
-    as<imGetAudioChannelLayoutRec>(record).inPrivateData = privateData;
-    call(imGetAudioChannelLayout, reference, record.data());
+    Record<imGetAudioChannelLayoutRec> record;
+    record->inPrivateData = privateData;
+    send(imGetAudioChannelLayout, reference, record);
 }
 
 void PlayedHost::analysis() {
     char buffer[256];
-    RecordBytes record(kRecordBytes);
-    auto& analysis = as<imAnalysisRec>(record);
-    analysis.privatedata = privateData;
-    analysis.buffersize = sizeof(buffer);
-    analysis.buffer = buffer;
-    apply(imAnalysis, record);
-    call(imAnalysis, reference, record.data());
+    Record<imAnalysisRec> record;
+    record->privatedata = privateData;
+    record->buffersize = sizeof(buffer);
+    record->buffer = buffer;
+    send(imAnalysis, reference, record);
 }
 
 void PlayedHost::askForSamples() {
-    RecordBytes record(kRecordBytes);
-    as<imDataRateAnalysisRec>(record).privatedata = privateData;
-    apply(imDataRateAnalysis, record);
-    call(imDataRateAnalysis, reference, record.data());
+    Record<imDataRateAnalysisRec> record;
+    record->privatedata = privateData;
+    send(imDataRateAnalysis, reference, record);
 }
 
 void PlayedHost::takeSamples() {
     std::array<imDataSample, 12> samples;
-    RecordBytes record(kRecordBytes);
-    auto& analysis = as<imDataRateAnalysisRec>(record);
-    analysis.privatedata = privateData;
-    analysis.buffersize = sizeof(samples);
-    analysis.buffer = samples.data();
+    Record<imDataRateAnalysisRec> record;
+    record->privatedata = privateData;
+    record->buffersize = sizeof(samples);
+    record->buffer = samples.data();
     apply(kSamples, record);
     call(imDataRateAnalysis, reference, record.data());
 }
@@ -205,13 +202,11 @@ void PlayedHost::takeSamples() {
 void PlayedHost::audio() {
     float sound[2][kSoundFrames];
     float* channels[2] = {sound[0], sound[1]};
-    RecordBytes record(kRecordBytes);
-    auto& import = as<imImportAudioRec7>(record);
-    import.size = kSoundFrames;
-    import.buffer = channels;
-    import.privateData = privateData;
-    apply(imImportAudio7, record);
-    call(imImportAudio7, reference, record.data());
+    Record<imImportAudioRec7> record;
+    record->size = kSoundFrames;
+    record->buffer = channels;
+    record->privateData = privateData;
+    send(imImportAudio7, reference, record);
 }
 
 void PlayedHost::fillVideo(char* record, void* owner, PPixHand* out) {
@@ -225,10 +220,9 @@ void PlayedHost::fillVideo(char* record, void* owner, PPixHand* out) {
 
 void PlayedHost::frame() {
     PPixHand delivered = nullptr;
-    RecordBytes record(kRecordBytes);
+    Record<imSourceVideoRec> record;
     fillVideo(record.data(), privateData, &delivered);
-    apply(imGetSourceVideo, record);
-    if (call(imGetSourceVideo, reference, record.data()) == imNoErr) {
+    if (send(imGetSourceVideo, reference, record) == imNoErr) {
         good.frames.Dispose(delivered);
     }
 }
@@ -236,13 +230,12 @@ void PlayedHost::frame() {
 // --- Asynchronous -------------------------------------------------------------------------------------------------
 
 void PlayedHost::createAsync() {
-    RecordBytes record(kRecordBytes);
-    auto& creation = as<imAsyncImporterCreationRec>(record);
-    creation.inPrivateData = privateData;
+    Record<imAsyncImporterCreationRec> record;
+    record->inPrivateData = privateData;
     apply(imCreateAsyncImporter, record);
     call(imCreateAsyncImporter, record.data());
-    asyncEntry = creation.outAsyncEntry;
-    asyncData = creation.outAsyncPrivateData;
+    asyncEntry = record->outAsyncEntry;
+    asyncData = record->outAsyncPrivateData;
 }
 
 csSDK_int32 PlayedHost::async(csSDK_int32 selector, void* parameter) {
@@ -250,8 +243,8 @@ csSDK_int32 PlayedHost::async(csSDK_int32 selector, void* parameter) {
 }
 
 void PlayedHost::announce() {
-    RecordBytes record(kRecordBytes);
-    as<aiAsyncRequest>(record).inPrivateData = asyncData;
+    Record<aiAsyncRequest> record;
+    record->inPrivateData = asyncData;
     fillVideo(record.data() + 12, asyncData, nullptr);
     apply(kAsync + aiInitiateAsyncRead, record);
     async(aiInitiateAsyncRead, record.data());
@@ -259,7 +252,7 @@ void PlayedHost::announce() {
 
 void PlayedHost::getFrame() {
     PPixHand delivered = nullptr;
-    RecordBytes record(kRecordBytes);
+    Record<imSourceVideoRec> record;
     fillVideo(record.data(), asyncData, &delivered);
     apply(kAsync + aiGetFrame, record);
     if (async(aiGetFrame, record.data()) == aiNoError) {

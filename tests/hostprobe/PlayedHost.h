@@ -1,5 +1,5 @@
-// A small host that calls the probe's entry directly, with tables of its own that a test can spoil one by one. Unspoiled
-// it does everything right. Its good functions are the host library's.
+// A small host that calls the probe's entry directly, with tables of its own that a test can spoil one by one. Its good
+// functions are the host library's; unspoiled it does everything right.
 #pragma once
 
 #include "hostkit/host/Host.h"
@@ -12,7 +12,7 @@
 #include <tuple>
 #include <vector>
 
-// Room for the record of any version, zeroed, at the same place for its whole life.
+// A zeroed record of any version, at one address for its whole life.
 using RecordBytes = std::vector<char>;
 
 struct HostTables {
@@ -104,6 +104,7 @@ private:
     static SPErr acquire(const char* name, csSDK_int32 version, const void** suite);
     void fillVideo(char* record, void* owner, PPixHand* out);
     void apply(int key, RecordBytes& record);
+    csSDK_int32 send(csSDK_int32 selector, void* param1, RecordBytes& record);
     void takeGoodTables();
 
     hostkit::Host m_base;

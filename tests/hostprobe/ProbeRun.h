@@ -1,4 +1,4 @@
-// One life of the probe: told what to expect, loaded, used, unloaded, and asked for its report.
+// One life of the probe: configured, loaded, used, unloaded, and its report read.
 #pragma once
 
 #include "hostkit/plugin/PluginLibrary.h"
@@ -13,10 +13,10 @@ struct ProbeReport {
     std::vector<std::string> complaints;
 };
 
-// The present user's environment for this process and its children. UTF-8.
+// Sets a variable for this process and its children. UTF-8.
 void setEnvironment(const char* name, const std::string& value);
 
-// The words by which the probe knows a host of this profile.
+// Returns what the probe should expect of a host of this profile.
 std::string expectationsFor(const std::string& profile);
 
 std::filesystem::path probePath();
@@ -26,7 +26,7 @@ class ProbeRun {
 public:
     explicit ProbeRun(const std::string& expectations);
 
-    // Ask when the probe is unloaded. A report that is missing or cut short is not whole.
+    // Call after the probe is unloaded. A missing or truncated report is not whole.
     ProbeReport report() const;
 
     std::string path(const std::string& name) const { return m_folder.path(name); }

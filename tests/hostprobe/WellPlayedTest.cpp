@@ -1,5 +1,4 @@
-// The host library in a test's own hands, every function of its sessions, in every profile: the probe has nothing
-// against it.
+// Every function of the host library's sessions, in every profile: the probe has no complaint.
 #include "ProbeRun.h"
 
 #include "hostkit/sessions/AsyncSession.h"
@@ -24,7 +23,7 @@ public:
     Host& host() { return m_host; }
     ImporterSession& session() { return m_session; }
 
-    // Shuts down, unloads, and expects neither side to have anything against the other.
+    // Shuts down, unloads, and expects no complaint of either side.
     void finish() {
         m_session.shutdown();
         m_library.reset();
@@ -90,7 +89,7 @@ void watchAhead(ProbedHost& probed, ClipSession& clip) {
     EXPECT_EQ(async.get(timeOf(host, 99), kAnything).result, aiFrameNotFound);
     EXPECT_EQ(async.flush(), aiNoError);
     EXPECT_EQ(async.close(), aiNoError);
-    async.create();             // closed by its own end
+    async.create();             // closed by its destructor
     EXPECT_EQ(async.announce(timeOf(host, 3), kAnything).result, aiNoError);
 }
 
@@ -141,7 +140,7 @@ TEST_P(WellPlayed, TwoFilesOnTwoThreadsRaiseNoComplaint) {
     probed.finish();
 }
 
-TEST(WellPlayedOnce, AsynchronousFramesOnThreeThreadsOutliveTheFile) {
+TEST(WellPlayedOnce, AsyncFramesOnThreadsOutliveTheFile) {
     ProbedHost probed("editor-11");
     probed.session().start();
     ClipSession clip(probed.session(), "one.probe");
@@ -168,7 +167,7 @@ TEST(WellPlayedOnce, AsynchronousFramesOnThreeThreadsOutliveTheFile) {
     EXPECT_EQ(probed.calls(), 3 + 2 + 1 + 3 + 24 + 2 + 1);      // start, describe, close; create, frames, end
 }
 
-TEST(WellPlayedOnce, SoundIsTheProbesToTheLastSample) {
+TEST(WellPlayedOnce, SoundIsCorrectToTheLastSample) {
     ProbedHost probed("editor-11");
     probed.session().start();
     {

@@ -48,14 +48,14 @@ WrongCases wrongAsyncCalls() {
         {"ShutdownWithOpenAsync", ShutdownWithOpenAsync,
          "imShutdown came while an asynchronous importer was open.", withAsync([](Host&) {})},
         {"AsyncFrameForTheImporter", AsyncUnknown,
-         "aiGetFrame: the private data is none of an asynchronous importer.", beforeFlushAndClose([](Host& host) {
+         "aiGetFrame: the private data is not from an asynchronous importer.", beforeFlushAndClose([](Host& host) {
              host.spoil[Host::kAsync + aiGetFrame] = [](char* record) {
                  reinterpret_cast<imSourceVideoRec*>(record)->inPrivateData = Host::current().privateData;
              };
              host.getFrame();
          })},
         {"RequestWhoseFrameIsForTheImporter", AsyncUnknown,
-         "aiInitiateAsyncRead: the private data is none of an asynchronous importer.",
+         "aiInitiateAsyncRead: the private data is not from an asynchronous importer.",
          beforeFlushAndClose([](Host& host) {
              host.spoil[Host::kAsync + aiInitiateAsyncRead] = [](char* record) {
                  reinterpret_cast<aiAsyncRequest*>(record)->inSourceRec.inPrivateData = Host::current().privateData;
@@ -63,7 +63,7 @@ WrongCases wrongAsyncCalls() {
              host.announce();
          })},
         {"AsyncForAFileThatIsUnknown", UnknownPrivateData,
-         "imCreateAsyncImporter: the private data is none that this importer gave.", within([](Host& host) {
+         "imCreateAsyncImporter: the private data is not from this importer.", within([](Host& host) {
              host.spoil[imCreateAsyncImporter] = [](char* record) {
                  reinterpret_cast<imAsyncImporterCreationRec*>(record)->inPrivateData = &Host::current();
              };

@@ -1,4 +1,4 @@
-// Hosts whose frames are not what was asked for. Each is wrong for one shape only: bgrx, 37 x 5.
+// Hosts whose frames are not as requested. Each is wrong for one shape only: bgrx, 37 x 5.
 #include "WrongCase.h"
 
 using enum hostprobe::Sentence;
@@ -47,7 +47,7 @@ Play otherSize() {
                    });
 }
 
-// Rows of 160 bytes where the policy wants 256; everything that is said of sizes agrees with it.
+// Rows of 160 bytes where the policy requires 256; all sizes agree with it.
 void shorterRows(Host& host) {
     host.used.frames.GetRowBytes = [](PPixHand frame, csSDK_int32* rowBytes) {
         const prSuiteError error = good().frames.GetRowBytes(frame, rowBytes);
@@ -75,20 +75,20 @@ Play otherPixels() {
 }  // namespace
 
 WrongCases wrongFrames() {
-    constexpr char refused[] = "CreatePPix gave no frame (bgrx, 37 x 5).";
-    constexpr char misaligned[] = "GetPixels gave pixels that are not aligned to 16 bytes (bgrx, 37 x 5).";
+    constexpr char refused[] = "CreatePPix returned no frame (bgrx, 37 x 5).";
+    constexpr char misaligned[] = "GetPixels returned pixels that are not aligned to 16 bytes (bgrx, 37 x 5).";
     return {
         // --- Creation ---
         {"FrameRefused", FrameRefused, refused, refusing<-1>()},
         {"FrameThatIsNull", FrameRefused, refused, refusing<0>()},
-        {"ReadOnlyFrame", ReadOnlyFrame, "CreatePPix gave a frame that nobody could write to.",
+        {"ReadOnlyFrame", ReadOnlyFrame, "CreatePPix returned a frame that nobody could write to.",
          spoilt([](Host& host) {
              host.used.creator.CreatePPix = [](PPixHand* out, PrPPixBufferAccess, PrPixelFormat format,
                                                const prRect* bounds) {
                  return good().creator.CreatePPix(out, PrPPixBufferAccess_WriteOnly, format, bounds);
              };
          })},
-        {"CloneThatDiffers", CloneDiffers, "ClonePPix gave a frame that differs from its source (bgrx, 37 x 5).",
+        {"CloneThatDiffers", CloneDiffers, "ClonePPix returned a frame that differs from its source (bgrx, 37 x 5).",
          changed(&PrSDKPPixCreatorSuite::ClonePPix, [](PPixHand source, PPixHand* out, PrPPixBufferAccess) {
              char* pixels = nullptr;
              good().frames.GetPixels(*out, PrPPixBufferAccess_ReadOnly, &pixels);
@@ -96,40 +96,41 @@ WrongCases wrongFrames() {
          })},
 
         // --- Shape ---
-        {"OtherFormat", FrameFormat, "GetPixelFormat gave another format than the frame was made with (bgrx, 37 x 5).",
+        {"OtherFormat", FrameFormat,
+         "GetPixelFormat returned another format than the frame was made with (bgrx, 37 x 5).",
          telling<PrPixelFormat_BGRA_4444_8u>(&PrSDKPPixSuite::GetPixelFormat)},
-        {"OtherBounds", FrameBounds, "GetBounds gave other bounds than the frame was made with (bgrx, 37 x 5).",
+        {"OtherBounds", FrameBounds, "GetBounds returned other bounds than the frame was made with (bgrx, 37 x 5).",
          changed(&PrSDKPPixSuite::GetBounds,
                  [](PPixHand frame, prRect* bounds) { bounds->bottom += isChosen(frame) ? 1 : 0; })},
-        {"RowsTooShort", RowsTooShort, "GetRowBytes gave 147, too few for a row (bgrx, 37 x 5).",
+        {"RowsTooShort", RowsTooShort, "GetRowBytes returned 147, too few for a row (bgrx, 37 x 5).",
          telling<147>(&PrSDKPPixSuite::GetRowBytes)},
-        {"NegativeRowsTooShort", RowsTooShort, "GetRowBytes gave -147, too few for a row (bgrx, 37 x 5).",
+        {"NegativeRowsTooShort", RowsTooShort, "GetRowBytes returned -147, too few for a row (bgrx, 37 x 5).",
          telling<-147>(&PrSDKPPixSuite::GetRowBytes)},
-        {"RowsOfAnotherPolicy", RowPolicy, "GetRowBytes gave 160, not 256 (bgrx, 37 x 5).", spoilt(shorterRows),
+        {"RowsOfAnotherPolicy", RowPolicy, "GetRowBytes returned 160, not 256 (bgrx, 37 x 5).", spoilt(shorterRows),
          "rows=rounded"},
-        {"SizeOfOneRow", RowSize, "GetSizeForPixelBuffer gave 300 for one row, GetRowBytes 256 (bgrx, 37 x 5).",
+        {"SizeOfOneRow", RowSize, "GetSizeForPixelBuffer returned 300 for one row, GetRowBytes 256 (bgrx, 37 x 5).",
          otherSize<1, 300>()},
-        {"SizeOfAllRows", FrameSize, "GetSizeForPixelBuffer gave 1279, too few for 1280 (bgrx, 37 x 5).",
+        {"SizeOfAllRows", FrameSize, "GetSizeForPixelBuffer returned 1279, too few for 1280 (bgrx, 37 x 5).",
          otherSize<5, 1279>()},
-        {"NegativeRenderTime", RenderTime, "GetRenderTime gave -1 milliseconds (bgrx, 37 x 5).",
+        {"NegativeRenderTime", RenderTime, "GetRenderTime returned -1 milliseconds (bgrx, 37 x 5).",
          telling<-1>(&PrSDKPPixSuite::GetRenderTime)},
-        {"NoPixelAspect", PixelAspect, "GetPixelAspectRatio gave 1:0 (bgrx, 37 x 5).",
+        {"NoPixelAspect", PixelAspect, "GetPixelAspectRatio returned 1:0 (bgrx, 37 x 5).",
          changed(&PrSDKPPixSuite::GetPixelAspectRatio, [](PPixHand frame, csSDK_uint32* num, csSDK_uint32* den) {
              *num = 1;
              *den = isChosen(frame) ? 0 : 1;
          })},
-        {"EmptyKey", KeySize, "GetUniqueKeySize gave 0.",
+        {"EmptyKey", KeySize, "GetUniqueKeySize returned 0.",
          changed(&PrSDKPPixSuite::GetUniqueKeySize, [](csSDK_size_t* size) { *size = 0; })},
 
         // --- Pixels ---
-        {"NothingToWrite", NoPixels, "GetPixels gave no pixels to write (bgrx, 37 x 5).",
+        {"NothingToWrite", NoPixels, "GetPixels returned no pixels to write (bgrx, 37 x 5).",
          otherPixels<PrPPixBufferAccess_WriteOnly, -1>()},
-        {"NothingToRead", NoPixels, "GetPixels gave no pixels to read (bgrx, 37 x 5).",
+        {"NothingToRead", NoPixels, "GetPixels returned no pixels to read (bgrx, 37 x 5).",
          otherPixels<PrPPixBufferAccess_ReadOnly, -1>()},
         {"MisalignedByOne", PixelsMisaligned, misaligned, otherPixels<PrPPixBufferAccess_WriteOnly, 1>()},
         {"MisalignedByEight", PixelsMisaligned, misaligned, otherPixels<PrPPixBufferAccess_WriteOnly, 8>()},
         {"ReadableFrame", ReadablePixels,
-         "GetPixels gave pixels to read of a frame that can only be written (bgrx, 37 x 5).",
+         "GetPixels returned pixels to read of a frame that can only be written (bgrx, 37 x 5).",
          changed(&PrSDKPPixSuite::GetPixels, [](PPixHand frame, PrPPixBufferAccess, char** pixels) {
              if (!*pixels && isChosen(frame)) {
                  good().frames.GetPixels(frame, PrPPixBufferAccess_WriteOnly, pixels);

@@ -1,4 +1,4 @@
-// The probe can complain: every fault that it knows is committed once, and raises its own complaint and no other.
+// Every fault that the probe knows is committed once, and raises its own complaint and no other.
 #include "ProbeRun.h"
 #include "WrongCase.h"
 
@@ -30,7 +30,7 @@ std::vector<std::string> complaintsAbout(const std::function<void(PlayedHost&)>&
     return report.complaints;
 }
 
-// Whether a text is what the sentence says, whatever its details are.
+// Returns whether a text is the sentence with any details.
 bool isOfForm(const std::string& text, const std::string& sentence) {
     const std::size_t open = sentence.find('{');
     if (open == std::string::npos) {
@@ -58,7 +58,7 @@ TEST_P(WrongHost, RaisesItsOwnComplaintAndNoOther) {
 INSTANTIATE_TEST_SUITE_P(Each, WrongHost, testing::ValuesIn(allCases()),
                          [](const auto& instance) { return instance.param.name; });
 
-TEST(WrongHosts, EachRaisesTheSentenceThatItNames) {
+TEST(WrongHosts, EachRaisesItsSentence) {
     for (const WrongCase& each : allCases()) {
         EXPECT_TRUE(isOfForm(each.complaint, textOf(each.sentence))) << each.name;
     }
@@ -74,12 +74,12 @@ TEST(WrongHosts, EverySentenceIsProvoked) {
     }
 }
 
-TEST(PlayedHost, LeftAsItIsRaisesNoComplaint) {
+TEST(PlayedHost, RaisesNoComplaintUnspoiled) {
     EXPECT_EQ(complaintsAbout([](PlayedHost& host) { host.play(); }, expectationsFor("editor-11")),
               std::vector<std::string>{});
 }
 
-TEST(PlayedHost, RaisesNoComplaintWhenThe23rdVersionIsPlayed) {
+TEST(PlayedHost, RaisesNoComplaintInVersion23) {
     EXPECT_EQ(complaintsAbout([](PlayedHost& host) {
                   host.parms.imInterfaceVer = IMPORTMOD_VERSION_23;
                   host.play();
@@ -87,7 +87,7 @@ TEST(PlayedHost, RaisesNoComplaintWhenThe23rdVersionIsPlayed) {
               std::vector<std::string>{});
 }
 
-TEST(Report, IsNotWholeWhenTheProbeWasNeverCalled) {
+TEST(Report, IsNotWholeIfTheProbeIsNeverCalled) {
     const ProbeRun run("");
     { const hostkit::PluginLibrary library(probePath()); }
     EXPECT_FALSE(run.report().isWhole);

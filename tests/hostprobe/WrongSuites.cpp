@@ -1,4 +1,4 @@
-// Hosts that give suites wrongly, and those whose time or image suite gives wrong answers.
+// Hosts that return wrong suites, and those whose time or image suite returns wrong values.
 #include "WrongCase.h"
 
 #include <string_view>
@@ -30,7 +30,7 @@ void acquireElsewhere(Host& host) {
     };
 }
 
-// 1000 ticks a second, and 500 from the second time on that it is asked.
+// 1000 ticks a second at the first call, and 500 later.
 void changeTicks(Host& host) {
     toldTicks = 1000;
     host.used.time.GetTicksPerVideoFrame = [](csSDK_int32 rate, PrTime* ticks) {
@@ -64,7 +64,7 @@ void answerInOneByte(Host& host) {
 WrongCases wrongSuites() {
     return {
         // --- Acquiring ---
-        {"SuiteThatNobodyMade", InventedSuite, "AcquireSuite gave no error for a suite that no host has.",
+        {"SuiteThatNobodyMade", InventedSuite, "AcquireSuite returned no error for a suite that no host has.",
          acquiringBy([](const char* name, csSDK_int32 version, const void** suite) {
              good().basic.AcquireSuite(name, version, suite);
              return kSPNoError;
@@ -87,12 +87,12 @@ WrongCases wrongSuites() {
              *suite = isTime(name) ? nullptr : *suite;
          })},
         {"SuiteThatIsLacking", SuiteGiven,
-         "AcquireSuite gave version 1 of the Premiere Time Suite, which this host lacks.", spoilt([](Host&) {}),
+         "AcquireSuite returned version 1 of the Premiere Time Suite, which this host lacks.", spoilt([](Host&) {}),
          "without=Premiere Time Suite"},
         {"VersionThatIsLacking", SuiteGiven,
-         "AcquireSuite gave version 6 of the Premiere PPix Cache Suite, which this host lacks.", spoilt([](Host&) {}),
-         "without=Premiere PPix Cache Suite:6"},
-        {"SuiteAtTwoAddresses", SuiteMoved, "AcquireSuite gave the Premiere Time Suite at two addresses.",
+         "AcquireSuite returned version 6 of the Premiere PPix Cache Suite, which this host lacks.",
+         spoilt([](Host&) {}), "without=Premiere PPix Cache Suite:6"},
+        {"SuiteAtTwoAddresses", SuiteMoved, "AcquireSuite returned the Premiere Time Suite at two addresses.",
          spoilt(acquireElsewhere)},
         {"SuiteThatEndsEarly", SuiteGone, "The Premiere Time Suite did not outlive its first release of two.",
          changed(&SPBasicSuite::ReleaseSuite, [](const char* name, csSDK_int32) {
@@ -102,18 +102,19 @@ WrongCases wrongSuites() {
          })},
 
         // --- Time ---
-        {"OtherTicks", TicksPerSecond, "GetTicksPerSecond gave 254016000000, not 1000.", spoilt([](Host&) {}),
+        {"OtherTicks", TicksPerSecond, "GetTicksPerSecond returned 254016000000, not 1000.", spoilt([](Host&) {}),
          "ticks=1000"},
-        {"NoTicks", TicksPerSecond, "GetTicksPerSecond gave 0, not a positive number.",
+        {"NoTicks", TicksPerSecond, "GetTicksPerSecond returned 0, not a positive number.",
          changed(&PrSDKTimeSuite::GetTicksPerSecond, [](PrTime* ticks) { *ticks = 0; })},
-        {"TicksThatChange", TicksPerSecond, "GetTicksPerSecond gave 500, not 1000.", spoilt(changeTicks)},
-        {"TicksOfAFrame", TicksPerFrame, "GetTicksPerVideoFrame gave 10160640001 for rate 3.",
+        {"TicksThatChange", TicksPerSecond, "GetTicksPerSecond returned 500, not 1000.", spoilt(changeTicks)},
+        {"TicksOfAFrame", TicksPerFrame, "GetTicksPerVideoFrame returned 10160640001 for rate 3.",
          changed(&PrSDKTimeSuite::GetTicksPerVideoFrame,
                  [](csSDK_int32 rate, PrTime* ticks) { *ticks += rate == 3 ? 1 : 0; })},
-        {"TicksOfASample", TicksPerSample, "GetTicksPerAudioSample gave 5292001 with result 0 for 48000 Hz.",
+        {"TicksOfASample", TicksPerSample, "GetTicksPerAudioSample returned 5292001 with result 0 for 48000 Hz.",
          changed(&PrSDKTimeSuite::GetTicksPerAudioSample,
                  [](float rate, PrTime* ticks) { *ticks += rate == 48000.0f ? 1 : 0; })},
-        {"RoundedWithoutSayingSo", TicksPerSample, "GetTicksPerAudioSample gave 23092363636 with result 0 for 11 Hz.",
+        {"RoundedWithoutSayingSo", TicksPerSample,
+         "GetTicksPerAudioSample returned 23092363636 with result 0 for 11 Hz.",
          spoilt([](Host& host) {
              host.used.time.GetTicksPerAudioSample = [](float rate, PrTime* ticks) {
                  good().time.GetTicksPerAudioSample(rate, ticks);
@@ -122,16 +123,16 @@ WrongCases wrongSuites() {
          })},
 
         // --- Images ---
-        {"AnswerOfOneByte", NoBoolean, "FormatHasAlpha gave 1515870721, neither 0 nor 1 (bgra).",
+        {"AnswerOfOneByte", NoBoolean, "FormatHasAlpha returned 1515870721, neither 0 nor 1 (bgra).",
          spoilt(answerInOneByte)},
-        {"AlphaWhereNoneIs", WrongBoolean, "FormatHasAlpha gave 1 (bgrx).",
+        {"AlphaWhereNoneIs", WrongBoolean, "FormatHasAlpha returned 1 (bgrx).",
          changed(&PrSDKImageProcessingSuite::FormatHasAlpha, [](PrPixelFormat format, prBool* answer) {
              *answer = format == PrPixelFormat_BGRX_4444_8u ? kPrTrue : *answer;
          })},
-        {"TopRowFirst", WrongBoolean, "FormatIsOriginTopLeft gave 1 (bgra).",
+        {"TopRowFirst", WrongBoolean, "FormatIsOriginTopLeft returned 1 (bgra).",
          changed(&PrSDKImageProcessingSuite::FormatIsOriginTopLeft,
                  [](PrPixelFormat format, prBool* answer) { *answer = format == PrPixelFormat_BGRA_4444_8u; })},
-        {"Compressed", WrongBoolean, "FormatIsCompressed gave 1 (yuy2).",
+        {"Compressed", WrongBoolean, "FormatIsCompressed returned 1 (yuy2).",
          changed(&PrSDKImageProcessingSuite::FormatIsCompressed,
                  [](PrPixelFormat format, prBool* answer) { *answer = format == PrPixelFormat_YUYV_422_8u_601; })},
     };

@@ -101,7 +101,7 @@ WrongCases wrongTables() {
          spoilt([](Host& host) { host.callbacks.unused1 = 1; })},
         {"SecondUnusedCallbackMember", CallbacksNotZero, notZero,
          spoilt([](Host& host) { host.callbacks.unused2 = 1; })},
-        {"EndlessSerialNumber", SerialNumber, "getSerialNumber gave no text that ends within 40 bytes.",
+        {"EndlessSerialNumber", SerialNumber, "getSerialNumber returned no text that ends within 40 bytes.",
          spoilt([](Host& host) {
              host.used.utility.getSerialNumber = [](char* buffer) { std::memset(buffer, '7', 40); };
          })},

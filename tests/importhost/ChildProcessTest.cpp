@@ -4,7 +4,7 @@
 
 namespace {
 
-// The program repeats the name of a file that it cannot open.
+// The program prints the name of a file that it cannot open.
 std::string seenByTheProgram(const std::string& argument) {
     const std::string output = programs::withFake({"info", argument}).output;
     const std::size_t end = output.find("\n  open ");

@@ -1,4 +1,4 @@
-// A library whose loading ends the program, as a damaged plug-in's can.
+// A library whose loading ends the program, as that of a damaged plug-in may.
 #include <cstdlib>
 
 namespace {

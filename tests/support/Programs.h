@@ -42,4 +42,19 @@ inline ProgramRun runImporthost(const std::vector<std::string>& arguments) {
 
 inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
+// Expects this exit code, and each of `parts` in the output, or in the errors.
+inline void expectOutput(const ProgramRun& run, int exitCode, const std::vector<std::string>& parts = {}) {
+    EXPECT_EQ(run.exitCode, exitCode) << run.output << run.errors;
+    for (const std::string& part : parts) {
+        EXPECT_TRUE(contains(run.output, part)) << "no '" << part << "' in " << run.output << run.errors;
+    }
+}
+
+inline void expectErrors(const ProgramRun& run, int exitCode, const std::vector<std::string>& parts) {
+    EXPECT_EQ(run.exitCode, exitCode) << run.output << run.errors;
+    for (const std::string& part : parts) {
+        EXPECT_TRUE(contains(run.errors, part)) << "no '" << part << "' in " << run.errors;
+    }
+}
+
 }  // namespace programs

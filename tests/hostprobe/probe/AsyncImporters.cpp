@@ -99,7 +99,7 @@ csSDK_int32 answer(csSDK_int32 selector, AsyncImporter& importer, void* paramete
         case aiContinueToWaitForAsyncIO: return noteRequest(selector, parameter);
         case aiGetFrame: return getFrame(importer, parameter);
         case aiFlush:
-            importer.frames->ticksPerSecond();      // suites must serve on whatever thread flushes
+            importer.frames->ticksPerSecond();      // suites must work on the flushing thread
             return aiNoError;
         case aiClose: importer.frames.reset(); return aiNoError;
         default: return aiUnsupported;

@@ -1,4 +1,4 @@
-// The asynchronous importers that the host has asked for.
+// The asynchronous importers that the host has created.
 #pragma once
 
 #include "sdk/SdkImporter.h"

@@ -1,4 +1,4 @@
-// The Audio Suite: an integer sample x of b bits is x / 2^(b-1) as a float, and is the same integer again when it is converted back.
+// The Audio Suite: an integer sample x of b bits is x / 2^(b-1) as a float, and is converted back to itself.
 #include "probe/Complaints.h"
 #include "probe/SuiteChecks.h"
 
@@ -113,7 +113,7 @@ private:
         return expect(packed.guardIsIntact(), Sentence::SoundOverrun, {m_toName});
     }
 
-    // Floats may lie beyond full scale; integers then stop at their limits.
+    // Floats beyond full scale become the highest or lowest integer.
     void checkClipping() {
         PackedSamples packed(m_bits, 2);
         const float loud[] = {2.0f, -2.0f};

@@ -75,7 +75,7 @@ extern "C" csSDK_int32 xImportEntry(csSDK_int32 selector, imStdParms* stdParms, 
     }
     const bool isUsable = checkStdParms(name, stdParms) && areThere(selector, param1, param2);
     if (selector == imShutdown) {
-        return onShutdown();        // the report is due, whatever else is missing
+        return onShutdown();        // the report is written even if something is missing
     }
     return isUsable ? dispatch(selector, stdParms, param1, param2) : imOtherErr;
 }

@@ -1,11 +1,11 @@
-// What the probe was told about the host that will load it, beyond what every host promises.
+// What the probe should expect of its host, beyond what every host promises.
 //
-// HOSTPROBE_EXPECTS holds words separated by ';', each of which may be left out:
+// HOSTPROBE_EXPECTS has optional words, separated by ';':
 //   version=18               the interface version
 //   ticks=254016000000       ticks per second
 //   rows=rounded|tight|odd   padding of rows: up to 128 bytes, none, 13 bytes
-//   without=NAME             a suite that is refused, in every version or with NAME:VERSION in one; may be repeated
-//   async=no                 asynchronous importers are never asked for
+//   without=NAME             a refused suite, in every version or, as NAME:VERSION, in one; repeatable
+//   async=no                 asynchronous importers are never created
 #pragma once
 
 #include "sdk/SdkTypes.h"
@@ -25,7 +25,7 @@ struct Expectations {
     std::optional<RowPadding> rows;
     std::vector<std::pair<std::string, std::optional<csSDK_int32>>> refused;
     bool async = true;
-    bool isToldOfSuites = false;        // without a word about the host any suite may be missing
+    bool isToldOfSuites = false;        // if false, any suite may be missing
 
     bool refuses(const std::string& suite, csSDK_int32 suiteVersion) const;
 };

@@ -21,7 +21,7 @@ public:
     FrameRequest& operator=(const FrameRequest&) = delete;
 
     PrTime time() const;
-    PrPixelFormat format() const;           // the first that is asked for
+    PrPixelFormat format() const;           // the first in the list
 
 private:
     void checkValues() const;
@@ -41,7 +41,7 @@ public:
     // change.
     FrameResult deliver(const std::string& call, void* record) const;
 
-    // Returns 0 if the host does not tell.
+    // Returns 0 if the Time Suite fails.
     PrTime ticksPerSecond() const;
 
 private:

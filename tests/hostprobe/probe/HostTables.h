@@ -14,10 +14,10 @@ bool checkStdParms(const std::string& call, imStdParms* stdParms);
 // Returns the basic suite by its place in the host's tables, which checkStdParms() must have accepted.
 SPBasicSuite* basicSuiteOf(imStdParms* stdParms);
 
-// The host's interface version as the first call gave it.
+// The interface version of the first call.
 csSDK_int32 hostVersion();
 
-// Whether none of the `count` pointers of a table is null; the first complains otherwise.
+// Returns whether none of the `count` pointers of a table is null; checkFunctions() complains otherwise.
 bool checkFunctions(const std::string& table, const void* functions, std::size_t count);
 bool hasFunctions(const void* functions, std::size_t count);
 

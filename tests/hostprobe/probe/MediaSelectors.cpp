@@ -1,4 +1,4 @@
-// Pictures, sound and what is told about them. Every buffer is written up to its last byte: it must be as large as the
+// Pictures, sound and facts about them. Every buffer is written up to its last byte: it must be as large as the
 // host says, and the host's guards show it if not.
 #include "probe/Clips.h"
 #include "probe/Complaints.h"

@@ -1,4 +1,4 @@
-// Everything that the probe can complain about, one sentence each. {0}, {1} ... stand for details.
+// Everything that the probe can complain about, one sentence each. {0}, {1} ... are replaced by details.
 #pragma once
 
 #include <cstddef>
@@ -16,14 +16,14 @@ namespace hostprobe {
     SENTENCE(NoShutdown, "The library was unloaded without imShutdown.") \
     SENTENCE(IndexOutOfTurn, "{0} asked for index {1} out of turn.") \
     SENTENCE(UnknownFileType, "imGetSubTypeNames asked for a file type that was not offered.") \
-    SENTENCE(UnknownPrivateData, "{0}: the private data is none that this importer gave.") \
+    SENTENCE(UnknownPrivateData, "{0}: the private data is not from this importer.") \
     SENTENCE(AfterClose, "{0} came for a file that is closed.") \
     SENTENCE(WhileQuiet, "{0} came for a file that is quiet.") \
     SENTENCE(OpenTwice, "imOpenFile8 came for a file that is open.") \
     SENTENCE(BeforeInfo, "{0} came before imGetInfo8.") \
     SENTENCE(StreamNotPromised, "imGetInfo8 asked for stream {0}, which no answer had promised.") \
     SENTENCE(OtherFileReference, "{0}: the file reference is not the one that this importer stored.") \
-    SENTENCE(OtherFileType, "{0}: the file type is not the one that this importer gave.") \
+    SENTENCE(OtherFileType, "{0}: the file type is not the one that this importer returned.") \
     SENTENCE(OtherPath, "{0}: the path is not the one that was opened first.") \
     SENTENCE(OtherImporterId, "{0}: the importer's number is not the one of the first opening.") \
     SENTENCE(OtherStream, "imOpenFile8: the stream is not the one of the first opening.") \
@@ -43,49 +43,49 @@ namespace hostprobe {
     SENTENCE(SuitesVersion, "The version of the plug-in suites is {0}, not 9.") \
     SENTENCE(CallbacksNotZero, "The unused members of the callback functions are not zero.") \
     SENTENCE(FunctionMissing, "{0}: function {1} is missing.") \
-    SENTENCE(SerialNumber, "getSerialNumber gave no text that ends within 40 bytes.") \
-    SENTENCE(NoMemory, "{0} gave no memory.") \
-    SENTENCE(MemoryShared, "{0} gave memory that is in use.") \
-    SENTENCE(MemorySize, "{0} gave {1} for {2} bytes.") \
-    SENTENCE(MemoryNotClear, "{0} gave memory that is not zero.") \
+    SENTENCE(SerialNumber, "getSerialNumber returned no text that ends within 40 bytes.") \
+    SENTENCE(NoMemory, "{0} returned no memory.") \
+    SENTENCE(MemoryShared, "{0} returned memory that is in use.") \
+    SENTENCE(MemorySize, "{0} returned {1} for {2} bytes.") \
+    SENTENCE(MemoryNotClear, "{0} returned memory that is not zero.") \
     SENTENCE(ContentLost, "{0} lost the content.") \
     SENTENCE(CallFailed, "{0} failed with {1}.") \
-    SENTENCE(IsEqual, "IsEqual gave {0} for {1} texts.") \
-    SENTENCE(InventedSuite, "AcquireSuite gave no error for a suite that no host has.") \
+    SENTENCE(IsEqual, "IsEqual returned {0} for {1} texts.") \
+    SENTENCE(InventedSuite, "AcquireSuite returned no error for a suite that no host has.") \
     SENTENCE(AddressOfNoSuite, "AcquireSuite failed without writing null.") \
     SENTENCE(SuiteRefused, "AcquireSuite did not give version {1} of the {0}.") \
-    SENTENCE(SuiteGiven, "AcquireSuite gave version {1} of the {0}, which this host lacks.") \
-    SENTENCE(SuiteMoved, "AcquireSuite gave the {0} at two addresses.") \
+    SENTENCE(SuiteGiven, "AcquireSuite returned version {1} of the {0}, which this host lacks.") \
+    SENTENCE(SuiteMoved, "AcquireSuite returned the {0} at two addresses.") \
     SENTENCE(SuiteGone, "The {0} did not outlive its first release of two.") \
     /* frames */ \
-    SENTENCE(FrameRefused, "CreatePPix gave no frame ({0}).") \
-    SENTENCE(ReadOnlyFrame, "CreatePPix gave a frame that nobody could write to.") \
-    SENTENCE(FrameFormat, "GetPixelFormat gave another format than the frame was made with ({0}).") \
-    SENTENCE(FrameBounds, "GetBounds gave other bounds than the frame was made with ({0}).") \
-    SENTENCE(RowsTooShort, "GetRowBytes gave {1}, too few for a row ({0}).") \
-    SENTENCE(RowPolicy, "GetRowBytes gave {1}, not {2} ({0}).") \
-    SENTENCE(RowSize, "GetSizeForPixelBuffer gave {1} for one row, GetRowBytes {2} ({0}).") \
-    SENTENCE(FrameSize, "GetSizeForPixelBuffer gave {1}, too few for {2} ({0}).") \
-    SENTENCE(NoPixels, "GetPixels gave no pixels to {1} ({0}).") \
-    SENTENCE(ReadablePixels, "GetPixels gave pixels to read of a frame that can only be written ({0}).") \
-    SENTENCE(PixelsMisaligned, "GetPixels gave pixels that are not aligned to 16 bytes ({0}).") \
-    SENTENCE(PixelAspect, "GetPixelAspectRatio gave {1}:{2} ({0}).") \
-    SENTENCE(KeySize, "GetUniqueKeySize gave {0}.") \
-    SENTENCE(RenderTime, "GetRenderTime gave {1} milliseconds ({0}).") \
-    SENTENCE(CloneDiffers, "ClonePPix gave a frame that differs from its source ({0}).") \
+    SENTENCE(FrameRefused, "CreatePPix returned no frame ({0}).") \
+    SENTENCE(ReadOnlyFrame, "CreatePPix returned a frame that nobody could write to.") \
+    SENTENCE(FrameFormat, "GetPixelFormat returned another format than the frame was made with ({0}).") \
+    SENTENCE(FrameBounds, "GetBounds returned other bounds than the frame was made with ({0}).") \
+    SENTENCE(RowsTooShort, "GetRowBytes returned {1}, too few for a row ({0}).") \
+    SENTENCE(RowPolicy, "GetRowBytes returned {1}, not {2} ({0}).") \
+    SENTENCE(RowSize, "GetSizeForPixelBuffer returned {1} for one row, GetRowBytes {2} ({0}).") \
+    SENTENCE(FrameSize, "GetSizeForPixelBuffer returned {1}, too few for {2} ({0}).") \
+    SENTENCE(NoPixels, "GetPixels returned no pixels to {1} ({0}).") \
+    SENTENCE(ReadablePixels, "GetPixels returned pixels to read of a frame that can only be written ({0}).") \
+    SENTENCE(PixelsMisaligned, "GetPixels returned pixels that are not aligned to 16 bytes ({0}).") \
+    SENTENCE(PixelAspect, "GetPixelAspectRatio returned {1}:{2} ({0}).") \
+    SENTENCE(KeySize, "GetUniqueKeySize returned {0}.") \
+    SENTENCE(RenderTime, "GetRenderTime returned {1} milliseconds ({0}).") \
+    SENTENCE(CloneDiffers, "ClonePPix returned a frame that differs from its source ({0}).") \
     SENTENCE(OutFrameMissing, "{0}: there is no place for the frame.") \
     /* other suites */ \
-    SENTENCE(TicksPerSecond, "GetTicksPerSecond gave {0}, not {1}.") \
-    SENTENCE(TicksPerFrame, "GetTicksPerVideoFrame gave {0} for rate {1}.") \
-    SENTENCE(TicksPerSample, "GetTicksPerAudioSample gave {0} with result {1} for {2} Hz.") \
-    SENTENCE(NoBoolean, "{0} gave {1}, neither 0 nor 1 ({2}).") \
-    SENTENCE(WrongBoolean, "{0} gave {1} ({2}).") \
-    SENTENCE(FromInteger, "{0} gave {1} for {2}.") \
-    SENTENCE(ToInteger, "{0} gave {1} for {2}.") \
+    SENTENCE(TicksPerSecond, "GetTicksPerSecond returned {0}, not {1}.") \
+    SENTENCE(TicksPerFrame, "GetTicksPerVideoFrame returned {0} for rate {1}.") \
+    SENTENCE(TicksPerSample, "GetTicksPerAudioSample returned {0} with result {1} for {2} Hz.") \
+    SENTENCE(NoBoolean, "{0} returned {1}, neither 0 nor 1 ({2}).") \
+    SENTENCE(WrongBoolean, "{0} returned {1} ({2}).") \
+    SENTENCE(FromInteger, "{0} returned {1} for {2}.") \
+    SENTENCE(ToInteger, "{0} returned {1} for {2}.") \
     SENTENCE(SoundOverrun, "{0} wrote past its buffer.") \
     /* asynchronous importers */ \
     SENTENCE(AsyncUnexpected, "imCreateAsyncImporter came from a host that knows no asynchronous importers.") \
-    SENTENCE(AsyncUnknown, "{0}: the private data is none of an asynchronous importer.") \
+    SENTENCE(AsyncUnknown, "{0}: the private data is not from an asynchronous importer.") \
     SENTENCE(AsyncAfterClose, "{0} came after aiClose.") \
     SENTENCE(AsyncNotFlushed, "aiClose came without aiFlush before it.") \
     SENTENCE(AsyncDuringFlush, "aiFlush and another call ran at the same time.")

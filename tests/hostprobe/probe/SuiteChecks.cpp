@@ -96,9 +96,8 @@ PrTime askTicksPerSecond(const PrSDKTimeSuite& time) {
     if (PrTime none = 0; !known.compare_exchange_strong(none, wanted)) {
         wanted = none;
     }
-    const bool isRight = expect(ticks == wanted && ticks > 0, Sentence::TicksPerSecond,
-                                {std::to_string(ticks), ticks == wanted ? "a positive number" : std::to_string(wanted)});
-    return isRight ? ticks : 0;
+    const std::string rule = ticks == wanted ? "a positive number" : std::to_string(wanted);
+    return expect(ticks == wanted && ticks > 0, Sentence::TicksPerSecond, {std::to_string(ticks), rule}) ? ticks : 0;
 }
 
 void checkTimeSuite(const PrSDKTimeSuite& time) {

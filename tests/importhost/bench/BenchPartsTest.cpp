@@ -1,4 +1,4 @@
-// What a measurement counts with: summaries of times, samples of long clips, tables.
+// Parts of a measurement: summaries of times, samples of long clips, tables.
 #include "importhost/bench/Sampling.h"
 #include "importhost/bench/Statistics.h"
 #include "importhost/bench/TextTable.h"
@@ -35,7 +35,7 @@ TEST(Summary, MedianOfAnEvenCountLiesBetweenTheMiddleTwo) {
     EXPECT_EQ(summaryOf({9.0, 1.0, 2.0}).median, 2.0);
 }
 
-TEST(Summary, NineteenOfTwentyTookNoLongerThanP95) {
+TEST(Summary, P95CoversNineteenOfTwenty) {
     std::vector<double> times(20);
     std::iota(times.rbegin(), times.rend(), 1.0);
     EXPECT_EQ(summaryOf(times).p95, 19.0);
@@ -50,16 +50,16 @@ TEST(Sampling, TakesAllOfAShortClip) {
     EXPECT_EQ(spreadIndexes(3, 200), (Indexes{0, 1, 2}));
 }
 
-TEST(Sampling, OfNothingIsNothing) {
+TEST(Sampling, OfNothingIsEmpty) {
     EXPECT_EQ(spreadIndexes(0, 5), Indexes{});
     EXPECT_EQ(randomIndexes(0, 5, 1), Indexes{});
 }
 
-TEST(Sampling, TakesRunsFromTheFirstToTheLastOfALongClip) {
+TEST(Sampling, TakesRunsOfALongClip) {
     EXPECT_EQ(spreadIndexes(100, 16), (Indexes{0, 1, 14, 15, 28, 29, 42, 43, 56, 57, 70, 71, 84, 85, 98, 99}));
 }
 
-TEST(Sampling, OfFewerThanEightTakesSingleOnes) {
+TEST(Sampling, FewerThanEightAreTakenSingly) {
     EXPECT_EQ(spreadIndexes(100, 3), (Indexes{0, 49, 99}));
     EXPECT_EQ(spreadIndexes(100, 1), Indexes{0});
 }
@@ -94,7 +94,7 @@ TEST(Sampling, AtRandomTakesEachOfAShortClipOnce) {
     EXPECT_FALSE(std::is_sorted(indexes.begin(), indexes.end()));
 }
 
-TEST(TextTable, PutsNumbersUnderEachOther) {
+TEST(TextTable, AlignsNumbers) {
     TextTable table;
     table.add({"row", "fps"});
     table.add({"linear", "12.5"});

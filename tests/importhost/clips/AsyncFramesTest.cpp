@@ -23,7 +23,7 @@ ProgramRun checksums(const Sample& sample, std::vector<std::string> options) {
     return runImporthost(arguments);
 }
 
-TEST(AsyncFrames, AreTheSynchronousOnes) {
+TEST(AsyncFrames, EqualTheSynchronousOnes) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "20", "--drop", "3"});
     const ProgramRun reference = checksums(sample, {});
     EXPECT_EQ(occurrences(reference.output, "\n"), 20);
@@ -35,7 +35,7 @@ TEST(AsyncFrames, AreTheSynchronousOnes) {
     }
 }
 
-TEST(AsyncFrames, InAnotherOrderAreTheSameAndTheSeedIsTold) {
+TEST(AsyncFrames, ShuffledAreTheSameAndPrintTheSeed) {
     const Sample sample({"--type", "AR8Q", "--size", "32x16", "--frames", "20"});
     const ProgramRun run = checksums(sample, {"--async", "6", "--shuffle", "7"});
     EXPECT_EQ(run.output, checksums(sample, {}).output);
@@ -66,14 +66,14 @@ TEST(AsyncFrames, AreAnnouncedBeforeTheyAreCollected) {
     EXPECT_GT(log.find("REQUEST: Adding: 3,"), log.find("REQUEST: Requesting: 0,"));
 }
 
-TEST(AsyncFrames, AreNotAskedForUnlessWanted) {
+TEST(AsyncFrames, AreOffByDefault) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "2"});
     const std::string log = logOf(checksums(sample, {"--log"}));
     EXPECT_EQ(occurrences(log, "[imGetSourceVideo] (47)"), 2);
     EXPECT_EQ(occurrences(log, "imCreateAsyncImporter"), 0);
 }
 
-TEST(AsyncFrames, AreNothingForAHostThatDoesNotKnowThem) {
+TEST(AsyncFrames, AnOldHostCannotAskForThem) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "2"});
     const ProgramRun run = checksums(sample, {"--async", "2", "--profile", "no-async"});
     EXPECT_EQ(run.exitCode, 2);
@@ -81,12 +81,12 @@ TEST(AsyncFrames, AreNothingForAHostThatDoesNotKnowThem) {
     EXPECT_EQ(checksums(sample, {"--profile", "no-async"}).exitCode, 0);
 }
 
-TEST(AsyncFrames, AnOrderOfCollectingNeedsThem) {
+TEST(AsyncFrames, ShuffleRequiresAsync) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "2"});
     EXPECT_EQ(checksums(sample, {"--shuffle", "7"}).exitCode, 2);
 }
 
-TEST(AsyncFrames, OneThatFailsIsToldOfAndTheOthersCome) {
+TEST(AsyncFrames, AFailedOneIsPrintedAndTheOthersDelivered) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "3", "--index", "idx1"});
     std::fstream file(sample.path(), std::ios::binary | std::ios::in | std::ios::out);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
@@ -100,7 +100,7 @@ TEST(AsyncFrames, OneThatFailsIsToldOfAndTheOthersCome) {
     EXPECT_EQ(run.errors, "importhost: Frame 1 failed: aiUnknownError (2)\n");
 }
 
-TEST(AsyncFrames, ThatCannotBeAnnouncedAreTold) {
+TEST(AsyncFrames, FailedAnnouncementsArePrinted) {
     const Sample sample({"--type", "2Y8Q", "--size", "32x16", "--frames", "2"});
     const ProgramRun run = checksums(sample, {"--async", "2", "--profile", "no-ppix-suite"});
     EXPECT_EQ(run.exitCode, 1);
@@ -109,7 +109,7 @@ TEST(AsyncFrames, ThatCannotBeAnnouncedAreTold) {
                           "importhost: Frame 1 failed: announcing it gave malUnknownError (99)\n");
 }
 
-TEST(AsyncFrames, OfAPluginThatOffersNoneFail) {
+TEST(AsyncFrames, FailIfThePluginOffersNone) {
     const fakes::FakeClip clip;
     const ProgramRun run = programs::withFake({"frames", hostkit::toUtf8(clip.path()), "--async", "2"});
     EXPECT_EQ(run.exitCode, 1);

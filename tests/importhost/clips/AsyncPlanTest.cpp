@@ -1,4 +1,4 @@
-// In which order frames are announced and collected.
+// The order in which frames are announced and collected.
 #include "importhost/clips/AsyncPlan.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ std::vector<std::size_t> collected(const std::vector<AsyncStep>& plan) {
     return positions;
 }
 
-TEST(AsyncPlan, KeepsSoManyFramesAnnouncedAndCollectsInOrder) {
+TEST(AsyncPlan, KeepsTheAnnouncedCountAndCollectsInOrder) {
     EXPECT_EQ(words(asyncPlan(4, {.ahead = 2})), "+0 +1 -0 +2 -1 +3 -2 -3");
 }
 
@@ -42,11 +42,11 @@ TEST(AsyncPlan, AnnouncesNoMoreFramesThanThereAre) { EXPECT_EQ(words(asyncPlan(2
 
 TEST(AsyncPlan, OfNoFramesIsEmpty) { EXPECT_EQ(words(asyncPlan(0, {.ahead = 3})), ""); }
 
-TEST(AsyncPlan, AnnouncesAgainWhatAChangeOfFocusDropped) {
+TEST(AsyncPlan, AnnouncesAgainAfterAChangeOfFocus) {
     EXPECT_EQ(words(asyncPlan(4, {.ahead = 3, .refocusEvery = 2})), "+0 +1 +2 -0 +3 -1 ! +2 +3 -2 -3");
 }
 
-TEST(AsyncPlan, WithASeedCollectsEachGroupInAnotherOrder) {
+TEST(AsyncPlan, ASeedShufflesEachGroup) {
     const auto plan = asyncPlan(40, {.ahead = 10, .shuffleSeed = 7});
     const std::vector<std::size_t> order = collected(plan);
     ASSERT_EQ(order.size(), 40u);

@@ -70,7 +70,7 @@ TEST(SpeakerMask, OfStereoIsThree) {
     EXPECT_EQ(importhost::speakerMaskOf({kPrAudioChannelLabel_FrontLeft, kPrAudioChannelLabel_FrontRight}), 3u);
 }
 
-TEST(SpeakerMask, HasABitForEverySpeakerInTheOrderOfWav) {
+TEST(SpeakerMask, HasABitForEverySpeakerInWavOrder) {
     const std::vector<csSDK_int32> all = {100, 101, 102, 103, 104, 105, 107, 108, 106,
                                           109, 110, 111, 112, 114, 113, 115, 117, 116};
     EXPECT_EQ(importhost::speakerMaskOf(all), 0x3FFFFu);
@@ -85,12 +85,12 @@ TEST(SpeakerMask, IsZeroForDiscreteChannels) {
     EXPECT_EQ(importhost::speakerMaskOf({}), 0u);
 }
 
-TEST(SpeakerMask, IsZeroWhenTheOrderIsAnotherOrASpeakerComesTwice) {
+TEST(SpeakerMask, IsZeroForAnotherOrderOrARepeatedSpeaker) {
     EXPECT_EQ(importhost::speakerMaskOf({kPrAudioChannelLabel_FrontRight, kPrAudioChannelLabel_FrontLeft}), 0u);
     EXPECT_EQ(importhost::speakerMaskOf({kPrAudioChannelLabel_FrontLeft, kPrAudioChannelLabel_FrontLeft}), 0u);
 }
 
-TEST(WavFile, InterleavesChannelsAndTellsItsSizes) {
+TEST(WavFile, InterleavesChannelsAndHasItsSizes) {
     const fakes::TemporaryFile file(u8"two.wav", "");
     importhost::WavFile wav(file.path(), {2, 48000, 3}, 3);
     wav.write({{0.5f, -1.0f}, {0.25f, 2.0f}});
@@ -100,11 +100,11 @@ TEST(WavFile, InterleavesChannelsAndTellsItsSizes) {
                                         little(0xBF800000) + little(0x40000000) + little(0) + little(0x3F800000));
 }
 
-TEST(WavFile, ThatCannotBeMadeIsTold) {
+TEST(WavFile, ReportsAFileThatCannotBeCreated) {
     EXPECT_THROW(importhost::WavFile("no-such-folder/two.wav", {2, 48000, 3}, 3), std::runtime_error);
 }
 
-TEST(WavFile, ThatIsNotFinishedIsRemoved) {
+TEST(WavFile, AnUnfinishedFileIsRemoved) {
     const fakes::TemporaryFile file(u8"two.wav", "");
     importhost::WavFile(file.path(), {2, 48000, 3}, 3).write({{0.5f, -1.0f}, {0.25f, 2.0f}});
     EXPECT_FALSE(std::filesystem::exists(file.path()));
@@ -124,7 +124,7 @@ TEST(WavFile, Beyond4GiBIsRf64) {
                   "fact" + little(4) + unknown + "data" + unknown);
 }
 
-TEST(Audio, SixteenBitSoundComesOutWhole) {
+TEST(Audio, SixteenBitSoundIsWrittenWhole) {
     const Sample sample({"--size", "32x16", "--frames", "3", "--audio", "pcm16:2:48000"});
     const Written written = write(sample, {});
     EXPECT_EQ(written.run.exitCode, 0) << written.run.errors;
@@ -140,13 +140,13 @@ TEST(Audio, TheSecondStreamsSixChannelsKeepTheirSpeakers) {
     EXPECT_EQ(written.bytes, wavHeader(6, 44100, 0x3F, 3528) + expectedSamples(24, 6, 44100, 0, 3528));
 }
 
-TEST(Audio, FloatSoundComesOutBitForBit) {
+TEST(Audio, FloatSoundIsWrittenBitForBit) {
     const Sample sample({"--size", "32x16", "--frames", "2", "--audio", "float32:2:48000:mask=0x3"});
     const aviwriter::Bytes sound = aviwriter::testSound(aviwriter::SampleFormat::float32, 2, 48000, 0, 3840);
     EXPECT_EQ(write(sample, {}).bytes, wavHeader(2, 48000, 3, 3840) + std::string(sound.begin(), sound.end()));
 }
 
-TEST(Audio, ARangeIsJustThat) {
+TEST(Audio, ARangeHasJustItsSamples) {
     const Sample sample({"--size", "32x16", "--frames", "3", "--audio", "pcm16:2:48000:mask=0x3"});
     EXPECT_EQ(write(sample, {"--range", "1000-1999"}).bytes,
               wavHeader(2, 48000, 3, 1000) + expectedSamples(16, 2, 48000, 1000, 1000));
@@ -166,7 +166,7 @@ TEST(Audio, ARangeBeyondTheEndIsAUsageError) {
     EXPECT_EQ(run.errors, "importhost: The sound has 1920 sample frames, counted from 0.\n");
 }
 
-TEST(Audio, AStreamThatIsNotThereIsAUsageError) {
+TEST(Audio, AMissingStreamIsAUsageError) {
     const Sample sample({"--size", "32x16", "--frames", "1", "--audio", "pcm16:2:48000"});
     const ProgramRun run = write(sample, {"--stream", "4"}).run;
     EXPECT_EQ(run.exitCode, 2);

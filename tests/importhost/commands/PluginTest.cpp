@@ -30,7 +30,7 @@ TEST(Plugin, DescribesASample) {
     EXPECT_EQ(json["problems"], nlohmann::json::array());
 }
 
-TEST(Plugin, GivesTheSameFramesToEveryHost) {
+TEST(Plugin, DeliversTheSameFramesToEveryHost) {
     const Sample sample({"--type", "AR8Q", "--size", "34x22", "--frames", "4"});
     const auto with = [&](const std::string& profile) {
         const ProgramRun run = runImporthost({"frames", sample.text(), "--as", "checksum", "--profile", profile});

@@ -28,17 +28,17 @@ private:
 
 TEST_F(ReportTarget, ANewFileIsGood) { EXPECT_NO_THROW(OutputTarget(path(), "<!doctype html", {})); }
 
-TEST_F(ReportTarget, AnEarlierReportIsGoodInWhateverCase) {
+TEST_F(ReportTarget, AnEarlierReportIsGoodInAnyCase) {
     EXPECT_NO_THROW(OutputTarget(fileHolding("<!DOCTYPE HTML>\n<p>"), "<!doctype html", {}));
 }
 
-TEST_F(ReportTarget, AFilmIsNotOverwritten) {
+TEST_F(ReportTarget, AClipIsNotOverwritten) {
     const std::string film = fileHolding("RIFF....AVI LIST");
     EXPECT_THROW(OutputTarget(film, "<!doctype html", {}), UsageError);
     EXPECT_EQ(std::filesystem::file_size(hostkit::pathFromUtf8(film)), 16U);
 }
 
-TEST_F(ReportTarget, AFileThatIsShorterThanAReportsBeginningIsNotOverwritten) {
+TEST_F(ReportTarget, AVeryShortFileIsNotOverwritten) {
     EXPECT_THROW(OutputTarget(fileHolding("<!d"), "<!doctype html", {}), UsageError);
 }
 
@@ -47,11 +47,11 @@ TEST_F(ReportTarget, AnInputIsRefusedEvenIfItIsEmpty) {
     EXPECT_THROW(OutputTarget(input, "{", {hostkit::pathFromUtf8(input)}), UsageError);
 }
 
-TEST_F(ReportTarget, AFolderThatIsMissingIsRefused) {
+TEST_F(ReportTarget, AMissingFolderIsRefused) {
     EXPECT_THROW(OutputTarget(path() + "/missing/report.html", "<!doctype html", {}), UsageError);
 }
 
-TEST_F(ReportTarget, AFileThatWasNeverWrittenIsTakenAway) {
+TEST_F(ReportTarget, AFileThatIsNeverWrittenIsRemoved) {
     {
         const OutputTarget report(path(), "{", {});
         EXPECT_TRUE(std::filesystem::exists(target()));
@@ -59,7 +59,7 @@ TEST_F(ReportTarget, AFileThatWasNeverWrittenIsTakenAway) {
     EXPECT_FALSE(std::filesystem::exists(target()));
 }
 
-TEST_F(ReportTarget, AnEarlierReportStaysWhenNoneReplacesIt) {
+TEST_F(ReportTarget, AnEarlierReportStaysUntilReplaced) {
     fileHolding("{}\n");
     { const OutputTarget report(path(), "{", {}); }
     EXPECT_EQ(std::filesystem::file_size(target()), 3U);
@@ -71,13 +71,13 @@ TEST_F(ReportTarget, AnEmptyFileOfTheUsersStays) {
     EXPECT_TRUE(std::filesystem::exists(target()));
 }
 
-TEST_F(ReportTarget, WhatIsWrittenStaysAndReplacesWhatWasThere) {
+TEST_F(ReportTarget, WhatIsWrittenReplacesTheOldContent) {
     fileHolding("{\"an\": \"earlier one\"}\n");
     { OutputTarget(path(), "{", {}).write("{}\n"); }
     EXPECT_EQ(std::filesystem::file_size(target()), 3U);
 }
 
-TEST_F(ReportTarget, WithoutAPathNothingIsWanted) {
+TEST_F(ReportTarget, WithoutAPathNothingIsWritten) {
     OutputTarget none("", "{", {});
     EXPECT_FALSE(none.isWanted());
     EXPECT_NO_THROW(none.write("{}"));

@@ -33,7 +33,7 @@ Facts goodFacts() {
     return facts;
 }
 
-// The system's own separators made plain.
+// Replaces the system's separators by slashes.
 Texts advice(const Facts& facts) {
     Texts texts = thingsToFix(facts, kProgram);
     for (std::string& text : texts) {
@@ -44,7 +44,7 @@ Texts advice(const Facts& facts) {
 
 std::string usualName() { return hostkit::PluginLibrary::usualFileName(); }
 
-TEST(DoctorAdvice, ThereIsNoneWhenAllIsWell) { EXPECT_EQ(advice(goodFacts()), Texts{}); }
+TEST(DoctorAdvice, ThereIsNoneIfAllIsWell) { EXPECT_EQ(advice(goodFacts()), Texts{}); }
 
 TEST(DoctorAdvice, AMachineWithoutTheHostNeedsOne) {
     Facts facts = goodFacts();
@@ -53,27 +53,27 @@ TEST(DoctorAdvice, AMachineWithoutTheHostNeedsOne) {
                                    "Install Premiere Pro, or repair its installation."});
 }
 
-TEST(DoctorAdvice, APluginThatIsNotThereIsToBeInstalled) {
+TEST(DoctorAdvice, AMissingPluginIsToBeInstalled) {
     Facts facts = goodFacts();
     facts.copies.clear();
     EXPECT_EQ(advice(facts), Texts{"The plug-in is not where Premiere Pro 22.0 looks. Run the setup of the plug-in, or "
                                    "copy " + usualName() + " to common."});
 }
 
-TEST(DoctorAdvice, APluginForAnOlderHostOnlyIsNotForTheNewest) {
+TEST(DoctorAdvice, APluginForAnOlderHostMissesTheNewest) {
     Facts facts = goodFacts();
     facts.folders = {{"new", "22.0", true}, {"common", "11.0", true}};
     EXPECT_EQ(advice(facts), Texts{"The plug-in is not where Premiere Pro 22.0 looks. Run the setup of the plug-in, or "
                                    "copy " + usualName() + " to new."});
 }
 
-TEST(DoctorAdvice, AFolderOfAHostThatWasRemovedIsNoFault) {
+TEST(DoctorAdvice, AFolderOfARemovedHostIsNoFault) {
     Facts facts = goodFacts();
     facts.folders.insert(facts.folders.begin(), PluginFolder{"gone", "23.0", false});
     EXPECT_EQ(advice(facts), Texts{});
 }
 
-TEST(DoctorAdvice, NoFolderAtAllIsOne) {
+TEST(DoctorAdvice, NoFolderIsAFault) {
     Facts facts = goodFacts();
     facts.folders[0].exists = false;
     facts.copies.clear();
@@ -104,7 +104,7 @@ TEST(DoctorAdvice, AnOlderPluginThanThisProgramIsToBeReplaced) {
                                    "version 1.2.0."});
 }
 
-TEST(DoctorAdvice, WithoutTheCodecLibraryTheCodecIsToBeInstalled) {
+TEST(DoctorAdvice, AMissingCodecIsToBeInstalled) {
     Facts facts = goodFacts();
     facts.copies[0].copy.loads = false;
     facts.copies[0].codec.reset();
@@ -124,7 +124,7 @@ TEST(DoctorAdvice, ACodecLibraryOfAnotherKindIsToBeReplaced) {
                                    "held: it does not try again by itself."});
 }
 
-TEST(DoctorAdvice, APluginThatDoesNotLoadForAnotherReasonSaysIt) {
+TEST(DoctorAdvice, APluginThatDoesNotLoadShowsTheReason) {
     Facts facts = goodFacts();
     facts.copies[0].copy.loads = false;
     facts.copies[0].copy.loadFailure = "It hangs.";
@@ -132,7 +132,7 @@ TEST(DoctorAdvice, APluginThatDoesNotLoadForAnotherReasonSaysIt) {
                                    "Premiere Pro with the Shift key held: it does not try again by itself."});
 }
 
-TEST(DoctorAdvice, APluginWithoutTheMarkOfAnImporterIsToBeReplaced) {
+TEST(DoctorAdvice, APluginWithoutAResourceIsToBeReplaced) {
     Facts facts = goodFacts();
     facts.copies[0].copy.hasImporterMark = false;
     EXPECT_EQ(advice(facts), Texts{"The host does not take common/ImporterQuorvane.prm for an importer: its resource "
@@ -146,14 +146,14 @@ TEST(DoctorAdvice, AShortcutIsToBeReplacedByThePlugin) {
                                    "it, and copy the plug-in itself there."});
 }
 
-TEST(DoctorAdvice, AFileInThePlaceOfTheLogsFolderIsToBeMovedAway) {
+TEST(DoctorAdvice, AFileInPlaceOfTheLogFolderIsToBeMoved) {
     Facts facts = goodFacts();
     facts.log.blockedBy = "profile/quorvane";
     EXPECT_EQ(advice(facts), Texts{"No log can be written: profile/quorvane is a file where a folder must be. Move it "
                                    "away."});
 }
 
-TEST(DoctorAdvice, ANamedPluginIsJudgedWithoutTheFolders) {
+TEST(DoctorAdvice, ANamedPluginIsCheckedWithoutTheFolders) {
     Facts facts = goodFacts();
     facts.folders = {{"common", "", false}};
     facts.copyWasNamed = true;

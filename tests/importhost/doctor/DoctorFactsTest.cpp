@@ -21,9 +21,9 @@ TEST(DoctorVersion, IsComparedNumberByNumber) {
     EXPECT_EQ(versionOf("1.2"), versionOf("1.2.0.0"));
 }
 
-TEST(DoctorVersion, WhatIsNoNumberCountsAsNothing) { EXPECT_EQ(versionOf("beta.3"), (FileVersion{{0, 3, 0, 0}})); }
+TEST(DoctorVersion, TextCountsAsZero) { EXPECT_EQ(versionOf("beta.3"), (FileVersion{{0, 3, 0, 0}})); }
 
-TEST(DoctorVersion, ShowsAFourthNumberOnlyWhenThereIsOne) {
+TEST(DoctorVersion, ShowsAFourthNumberOnlyIfNotZero) {
     EXPECT_EQ(asText(FileVersion{{1, 2, 3, 0}}), "1.2.3");
     EXPECT_EQ(asText(FileVersion{{1, 2, 3, 4}}), "1.2.3.4");
 }
@@ -38,7 +38,7 @@ hostkit::LibraryFile fileWithVersion() {
     return {{}, {}, std::vector<hostkit::LibraryResource>{{"IMPT", "#1000", {}}, {"#16", "#1", bytes}}};
 }
 
-TEST(DoctorVersion, StandsInTheFixedPartOfTheResource) {
+TEST(DoctorVersion, IsReadFromTheFixedPartOfTheResource) {
     EXPECT_EQ(fileVersion(fileWithVersion()), (FileVersion{{1, 2, 3, 4}}));
 }
 
@@ -47,14 +47,14 @@ TEST(DoctorVersion, OfAFileWithoutResourcesIsUnknown) {
     EXPECT_EQ(fileDescription({}), "");
 }
 
-TEST(DoctorVersion, OfAResourceThatIsCutOffIsUnknown) {
+TEST(DoctorVersion, OfATruncatedResourceIsUnknown) {
     hostkit::LibraryFile file = fileWithVersion();
     (*file.resources)[1].bytes.resize(19);
     EXPECT_EQ(fileVersion(file), std::nullopt);
     EXPECT_EQ(fileDescription(file), "");
 }
 
-TEST(DoctorVersion, TheDescriptionStandsBehindItsName) { EXPECT_EQ(fileDescription(fileWithVersion()), "Codec"); }
+TEST(DoctorVersion, TheDescriptionFollowsItsName) { EXPECT_EQ(fileDescription(fileWithVersion()), "Codec"); }
 
 TEST(DoctorFolders, TheNewestHostComesFirst) {
     const auto folders = pluginFolders({{"9.0", "a"}, {"22.0", "b"}, {"11.0", "c"}}, "usual");
@@ -64,7 +64,7 @@ TEST(DoctorFolders, TheNewestHostComesFirst) {
     EXPECT_FALSE(folders[0].exists);
 }
 
-TEST(DoctorFolders, WithoutAHostItIsTheUsualOne) {
+TEST(DoctorFolders, WithoutAHostUsesTheDefault) {
     const auto folders = pluginFolders({}, "usual");
     ASSERT_EQ(folders.size(), 1U);
     EXPECT_EQ(folders[0].path, "usual");
@@ -80,7 +80,7 @@ TEST(DoctorFolders, TheSpellingThatExistsIsTaken) {
     EXPECT_TRUE(folders[0].exists);
 }
 
-TEST(DoctorFolders, BothSpellingsAreLookedAtWhenBothExist) {
+TEST(DoctorFolders, BothSpellingsAreSearchedIfBothExist) {
     const TempFolder place;
     std::filesystem::create_directories(place.folder() / "Plugins");
     std::filesystem::create_directories(place.folder() / "Plug-ins");
@@ -89,7 +89,7 @@ TEST(DoctorFolders, BothSpellingsAreLookedAtWhenBothExist) {
     EXPECT_EQ(folders[1].path, place.folder() / "Plug-ins");
 }
 
-TEST(DoctorFolders, CopiesInSubfoldersAndUnderOtherNamesAreFound) {
+TEST(DoctorFolders, FindsCopiesInSubfoldersAndRenamedOnes) {
     const TempFolder place;
     for (const char* name : {"ImporterQuorvane.prm", "sub/importerquorvane.PRM", "Old Quorvane (2).prm",
                              "ImporterOther.prm", "ImporterQuorvane.prm.bak", "ImporterQuorvane.prm.lnk"}) {
@@ -102,7 +102,7 @@ TEST(DoctorFolders, CopiesInSubfoldersAndUnderOtherNamesAreFound) {
     EXPECT_EQ(content.shortcuts, std::vector<path>{place.folder() / "ImporterQuorvane.prm.lnk"});
 }
 
-TEST(DoctorFolders, AFolderThatIsMissingHoldsNothing) { EXPECT_TRUE(contentOf("missing").plugins.empty()); }
+TEST(DoctorFolders, AMissingFolderHasNoCopies) { EXPECT_TRUE(contentOf("missing").plugins.empty()); }
 
 TEST(DoctorLog, TheNewestFileIsTheLastByName) {
     const TempFolder place;
@@ -116,14 +116,14 @@ TEST(DoctorLog, TheNewestFileIsTheLastByName) {
     EXPECT_EQ(log.blockedBy, std::nullopt);
 }
 
-TEST(DoctorLog, AFolderThatIsNotThereYetIsNoFault) {
+TEST(DoctorLog, AMissingFolderIsNoFault) {
     const TempFolder place;
     const LogState log = logState(true, place.folder() / "quorvane" / "adobe");
     EXPECT_EQ(log.newest, std::nullopt);
     EXPECT_EQ(log.blockedBy, std::nullopt);
 }
 
-TEST(DoctorLog, AFileInThePlaceOfTheFolderIsOne) {
+TEST(DoctorLog, AFileInPlaceOfTheFolderIsAFault) {
     const TempFolder place;
     writeFile(place.folder() / "quorvane");
     EXPECT_EQ(logState(true, place.folder() / "quorvane" / "adobe").blockedBy, place.folder() / "quorvane");

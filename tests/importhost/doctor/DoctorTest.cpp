@@ -1,4 +1,4 @@
-// The program itself, with plug-ins that are named. Where it asks the registry: tests/package/doctor.sh.
+// The program itself, with named plug-ins. For the registry see tests/package/doctor.sh.
 #include "importhost/Program.h"
 #include "support/TempFolder.h"
 
@@ -37,16 +37,14 @@ TEST(Doctor, WritesNoLogAndNoFolderForIt) {
 TEST(Doctor, SurvivesAPluginThatEndsItsProgram) {
     const programs::ProgramRun run =
         programs::runImporthost({"doctor", "--plugin", beside(CRASHING_IMPORTER_FILE_NAME)});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(contains(run.output, "A program that loads it ends with exit code 7.")) << run.output;
+    expectOutput(run, 1, {"A program that loads it ends with exit code 7."});
 }
 
-TEST(Doctor, TellsOfAFileThatIsNoLibrary) {
+TEST(Doctor, ReportsAFileThatIsNoLibrary) {
     const TempFolder place;
     std::ofstream(place.folder() / "text.prm") << "text";
     const programs::ProgramRun run = programs::runImporthost({"doctor", "--plugin", place.path("text.prm")});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(contains(run.output, "  1. The plug-in cannot be used: ")) << run.output;
+    expectOutput(run, 1, {"  1. The plug-in cannot be used: "});
 }
 
 TEST(Doctor, PlaysNoHostAndSwitchesNoLog) {

@@ -31,7 +31,7 @@ int countOf(const Picture& picture, Ink ink) {
 constexpr Ink kBlack = {0, 0, 0};
 constexpr Ink kWhite = {255, 255, 255};
 
-TEST(Canvas, RectanglesAreCutAtTheEdges) {
+TEST(Canvas, RectanglesAreClippedAtTheEdges) {
     Canvas canvas(4, 3, kBlack);
     canvas.fill(-1, -1, 3, 2, kWhite);
     canvas.fill(3, 2, 100, 100, kWhite);
@@ -44,7 +44,7 @@ TEST(Canvas, APlainPictureStaysPlainWhenScaled) {
     EXPECT_EQ(countOf(canvas.result(), {10, 200, 30}), 100);
 }
 
-TEST(Canvas, WhatIsTransparentShowsACheckerboard) {
+TEST(Canvas, TransparentPixelsShowACheckerboard) {
     Canvas canvas(32, 32, kBlack);
     Picture picture{32, 32, 8, true, std::vector<std::uint16_t>(32 * 32 * 4, 0)};
     canvas.picture(0, 0, 32, 32, picture);
@@ -61,8 +61,8 @@ TEST(Canvas, SixteenBitsAreShownAsEight) {
     EXPECT_EQ(countOf(canvas.result(), {0x12, 0x80, 0xFF}), 16);
 }
 
-// A font that runs out of room leaves strokes out, which makes two digits look alike or empty.
-TEST(Canvas, EveryCharacterAloneIsDrawnAsInCompany) {
+// If a font runs out of room, strokes are missing and two digits look alike or empty.
+TEST(Canvas, CharactersDoNotDependOnTheirNeighbours) {
     for (char character = '!'; character <= '~'; ++character) {
         const std::string alone(1, character);
         const std::size_t strokes = textQuads(alone).size();
@@ -71,7 +71,7 @@ TEST(Canvas, EveryCharacterAloneIsDrawnAsInCompany) {
     }
 }
 
-TEST(Canvas, CharactersBeyondAsciiAreQuestionMarks) {
+TEST(Canvas, NonAsciiCharactersAreQuestionMarks) {
     EXPECT_EQ(textQuads("a\xE2\x82\xAC").size(), textQuads("a?").size());
     EXPECT_EQ(textUnits("a\xE2\x82\xAC"), textUnits("a?"));
 }
@@ -97,7 +97,7 @@ TEST(ContactSheet, EveryTileIsOnTheSheet) {
     }
 }
 
-TEST(ContactSheet, WithoutATitleHasNoRoomForOne) {
+TEST(ContactSheet, WithoutATitleReservesNoRoom) {
     const SheetTile tile{plain(16, 9, 1, 2, 3), "0", "0:00:00.000", ""};
     EXPECT_EQ(drawSheet("", "", {tile}, {1, 160, 90}).height, 2 * 24 + 90 + 26);
 }
@@ -110,7 +110,7 @@ TEST(ContactSheet, AFrameThatFailedShowsItsResult) {
     EXPECT_EQ(countOf(drawSheet("a", "b", {silent}, {}), alarm), 0);
 }
 
-TEST(ContactSheet, ATitleThatIsTooLongStaysInsideTheMargin) {
+TEST(ContactSheet, ALongTitleStaysInsideTheMargin) {
     const SheetTile tile{plain(16, 9, 1, 2, 3), "0", "0:00:00.000", ""};
     const Picture sheet = drawSheet(std::string(500, 'W'), "b", {tile}, {1, 160, 90});
     for (int y = 0; y < sheet.height; ++y) {

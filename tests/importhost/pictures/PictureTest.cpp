@@ -126,7 +126,7 @@ TEST(Picture, AFormatWithoutAConversionGivesNoPicture) {
     EXPECT_FALSE(isPictureFormat(PrPixelFormat_BGRA_4444_32f));
 }
 
-TEST(Rows, LeaveThePaddingOutAndBeginAtTheTop) {
+TEST(Rows, StartAtTheTopAndHaveNoPadding) {
     Bytes bytes = {1, 2, 3, 4, 99, 5, 6, 7, 8, 99};
     EXPECT_EQ(rowsOf(frame(PrPixelFormat_BGRA_4444_8u, 1, 2, 5, bytes)), (Bytes{5, 6, 7, 8, 1, 2, 3, 4}));
 }

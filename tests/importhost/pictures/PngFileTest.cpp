@@ -20,7 +20,7 @@ std::string bytesOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// What another reader finds in the file that the writer made.
+// The file as another reader reads it.
 Picture readBack(const Picture& picture) {
     const fakes::TemporaryFile file(u8"\u20ac.png", "");
     writePng(picture, file.path());
@@ -57,7 +57,7 @@ TEST(PngFile, AlphaSurvives) {
     EXPECT_EQ(read.components, (Components{1, 2, 3, 4}));
 }
 
-TEST(PngFile, AFolderThatIsMissingIsAnError) {
+TEST(PngFile, AMissingFolderIsAnError) {
     EXPECT_THROW(writePng({1, 1, 8, false, {1, 2, 3}}, "no such folder/a.png"), std::runtime_error);
 }
 

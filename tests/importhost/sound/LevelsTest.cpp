@@ -17,7 +17,7 @@ TEST(Levels, APeakIsTheHighestAbsoluteSample) {
     EXPECT_EQ(importhost::peakOf({}), 0.0f);
 }
 
-TEST(Levels, WhatIsNoNumberIsPassedOver) {
+TEST(Levels, NotANumberIsSkipped) {
     EXPECT_EQ(importhost::peakOf({0.25f, std::numeric_limits<float>::quiet_NaN(), 0.125f}), 0.25f);
 }
 
@@ -26,11 +26,11 @@ TEST(Levels, BarsAreAsHighAsTheirPeaks) {
               " \u2581\u2581\u2582\u2584\u2588\u2588");
 }
 
-TEST(Levels, WhatIsBeyondFullScaleHasTheHighestBar) {
+TEST(Levels, LevelsAboveFullScaleHaveTheHighestBar) {
     EXPECT_EQ(importhost::bars({7.0f, std::numeric_limits<float>::infinity()}), "\u2588\u2588");
 }
 
-TEST(Levels, AreToldInDecibels) {
+TEST(Levels, AreShownInDecibels) {
     EXPECT_EQ(importhost::decibelText(1.0f), "0.0 dB");
     EXPECT_EQ(importhost::decibelText(0.5f), "-6.0 dB");
     EXPECT_EQ(importhost::decibelText(0.0f), "silence");

@@ -1,4 +1,4 @@
-// The outline of a sound, as the plug-in gives the sound.
+// The outline of the plug-in's sound.
 #include "importhost/sound/Waveform.h"
 
 #include "importhost/Sample.h"
@@ -26,7 +26,7 @@ Sample clicks() {
     return Sample({"--size", "32x16", "--frames", "3", "--rate", "2", "--audio", "pcm16:2:48000"});
 }
 
-TEST(Waveform, HasTheLowestAndHighestSampleOfEachColumn) {
+TEST(Waveform, EachColumnHasItsLowestAndHighestSample) {
     const Waveform waveform = waveformOfSample(clicks(), 48);
     ASSERT_EQ(waveform.channels.size(), 2u);
     for (const std::vector<Extent>& columns : waveform.channels) {
@@ -46,7 +46,7 @@ TEST(Waveform, HasNoMoreColumnsThanSampleFrames) {
     EXPECT_EQ(waveformOfSample(sample, 400).channels[0].size(), 48u);
 }
 
-// The fake importer's samples are their own positions, and the same below zero in the other channel.
+// The fake importer's samples are their own positions, negated in the second channel.
 Waveform waveformOfFake(std::int64_t columns) {
     const fakes::FakeClip file("sound=1");
     Editor editor({fakes::importerPath(), "", false});
@@ -61,7 +61,7 @@ TEST(Waveform, GoesFromTheFirstSampleToTheLast) {
     EXPECT_FALSE(waveform.isSampled);
 }
 
-TEST(Waveform, OfLongColumnsTheStartIsLookedAt) {
+TEST(Waveform, LongColumnsAreReadAtTheirStart) {
     const Waveform waveform = waveformOfFake(1);
     EXPECT_EQ(waveform.channels[0][0].high, 16383.0f);
     EXPECT_TRUE(waveform.isSampled);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Libraries have resources on Windows alone; nothing else may be left out anywhere.
+// Only Windows libraries have resources; no other check may be skipped.
 constexpr bool kHasResources = std::string_view(WRONG_PLUGIN_SUFFIX) == ".prm";
 
 std::string skippedChecks(const std::string& output) {

@@ -12,7 +12,7 @@ inline ProgramRun validate(std::vector<std::string> arguments) {
     return runImporthost(arguments);
 }
 
-// The fault is in force for this run alone.
+// The fault applies to this run only.
 inline ProgramRun validateWrong(const std::string& fault, std::vector<std::string> arguments) {
     const EnvironmentVariable chosen("WRONG_PLUGIN", fault);
     const auto plugin = hostkit::PluginLibrary::programFolder() / ("WrongPlugin" WRONG_PLUGIN_SUFFIX);
@@ -20,7 +20,7 @@ inline ProgramRun validateWrong(const std::string& fault, std::vector<std::strin
     return validate(std::move(arguments));
 }
 
-// What stands between `start` and the end of that line, where `start` is found first.
+// Returns the text from the first `start` to the end of its line.
 inline std::string restOfLine(const std::string& text, const std::string& start) {
     const std::size_t at = text.find(start);
     if (at == std::string::npos) {

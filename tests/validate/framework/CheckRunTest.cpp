@@ -1,4 +1,4 @@
-// What a running check is given, and how what it says is told.
+// What a running check can use, and the events that it causes.
 #include "importhost/validate/framework/CheckRun.h"
 
 #include "importhost/validate/framework/Places.h"
@@ -10,7 +10,7 @@ using namespace importhost::validate;
 
 namespace {
 
-// A check takes no state with it.
+// A check is a function without state.
 std::function<void(CheckRun&)> body;
 
 std::vector<Event> eventsOf(std::function<void(CheckRun&)> what, std::string_view id = "sample-check",
@@ -39,7 +39,7 @@ TEST(CheckRun, RandomNumbersDependOnSeedAndCheckAlone) {
     EXPECT_NE(firstRandom("one-check", 7), firstRandom("another-check", 7));
 }
 
-TEST(CheckRun, TheSameSeedGivesTheseNumbersOnEverySystem) {
+TEST(CheckRun, ASeedGivesTheSameNumbersOnEverySystem) {
     std::mt19937_64 wanted(7 ^ 0xCBF29CE484222325U);        // the hash of an empty id
     EXPECT_EQ(firstRandom("", 7), wanted() % 1000000007);
 }
@@ -70,7 +70,7 @@ TEST(CheckRun, TheTimeLimitGrowsWithTheUsersFiles) {
     EXPECT_EQ(limitFor(40).count(), 200);
 }
 
-TEST(CheckRun, ATimeLimitThatIsAskedForStandsForAnyNumberOfFiles) {
+TEST(CheckRun, AGivenTimeLimitAppliesToAnyNumberOfFiles) {
     EXPECT_EQ(limitFor(40, std::chrono::seconds(3)).count(), 3);
 }
 
@@ -104,7 +104,7 @@ TEST(CheckRun, FailuresNameTheStep) {
                                           {EventKind::End, ""}}));
 }
 
-TEST(CheckRun, CallsUpToTheFirstFailureAreTold) {
+TEST(CheckRun, CallsUpToTheFirstFailureAreShown) {
     const std::vector<Event> events = eventsOf([](CheckRun& run) {
         run.trace().add("imInit()");
         run.fail("wrong");
@@ -117,7 +117,7 @@ TEST(CheckRun, CallsUpToTheFirstFailureAreTold) {
                                           {EventKind::End, ""}}));
 }
 
-TEST(CheckRun, AfterManyFailuresNoMoreAreShown) {
+TEST(CheckRun, ShowsALimitedNumberOfFailures) {
     const std::vector<Event> events = eventsOf([](CheckRun& run) {
         for (int i = 0; i < 1000; ++i) {
             run.fail("wrong");
@@ -127,7 +127,7 @@ TEST(CheckRun, AfterManyFailuresNoMoreAreShown) {
     EXPECT_EQ(events[25].text, "more failures are not shown");
 }
 
-TEST(CheckRun, ACheckThatFailsNoMoreMakesNotes) {
+TEST(CheckRun, FailuresCanBeTurnedIntoNotes) {
     const std::vector<Event> events = eventsOf([](CheckRun& run) {
         run.failNoMore();
         run.fail("wrong");
@@ -144,7 +144,7 @@ TEST(CheckRun, ASkipLeavesTheCheck) {
     EXPECT_EQ(events, (std::vector<Event>{{EventKind::Skip, "no sound"}, {EventKind::End, ""}}));
 }
 
-TEST(CheckRun, WhatLeavesACheckIsAFailure) {
+TEST(CheckRun, AnExceptionIsAFailure) {
     const std::vector<Event> events = eventsOf([](CheckRun&) { throw std::runtime_error("no memory"); });
     EXPECT_EQ(events, (std::vector<Event>{{EventKind::Failure, "no memory"}, {EventKind::End, ""}}));
 }

@@ -56,7 +56,7 @@ TEST_F(FailingDisk, CountsTheCallsOfAFrame) {
     EXPECT_EQ(disk.disturbed(), 0);
 }
 
-TEST_F(FailingDisk, CountsTheBytesThatReadsGave) {
+TEST_F(FailingDisk, CountsTheBytesRead) {
     openAndDescribe();
     DiskFaults disk(m_plugin);
     EXPECT_EQ(firstFrame(), imNoErr);
@@ -69,7 +69,7 @@ TEST_F(FailingDisk, CountsTheBytesThatReadsGave) {
     EXPECT_EQ(disk.bytesRead(), 0U);
 }
 
-TEST_F(FailingDisk, CountsNoBytesOfAReadThatFails) {
+TEST_F(FailingDisk, AFailedReadCountsNoBytes) {
     openAndDescribe();
     DiskFaults disk(m_plugin);
     disk.fail(DiskCall::Read);
@@ -77,7 +77,7 @@ TEST_F(FailingDisk, CountsNoBytesOfAReadThatFails) {
     EXPECT_EQ(disk.bytesRead(), 0U);
 }
 
-TEST_F(FailingDisk, FailsTheSecondReadAndNoOther) {
+TEST_F(FailingDisk, FailsOnlyTheSecondRead) {
     openAndDescribe();
     DiskFaults disk(m_plugin);
     disk.fail(DiskCall::Read, 2);
@@ -87,7 +87,7 @@ TEST_F(FailingDisk, FailsTheSecondReadAndNoOther) {
     EXPECT_EQ(disk.disturbed(), 1);
 }
 
-TEST_F(FailingDisk, FailsForEverUntilTheOrderIsTakenBack) {
+TEST_F(FailingDisk, FailsForEverUntilCleared) {
     openAndDescribe();
     DiskFaults disk(m_plugin);
     disk.fail(DiskCall::Seek, 1, DiskFaults::kForEver);
@@ -105,7 +105,7 @@ TEST_F(FailingDisk, HalvesARead) {
     EXPECT_EQ(disk.disturbed(), 1);
 }
 
-TEST_F(FailingDisk, LetsAFileEndEarly) {
+TEST_F(FailingDisk, FilesCanEndEarly) {
     openAndDescribe();
     DiskFaults disk(m_plugin);
     disk.endFilesAt(100);
@@ -121,7 +121,7 @@ TEST_F(FailingDisk, RefusesToOpen) {
     EXPECT_EQ(m_clip->open().result, imNoErr);
 }
 
-TEST_F(FailingDisk, LeavesNothingBehind) {
+TEST_F(FailingDisk, EndsWithItsObject) {
     openAndDescribe();
     {
         DiskFaults disk(m_plugin);
@@ -130,12 +130,12 @@ TEST_F(FailingDisk, LeavesNothingBehind) {
     EXPECT_EQ(firstFrame(), imNoErr);
 }
 
-TEST_F(FailingDisk, OnlyOneExists) {
+TEST_F(FailingDisk, ASecondOneIsRefused) {
     const DiskFaults disk(m_plugin);
     EXPECT_THROW(DiskFaults another(m_plugin), std::logic_error);
 }
 
-TEST_F(FailingDisk, AFailureThatCannotHappenIsRefused) {
+TEST_F(FailingDisk, AnImpossibleFailureIsRefused) {
     DiskFaults disk(m_plugin);
     EXPECT_THROW(disk.fail(DiskCall::Read, 0), std::invalid_argument);
     EXPECT_THROW(disk.halveReads(1, 0), std::invalid_argument);

@@ -15,9 +15,13 @@ void write(const std::filesystem::path& path, const std::string& content) {
     std::ofstream(path, std::ios::binary) << content;
 }
 
-TEST(EventFile, GivesBackWhatItTook) {
-    const TempFolder folder;
-    const std::filesystem::path path = folder.folder() / "events.jsonl";
+class Events : public testing::Test {
+protected:
+    const TempFolder m_folder;
+    const std::filesystem::path path = m_folder.folder() / "events.jsonl";
+};
+
+TEST_F(Events, ReturnsWhatWasWritten) {
     const std::vector<Event> events = {{EventKind::Step, "plain.avi"},
                                        {EventKind::Failure, "a \"quoted\"\nline \xE2\x82\xAC"},
                                        {EventKind::End, ""}};
@@ -28,9 +32,7 @@ TEST(EventFile, GivesBackWhatItTook) {
     EXPECT_EQ(readEvents(path), events);        // with the file still open, as after a crash
 }
 
-TEST(EventFile, ALastLineThatWasCutOffIsLeftOut) {
-    const TempFolder folder;
-    const std::filesystem::path path = folder.folder() / "events.jsonl";
+TEST_F(Events, ATruncatedLastLineIsSkipped) {
     {
         EventFile file(path);
         file.take({EventKind::Note, "whole"});
@@ -44,23 +46,19 @@ TEST(EventFile, ALastLineThatWasCutOffIsLeftOut) {
     }
 }
 
-TEST(EventFile, TextThatIsNoUtf8IsMended) {
-    const TempFolder folder;
-    const std::filesystem::path path = folder.folder() / "events.jsonl";
+TEST_F(Events, InvalidUtf8IsReplaced) {
     EventFile(path).take({EventKind::Note, "a\xFFz"});
     EXPECT_EQ(readEvents(path), (std::vector<Event>{{EventKind::Note, "a\xEF\xBF\xBDz"}}));
 }
 
-TEST(EventFile, LinesThatAreNoEventsArePassedOver) {
-    const TempFolder folder;
-    const std::filesystem::path path = folder.folder() / "events.jsonl";
+TEST_F(Events, OtherLinesAreSkipped) {
     write(path, "7\n[]\nnonsense\n{\"kind\":1,\"text\":\"good\"}\n{\"kind\":\"x\",\"text\":7}\n");
     EXPECT_EQ(readEvents(path), (std::vector<Event>{{EventKind::Note, "good"}}));
 }
 
-TEST(EventFile, AFileThatIsNotThereHasNoEvents) { EXPECT_TRUE(readEvents("no such file").empty()); }
+TEST(EventFile, AMissingFileHasNoEvents) { EXPECT_TRUE(readEvents("no such file").empty()); }
 
-TEST(EventFile, AFolderThatIsNotThereIsAnError) {
+TEST(EventFile, AMissingFolderIsAnError) {
     EXPECT_THROW(EventFile("no such folder/events.jsonl"), std::runtime_error);
 }
 

@@ -1,4 +1,4 @@
-// What a check told and how its process ended, as a verdict, and as lines for a terminal.
+// A check's events and the end of its process, as a verdict and as lines for a terminal.
 #include "importhost/validate/run/Result.h"
 #include "importhost/validate/run/ResultText.h"
 
@@ -11,17 +11,17 @@ namespace {
 constexpr Check kCheck = {"sample-check", 3, "What it demands.", nullptr};
 const Event kEnd = {EventKind::End, ""};
 
-TEST(Verdict, ACheckThatEndedWithoutAWordPasses) {
+TEST(Verdict, ACheckWithoutEventsPasses) {
     EXPECT_EQ(resultOf(kCheck, {kEnd}, {}).verdict, Verdict::Pass);
 }
 
-TEST(Verdict, NotesDoNotKeepItFromPassing) {
+TEST(Verdict, NotesDoNotPreventAPass) {
     const CheckResult result = resultOf(kCheck, {{EventKind::Note, "seen"}, kEnd}, {});
     EXPECT_EQ(result.verdict, Verdict::Pass);
     EXPECT_EQ(result.notes, std::vector<std::string>{"seen"});
 }
 
-TEST(Verdict, AFailureFailsWhateverElseIsThere) {
+TEST(Verdict, AFailureOutweighsTheRest) {
     const CheckResult result = resultOf(
         kCheck, {{EventKind::Failure, "wrong"}, {EventKind::Warning, "slow"}, {EventKind::Skip, "none"}, kEnd}, {});
     EXPECT_EQ(result.verdict, Verdict::Fail);
@@ -40,24 +40,24 @@ TEST(Verdict, ASkipHasItsReason) {
     EXPECT_EQ(result.reason, "no sound");
 }
 
-TEST(Verdict, WithoutItsEndACheckCrashedAtItsLastStep) {
+TEST(Verdict, WithoutAnEndEventItCrashedAtTheLastStep) {
     const CheckResult result =
         resultOf(kCheck, {{EventKind::Step, "first.avi"}, {EventKind::Step, "second.avi"}}, {.exitCode = 5});
     EXPECT_EQ(result.verdict, Verdict::Crash);
     EXPECT_EQ(result.reason, "exit code 5 (at second.avi)");
 }
 
-TEST(Verdict, AProcessThatSaidNothingCrashedToo) {
+TEST(Verdict, AProcessWithoutEventsCrashed) {
     EXPECT_EQ(resultOf(kCheck, {}, {.exitCode = 0}).verdict, Verdict::Crash);
 }
 
-TEST(Verdict, AProcessThatFailsAfterTheCheckCrashed) {
+TEST(Verdict, AFailedExitAfterTheCheckIsACrash) {
     const CheckResult result = resultOf(kCheck, {kEnd}, {.exitCode = 1});
     EXPECT_EQ(result.verdict, Verdict::Crash);
     EXPECT_EQ(result.reason, "after the check: exit code 1");
 }
 
-TEST(Verdict, ACheckThatWasEndedTookTooLongEvenWithFailures) {
+TEST(Verdict, AStoppedCheckTookTooLongDespiteFailures) {
     const CheckResult result =
         resultOf(kCheck, {{EventKind::Step, "slow.avi"}, {EventKind::Failure, "wrong"}},
                  {.limit = std::chrono::seconds(7)});
@@ -66,14 +66,14 @@ TEST(Verdict, ACheckThatWasEndedTookTooLongEvenWithFailures) {
     EXPECT_EQ(result.failures, std::vector<std::string>{"wrong"});
 }
 
-TEST(Verdict, OfALongErrorOutputTheEndIsKept) {
+TEST(Verdict, KeepsTheEndOfALongErrorOutput) {
     const CheckResult result = resultOf(kCheck, {}, {.errorOutput = std::string(10000, 'a') + "the point"});
     EXPECT_EQ(result.errorOutput.size(), 6003u);
     EXPECT_TRUE(result.errorOutput.ends_with("the point"));
 }
 
 #ifdef _WIN32
-TEST(ExitText, NamesWhatWindowsTells) {
+TEST(ExitText, NamesTheException) {
     EXPECT_EQ(exitText(static_cast<int>(0xC0000005)), "access violation (0xC0000005)");
     EXPECT_EQ(exitText(static_cast<int>(0xC0001234)), "exit code 0xC0001234");
     EXPECT_EQ(exitText(3), "exit code 3");
@@ -108,21 +108,21 @@ TEST(ResultText, APassIsOneLine) {
               "pass     sample-check                                0.0 s\n");
 }
 
-TEST(ResultText, TheSummaryCountsAndNamesWhatIsBadOnceMore) {
+TEST(ResultText, TheSummaryCountsAndRepeatsBadChecks) {
     RunResult run;
     run.checks = {badResult(), resultOf(kCheck, {kEnd}, {}), resultOf(kCheck, {{EventKind::Skip, "none"}, kEnd}, {})};
     EXPECT_EQ(summaryText(run), "3 checks: 1 passed, 1 skipped, 1 FAILED.\n  FAIL  importhost again\n");
     EXPECT_FALSE(run.isGood());
 }
 
-TEST(ResultText, TheSummarySaysFirstWhichFilesAreNotImported) {
+TEST(ResultText, TheSummaryStartsWithFilesNotImported) {
     RunResult run;
     run.checks = {resultOf(kCheck, {{EventKind::Warning, "refused"}, {EventKind::NotImported, "text.avi"}, kEnd}, {})};
     EXPECT_EQ(summaryText(run), "The plug-in does not import 'text.avi'.\n1 check: 0 passed, 1 with a warning.\n");
     EXPECT_TRUE(run.isGood());
 }
 
-TEST(ResultText, OfManyFilesThatAreNotImportedFiveAreNamed) {
+TEST(ResultText, NamesAtMostFiveFilesNotImported) {
     EXPECT_EQ(notImportedText({"a", "b"}), "The plug-in does not import 2 files: 'a', 'b'.");
     EXPECT_EQ(notImportedText({"a", "b", "c", "d", "e", "f"}),
               "The plug-in does not import 6 files: 'a', 'b', 'c', 'd', 'e' and others.");

@@ -6,13 +6,13 @@ using importhost::validate::fitsWildcard;
 
 namespace {
 
-TEST(Wildcard, WithoutAStarTheNameItself) {
+TEST(Wildcard, WithoutAStarMatchesTheNameItself) {
     EXPECT_TRUE(fitsWildcard("formats-end", "formats-end"));
     EXPECT_FALSE(fitsWildcard("formats-end", "formats"));
     EXPECT_FALSE(fitsWildcard("formats", "formats-end"));
 }
 
-TEST(Wildcard, AStarStandsForAnyTextAlsoNone) {
+TEST(Wildcard, AStarMatchesAnyText) {
     EXPECT_TRUE(fitsWildcard("formats-end", "*"));
     EXPECT_TRUE(fitsWildcard("formats-end", "formats*"));
     EXPECT_TRUE(fitsWildcard("formats-end", "*end"));
@@ -23,11 +23,11 @@ TEST(Wildcard, AStarStandsForAnyTextAlsoNone) {
     EXPECT_FALSE(fitsWildcard("formats-end", "f*x*d"));
 }
 
-TEST(Wildcard, TheTextBehindAStarMayComeTwice) { EXPECT_TRUE(fitsWildcard("end-of-end", "*end")); }
+TEST(Wildcard, TheTextAfterAStarMayOccurTwice) { EXPECT_TRUE(fitsWildcard("end-of-end", "*end")); }
 
 TEST(Wildcard, PartsDoNotOverlap) { EXPECT_FALSE(fitsWildcard("aba", "ab*ba")); }
 
-TEST(Wildcard, AnEmptyPatternFitsAnEmptyNameAlone) {
+TEST(Wildcard, AnEmptyPatternMatchesOnlyAnEmptyName) {
     EXPECT_TRUE(fitsWildcard("", ""));
     EXPECT_FALSE(fitsWildcard("a", ""));
 }

@@ -11,7 +11,7 @@ using namespace importhost::validate;
 
 namespace {
 
-TEST(HtmlText, TakesNothingForMarkup) {
+TEST(HtmlText, EscapesMarkup) {
     EXPECT_EQ(htmlText("<script>alert(\"1\" & '2')</script>"),
               "&lt;script&gt;alert(&quot;1&quot; &amp; &#39;2&#39;)&lt;/script&gt;");
 }
@@ -25,10 +25,10 @@ TEST(HtmlText, ControlCharactersAreReplaced) {
     EXPECT_EQ(htmlText("\xC2\x85"), "\xEF\xBF\xBD");
 }
 
-TEST(HtmlText, WhatIsNoUtf8IsReplaced) { EXPECT_EQ(htmlText("a\xFFz"), "a\xEF\xBF\xBDz"); }
+TEST(HtmlText, InvalidUtf8IsReplaced) { EXPECT_EQ(htmlText("a\xFFz"), "a\xEF\xBF\xBDz"); }
 
 // "gpj.exe" must not be shown as "exe.jpg".
-TEST(HtmlText, CharactersThatTurnTextAroundAreReplaced) { EXPECT_EQ(htmlText("\xE2\x80\xAEgpj"), "\xEF\xBF\xBDgpj"); }
+TEST(HtmlText, DirectionCharactersAreReplaced) { EXPECT_EQ(htmlText("\xE2\x80\xAEgpj"), "\xEF\xBF\xBDgpj"); }
 
 TEST(Base64, HasTheUsualDigitsAndPadding) {
     EXPECT_EQ(base64(""), "");
@@ -53,7 +53,7 @@ TEST(DurationText, GetsCoarserAsItGrows) {
     EXPECT_EQ(durationText(59.97), "1 min 00 s");
 }
 
-TEST(DateText, IsTheDayAndTheMinute) {
+TEST(DateText, HasTheDayAndTheMinute) {
     EXPECT_EQ(dateText(RunClock::time_point(std::chrono::seconds(1714979339))), "2024-05-06 07:08");
 }
 
@@ -62,14 +62,14 @@ TEST(LibraryVersion, IsReadFromTheResource) {
     EXPECT_EQ(versionInBytes("MZ....." + resource + "...."), "1.2.3.4");
 }
 
-TEST(LibraryVersion, ALibraryWithoutAWholeOneHasNone) {
+TEST(LibraryVersion, IsEmptyWithoutAWholeResource) {
     const std::string cut("\xBD\x04\xEF\xFE\x00\x00\x01\x00\x02\x00\x01", 11);
     EXPECT_EQ(versionInBytes("MZ" + cut), "");
     EXPECT_EQ(versionInBytes(""), "");
     EXPECT_EQ(libraryVersion("no such file"), "");
 }
 
-TEST(FileFacts, AFileThatIsNotThereHasNoSizeAndNoDate) {
+TEST(FileFacts, AMissingFileHasNoSizeAndNoDate) {
     const FileFacts facts = factsOf("no such file");
     EXPECT_EQ(facts.bytes, 0u);
     EXPECT_EQ(facts.modified, "");

@@ -44,8 +44,7 @@ protected:
 
 TEST_F(ReportFiles, HaveTheFactsPicturesAndSoundOfTheUsersFile) {
     const ProgramRun run = validate({"--only", "formats-end", "--report", html(), "--json", json(), clip("a b.avi")});
-    EXPECT_EQ(run.exitCode, 0) << run.errors;
-    EXPECT_TRUE(contains(run.output, "Written: " + html() + "\nWritten: " + json() + "\n")) << run.output;
+    expectOutput(run, 0, {"Written: " + html() + "\nWritten: " + json() + "\n"});
     const std::string shown = page();
     EXPECT_TRUE(contains(shown, "The plug-in passed 1 check.")) << shown;
     EXPECT_TRUE(contains(shown, "64 \xC3\x97 48, 25.000 fps (25/1), 5 frames, 0:00:00.200")) << shown;
@@ -75,7 +74,7 @@ TEST_F(ReportFiles, JsonHasTheSameWithoutThePictures) {
     EXPECT_EQ(told["notImported"], nlohmann::json::array());
 }
 
-TEST_F(ReportFiles, OfOwnSamplesShowAFewGoodOnes) {
+TEST_F(ReportFiles, ShowAFewOfTheOwnSamples) {
     validate({"--only", "formats-end", "--level", "1", "--json", json()});
     const nlohmann::json told = document();
     ASSERT_EQ(told["files"].size(), 2u);
@@ -83,7 +82,7 @@ TEST_F(ReportFiles, OfOwnSamplesShowAFewGoodOnes) {
     EXPECT_EQ(told["files"][1]["name"], "film-ntsc.avi");
 }
 
-TEST_F(ReportFiles, TellOfACrashInPlaceOfTheFacts) {
+TEST_F(ReportFiles, ShowACrashInPlaceOfTheFacts) {
     const ProgramRun run = validateWrong("crashes-at-open", {"--only", "formats-end", "--report", html(), "--json",
                                                              json(), clip("clip.avi")});
     EXPECT_EQ(run.exitCode, 0) << run.output << run.errors;
@@ -93,7 +92,7 @@ TEST_F(ReportFiles, TellOfACrashInPlaceOfTheFacts) {
     EXPECT_TRUE(contains(page(), "Asked about this file, the plug-in ended its process: "));
 }
 
-TEST_F(ReportFiles, TellOfAFileThatThePluginRefuses) {
+TEST_F(ReportFiles, ShowAFileThatThePluginRefuses) {
     const std::string path = m_folder.path("text.avi");
     std::ofstream(hostkit::pathFromUtf8(path)) << "no film";
     validate({"--only", "formats-end", "--report", html(), "--json", json(), path});
@@ -117,7 +116,7 @@ TEST_F(ReportFiles, HaveTheCallsOfAFailureAndTheCommand) {
     EXPECT_TRUE(contains(page(), "found imNoErr (0), wanted imUnsupported (3)"));
 }
 
-TEST_F(ReportFiles, ThatCannotBeWrittenAreAUsageErrorBeforeTheRun) {
+TEST_F(ReportFiles, AnUnwritableReportIsAUsageError) {
     for (const char* option : {"--report", "--json"}) {
         const ProgramRun run = validate({"--only", "formats-end", option, m_folder.path("missing/report")});
         EXPECT_EQ(run.exitCode, 2);

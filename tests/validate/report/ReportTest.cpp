@@ -97,7 +97,7 @@ TEST(ReportDocument, KnowsTheGroupOfACheck) {
     EXPECT_EQ(documentOf({resultWith(*check, Verdict::Pass)})["checks"][0]["group"], "protocol");
 }
 
-TEST(ReportDocument, AsTextHasNoPictures) {
+TEST(ReportDocument, TextHasNoPictures) {
     FileDescriptions files = noFiles();
     files.files.push_back(Json{{"sheet", {{"width", 3}, {"png", "AAAA"}}},
                                {"waveforms", {{{"channels", {{{"peak", "-1.2 dB"}, {"low", {0}}, {"high", {1}}}}}}}}});
@@ -105,7 +105,7 @@ TEST(ReportDocument, AsTextHasNoPictures) {
     EXPECT_EQ(document["files"][0]["sheet"], (Json{{"width", 3}}));
 }
 
-TEST(ReportDocument, AsTextHasTheNumbersOfWaveforms) {
+TEST(ReportDocument, TextHasTheNumbersOfWaveforms) {
     FileDescriptions files = noFiles();
     files.files.push_back(Json{{"waveforms", {{{"channels", {{{"low", {-0.5}}, {"high", {1}}}}}}}}});
     const Json document = Json::parse(documentText(documentOf({}, files)));
@@ -113,7 +113,7 @@ TEST(ReportDocument, AsTextHasTheNumbersOfWaveforms) {
     EXPECT_EQ(document["files"][0]["waveforms"][0]["channels"][0]["high"], Json{1});
 }
 
-TEST(ReportDocument, TextThatIsNoUtf8IsMended) {
+TEST(ReportDocument, InvalidUtf8IsReplaced) {
     CheckResult result = resultWith(kFirst, Verdict::Fail);
     result.failures = {"a\xFFz"};
     EXPECT_EQ(Json::parse(documentText(documentOf({result})))["checks"][0]["failures"][0], "a\xEF\xBF\xBDz");
@@ -121,7 +121,7 @@ TEST(ReportDocument, TextThatIsNoUtf8IsMended) {
 
 // --- The verdict ------------------------------------------------------------------------------------------------
 
-TEST(VerdictSentence, CountsWhatFailedInAnyWay) {
+TEST(VerdictSentence, CountsEveryKindOfFailure) {
     EXPECT_EQ(sentenceFor({Verdict::Fail, Verdict::Crash, Verdict::Timeout, Verdict::Pass}),
               "The plug-in failed 3 of 4 checks.");
     EXPECT_EQ(sentenceFor({Verdict::Fail}), "The plug-in failed 1 of 1 check.");
@@ -132,19 +132,19 @@ TEST(VerdictSentence, AWarningIsAPass) {
     EXPECT_EQ(sentenceFor({Verdict::Pass}), "The plug-in passed 1 check.");
 }
 
-TEST(VerdictSentence, WhatWasSkippedWasNotPassed) {
+TEST(VerdictSentence, SkippedIsNotPassed) {
     EXPECT_EQ(sentenceFor({Verdict::Pass, Verdict::Skip}), "The plug-in passed 1 check and skipped 1.");
     EXPECT_EQ(sentenceFor({Verdict::Skip, Verdict::Skip}), "No check found anything to look at.");
 }
 
-TEST(VerdictSentence, SaysFirstThatAFileIsNotImported) {
+TEST(VerdictSentence, StartsWithFilesNotImported) {
     CheckResult result = resultWith(kFirst, Verdict::Warn);
     result.notImported = {"text.avi"};
     EXPECT_EQ(verdictSentence(documentOf({result})),
               "The plug-in does not import 'text.avi'. The plug-in passed 1 check.");
 }
 
-// A file of the user's, and what the plug-in said of it; whatever checks ran.
+// The sentence for a file of the user's with these facts.
 std::string sentenceForFile(const Json& facts) {
     RunResult result;
     result.checks = {resultWith(kFirst, Verdict::Pass)};
@@ -164,7 +164,7 @@ TEST(VerdictSentence, KnowsWhatThePluginSaidOfTheFile) {
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}, {"sound", nullptr}}}}}), isNot);
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", some}}}}, {"pixelFormats", {"yuy2"}}}), is);
     EXPECT_EQ(sentenceForFile(Json{{"streams", {{{"video", nullptr}, {"sound", some}}}}}), is);
-    EXPECT_EQ(sentenceForFile(nullptr), is);        // nothing is known
+    EXPECT_EQ(sentenceForFile(nullptr), is);        // unknown
 }
 
 // --- The page ---------------------------------------------------------------------------------------------------
@@ -181,12 +181,12 @@ TEST(ReportPage, ShowsBadChecksFirstAndOpen) {
     EXPECT_LT(second, first);
 }
 
-TEST(ReportPage, LinksWhatIsBadFromTheTop) {
+TEST(ReportPage, LinksBadChecksFromTheTop) {
     const std::string page = reportPage(documentOf({resultWith(kFirst, Verdict::Crash)}));
     EXPECT_LT(page.find("<a href=\"#check-first-check\">"), page.find("<h2>"));
 }
 
-TEST(ReportPage, ShowsTheCallsAndTheCommandOfABadCheckAlone) {
+TEST(ReportPage, ShowsCallsAndCommandOfBadChecksOnly) {
     CheckResult bad = resultWith(kFirst, Verdict::Fail);
     bad.calls = {"imInit()"};
     CheckResult good = resultWith(kSecond, Verdict::Pass);
@@ -213,10 +213,10 @@ TEST(ReportPage, IsNotGreenWhenAFileIsNotImported) {
     EXPECT_TRUE(contains(page, "<h1>The plug-in does not import &#39;&lt;text&gt;.avi&#39;.")) << page;
 }
 
-// Text from files, plug-ins and paths, wherever it may stand.
+// Text from files, plug-ins and paths, wherever it may occur.
 constexpr char kHostile[] = "</pre></script><script>alert('x')</script>\"><img src=x onerror=\"y\">\x1B[31m\xFF";
 
-TEST(ReportPage, TakesNoTextForMarkup) {
+TEST(ReportPage, EscapesMarkup) {
     const Json text = kHostile;
     CheckResult result = resultWith(kFirst, Verdict::Crash);
     result.reason = result.errorOutput = result.repeat = kHostile;
@@ -256,7 +256,7 @@ TEST(ReportPage, TakesNoTextForMarkup) {
 }
 
 // A process that a plug-in crashed may have written anything.
-TEST(ReportPage, MakesTheBestOfADocumentThatMakesNoSense) {
+TEST(ReportPage, SurvivesAnInvalidDocument) {
     const Json nonsense[] = {nullptr, 7, "text", Json::array({1, "x", nullptr}), {{"checks", 7}, {"files", "x"}}};
     for (const Json& json : nonsense) {
         EXPECT_TRUE(contains(reportPage(json), "</html>")) << json;
@@ -274,14 +274,14 @@ TEST(ReportPage, MakesTheBestOfADocumentThatMakesNoSense) {
     }
 }
 
-TEST(ReportPage, NeedsNothingBesideItAndRunsNothing) {
+TEST(ReportPage, LoadsNothingAndRunsNothing) {
     const std::string page = reportPage(documentOf({resultWith(kFirst, Verdict::Fail)}));
     for (const char* part : {"<script", "<link", "@import", "url(", "http:", "https:", "javascript:"}) {
         EXPECT_FALSE(contains(page, part)) << part;
     }
 }
 
-TEST(ReportPage, DrawsAWaveformBetweenItsLowestAndHighestSamples) {
+TEST(ReportPage, DrawsWaveformsFromLowestToHighestSample) {
     FileDescriptions files = noFiles();
     files.files.push_back(Json{{"waveforms", {{{"stream", 0},
                                                {"channels", {{{"name", "FrontLeft"},
@@ -292,7 +292,7 @@ TEST(ReportPage, DrawsAWaveformBetweenItsLowestAndHighestSamples) {
                          "aria-label=\"Waveform\"><path d=\"M0 25.0L1 50.0L2 0.0L2 100.0L1 50.0L0 75.0Z\"/></svg>"));
 }
 
-TEST(ReportPage, OwnSamplesAreFoldedButTheFirst) {
+TEST(ReportPage, OwnSamplesExceptTheFirstAreClosed) {
     FileDescriptions files = noFiles();
     files.files = {{{"name", "one.avi"}}, {{"name", "two.avi"}}};
     const std::string page = reportPage(documentOf({}, files));

@@ -1,6 +1,4 @@
-#include "LibraryTrust.h"
-
-#include <vector>
+#include "TrustRow.h"
 
 namespace {
 
@@ -28,12 +26,4 @@ constexpr TrustRow kLibraryTrust[] = {
 
 }  // namespace
 
-std::span<const TrustRow> libraryTrust() {
-    static const std::vector<TrustRow> rows = [] {
-        std::vector<TrustRow> all(std::begin(kLibraryTrust), std::end(kLibraryTrust));
-        const auto more = systemLibraryTrust();
-        all.insert(all.end(), more.begin(), more.end());
-        return all;
-    }();
-    return rows;
-}
+std::span<const TrustRow> libraryTrust() { return kLibraryTrust; }

@@ -1,4 +1,4 @@
-#include "LibraryTrust.h"
+#include "TrustRow.h"
 
 namespace {
 

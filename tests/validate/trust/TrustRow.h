@@ -1,4 +1,4 @@
-// Which wrong plug-in each check must catch, and by which words.
+// Which wrong plug-in each check must catch, and what it must print.
 #pragma once
 
 #include <span>
@@ -6,13 +6,14 @@
 
 struct TrustRow {
     std::string_view check;         // id of the check
-    std::string_view fault;         // name of the fault, or file name of a library that is wrong by its build
-    std::string_view words;         // part of what the check must say: it catches this fault for the right reason
+    std::string_view fault;         // name of the fault, or file name of a library with a wrong build
+    std::string_view words;         // part of the check's output, which shows that it failed for the right reason
     std::string_view verdict = "FAIL";
 };
 
-// One table for each group of checks, in a file of its own.
+// One table for each group of checks, each in its own file.
 std::span<const TrustRow> libraryTrust();
+std::span<const TrustRow> systemLibraryTrust();     // the libraries of one system
 std::span<const TrustRow> protocolTrust();
 std::span<const TrustRow> frameTrust();
 std::span<const TrustRow> audioTrust();

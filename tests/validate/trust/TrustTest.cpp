@@ -1,4 +1,4 @@
-// Every check must fail for the wrong plug-in that is meant for it: a check that cannot fail proves nothing.
+// Every check must fail for a wrong plug-in: a check that cannot fail proves nothing.
 #include "TrustRow.h"
 
 #include "hostkit/plugin/PluginLibrary.h"
@@ -19,9 +19,8 @@ using importhost::validate::checkGroups;
 
 std::vector<TrustRow> allRows() {
     const std::span<const TrustRow> groups[] = {
-        libraryTrust(), protocolTrust(), frameTrust(), audioTrust(),
-        asyncTrust(), refusingHostTrust(), codecTrust(), diskTrust(),
-        exceptionTrust(), stateTrust(), measureTrust()};
+        libraryTrust(), systemLibraryTrust(), protocolTrust(), frameTrust(), audioTrust(), asyncTrust(),
+        refusingHostTrust(), codecTrust(), diskTrust(), exceptionTrust(), stateTrust(), measureTrust()};
     std::vector<TrustRow> rows;
     for (const std::span<const TrustRow> group : groups) {
         rows.insert(rows.end(), group.begin(), group.end());
@@ -29,7 +28,7 @@ std::vector<TrustRow> allRows() {
     return rows;
 }
 
-// A fault is a library of its own, or a switch of the one wrong plug-in.
+// A fault has its own library, or is one of the wrong plug-in's.
 std::filesystem::path pluginOf(std::string_view fault) {
     const std::filesystem::path folder = hostkit::PluginLibrary::programFolder();
     const std::filesystem::path own = folder / (std::string(fault) + WRONG_PLUGIN_SUFFIX);
@@ -41,7 +40,7 @@ std::string levelOf(std::string_view check) {
     return std::to_string(found ? found->level : 1);
 }
 
-// A check that must crash or take too long needs its own process; for all others one process less is enough.
+// A check that must crash or take too long needs its own process; the others save one.
 hostkit::ChildResult validate(const TrustRow& row) {
     const EnvironmentVariable chosen("WRONG_PLUGIN", std::string(row.fault));
     std::vector<std::string> arguments = {"--plugin", hostkit::toUtf8(pluginOf(row.fault)), "validate", "--only",
@@ -72,7 +71,7 @@ TEST_P(WrongPlugin, IsCaughtByTheCheckMeantForIt) {
 
 INSTANTIATE_TEST_SUITE_P(Trust, WrongPlugin, testing::ValuesIn(allRows()), testName);
 
-TEST(Trust, EveryCheckHasAWrongPluginThatItMustCatch) {
+TEST(Trust, EveryCheckHasAWrongPlugin) {
     std::set<std::string_view> caught;
     for (const TrustRow& row : allRows()) {
         caught.insert(row.check);
@@ -90,8 +89,8 @@ TEST(Trust, EveryRowNamesACheck) {
     }
 }
 
-// Else a row could pass because of something else that is wrong with the wrong plug-in.
-TEST(Trust, WithoutItsFaultTheWrongPluginPassesEveryCheck) {
+// Otherwise a row could pass because of another fault.
+TEST(Trust, WithoutAFaultTheWrongPluginPasses) {
     const hostkit::ChildResult result =
         hostkit::runProgram(hostkit::PluginLibrary::programFolder() / IMPORTHOST_FILE_NAME,
                             {"--plugin", hostkit::toUtf8(pluginOf("none")), "validate", "--level", "3"});

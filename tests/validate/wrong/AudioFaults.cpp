@@ -8,7 +8,7 @@ namespace wrong {
 
 namespace {
 
-// A stream as it was described last, and what was asked of it since.
+// A stream as it was last described, and the requests since then.
 struct Stream {
     int number = 0;
     int channels = 0;
@@ -16,14 +16,14 @@ struct Stream {
     PrAudioSample next = 0;             // where the latest request ended
     csSDK_uint32 latestSize = 0;
     bool wasQuieted = false;
-    bool hadFrame = false;              // a frame was asked for since the latest request
+    bool hadFrame = false;              // a frame was requested since the latest request
     int timesDescribed = 0;
 };
 
 std::map<void*, Stream> streams;        // by the clip's private data
 
 void describe(const imFileInfoRec8& info) {
-    void* const clip = info.privatedata;        // a copy: the member may lie at an odd address
+    void* const clip = info.privatedata;        // a copy: the member may be at an odd address
     Stream& stream = streams[clip];
     stream = {info.streamIdx, info.audInfo.numChannels, info.audDuration, 0, 0, false, false,
               stream.timesDescribed + 1};

@@ -66,7 +66,7 @@ csSDK_int32 staysWithTheFirstFormat(const FrameRequest& request) {
     return request.passIn({{0, 0, first.emplace(clip, asked).first->second}});
 }
 
-// The first frame after another format comes out of the decoder that still works in that.
+// The first frame after a change of format is the one before it.
 csSDK_int32 isLateWithAnotherFormat(const FrameRequest& request) {
     static csSDK_uint32 latest = 0;
     if (request.formatCount() == 0) {
@@ -89,7 +89,7 @@ bool looksTheSame(const Pixels& a, const Pixels& b) {
     return a.bytes && b.bytes && std::equal(a.bytes, a.bytes + a.rowBytes * a.height, b.bytes);
 }
 
-// A frame that looks like the one before it stands for an empty one.
+// A frame that looks like the one before it counts as empty.
 Answer emptyFrames(std::function<csSDK_int32(const FrameRequest& request)> answer) {
     return frames([=](const FrameRequest& request) {
         if (request.index() <= 0 || request.passAt(request.index() - 1) != imNoErr) {

@@ -31,7 +31,7 @@ SPErr acquireAndRemember(const char* name, csSDK_int32 version, const void** sui
     return result;
 }
 
-// Describes nothing once a suite was missing.
+// Refuses to describe after a suite was missing.
 Answer needsSuites(const bool& isMissing) {
     return [&isMissing, pass = withHost({.acquireSuite = acquireAndRemember})](const Call& call) {
         const csSDK_int32 result = pass(call);
@@ -85,7 +85,7 @@ const Fault kRefusingHostFaults[] = {
          return static_cast<char*>(std::memset(trueMemory().newPtr(size), 0, size));
      }})},
 
-    // --- Suites that nobody needs ---
+    // --- Suites that are not needed ---
     {"needs-the-cache-suite", needsSuites(missesTheCache)},
     {"asks-for-suites-once", needsSuites(missesAny)},
     {"takes-another-version", withHost({.acquireSuite = acquireThisOrTheNext})},

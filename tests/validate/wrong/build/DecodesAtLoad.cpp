@@ -1,4 +1,4 @@
-// Starts the codec before anybody asked for a picture.
+// Starts the codec before the first request.
 #include "codec/QuorvaneApi.h"
 
 namespace {

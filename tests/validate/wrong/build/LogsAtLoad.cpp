@@ -1,4 +1,4 @@
-// Writes its log whatever the switch says.
+// Writes its log even if the switch is off.
 #include "log/Log.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// Leaves a file where the program happens to be.
+// Leaves a file in the current folder.
 #include <fstream>
 
 namespace {

@@ -19,7 +19,7 @@ Answer describes(void (*change)(imFileInfoRec8& info)) {
     });
 }
 
-// Describes `stream` instead of the one that was asked for.
+// Describes `stream` instead of the requested one.
 csSDK_int32 describeStream(csSDK_int32 stream, const Call& call) {
     auto& info = call.record<imFileInfoRec8>();
     const csSDK_int32 asked = info.streamIdx;
@@ -29,7 +29,7 @@ csSDK_int32 describeStream(csSDK_int32 stream, const Call& call) {
     return result;
 }
 
-// Continues with the next stream, whatever it is asked for.
+// Describes the next stream, whichever is requested.
 csSDK_int32 knowsStreamsInTurnOnly(const Call& call) {
     static csSDK_int32 next = 0;
     const csSDK_int32 asked = call.record<imFileInfoRec8>().streamIdx;

@@ -45,7 +45,7 @@ csSDK_int32 refusesToCloseQuietClips(const Call& call) {
     return hasNoFile ? csSDK_int32{imBadFile} : result;
 }
 
-// Describes the clip that was opened last, whichever is asked for.
+// Describes the clip that was opened last, whichever is requested.
 csSDK_int32 knowsOneClipOnly(const Call& call) {
     static std::vector<void*> clips;
     if (call.selector == imCloseFile) {

@@ -29,7 +29,7 @@ std::span<char> textIn(const Call& call) {
     return {record.buffer, static_cast<std::size_t>(std::max(csSDK_int32{record.buffersize}, 0))};
 }
 
-// Changes each sample that the real plug-in tells.
+// Changes each sample that the real plug-in returns.
 Answer rates(void (*change)(imDataSample& sample)) {
     return after(imDataRateAnalysis, [=](const Call& call, csSDK_int32 result) {
         auto& record = call.record<imDataRateAnalysisRec>();
@@ -52,7 +52,7 @@ csSDK_int32 tellsRatesToWholeListsOnly(const Call& call) {
     return result;
 }
 
-// Room for one sample more than there is.
+// Claims room for one more sample.
 csSDK_int32 fillsMoreThanTheBuffer(const Call& call) {
     auto& record = call.record<imDataRateAnalysisRec>();
     const csSDK_int32 more = record.buffer ? static_cast<csSDK_int32>(sizeof(imDataSample)) : 0;
