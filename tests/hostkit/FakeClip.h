@@ -3,8 +3,7 @@
 
 #include "hostkit/plugin/PluginLibrary.h"
 #include "hostkit/sessions/ClipSession.h"
-
-#include <gtest/gtest.h>
+#include "support/TempFolder.h"
 
 #include <fstream>
 
@@ -14,25 +13,17 @@ inline std::filesystem::path importerPath() {
     return hostkit::PluginLibrary::programFolder() / FAKE_IMPORTER_FILE_NAME;
 }
 
-// A file in a temporary folder that is named after the running test.
+// A file in a temporary folder of its own.
 class TemporaryFile {
 public:
-    TemporaryFile(const std::u8string& name, const std::string& content) : m_path(folder() / name) {
-        std::filesystem::create_directories(m_path.parent_path());
+    TemporaryFile(const std::u8string& name, const std::string& content) : m_path(m_folder.folder() / name) {
         std::ofstream(m_path, std::ios::binary) << content;
-    }
-    ~TemporaryFile() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path.parent_path(), ignored);
     }
 
     const std::filesystem::path& path() const { return m_path; }
 
 private:
-    static std::filesystem::path folder() {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        return std::filesystem::temp_directory_path() / "quorvane-tests" / test->test_suite_name() / test->name();
-    }
+    TempFolder m_folder;
     std::filesystem::path m_path;
 };
 

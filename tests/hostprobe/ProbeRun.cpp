@@ -36,10 +36,8 @@ std::string expectationsFor(const std::string& profileName) {
 
 std::filesystem::path probePath() { return hostkit::PluginLibrary::programFolder() / HOST_PROBE_FILE_NAME; }
 
-ProbeRun::ProbeRun(const std::string& expectations) {
-    setEnvironment("HOSTPROBE_REPORT", m_folder.path("report.txt"));
-    setEnvironment("HOSTPROBE_EXPECTS", expectations.empty() ? ";" : expectations);
-}
+ProbeRun::ProbeRun(const std::string& expectations)
+    : m_expectations("HOSTPROBE_EXPECTS", expectations.empty() ? ";" : expectations) {}
 
 ProbeReport ProbeRun::report() const {
     ProbeReport report;

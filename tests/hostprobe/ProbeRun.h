@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hostkit/plugin/PluginLibrary.h"
+#include "support/Environment.h"
 #include "support/TempFolder.h"
 
 #include <string>
@@ -12,9 +13,6 @@ struct ProbeReport {
     int calls = 0;
     std::vector<std::string> complaints;
 };
-
-// Sets a variable for this process and its children. UTF-8.
-void setEnvironment(const char* name, const std::string& value);
 
 // Returns what the probe should expect of a host of this profile.
 std::string expectationsFor(const std::string& profile);
@@ -33,4 +31,6 @@ public:
 
 private:
     TempFolder m_folder;
+    EnvironmentVariable m_reportPath{"HOSTPROBE_REPORT", m_folder.path("report.txt")};
+    EnvironmentVariable m_expectations;
 };

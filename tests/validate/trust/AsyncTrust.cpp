@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr char kAnotherPicture[] = "is another picture than the one that is drawn at once";
 
 constexpr TrustRow kAsyncTrust[] = {
@@ -43,7 +41,5 @@ constexpr TrustRow kAsyncTrust[] = {
     {"async-threads", "async-mixes-threads", kAnotherPicture},
     {"async-first-touch", "opens-one-at-a-time", "opened by two threads at once: opening imBadFile (2)"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> asyncTrust() { return kAsyncTrust; }

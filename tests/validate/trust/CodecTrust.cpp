@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kCodecTrust[] = {
     {"codec-given-back", "keeps-a-codec-instance", "what the codec holds after the clip was closed: found 2 instances"},
     {"codec-fails-for-good", "says-other-error-for-bad-frame",
@@ -32,7 +30,5 @@ constexpr TrustRow kCodecTrust[] = {
     {"codec-is-slow", "never-flushes", "it did not wait for the frame that was being decoded"},
     {"codec-fails-while-logging", "starts-only-with-a-codec", "imInit was answered with imOtherErr (5)"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> codecTrust() { return kCodecTrust; }

@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kDiskTrust[] = {
     {"disk-gone-for-good", "says-bad-file-for-unreadable-frame", "found imBadFile (2), wanted imFileReadFailed (33)"},
     {"disk-gone-for-good", "gives-up-after-unreadable-frame",
@@ -28,7 +26,5 @@ constexpr TrustRow kDiskTrust[] = {
     {"file-changes-while-quiet", "gives-up-after-unreadable-frame",
      "the file that was deleted is as before: frames that cannot be read: found"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> diskTrust() { return kDiskTrust; }

@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kExceptionTrust[] = {
     {"undescribed-clips", "answers-exceptions-otherwise",
      "plain.avi, imAnalysis: the answer to the call: found imOtherErr (5), wanted malUnknownError (99)"},
@@ -36,7 +34,5 @@ constexpr TrustRow kExceptionTrust[] = {
      "the host throws a number: answered with malUnknownError (99), and the exception did not reach the host"},
     {"foreign-exceptions", "keeps-failed-frames", "was never disposed"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> exceptionTrust() { return kExceptionTrust; }

@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kFrameTrust[] = {
     {"frame-first-and-last", "refuses-last-frame",
      "plain.avi: frame 24 in yuy2 of 25 is not delivered: imFrameNotFound (28)"},
@@ -42,7 +40,5 @@ constexpr TrustRow kFrameTrust[] = {
     {"frame-rates", "describes-no-rate-as-it-is",
      "0/1 frames a second, 254016000000 ticks: the rate that the clip is described with: found 0/0, wanted 30/1"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> frameTrust() { return kFrameTrust; }

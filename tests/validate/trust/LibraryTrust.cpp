@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kLibraryTrust[] = {
     {"library-exports", "ExportsMore", "it exports 'oneMoreExport' beside its entry"},
     {"library-resource", "NotALibrary", "is no 64-bit library of this system."},
@@ -23,7 +21,5 @@ constexpr TrustRow kLibraryTrust[] = {
     {"log-of-load-and-unload", "ends-its-log-at-shutdown",
      "[imNoErr] (0) | Log closed, wanted ----"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> libraryTrust() { return kLibraryTrust; }

@@ -1,11 +1,7 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kSystemLibraryTrust[] = {
     {"library-imports", "ImportsMore", "it is loaded with 'libz.so.1', neither the codec's library nor one"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> systemLibraryTrust() { return kSystemLibraryTrust; }

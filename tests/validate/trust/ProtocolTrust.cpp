@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kProtocolTrust[] = {
     // --- Before any file ---
     {"formats-end", "offers-formats-for-ever", "the answer that ends the list of import formats: found imNoErr (0)"},
@@ -97,7 +95,5 @@ constexpr TrustRow kProtocolTrust[] = {
     {"several-files", "knows-one-clip-only", "film-ntsc.avi: among other clips: found '"},
     {"one-file-several-times", "shares-clips-of-a-file", "plain.avi: two clips share private data"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> protocolTrust() { return kProtocolTrust; }

@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kRefusingHostTrust[] = {
     {"refused-suites", "needs-the-cache-suite",
      "without the 'Premiere PPix Cache Suite', the description of stream 0: answered with imOtherErr (5), although it "
@@ -45,7 +43,5 @@ constexpr TrustRow kRefusingHostTrust[] = {
     {"suites-run-out", "never-recovers",
      "tried again when the host was in order: malUnknownError (99) instead of imNoErr (0)"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> refusingHostTrust() { return kRefusingHostTrust; }

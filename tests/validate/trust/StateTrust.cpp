@@ -1,7 +1,5 @@
 #include "TrustRow.h"
 
-namespace {
-
 constexpr TrustRow kStateTrust[] = {
     {"random-calls", "mixes-up-clips", "found imNoErr (0), wanted imFrameNotFound (28)"},
     {"random-calls", "forgets-the-stream", "sound without sound: found imNoErr (0), wanted malUnknownError (99)"},
@@ -16,7 +14,5 @@ constexpr TrustRow kStateTrust[] = {
     {"random-calls-with-refusals", "leaks-codec-on-bad-frame",
      "what the codec holds after all clips were closed: found"},
 };
-
-}  // namespace
 
 std::span<const TrustRow> stateTrust() { return kStateTrust; }
