@@ -123,7 +123,7 @@ public:
         for (const IndexPart& part : m_entries.parts) {
             m_last.assign(m_last.size(), kNone);
             for (std::size_t i = part.begin; i < part.end; ++i) {
-                judge(m_entries.all[i]);
+                judge(m_entries.all[i], part);
             }
         }
         judgeDropped();
@@ -140,7 +140,7 @@ public:
     }
 
 private:
-    void judge(const IndexEntry& entry) {
+    void judge(const IndexEntry& entry, const IndexPart& part) {
         std::size_t& last = m_last[entry.number];
         const std::size_t index = chunkAt(m_scan, entry.data);
         if (index != kNone && agree(entry, m_scan.chunks[index])) {
@@ -153,7 +153,11 @@ private:
             chunk.size = entry.size;
             last = index;
         } else if (entry.size == 0) {
-            m_match.missing.push_back({last == kNone ? 0 : last + 1, entry.number, entry.isSound, 0});
+            m_match.missing.push_back({last == kNone ? firstFrom(entry.data - 8) : last + 1, entry.number,
+                                       entry.isSound, 0});
+            if (index != kNone && part.isOfOneStream) {
+                m_empty.push_back(index);
+            }
         } else if (!isLost(entry)) {
             ++m_match.wrong;
         } else {
@@ -181,18 +185,26 @@ private:
     void addLost(const IndexEntry& entry) {
         m_lostEnd[entry.number] = entry.data + entry.size;
         const Gap& gap = *gapAt(entry.data - 8);
-        const auto next = std::lower_bound(
-            m_scan.chunks.begin(), m_scan.chunks.end(), gap.end,
-            [](const FoundChunk& chunk, std::uint64_t at) { return chunk.position < at; });
-        m_match.missing.push_back({static_cast<std::size_t>(next - m_scan.chunks.begin()), entry.number, entry.isSound,
-                                   entry.size});
+        m_match.missing.push_back({firstFrom(gap.end), entry.number, entry.isSound, entry.size});
         if (m_match.covered.empty() || m_match.covered.back() != gap.begin) {
             m_match.covered.push_back(gap.begin);
         }
     }
 
-    // An index that has a stream's frames as dropped, every one of them, contradicts media that has them.
+    // The first chunk at or after a position.
+    std::size_t firstFrom(std::uint64_t position) const {
+        const auto next = std::lower_bound(
+            m_scan.chunks.begin(), m_scan.chunks.end(), position,
+            [](const FoundChunk& chunk, std::uint64_t at) { return chunk.position < at; });
+        return static_cast<std::size_t>(next - m_scan.chunks.begin());
+    }
+
+    // An index that has a stream's frames as dropped, every one of them, contradicts media that has them. So does an
+    // OpenDML entry of size 0 that leads to a frame: its size has 31 bits, and 2 GiB read as 0 there.
     void judgeDropped() {
+        for (const std::size_t index : m_empty) {
+            m_match.wrong += m_scan.chunks[index].is(FoundChunk::kListed) ? 0 : 1;
+        }
         std::vector<bool> lists(m_last.size(), false), has(m_last.size(), false), drops(m_last.size(), false);
         for (const FoundChunk& chunk : m_scan.chunks) {
             has[chunk.number] = has[chunk.number] || chunk.size > 0;
@@ -253,6 +265,7 @@ private:
     const Entries& m_entries;
     std::vector<std::size_t> m_last;        // for each stream number: its chunk that was listed last
     std::vector<std::uint64_t> m_lostEnd;   // the same: the end of its lost chunk that was listed last
+    std::vector<std::size_t> m_empty;       // chunks that entries of size 0 lead to
     std::size_t m_listed = 0;
     IndexMatch m_match;
 };
