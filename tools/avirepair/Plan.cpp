@@ -324,23 +324,25 @@ private:
         return planned.seconds(planned.sampleBytes > 0 ? state.bytes / planned.sampleBytes : state.chunks);
     }
 
-    // As many frames as the lost bytes held on average; then each sound as far ahead of the video as it was before,
-    // seen at its next chunk.
+    // Each sound is to be as far ahead of the video as it was before, seen at its next chunk. The lost bytes first held
+    // the sound that is missing for that; the rest held as many frames, with their sound, as it does on average.
     void fillGap(std::size_t next, double lostBytes) {
         if (m_video == kNowhere || m_bytesPerFrame <= 0) {
             return;
         }
         const double frame = m_plan.streams[m_video].seconds(1);
-        double frames = std::round(lostBytes / m_bytesPerFrame);
         std::vector<std::pair<std::size_t, double>> behind;        // seconds of sound that no lost frame goes with
         for (std::size_t sound = 0; sound < m_plan.streams.size() && frame > 0; ++sound) {
             if (m_plan.streams[sound].isSound && m_states[sound].hasLead) {
                 if (const std::uint64_t before = framesBefore(next, sound); before != kNotFound) {
                     const double video = seconds(m_video) + static_cast<double>(before) * frame;
                     behind.emplace_back(sound, m_states[sound].lead + video - seconds(sound));
+                    const double unit = m_plan.streams[sound].seconds(1);
+                    lostBytes -= unit > 0 ? behind.back().second / unit * m_plan.streams[sound].sampleBytes : 0;
                 }
             }
         }
+        double frames = std::max(0.0, std::round(lostBytes / m_bytesPerFrame));
         for (const auto& [sound, gapSeconds] : behind) {
             frames = std::max(frames, std::ceil(-gapSeconds / frame - 0.001));
         }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t kSegmentBytes = std::uint64_t{1} << 30;
 constexpr std::uint64_t kIndexBytesPerChunk = 24;       // 16 of "idx1", 8 of a standard index
-constexpr std::size_t kBlock = std::size_t{4} << 20;
+constexpr std::size_t kBlock = std::size_t{1} << 20;
 
 bool isDamaged(const FoundChunk& chunk) {
     return chunk.is(FoundChunk::kCut) || chunk.is(FoundChunk::kResized) || chunk.is(FoundChunk::kBeforeGap);
