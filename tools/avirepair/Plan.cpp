@@ -211,9 +211,9 @@ private:
         }
         const std::uint64_t expected = u32In(m_plan.streams[m_video].header, kLengthAt);
         if (expected > frames) {
-            const double share = static_cast<double>(lost) / static_cast<double>(expected - frames);
-            const bool isPlausible = share > m_bytesPerFrame / 4 && share < m_bytesPerFrame * 4;
-            m_bytesPerFrame = isPlausible ? share : m_bytesPerFrame;
+            const double share = static_cast<double>(expected - frames) / static_cast<double>(lost);
+            const bool isPlausible = share * m_bytesPerFrame > 0.25 && share * m_bytesPerFrame < 4;
+            m_framesPerLostByte = isPlausible ? share : 0;
         }
     }
 
@@ -325,12 +325,14 @@ private:
     }
 
     // Each sound is to be as far ahead of the video as it was before, seen at its next chunk. The lost bytes first held
-    // the sound that is missing for that; the rest held as many frames, with their sound, as it does on average.
+    // the sound that is missing for that; the rest held as many frames, with their sound, as it does on average, unless
+    // the headers count them.
     void fillGap(std::size_t next, double lostBytes) {
         if (m_video == kNowhere || m_bytesPerFrame <= 0) {
             return;
         }
         const double frame = m_plan.streams[m_video].seconds(1);
+        const double knownFrames = lostBytes * m_framesPerLostByte;
         std::vector<std::pair<std::size_t, double>> behind;        // seconds of sound that no lost frame goes with
         for (std::size_t sound = 0; sound < m_plan.streams.size() && frame > 0; ++sound) {
             if (m_plan.streams[sound].isSound && m_states[sound].hasLead) {
@@ -342,7 +344,7 @@ private:
                 }
             }
         }
-        double frames = std::max(0.0, std::round(lostBytes / m_bytesPerFrame));
+        double frames = std::max(0.0, std::round(knownFrames > 0 ? knownFrames : lostBytes / m_bytesPerFrame));
         for (const auto& [sound, gapSeconds] : behind) {
             frames = std::max(frames, std::ceil(-gapSeconds / frame - 0.001));
         }
@@ -503,6 +505,7 @@ private:
     std::vector<State> m_states;
     std::size_t m_video = kNowhere;
     double m_bytesPerFrame = 0;
+    double m_framesPerLostByte = 0;             // as the headers count them; 0 when they do not
 };
 
 }  // namespace
