@@ -10,7 +10,10 @@ namespace avirepair {
 namespace {
 
 constexpr std::uint64_t kMostFilled = 1'000'000;        // frames: eleven hours that are lost are not worth a place
+constexpr double kMostCatchingUp = 100;                 // frames where no bytes are missing
 constexpr std::uint32_t kSilenceChunk = 1 << 20;
+constexpr std::uint32_t kMostSampleBytes = 0xFFFF;      // as a sound format can say
+constexpr std::uint64_t kMoreSilence = 4 << 20;         // bytes that may be filled in beyond those of the file
 constexpr std::size_t kRateAt = 24, kScaleAt = 20, kLengthAt = 32, kSampleSizeAt = 44;
 
 void put32(Bytes& bytes, std::size_t at, std::uint64_t value) {
@@ -333,6 +336,7 @@ private:
         }
         const double frame = m_plan.streams[m_video].seconds(1);
         const double knownFrames = lostBytes * m_framesPerLostByte;
+        const double most = 4 * lostBytes / m_bytesPerFrame + kMostCatchingUp;      // sound hours ahead is no measure
         std::vector<std::pair<std::size_t, double>> behind;        // seconds of sound that no lost frame goes with
         for (std::size_t sound = 0; sound < m_plan.streams.size() && frame > 0; ++sound) {
             if (m_plan.streams[sound].isSound && m_states[sound].hasLead) {
@@ -348,7 +352,8 @@ private:
         for (const auto& [sound, gapSeconds] : behind) {
             frames = std::max(frames, std::ceil(-gapSeconds / frame - 0.001));
         }
-        frames = std::min(frames, static_cast<double>(kMostFilled));
+        frames = std::min({frames, most, static_cast<double>(m_framesLeft)});
+        m_framesLeft -= static_cast<std::uint64_t>(frames);
         placeLostFrames(m_video, static_cast<std::uint64_t>(frames));
         for (const auto& [sound, gapSeconds] : behind) {
             placeSilence(sound, bytesOf(sound, gapSeconds + frames * frame));
@@ -391,12 +396,17 @@ private:
     // Only sound of samples can be silent; other sound closes up.
     void placeSilence(std::size_t number, std::uint64_t bytes) {
         const PlannedStream& stream = m_plan.streams[number];
-        if (stream.sampleBytes == 0 || bytes < stream.sampleBytes) {
+        if (stream.sampleBytes == 0) {
             return;
         }
+        bytes = std::min(bytes, m_silenceLeft);
         bytes -= bytes % stream.sampleBytes;
+        if (bytes == 0) {
+            return;
+        }
+        m_silenceLeft -= bytes;
         note(number, bytes / stream.sampleBytes, bytes);
-        if (m_options.closesGaps || !isPcm(stream.format)) {
+        if (m_options.closesGaps || !isPcm(stream.format) || stream.sampleBytes > kMostSampleBytes) {
             return;
         }
         for (std::uint64_t left = bytes; left > 0;) {
@@ -504,6 +514,8 @@ private:
     std::vector<bool> m_isTaken;
     std::vector<State> m_states;
     std::size_t m_video = kNowhere;
+    std::uint64_t m_framesLeft = kMostFilled;
+    std::uint64_t m_silenceLeft = m_scan.fileSize + kMoreSilence;
     double m_bytesPerFrame = 0;
     double m_framesPerLostByte = 0;             // as the headers count them; 0 when they do not
 };
