@@ -52,7 +52,7 @@ TEST(RepairReport, IsAPageOfText) {
     EXPECT_EQ(avirepair::textReport(diagnosed(clipWithHole()), {"a.avi", "b.avi"}, {}),
               "a.avi: 78282 bytes, 16 chunks found\n"
               "What was wrong:\n"
-              "  15520 bytes from 23634 on held nothing of the clip\n"
+              "  15520 bytes from 23634 on hold nothing of the clip\n"
               "Lost:\n"
               "  0:00:00.120  stream 0: 2 frames, shown as the frame before\n"
               "  0:00:00.120  stream 1: 0:00:00.080 of sound, silent\n"

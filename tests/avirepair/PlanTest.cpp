@@ -166,7 +166,7 @@ TEST(Index, ThatEndsTooEarlyLeavesNothingOut) {
 TEST(Headers, ThatAreLostAreReportedWithTheirChunks) {
     const Bytes clip = damage::clipWith(damage::headers({damage::videoList()}));
     const avirepair::Plan plan = diagnosed(clip).plan;
-    EXPECT_EQ(plan.wrong.front(), "10 chunks named 01wb belong to a stream whose headers are lost: --like takes them "
+    EXPECT_EQ(plan.wrong.front(), "of a stream whose headers are lost: 10 chunks named 01wb; --like takes the headers "
                                   "from another clip");
     EXPECT_EQ(avirepair::exitCodeOf(plan), 3);
 }

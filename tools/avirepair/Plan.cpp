@@ -177,16 +177,16 @@ private:
             }
         }
         for (const auto& [id, count] : homeless) {
-            lose(counted(count, "chunk") + " named " + id + " belong to a stream whose headers are lost: --like takes "
-                 "them from another clip");
+            lose("of a stream whose headers are lost: " + counted(count, "chunk") + " named " + id +
+                 "; --like takes the headers from another clip");
         }
         if (doubtful > 0) {
-            m_plan.notes.push_back(counted(doubtful, "chunk") + " after the end of the recording may be the remains of "
-                                   "an older file and were left out; --all takes them");
+            m_plan.notes.push_back(counted(doubtful, "chunk") + " after the end of the recording, perhaps remains of an "
+                                   "older file; --all takes them");
         }
         if (leftOut > 0) {
-            m_plan.notes.push_back(counted(leftOut, "chunk") + " were left out because the index, which is sound, "
-                                   "does not list them; --all takes them");
+            m_plan.notes.push_back(counted(leftOut, "chunk") + " that the index, which is sound, does not list; --all "
+                                   "takes them");
         }
     }
 
@@ -490,15 +490,16 @@ private:
         say(m_scan.isOpen, "the media list was never completed: the recording broke off");
         say(!m_scan.isOpen && m_scan.mediaEnd > m_scan.fileSize, "the file ends before its media does");
         say(m_index.entries == 0, "there was no usable index: every frame is taken for a key frame");
-        say(m_index.wrong > 0, counted(m_index.wrong, "index entry") + " contradicted the media, which was followed");
+        say(m_index.wrong > 0, "the index contradicted the media in " + std::to_string(m_index.wrong) +
+                                   (m_index.wrong == 1 ? " place" : " places") + "; the media was followed");
         say(m_index.wrong == 0 && m_index.entries > 0 && listed < m_scan.chunks.size(),
-            counted(m_scan.chunks.size() - listed, "chunk") + " were not in the index");
-        say(cut > 0, counted(cut, "chunk") + " were incomplete");
-        say(resized > 0, counted(resized, "chunk") + " had a wrong size");
+            "not in the index: " + counted(m_scan.chunks.size() - listed, "chunk"));
+        say(cut > 0, "incomplete: " + counted(cut, "chunk"));
+        say(resized > 0, "with a wrong size: " + counted(resized, "chunk"));
         for (const Gap& gap : m_scan.gaps) {
             if (!gap.isTrailing && gap.end > gap.begin && m_plan.wrong.size() < 1000) {
                 m_plan.wrong.push_back(counted(gap.end - gap.begin, "byte") + " from " + std::to_string(gap.begin) +
-                                       " on held nothing of the clip");
+                                       " on hold nothing of the clip");
             }
         }
         say(m_scan.nextClip > 0, "another clip begins at byte " + std::to_string(m_scan.nextClip));
