@@ -3,7 +3,7 @@
 
 #include "avirepair/Report.h"
 #include "avirepair/Repair.h"
-#include "damage/Catalogue.h"
+#include "damage/catalogue/Catalogue.h"
 #include "support/MemoryFile.h"
 
 #include <string>

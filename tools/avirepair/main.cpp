@@ -4,8 +4,9 @@
 #include "avirepair/Report.h"
 #include "avirepair/System.h"
 #include "commandline/Arguments.h"
+#include "commandline/OpenFailure.h"
 #include "fileio/SystemFile.h"
-#include "hostkit/Interrupt.h"
+#include "hostkit/system/Interrupt.h"
 
 #include <chrono>
 #include <cstdio>
@@ -18,18 +19,9 @@ using namespace avirepair;
 
 std::filesystem::path pathOf(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }
 
-// What is not a file may never end.
 void openInput(fileio::SystemFile& file, const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(pathOf(path), error);
-    if (!std::filesystem::exists(status)) {
-        throw std::runtime_error(path + ": there is no such file");
-    }
-    if (!std::filesystem::is_regular_file(status)) {
-        throw std::runtime_error(path + ": not a file");
-    }
     if (!file.open(path.c_str(), fileio::kOpenRead | fileio::kOpenShareRead)) {
-        throw std::runtime_error(path + ": cannot be opened: no permission, or another program writes to it");
+        throw std::runtime_error(path + ": cannot be opened: " + openFailure(pathOf(path)));
     }
 }
 
