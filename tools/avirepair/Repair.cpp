@@ -53,8 +53,8 @@ public:
             m_to = to;
         }
         m_count += count;
-        if (m_count >= kBlock) {
-            flush();
+        while (m_count >= kBlock) {
+            copyBlock();
         }
     }
 
@@ -66,21 +66,25 @@ public:
 
     void flush() {
         while (m_count > 0) {
-            const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(m_count, kBlock));
-            m_block.resize(count);
-            if (!m_file.seek(static_cast<std::int64_t>(m_from)) || m_file.read(m_block.data(), count) != count) {
-                throw std::runtime_error("the file cannot be read at byte " + std::to_string(m_from));
-            }
-            m_sink.write(m_to, m_block);
-            m_from += count;
-            m_to += count;
-            m_count -= count;
-            m_done += count;
-            m_progress(m_done);
+            copyBlock();
         }
     }
 
 private:
+    void copyBlock() {
+        const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(m_count, kBlock));
+        m_block.resize(count);
+        if (!m_file.seek(static_cast<std::int64_t>(m_from)) || m_file.read(m_block.data(), count) != count) {
+            throw std::runtime_error("the file cannot be read at byte " + std::to_string(m_from));
+        }
+        m_sink.write(m_to, m_block);
+        m_from += count;
+        m_to += count;
+        m_count -= count;
+        m_done += count;
+        m_progress(m_done);
+    }
+
     fileio::File& m_file;
     aviwriter::ByteSink& m_sink;
     const Progress& m_progress;
