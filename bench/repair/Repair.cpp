@@ -1,5 +1,5 @@
-// What a repair costs: a sound file of 512 MiB through scan, plan and writer, against a plain copy that reads and writes
-// in pieces, and against the system's own copy. All from and to the system's cache and the same disk.
+// What a repair costs: a sound file of 512 MiB through scan, plan and writer, against a plain copy that reads and
+// writes in pieces, and against the system's own copy. All from and to the system's cache and the same disk.
 #include "avirepair/Repair.h"
 #include "aviwriter/AviFileWriter.h"
 #include "fileio/SystemFile.h"

@@ -133,7 +133,8 @@ std::vector<Idx1Entry> withKeyFrames(std::vector<Idx1Entry> entries, std::uint32
 TEST(KeyFrames, ComeFromTheIndexHoweverItCounts) {
     const auto movi = static_cast<std::uint32_t>(positionOf(damage::honestClip(), "movi"));
     for (const std::uint32_t shift : {0U, 8U, movi, movi + 8}) {
-        const avirepair::Plan plan = diagnosed(damage::clipIndexedBy(withKeyFrames(damage::mediaEntries(), shift))).plan;
+        const Bytes clip = damage::clipIndexedBy(withKeyFrames(damage::mediaEntries(), shift));
+        const avirepair::Plan plan = diagnosed(clip).plan;
         EXPECT_EQ(plan.streams[0].keyFrames, 4U) << shift;
         EXPECT_EQ(plan.wrong, std::vector<std::string>{}) << shift;
     }

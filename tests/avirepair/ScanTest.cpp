@@ -66,8 +66,8 @@ TEST(Scan, LeavesOutTheRemainsOfAnOlderFile) {
     const Bytes file = withChunks({pictures(3), noise(40), pictures(9)}, kOpen);
     const avirepair::Diagnosis found = diagnosed(file);
     EXPECT_EQ(videoOf(found.plan), "+++");
-    EXPECT_EQ(found.plan.notes, std::vector<std::string>{"9 chunks after the end of the recording, perhaps remains of an "
-                                                         "older file; --all takes them"});
+    EXPECT_EQ(found.plan.notes, std::vector<std::string>{"9 chunks after the end of the recording, perhaps remains "
+                                                         "of an older file; --all takes them"});
     EXPECT_EQ(diagnosed(file, {.takesAll = true}).scan.chunks.size(), 12U);
 }
 

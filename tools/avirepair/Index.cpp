@@ -116,7 +116,8 @@ Entries readEntries(fileio::File& file, const Scan& scan) {
 
 class Matcher {
 public:
-    Matcher(Scan& scan, const Entries& entries) : m_scan(scan), m_entries(entries), m_last(kNumbers, kNone), m_lostEnd(kNumbers, 0) {}
+    Matcher(Scan& scan, const Entries& entries)
+        : m_scan(scan), m_entries(entries), m_last(kNumbers, kNone), m_lostEnd(kNumbers, 0) {}
 
     IndexMatch run() {
         m_match.entries = m_entries.all.size();

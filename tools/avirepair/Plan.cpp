@@ -181,8 +181,8 @@ private:
                  "; --like takes the headers from another clip");
         }
         if (doubtful > 0) {
-            m_plan.notes.push_back(counted(doubtful, "chunk") + " after the end of the recording, perhaps remains of an "
-                                   "older file; --all takes them");
+            m_plan.notes.push_back(counted(doubtful, "chunk") + " after the end of the recording, perhaps remains of "
+                                   "an older file; --all takes them");
         }
         if (leftOut > 0) {
             m_plan.notes.push_back(counted(leftOut, "chunk") + " that the index, which is sound, does not list; --all "

@@ -136,7 +136,8 @@ private:
             case Kind::none: return false;
             case Kind::enteredList:
             case Kind::record: return true;
-            case Kind::other: return depth > 0 && fits(position + 8, header.size) && follower(position, header, depth - 1);
+            case Kind::other:
+                return depth > 0 && fits(position + 8, header.size) && follower(position, header, depth - 1);
             case Kind::media: return fits(position + 8, header.size) || hintAt(position + 8) || isCutAtEnd(header);
             default: return fits(position + 8, header.size);
         }
