@@ -139,7 +139,7 @@ protected:
 
 TEST_P(RepairOf, SavesWhatTheFileHolds) {
     DamagedFile file = GetParam();
-    file.zerosBehind = std::min(file.zerosBehind, kMostZeros);
+    file.zerosAfter = std::min(file.zerosAfter, kMostZeros);
     const auto path = writeDamaged(m_folder.folder(), file);
     const bool needsLike = kRepairedLike.contains(file.name);
     const auto like = needsLike ? writeBytes(m_folder.folder() / "like.avi", honestClip()) : std::filesystem::path();
