@@ -1,8 +1,8 @@
 # Stages the files for users and builds the archive, the installer and their checksums. The same commit always produces
 # the same bytes: all times in them are the commit's.
 # The plug-in's symbols lie beside them, for a release to keep.
-#   cmake -D NAME= -D VERSION= -D PLUGIN= -D SYMBOLS= -D IMPORTHOST= -D TEXTS= -D SCRIPTS= -D LIBPNG= -D OUTPUT=
-#       -P Package.cmake
+#   cmake -D NAME= -D VERSION= -D PLUGIN= -D SYMBOLS= -D IMPORTHOST= -D AVIREPAIR= -D TEXTS= -D SCRIPTS= -D LIBPNG=
+#       -D OUTPUT= -P Package.cmake
 cmake_minimum_required(VERSION 3.25)
 
 set(archive ${NAME}-${VERSION}-win64)
@@ -31,7 +31,7 @@ endforeach()
 
 # --- The files --------------------------------------------------------------------------------------------------
 
-# Licenses of what is linked into importhost.exe, and of the plug-in's compiler runtime.
+# Licenses of what is linked into the programs, and of the plug-in's compiler runtime.
 set(licenses "")
 foreach(package IN ITEMS libcli11-dev nlohmann-json3-dev libstb-dev libz-mingw-w64-dev mingw-w64-x86-64-dev
                          gcc-mingw-w64-base)
@@ -44,7 +44,8 @@ file(WRITE ${OUTPUT}/licenses.txt "${licenses}")
 configure_file(${OUTPUT}/licenses.txt ${stage}/third-party-licenses.txt COPYONLY)
 file(REMOVE ${OUTPUT}/licenses.txt)
 
-file(COPY ${PLUGIN} ${IMPORTHOST} ${TEXTS}/README.txt ${TEXTS}/log-on.reg ${TEXTS}/log-off.reg DESTINATION ${stage})
+file(COPY ${PLUGIN} ${IMPORTHOST} ${AVIREPAIR} ${TEXTS}/README.txt ${TEXTS}/log-on.reg ${TEXTS}/log-off.reg
+     DESTINATION ${stage})
 
 # --- The archive ------------------------------------------------------------------------------------------------
 

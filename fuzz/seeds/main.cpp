@@ -1,6 +1,6 @@
 // Writes the seeds: small files of every kind that the sample writer knows, followed by scripts.
 //   fuzz_seeds FOLDER [AVI_FILE...]
-// Creates the folders parser, import, audio_format and standin. The named files are added as further seeds.
+// Creates the folders parser, import, repair, audio_format and standin. The named files are added as further seeds.
 #include "seeds/Seeds.h"
 
 #include "commandline/Arguments.h"
@@ -49,6 +49,7 @@ void run(const std::vector<std::string>& arguments) {
         files.push_back({path.stem().string(), readFile(path)});
     }
     write(folder / "parser", fuzz::withReadScripts(files));
+    write(folder / "repair", fuzz::withReadScripts(files));
     write(folder / "import", fuzz::withImportScripts(files));
     write(folder / "audio_format", fuzz::audioFormats());
     write(folder / "standin", fuzz::standinStreams());

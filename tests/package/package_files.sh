@@ -16,10 +16,12 @@ expect "files with a checksum" "ImporterQuorvane-$version-setup.exe $name.zip Im
 
 (cd "$work" && cmake -E tar xf "$packages/$name.zip")
 expect "files in the archive: no stand-in for the codec library among them" \
-    "$name/ImporterQuorvane.prm $name/README.txt $name/importhost.exe $name/log-off.reg $name/log-on.reg $name/third-party-licenses.txt" \
+    "$name/ImporterQuorvane.prm $name/README.txt $name/avirepair.exe $name/importhost.exe $name/log-off.reg $name/log-on.reg $name/third-party-licenses.txt" \
     "$(cd "$work" && find . -type f | sed 's|^\./||' | as_sorted_line)"
 expect "the plug-in in the archive is the tested one" "same" \
     "$(cmp "$work/$name/ImporterQuorvane.prm" "$bin/ImporterQuorvane.prm" && echo same)"
+expect "avirepair in the archive is the tested one" "same" \
+    "$(cmp "$work/$name/avirepair.exe" "$bin/avirepair.exe" && echo same)"
 expect "importhost in the archive is the tested one" "same" \
     "$(cmp "$work/$name/importhost.exe" "$bin/importhost.exe" && echo same)"
 
@@ -43,8 +45,9 @@ done
 # Packages the same content twice, the second time from newer files.
 make_packages() {
     cmake -D NAME=ImporterQuorvane -D VERSION="$version" -D PLUGIN="$work/$name/ImporterQuorvane.prm" \
-        -D SYMBOLS="$symbols" -D IMPORTHOST="$work/$name/importhost.exe" -D TEXTS="$work/$name" \
-        -D SCRIPTS="$here/../../packaging" -D LIBPNG="$here/../../build/packages/libpng1.6" -D OUTPUT="$1" \
+        -D SYMBOLS="$symbols" -D IMPORTHOST="$work/$name/importhost.exe" -D AVIREPAIR="$work/$name/avirepair.exe" \
+        -D TEXTS="$work/$name" -D SCRIPTS="$here/../../packaging" \
+        -D LIBPNG="$here/../../build/packages/libpng1.6" -D OUTPUT="$1" \
         -P "$here/../../packaging/Package.cmake" >"$work/log" 2>&1 || cat "$work/log"
 }
 make_packages "$work/first"

@@ -60,6 +60,7 @@ expect "no codec library was installed" "" "$(find "$programs" -iname '*common64
 expect "the version under Apps" "$version" "$(app_value DisplayVersion)"
 expect "the folder under Apps" 'C:\Program Files\Adobe\Common\Plugins\7.0\MediaCore' "$(app_value PluginFolder)"
 expect "importhost prints the version" "importhost $version" "$(wine "$support/importhost.exe" --version 2>/dev/null | tr -d '\r')"
+expect "avirepair prints the version" "avirepair $version" "$(wine "$support/avirepair.exe" --version 2>/dev/null | tr -d '\r')"
 
 # --- importing through it
 

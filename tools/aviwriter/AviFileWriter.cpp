@@ -15,6 +15,8 @@ constexpr std::uint64_t kIdx1Entry = 16;
 constexpr std::uint64_t kSuperIndexEntry = 16;
 constexpr std::uint64_t kIndexHeader = 24;
 constexpr std::uint64_t kStandardIndexEntry = 8;
+constexpr std::size_t kStreamHeader = 56;                // the main header has the same size
+constexpr std::size_t kBufferSizeAt = 36;                // in a stream header
 constexpr std::uint32_t kFlagHasIndex = 0x10;
 constexpr std::uint32_t kFlagInterleaved = 0x100;
 constexpr std::uint32_t kFlagKeyFrame = 0x10;
@@ -59,6 +61,30 @@ AviFileWriter::AviFileWriter(ByteSink& sink, const FileLayout& layout, const std
     openMovi();
 }
 
+AviFileWriter::AviFileWriter(ByteSink& sink, const FileLayout& layout, const Bytes& mainHeader,
+                             const std::vector<CopiedTrack>& tracks)
+    : m_sink(sink), m_layout(layout), m_copiedMainHeader(mainHeader) {
+    if (tracks.empty() || mainHeader.size() != kStreamHeader) {
+        throw std::invalid_argument("no streams, or a main header of another size");
+    }
+    for (const CopiedTrack& track : tracks) {
+        if (track.header.size() != kStreamHeader) {
+            throw std::invalid_argument("a stream header of another size");
+        }
+        Stream stream;
+        stream.header.suggestedBufferSize = u32At(track.header, kBufferSizeAt);
+        stream.format = track.format;
+        stream.chunkId = digits(m_streams.size()) + track.type;
+        stream.indexId = "ix" + digits(m_streams.size());
+        stream.copiedHeader = track.header;
+        stream.more = track.more;
+        stream.isVideo = track.isVideo;
+        m_streams.push_back(std::move(stream));
+    }
+    append(headers());
+    openMovi();
+}
+
 void AviFileWriter::addVideo(const VideoTrack& video) {
     if (video.rate == 0 || video.scale == 0) {
         throw std::invalid_argument("the frame rate is zero");
@@ -71,6 +97,7 @@ void AviFileWriter::addVideo(const VideoTrack& video) {
                                        .height = static_cast<std::int32_t>(video.height),
                                        .compression = video.handler,
                                        .sizeImage = video.width * video.height * 3}) + video.extraData;
+    stream.isVideo = true;
     stream.chunkId = digits(m_streams.size()) + "dc";
     stream.indexId = "ix" + digits(m_streams.size());
     m_streams.push_back(std::move(stream));
@@ -106,32 +133,42 @@ void AviFileWriter::writeAudio(std::size_t track, const Bytes& samples) {
 }
 
 void AviFileWriter::writeChunk(Stream& stream, const Bytes& data, std::uint32_t length) {
+    const auto size = static_cast<std::uint32_t>(data.size());
+    m_sink.write(enterChunk(stream, stream.chunkId, size, size > 0, length), chunk(stream.chunkId, data));
+}
+
+std::uint64_t AviFileWriter::addChunk(std::size_t stream, const std::string& id, std::uint32_t size, bool isKey,
+                                      std::uint32_t length) {
+    return enterChunk(m_streams.at(stream), id, size, isKey, length);
+}
+
+std::uint64_t AviFileWriter::enterChunk(Stream& stream, const std::string& id, std::uint32_t size, bool isKey,
+                                        std::uint32_t length) {
     const bool segmentHasData = m_end > m_movi + 12;
     const std::uint64_t segmentLimit = std::min(m_layout.segmentBytes, kLargestRiff);
-    if (hasOpenDml() && segmentHasData && segmentSizeWith(data.size()) > segmentLimit) {
+    if (hasOpenDml() && segmentHasData && segmentSizeWith(size) > segmentLimit) {
         startSegment(0);
     }
-    if (segmentSizeWith(data.size()) > kLargestRiff) {
+    if (segmentSizeWith(size) > kLargestRiff) {
         throw std::length_error("the segment would outgrow 4 GiB");
     }
 
-    const auto size = static_cast<std::uint32_t>(data.size());
-    const auto offset = static_cast<std::uint32_t>(m_end - m_movi);
-    const bool keyFrame = size > 0;
-    append(chunk(stream.chunkId, data));
-
+    const std::uint64_t position = m_end;
+    const auto offset = static_cast<std::uint32_t>(position - m_movi);
+    m_end += kChunkHeader + paddedToEven(size);
     if (hasIdx1() && m_firstRiffSize == 0) {
-        m_idx1 = std::move(m_idx1) + bytesOf(Idx1Entry{.chunkId = stream.chunkId,
-                                                       .flags = keyFrame ? kFlagKeyFrame : 0,
+        m_idx1 = std::move(m_idx1) + bytesOf(Idx1Entry{.chunkId = id,
+                                                       .flags = isKey ? kFlagKeyFrame : 0,
                                                        .offset = offset - 8,   // relative to the list's type
                                                        .length = size});
     }
     if (hasOpenDml()) {
-        stream.segmentEntries.push_back({offset + 8, keyFrame ? size : kNotKeyFrame});
+        stream.segmentEntries.push_back({offset + 8, isKey ? size : size | kNotKeyFrame});
     }
     stream.segmentLength += length;
     stream.header.length += length;
     stream.header.suggestedBufferSize = std::max(stream.header.suggestedBufferSize, size);
+    return position;
 }
 
 // The final size of the current RIFF if a chunk of `chunkBytes` data bytes is added.
@@ -177,7 +214,7 @@ void AviFileWriter::endSegment() {
     patchSize(m_riff);
     if (first) {
         m_firstRiffSize = m_end - m_riff - kChunkHeader;
-        m_firstRiffFrames = m_video ? m_streams.front().header.length : 0;
+        m_firstRiffFrames = videoLength();
     }
 }
 
@@ -220,14 +257,33 @@ void AviFileWriter::finish() {
 
 // Everything before the first "movi" list; its length does not depend on the counts.
 Bytes AviFileWriter::headers() const {
-    std::vector<Bytes> children = {avih(mainHeader())};
+    std::vector<Bytes> children = {m_copiedMainHeader.empty() ? avih(mainHeader())
+                                                              : chunk("avih", copiedMainHeader())};
     for (const Stream& stream : m_streams) {
         children.push_back(streamList(stream));
     }
     if (hasOpenDml()) {
-        children.push_back(odml(m_video ? m_streams.front().header.length : 0));
+        children.push_back(odml(videoLength()));
     }
     return join({text("RIFF"), u32(static_cast<std::uint32_t>(m_firstRiffSize)), text("AVI "), list("hdrl", children)});
+}
+
+// Of the first video stream.
+std::uint32_t AviFileWriter::videoLength() const {
+    const auto video = std::find_if(m_streams.begin(), m_streams.end(),
+                                    [](const Stream& stream) { return stream.isVideo; });
+    return video != m_streams.end() ? video->header.length : 0;
+}
+
+// What this writer decides, in the other file's header.
+Bytes AviFileWriter::copiedMainHeader() const {
+    const MainHeader own = mainHeader();
+    Bytes header = m_copiedMainHeader;
+    overwrite(header, 12, u32(u32At(header, 12) | own.flags));
+    overwrite(header, 16, u32(own.totalFrames));
+    overwrite(header, 24, u32(own.streams));
+    overwrite(header, 28, u32(std::max(u32At(header, 28), own.suggestedBufferSize)));
+    return header;
 }
 
 MainHeader AviFileWriter::mainHeader() const {
@@ -251,10 +307,19 @@ MainHeader AviFileWriter::mainHeader() const {
     return header;
 }
 
-Bytes AviFileWriter::streamList(const Stream& stream) const {
+Bytes AviFileWriter::streamHeader(const Stream& stream) const {
+    if (!stream.copiedHeader.empty()) {
+        Bytes header = stream.copiedHeader;
+        overwrite(header, kBufferSizeAt, u32(stream.header.suggestedBufferSize));
+        return chunk("strh", header);
+    }
     StreamHeader header = stream.header;
     header.handler = stream.handler;
-    std::vector<Bytes> children = {strh(header), strf(stream.format)};
+    return strh(header);
+}
+
+Bytes AviFileWriter::streamList(const Stream& stream) const {
+    std::vector<Bytes> children = {streamHeader(stream), strf(stream.format), stream.more};
     if (hasOpenDml()) {
         const std::uint64_t unused = m_layout.superIndexRoom - stream.superEntries.size();
         children.push_back(chunk("indx", bytesOf(SuperIndex{.chunkId = stream.chunkId,

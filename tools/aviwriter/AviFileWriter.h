@@ -31,6 +31,15 @@ struct AudioTrack {
     WaveRecord record = WaveRecord::ex18;
 };
 
+// A stream whose headers and chunks come from another file.
+struct CopiedTrack {
+    Bytes header{};                 // "strh", 56 bytes, with its length
+    Bytes format{};                 // "strf"
+    Bytes more{};                   // whole chunks that follow the format
+    std::string type = "dc";        // of its chunks, in the index
+    bool isVideo = false;
+};
+
 struct FileLayout {
     IndexKind index = IndexKind::both;
     // A segment ("AVI " or "AVIX" RIFF) ends before it would exceed this many bytes. A larger chunk gets a segment of
@@ -51,6 +60,17 @@ public:
     // 100.
     AviFileWriter(ByteSink& sink, const FileLayout& layout, const std::optional<VideoTrack>& video,
                   const std::vector<AudioTrack>& audio);
+
+    // The same for streams from another file; `mainHeader` is the 56 bytes of its "avih". Throws
+    // std::invalid_argument when there is no stream or a header of another size.
+    AviFileWriter(ByteSink& sink, const FileLayout& layout, const Bytes& mainHeader,
+                  const std::vector<CopiedTrack>& tracks);
+
+    // Reserves room for a chunk of `size` data bytes and adds it to the indexes; `length` is what it adds to its
+    // segment, in the stream's units. Returns the position in the sink where the caller writes header, data and pad
+    // byte, gigabytes at a time if it likes.
+    std::uint64_t addChunk(std::size_t stream, const std::string& id, std::uint32_t size, bool isKey,
+                           std::uint32_t length);
 
     // Writes one compressed frame; empty data is a dropped frame, a chunk of size 0.
     void writeVideo(const Bytes& frame);
@@ -78,6 +98,9 @@ private:
         std::vector<StandardIndexEntry> segmentEntries{};   // offsets relative to the segment's "movi" list
         std::uint32_t segmentLength = 0;                    // frames or sample frames in this segment
         std::vector<SuperIndexEntry> superEntries{};
+        Bytes copiedHeader{};                               // stands for `header` in a stream from another file
+        Bytes more{};
+        bool isVideo = false;
     };
 
     bool hasIdx1() const { return m_layout.index != IndexKind::openDml; }
@@ -87,9 +110,14 @@ private:
     void addAudio(const AudioTrack& audio);
     Bytes headers() const;
     Bytes streamList(const Stream& stream) const;
+    Bytes streamHeader(const Stream& stream) const;
     MainHeader mainHeader() const;
 
     void writeChunk(Stream& stream, const Bytes& data, std::uint32_t length);
+    std::uint64_t enterChunk(Stream& stream, const std::string& id, std::uint32_t size, bool isKey,
+                             std::uint32_t length);
+    Bytes copiedMainHeader() const;
+    std::uint32_t videoLength() const;
     void openMovi();
     void endSegment();
     void writeHole(std::uint64_t hole);
@@ -102,6 +130,7 @@ private:
     FileLayout m_layout;
     std::optional<VideoTrack> m_video;
     std::vector<Stream> m_streams;
+    Bytes m_copiedMainHeader;
     Bytes m_idx1;                        // the entries of the first segment
     std::uint64_t m_end = 0;             // current size of the file
     std::uint64_t m_riff = 0;            // position of the current segment

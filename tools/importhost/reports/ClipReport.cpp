@@ -3,6 +3,7 @@
 #include "commandline/OpenFailure.h"
 #include "hostkit/system/Text.h"
 #include "importhost/console/Refusal.h"
+#include "importhost/reports/RepairAdvice.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,6 +59,7 @@ ClipReport reportOf(hostkit::ImporterSession& session, const std::filesystem::pa
         report.refusal = openFailure(path);
         return report;
     }
+    report.advice = repairAdvice(path);
     do {
         report.streams.push_back(describeStream(clip, static_cast<csSDK_int32>(report.streams.size())));
     } while (report.streams.back().result == imIterateStreams && report.streams.size() < 256);

@@ -38,6 +38,7 @@ struct ClipReport {
     csSDK_int32 openResult = 0;
     std::vector<StreamReport> streams;
     std::string refusal;                        // why the clip was refused, if it was
+    std::vector<std::string> advice;            // see RepairAdvice.h
     std::vector<PrPixelFormat> pixelFormats;
     csSDK_int32 analysisResult = imUnsupported;
     std::string analysis;

@@ -107,6 +107,7 @@ Json asJson(const ClipReport& report, const Editor& editor) {
     if (!report.isGood()) {
         json["refusal"] = report.refusal;
     }
+    json["advice"] = report.advice;
     json["streams"] = Json::array();
     for (const StreamReport& stream : report.streams) {
         json["streams"].push_back(streamJson(stream, editor));

@@ -168,6 +168,9 @@ std::string asText(const ClipReport& report, const Editor& editor) {
     if (!report.isGood()) {
         lines.line("", report.refusal);
     }
+    for (const std::string& sentence : report.advice) {
+        lines.line("advice", sentence);
+    }
     if (!report.isGood() || !report.streams.front().info.hasVideo) {
         return lines.text();
     }
