@@ -1,6 +1,6 @@
 #include "SampleFiles.h"
 #include "avi/ChunkWalk.h"
-#include "support/SparseFile.h"
+#include "support/MemoryFile.h"
 #include "text/FourCC.h"
 
 #include <gtest/gtest.h>
@@ -126,7 +126,7 @@ TEST(ChunkWalk, AFailureIsReportedByTheWholeWalk) {
 TEST(ChunkWalk, SizesOf2GiBAnd4GiBSkipTheirData) {
     for (const std::uint64_t size : {0x7FFFFFFFull, 0x80000000ull, 0xFFFFFFFEull, 0xFFFFFFFFull}) {
         const std::uint64_t next = (size + 9) & ~1ull;
-        auto sparse = std::make_unique<fileio::SparseFile>(static_cast<std::int64_t>(next + 8));
+        auto sparse = std::make_unique<fileio::MemoryFile>(static_cast<std::int64_t>(next + 8));
         sparse->put(0, text("huge") + u32(static_cast<std::uint32_t>(size)));
         sparse->put(next, text("next") + u32(0));
         Walked walked(std::move(sparse));
@@ -136,7 +136,7 @@ TEST(ChunkWalk, SizesOf2GiBAnd4GiBSkipTheirData) {
 }
 
 TEST(ChunkWalk, AListOf4GiBIsWalkedToItsEnd) {
-    auto sparse = std::make_unique<fileio::SparseFile>(0x1'0000'0100);
+    auto sparse = std::make_unique<fileio::MemoryFile>(0x1'0000'0100);
     sparse->put(0, text("RIFF") + u32(0xFFFFFFF8) + text("AVIX"));
     sparse->put(12, text("JUNK") + u32(0xFFFFFFDC));
     sparse->put(0xFFFFFFF0, text("last") + u32(8));
@@ -207,13 +207,13 @@ TEST(ChunkWalk, ARowOfZerosThatEndsWithinAHeaderFails) {
 }
 
 TEST(ChunkWalk, A64MebibyteRowOfZerosIsWalked) {
-    Walked walked(std::make_unique<fileio::SparseFile>((64 << 20) + 8));
+    Walked walked(std::make_unique<fileio::MemoryFile>((64 << 20) + 8));
     EXPECT_TRUE(walked.holds);
     EXPECT_EQ(walked.tree.size(), 1u);
 }
 
 TEST(ChunkWalk, ALongerRowOfZerosIsNotWalked) {
-    EXPECT_FALSE(Walked(std::make_unique<fileio::SparseFile>((64 << 20) + 16)).holds);
+    EXPECT_FALSE(Walked(std::make_unique<fileio::MemoryFile>((64 << 20) + 16)).holds);
 }
 
 }  // namespace

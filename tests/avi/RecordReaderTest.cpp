@@ -4,7 +4,6 @@
 #include "aviwriter/Blocks.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
-#include "support/SparseFile.h"
 
 #include <gtest/gtest.h>
 

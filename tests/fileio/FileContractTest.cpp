@@ -294,4 +294,16 @@ TEST_P(FileContract, BlocksAreAlignedAndHave4096Bytes) {
     EXPECT_EQ(newFile().blockAlignment(), 4096u);
 }
 
+// The fake's own: pieces in any order, over and beside each other, with zeros between them.
+TEST(MemoryFile, HoldsWhatWasPutLast) {
+    fileio::MemoryFile file(std::int64_t{12});
+    file.put(8, {8, 9});
+    file.put(2, {2, 3});
+    file.put(3, {30, 40, 50, 60, 70, 80});
+    file.put(4, {44});
+    std::vector<std::uint8_t> bytes(20);
+    bytes.resize(static_cast<std::size_t>(file.read(bytes.data(), bytes.size())));
+    EXPECT_EQ(bytes, (std::vector<std::uint8_t>{0, 0, 2, 30, 44, 50, 60, 70, 80, 9, 0, 0}));
+}
+
 }  // namespace
