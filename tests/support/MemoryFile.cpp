@@ -58,7 +58,7 @@ std::size_t FileBytes::read(std::uint64_t position, std::size_t count, std::uint
         const std::uint64_t first = std::max(start, position);
         const std::uint64_t last = std::min(start + bytes.size(), position + part);
         if (first < last) {
-            std::memcpy(out + (first - position), bytes.data() + (first - start), static_cast<std::size_t>(last - first));
+            std::copy_n(bytes.data() + (first - start), last - first, out + (first - position));
         }
     }
     return part;
