@@ -5,6 +5,7 @@
 #include "commandline/Arguments.h"
 #include "commandline/OpenFailure.h"
 #include "fileio/SystemFile.h"
+#include "hostkit/system/Text.h"
 
 #include <cstdio>
 #include <exception>
@@ -18,7 +19,7 @@ using namespace avidump;
 Report dump(const std::string& path, bool withChunks) {
     fileio::SystemFile file;
     if (!file.open(path.c_str(), fileio::kOpenRead | fileio::kOpenShareRead)) {
-        const std::string why = openFailure(std::u8string(path.begin(), path.end()));
+        const std::string why = openFailure(hostkit::pathFromUtf8(path));
         std::fprintf(stderr, "avidump: %s: cannot be opened: %s\n", path.c_str(), why.c_str());
         return makeFailedReport(path);
     }
