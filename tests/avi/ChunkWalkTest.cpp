@@ -20,7 +20,7 @@ struct Walked {
         holds = walkChunks(reader, {fourCC("movi")}, tree);
     }
 
-    /// The tree as text, such as "RIFF:AVI(LIST:hdrl(avih) JUNK)", without the blanks in codes.
+    // The tree as text, such as "RIFF:AVI(LIST:hdrl(avih) JUNK)", without the blanks in codes.
     std::string text() const { return text(tree.topLevel()); }
     std::string text(const ChunkTree::Range& nodes) const {
         std::ostringstream result;
@@ -161,8 +161,8 @@ TEST(ChunkWalk, AHundredThousandNestedListsAreWalked) {
     EXPECT_EQ(walked.tree.size(), depth);
 }
 
-/// Units of 24 bytes. Each outer list ends after the header of its inner one, which includes the rest of the group: the
-/// rest is walked once inside and once after it, so a group has 2^(units + 1) - 2 nodes.
+// Units of 24 bytes. Each outer list ends after the header of its inner one, which includes the rest of the group: the
+// rest is walked once inside and once after it, so a group has 2^(units + 1) - 2 nodes.
 Bytes doublingGroup(std::uint32_t units) {
     Bytes group;
     for (std::uint32_t i = 1; i <= units; ++i) {

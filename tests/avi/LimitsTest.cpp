@@ -103,7 +103,7 @@ TEST(Limits, MessagesEndAfterAMebibyte) {
     EXPECT_EQ(parsed.parser.streams().size(), 100u);
 }
 
-/// Peak memory of parsing the file.
+// Peak memory of parsing the file.
 std::size_t peakOf(AviParser& parser, fileio::File& file) {
     const std::size_t before = heap::inUse();
     heap::startCounting();
@@ -121,7 +121,7 @@ TEST(Limits, ASparseFormatOfGigabytesTakesNoMemory) {
     EXPECT_NE(parser.errorText().find("stream[0]: strf data read error\n"), std::string::npos);
 }
 
-/// A stream whose standard index states gigabytes of entries, in a file that reports such a size.
+// A stream whose standard index states gigabytes of entries, in a file that reports such a size.
 fileio::MemoryFile fileOfEndlessIndex(std::uint64_t& indexAt) {
     const std::uint32_t count = 500'000'000;
     const std::uint32_t size = 8 + 24 + 8 * std::uint64_t{count};
@@ -162,7 +162,7 @@ TEST(Limits, ATruncatedIndexTakesNoMemoryForItsRest) {
               std::string::npos);
 }
 
-/// A file whose last bytes are a standard index of `count` entries.
+// A file whose last bytes are a standard index of `count` entries.
 Bytes fileOfOneIndex(std::uint32_t count) {
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})})})});
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));

@@ -21,7 +21,7 @@ TEST(ReadCount, ASmallFileIsReadOnce) {
     EXPECT_EQ(file.seekCount(), 1u);
 }
 
-/// 1 GiB of media data followed by a small index.
+// 1 GiB of media data followed by a small index.
 fileio::MemoryFile largeFile(std::uint32_t entries) {
     const Bytes head = samples::hdrl({samples::videoStrl()});
     const Bytes index = idx1(std::vector<Idx1Entry>(entries, {.length = 1}));
@@ -118,14 +118,14 @@ TEST(ReadCount, ListsThatEndPastTheFileAreNotReadThere) {
     EXPECT_LE(file.reads().size(), 600'000u / 65'536 + 2);
 }
 
-/// A parse of a file that has one unreadable byte.
+// A parse of a file that has one unreadable byte.
 struct ParsedWithFault {
     ParsedWithFault(const Bytes& bytes, std::uint64_t brokenByte) : memory(bytes), file(memory) {
         file.breakByte(brokenByte);
         EXPECT_TRUE(parser.parse(file));
     }
 
-    /// Each can take half a minute on a failing disk.
+    // Each can take half a minute on a failing disk.
     std::size_t failedReads() const {
         return static_cast<std::size_t>(
             std::count_if(file.reads().begin(), file.reads().end(),

@@ -24,7 +24,7 @@ Bytes standardIndex(std::uint32_t entries) {
     return ix("ix00", {.entries = std::vector<StandardIndexEntry>(entries, {.offset = 0, .size = 1})});
 }
 
-/// Segments of one gigabyte, each with the indexes of all streams at its end.
+// Segments of one gigabyte, each with the indexes of all streams at its end.
 fileio::MemoryFile recording(const Shape& shape) {
     const Bytes index = standardIndex(shape.entriesEach);
     const auto indexSize = static_cast<std::uint32_t>(index.size());
@@ -53,7 +53,7 @@ fileio::MemoryFile recording(const Shape& shape) {
     return file;
 }
 
-/// The same media data in one segment with an "idx1".
+// The same media data in one segment with an "idx1".
 fileio::MemoryFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
     std::vector<Idx1Entry> list;
     const std::vector<std::string> ids = {"00dc", "01dc", "02dc", "03dc", "04dc", "05dc", "06dc", "07dc"};
@@ -70,7 +70,7 @@ fileio::MemoryFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
     return file;
 }
 
-/// Opens the file and expects `chunksEach` chunks in each stream.
+// Opens the file and expects `chunksEach` chunks in each stream.
 void expectOpens(fileio::FaultFile& file, std::size_t streams, std::size_t chunksEach) {
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));

@@ -20,7 +20,7 @@ constexpr std::uint32_t kWrite = 2;
 constexpr std::uint32_t kReadWrite = 3;
 constexpr std::uint32_t kShare = 8;
 
-/// One implementation: creates closed files and names their paths.
+// One implementation: creates closed files and names their paths.
 class Maker {
 public:
     virtual ~Maker() = default;
@@ -70,7 +70,7 @@ protected:
     File& newFile() { return m_maker->makeFile(); }
     std::string path(const std::string& name) { return m_maker->path(name); }
 
-    /// Writes a file that holds `content`, closes it and returns its path.
+    // Writes a file that holds `content`, closes it and returns its path.
     std::string written(const std::string& name, std::string_view content) {
         File& file = newFile();
         EXPECT_TRUE(file.open(path(name).c_str(), kWrite));

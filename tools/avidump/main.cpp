@@ -28,7 +28,7 @@ Report dump(const std::string& path, bool withChunks) {
     return makeReport(path, file, parser, usable, withChunks);
 }
 
-/// Invalid UTF-8 in a path is replaced, because JSON must be UTF-8.
+// Invalid UTF-8 in a path is replaced, because JSON must be UTF-8.
 std::string jsonOf(const Report& report) {
     return report.dump(2, ' ', false, Report::error_handler_t::replace) + "\n";
 }
