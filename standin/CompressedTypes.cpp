@@ -22,7 +22,7 @@ constexpr TypeLayout grey(std::uint32_t bits) {
     return {.planeCount = 1, .bitDepth = bits};
 }
 
-constexpr CompressedType kTypes[] = {
+constexpr CompressedType kCompressedTypes[] = {
     {101, "RGB 8", rgb(8)},
     {102, "RGBA 8", rgba(8)},
     {103, "YUV 4:4:4 8", yuv(8, 1, 1)},
@@ -44,7 +44,7 @@ constexpr CompressedType kTypes[] = {
 }  // namespace
 
 const CompressedType* findCompressedType(std::uint32_t number) {
-    for (const CompressedType& type : kTypes) {
+    for (const CompressedType& type : kCompressedTypes) {
         if (type.number == number)
             return &type;
     }

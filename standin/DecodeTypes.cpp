@@ -79,7 +79,7 @@ void packBgra16(const PixelRow& row, std::uint8_t* out) {
     }
 }
 
-constexpr DecodeType kTypes[] = {
+constexpr DecodeType kDecodeTypes[] = {
     // number, name, rgb, alpha, bits, pixels and bytes of a group, encoded as, packer
     {4, "YUYV", false, false, 8, 2, 4, 104, packYuyv},
     {5, "UYVY", false, false, 8, 2, 4, 104, packUyvy},
@@ -97,8 +97,12 @@ constexpr DecodeType kTypes[] = {
 
 }  // namespace
 
+std::span<const DecodeType> decodeTypes() {
+    return kDecodeTypes;
+}
+
 const DecodeType* findDecodeType(std::uint32_t number) {
-    for (const DecodeType& type : kTypes) {
+    for (const DecodeType& type : kDecodeTypes) {
         if (type.number == number)
             return &type;
     }

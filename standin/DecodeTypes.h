@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace standin {
 
@@ -26,6 +27,8 @@ struct DecodeType {
     std::uint32_t compressedType;   // the encoder's type for this format
     void (*pack)(const PixelRow& row, std::uint8_t* out);
 };
+
+std::span<const DecodeType> decodeTypes();
 
 // The type with this number, or null if it is unknown. The row is never destroyed.
 const DecodeType* findDecodeType(std::uint32_t number);

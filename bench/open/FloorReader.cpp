@@ -24,7 +24,7 @@ struct Table {
     std::vector<Run> runs;  // the standard indexes; empty for "idx1"
 };
 
-/// Where the index lies and how long the tables get, determined before time is measured.
+// Where the index lies and how long the tables get, determined before time is measured.
 struct Plan {
     std::vector<Table> tables;  // one for each stream
     Run idx1{};
@@ -65,7 +65,7 @@ void read(fileio::File& file, std::uint64_t position, std::uint8_t* to, std::uin
 
 using Row = ChunkList::Row;
 
-/// One stream's rows, filled up to `end`.
+// One stream's rows, filled up to `end`.
 struct Filled {
     explicit Filled(std::uint64_t entries) : rows(std::make_unique_for_overwrite<Row[]>(entries)), end(rows.get()) {}
 

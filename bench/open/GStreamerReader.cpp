@@ -13,7 +13,7 @@ struct Unref {
     void operator()(gpointer object) const { gst_object_unref(object); }
 };
 
-/// Blocks a stream's data: nobody consumes it, only the opening is measured.
+// Blocks a stream's data: nobody consumes it, only the opening is measured.
 GstPadProbeReturn keepBlocked(GstPad*, GstPadProbeInfo*, gpointer) {
     return GST_PAD_PROBE_OK;
 }
@@ -23,7 +23,7 @@ void onPadAdded(GstElement*, GstPad* pad, gpointer) {
                       keepBlocked, nullptr, nullptr);
 }
 
-/// All streams are known, and so is the index. The message wakes the waiting thread.
+// All streams are known, and so is the index. The message wakes the waiting thread.
 void onNoMorePads(GstElement* demuxer, gpointer) {
     gst_element_post_message(
         demuxer, gst_message_new_application(GST_OBJECT(demuxer), gst_structure_new_empty("all-streams")));

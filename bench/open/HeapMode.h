@@ -5,11 +5,11 @@
 namespace bench {
 
 enum class HeapMode {
-    fresh,   ///< every opening gets its memory from the system, page by page, as a host's next clip does
-    reused,  ///< memory that an earlier opening freed is available
+    fresh,   // every opening gets its memory from the system, page by page, as a host's next clip does
+    reused,  // memory that an earlier opening freed is available
 };
 
-/// Sets up the heap of the whole program for the next opening. Slow; call it while no time is measured.
+// Sets up the heap of the whole program for the next opening. Slow; call it while no time is measured.
 void setUpHeap(HeapMode mode);
 
 }  // namespace bench

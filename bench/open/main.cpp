@@ -19,7 +19,7 @@ double secondsOf(const bench::Case& of) {
     return static_cast<double>(of.chunks / of.streams) / 25;
 }
 
-/// A reader that reports its numbers of chunks must have found all of them.
+// A reader that reports its numbers of chunks must have found all of them.
 void checkChunks(const bench::Case& of, const bench::Opening& opening) {
     if (opening.chunks && *opening.chunks != of.chunksOfStreams()) {
         std::string known;

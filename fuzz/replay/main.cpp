@@ -4,6 +4,7 @@
 #include "targets/Target.h"
 
 #include "commandline/Arguments.h"
+#include "hostkit/system/Text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -49,9 +50,8 @@ bool replay(const fs::path& file) {
 int run(const std::vector<std::string>& paths) {
     std::size_t count = 0;
     for (const std::string& path : paths) {
-        for (const fs::path& file : filesOf(fs::path(std::u8string(path.begin(), path.end())))) {
-            const std::u8string name = file.u8string();
-            std::fprintf(stderr, "\r%s", reinterpret_cast<const char*>(name.c_str()));
+        for (const fs::path& file : filesOf(hostkit::pathFromUtf8(path))) {
+            std::fprintf(stderr, "\r%s", hostkit::toUtf8(file).c_str());
             if (!replay(file)) {
                 std::fputs(": cannot be read\n", stderr);
                 return 1;

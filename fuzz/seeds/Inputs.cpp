@@ -28,9 +28,9 @@ Bytes script(std::uint8_t settings, std::initializer_list<std::uint8_t> steps) {
 
 // Asks for the first frame in every format that may be offered.
 Bytes everyFormat() {
-    constexpr std::uint8_t kFormats = 17;
+    constexpr std::uint8_t kDecodeFormats = 17;
     Bytes bytes = script(0x03, {byteOf(Step::Info), 0});
-    for (std::uint8_t format = 0; format < kFormats; ++format) {
+    for (std::uint8_t format = 0; format < kDecodeFormats; ++format) {
         bytes.insert(bytes.end(), {byteOf(Step::Frame), 0, 0, format});
     }
     return bytes;

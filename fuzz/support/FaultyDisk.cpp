@@ -1,19 +1,12 @@
 #include "support/FaultyDisk.h"
 
-#include "fileio/File.h"
-
-#include <algorithm>
-#include <cstring>
+#include <utility>
 
 namespace fuzz {
 
 namespace {
 
 constexpr std::uint64_t kBriefFile = 2048;
-
-bool touches(std::uint64_t position, std::uint64_t count, std::uint64_t from, std::uint64_t fromCount) {
-    return position < from ? from - position < count : position - from < fromCount;
-}
 
 // A position in the file or slightly past its end, more often near the start, where the headers are.
 std::uint64_t somewhere(Script& script, std::uint64_t fileSize) {
@@ -23,8 +16,8 @@ std::uint64_t somewhere(Script& script, std::uint64_t fileSize) {
 
 }  // namespace
 
-DiskFaults readFaults(Script& script, std::uint64_t fileSize) {
-    DiskFaults faults;
+fileio::FileFaults readFaults(Script& script, std::uint64_t fileSize) {
+    fileio::FileFaults faults;
     const unsigned kinds = script.next8();
     if ((kinds & 1) != 0) {
         faults.largestRead = std::uint64_t{1} << script.below(17);
@@ -50,6 +43,16 @@ DiskFaults readFaults(Script& script, std::uint64_t fileSize) {
     return faults;
 }
 
+struct FaultyDisk::OpenFile {
+    OpenFile(fileio::MemoryDisk& disk, const fileio::FileFaults& faults) : bytes(disk), file(bytes, faults) {}
+
+    fileio::MemoryFile bytes;
+    fileio::FaultFile file;
+};
+
+FaultyDisk::FaultyDisk() = default;
+FaultyDisk::~FaultyDisk() = default;
+
 FaultyDisk& FaultyDisk::instance() {
     static FaultyDisk disk;
     return disk;
@@ -57,29 +60,25 @@ FaultyDisk& FaultyDisk::instance() {
 
 void FaultyDisk::put(const std::string& name, ByteView bytes) {
     const std::lock_guard lock(m_mutex);
-    std::shared_ptr<Entry>& entry = m_entries[name];
-    if (!entry) {
-        entry = std::make_shared<Entry>();
-    }
-    // A new block, not the old one: then the end of the bytes is the end of the memory, and an overrun is detected.
-    Bytes(bytes.begin(), bytes.end()).swap(entry->bytes);
-    entry->reads = 0;
+    fileio::FileBytes& file = m_disk.findOrAdd(name)->bytes;
+    file.resize(0);
+    file.put(0, {bytes.begin(), bytes.end()});
 }
 
 void FaultyDisk::cut(const std::string& name, std::uint64_t size) {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_entries.find(name);
-    if (found != m_entries.end() && size < found->second->bytes.size()) {
-        found->second->bytes.resize(static_cast<std::size_t>(size));
+    const auto entry = m_disk.find(name);
+    if (entry && size < entry->bytes.size()) {
+        entry->bytes.resize(size);
     }
 }
 
 void FaultyDisk::remove(const std::string& name) {
     const std::lock_guard lock(m_mutex);
-    m_entries.erase(name);
+    m_disk.remove(name);
 }
 
-void FaultyDisk::setFaults(const DiskFaults& faults) {
+void FaultyDisk::setFaults(const fileio::FileFaults& faults) {
     const std::lock_guard lock(m_mutex);
     m_faults = faults;
 }
@@ -91,21 +90,12 @@ std::size_t FaultyDisk::openFiles() const {
 
 int FaultyDisk::open(const std::string& name, std::uint32_t mode) {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_entries.find(name);
-    if (found == m_entries.end() || (mode & (fileio::kOpenRead | fileio::kOpenWrite)) == 0) {
+    auto file = std::make_unique<OpenFile>(m_disk, m_faults);
+    if (!m_disk.find(name) || !file->file.open(name.c_str(), mode)) {
         return -1;
     }
-    const std::shared_ptr<Entry>& entry = found->second;
-    if ((mode & fileio::kOpenWrite) != 0) {
-        const auto isSame = [&entry](const auto& file) { return file.second.entry == entry; };
-        if (std::any_of(m_open.begin(), m_open.end(), isSame)) {
-            return -1;
-        }
-        entry->bytes.clear();
-    }
-    const int handle = m_nextHandle++;
-    m_open[handle] = {entry, 0, (mode & fileio::kOpenRead) != 0};
-    return handle;
+    m_open[m_nextHandle] = std::move(file);
+    return m_nextHandle++;
 }
 
 void FaultyDisk::close(int handle) {
@@ -113,55 +103,34 @@ void FaultyDisk::close(int handle) {
     m_open.erase(handle);
 }
 
-std::int64_t FaultyDisk::size(int handle) const {
-    const std::lock_guard lock(m_mutex);
+// Null for a handle that is none.
+fileio::File* FaultyDisk::find(int handle) {
     const auto found = m_open.find(handle);
-    if (found == m_open.end()) {
-        return 0;
-    }
-    const auto size = static_cast<std::int64_t>(found->second.entry->bytes.size());
-    return std::max<std::int64_t>(size + m_faults.claimedGrowth, 0);
+    return found == m_open.end() ? nullptr : &found->second->file;
 }
 
-std::int64_t FaultyDisk::tell(int handle) const {
+std::int64_t FaultyDisk::size(int handle) {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_open.find(handle);
-    return found == m_open.end() ? 0 : static_cast<std::int64_t>(found->second.position);
+    fileio::File* file = find(handle);
+    return file ? file->size() : 0;
+}
+
+std::int64_t FaultyDisk::tell(int handle) {
+    const std::lock_guard lock(m_mutex);
+    fileio::File* file = find(handle);
+    return file ? file->tell() : 0;
 }
 
 bool FaultyDisk::seek(int handle, std::int64_t position) {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_open.find(handle);
-    if (found == m_open.end() || position < 0 ||
-        touches(static_cast<std::uint64_t>(position), 1, m_faults.refusedFrom, m_faults.refusedCount)) {
-        return false;
-    }
-    found->second.position = static_cast<std::uint64_t>(position);
-    return true;
+    fileio::File* file = find(handle);
+    return file && file->seek(position);
 }
 
 std::uint64_t FaultyDisk::read(int handle, void* buffer, std::uint64_t count) {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_open.find(handle);
-    if (found == m_open.end() || !found->second.readable) {
-        return 0;
-    }
-    OpenFile& file = found->second;
-    Entry& entry = *file.entry;
-    if (entry.reads++ >= m_faults.readsUntilCut && m_faults.cutAt < entry.bytes.size()) {
-        entry.bytes.resize(static_cast<std::size_t>(m_faults.cutAt));
-    }
-    const std::uint64_t size = entry.bytes.size();
-    const std::uint64_t wanted = static_cast<std::uint32_t>(count);
-    if (file.position >= size || touches(file.position, wanted, m_faults.brokenFrom, m_faults.brokenCount)) {
-        return 0;
-    }
-    const std::uint64_t part = std::min({wanted, size - file.position, m_faults.largestRead});
-    if (part > 0) {
-        std::memcpy(buffer, entry.bytes.data() + file.position, static_cast<std::size_t>(part));
-        file.position += part;
-    }
-    return part;
+    fileio::File* file = find(handle);
+    return file ? file->read(buffer, count) : 0;
 }
 
 }  // namespace fuzz

@@ -90,7 +90,7 @@ void expectNothingLeft(const hostkit::Host& host) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Input input = fuzz::splitInput({data, size});
     fuzz::Script script(input.script);
-    const fuzz::DiskFaults faults = fuzz::readFaults(script, input.file.size());
+    const fileio::FileFaults faults = fuzz::readFaults(script, input.file.size());
     const std::uint8_t settings = script.next8();
     fuzz::FaultyDisk& disk = fuzz::FaultyDisk::instance();
 

@@ -18,7 +18,7 @@ constexpr char kName[] = "fuzzed.avi";
 // Longer files take the plain parser too long.
 constexpr std::size_t kMostBytesToCompare = 16 * 1024;
 
-bool parseWith(const fuzz::DiskFaults& faults, fuzz::ByteView bytes, AviParser& parser) {
+bool parseWith(const fileio::FileFaults& faults, fuzz::ByteView bytes, AviParser& parser) {
     fuzz::FaultyDisk& disk = fuzz::FaultyDisk::instance();
     disk.put(kName, bytes);
     fileio::SystemFile file;
@@ -55,7 +55,7 @@ void compareWithThePlainParser(const AviParser& parser, bool usable, fuzz::ByteV
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Input input = fuzz::splitInput({data, size});
     fuzz::Script script(input.script);
-    const fuzz::DiskFaults faults = fuzz::readFaults(script, input.file.size());
+    const fileio::FileFaults faults = fuzz::readFaults(script, input.file.size());
     AviParser parser;
     if (!faults.none()) {
         parseWith(faults, input.file, parser);

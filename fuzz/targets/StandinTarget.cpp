@@ -4,6 +4,7 @@
 #include "codec/QuorvaneApi.h"
 #include "hostkit/host/GuardedBlock.h"
 #include "standin/Control.h"
+#include "standin/DecodeTypes.h"
 #include "support/Expect.h"
 #include "support/Input.h"
 
@@ -11,7 +12,6 @@
 #include <array>
 #include <cstring>
 #include <memory>
-#include <optional>
 
 namespace {
 
@@ -19,15 +19,6 @@ using fuzz::expect;
 
 constexpr std::uint8_t kUnwritten = 0xCD;
 constexpr std::uint64_t kMostBufferBytes = 8u << 20;
-
-// Decode types and the bytes of their pixel groups; a script can also ask for any other number.
-struct DecodeRow {
-    std::uint32_t type;
-    std::uint32_t groupPixels;
-    std::uint32_t groupBytes;
-};
-constexpr DecodeRow kDecodeRows[] = {{4, 2, 4},  {5, 2, 4},  {50, 1, 4}, {49, 1, 4},  {2, 1, 4},  {19, 1, 4},
-                                     {1, 1, 4},  {16, 1, 4}, {11, 6, 16}, {15, 1, 4}, {31, 1, 8}, {32, 1, 8}};
 
 QuorvaneFormat prepared() {
     QuorvaneFormat format;
@@ -68,12 +59,13 @@ std::uint32_t mostly(std::uint32_t one, std::uint32_t other, fuzz::Script& scrip
     return choice > 240 ? choice : choice % 2 == 0 ? one : other;
 }
 
-QuorvaneFormat requestOf(fuzz::Script& script, std::optional<DecodeRow>& row) {
+// For one of the decode types, which `type` is then set to, or seldom for any other number.
+QuorvaneFormat requestOf(fuzz::Script& script, const standin::DecodeType*& type) {
     QuorvaneFormat request = prepared();
     const std::uint8_t kind = script.next8();
     if (kind < 240) {
-        row = kDecodeRows[kind % std::size(kDecodeRows)];
-        request.type = row->type;
+        type = &standin::decodeTypes()[kind % standin::decodeTypes().size()];
+        request.type = type->number;
     } else {
         request.type = script.next8();
     }
@@ -84,9 +76,9 @@ QuorvaneFormat requestOf(fuzz::Script& script, std::optional<DecodeRow>& row) {
 }
 
 // Decodes into a buffer of exactly the stated size, with `padding` bytes after each row.
-void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& stream, const DecodeRow& row,
+void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& stream, const standin::DecodeType& type,
             std::uint32_t padding) {
-    const std::uint32_t needed = (stream.width + row.groupPixels - 1) / row.groupPixels * row.groupBytes;
+    const std::uint32_t needed = packedRowBytes(type, stream.width);
     const std::uint32_t rowBytes = needed + padding;
     const std::uint64_t size = std::uint64_t{rowBytes} * stream.height;
     if (size > kMostBufferBytes) {
@@ -114,8 +106,8 @@ void decode(std::uint32_t handle, fuzz::ByteView frame, const QuorvaneFormat& st
 
 void useSession(const Instance& instance, fuzz::ByteView extraData, fuzz::ByteView frame, fuzz::Script& script) {
     const auto count = static_cast<std::uint32_t>(extraData.size());
-    std::optional<DecodeRow> row;
-    const QuorvaneFormat request = requestOf(script, row);
+    const standin::DecodeType* type = nullptr;
+    const QuorvaneFormat request = requestOf(script, type);
     QuorvaneFormat answer = prepared();
     const bool offered = succeeded(
         quorvane_decompress_query(instance.handle(), extraData.data(), count, &request, &answer));
@@ -126,8 +118,8 @@ void useSession(const Instance& instance, fuzz::ByteView extraData, fuzz::ByteVi
     if (!began) {
         return;
     }
-    if (row) {
-        decode(instance.handle(), frame, delivered, *row, script.next8() % 20);
+    if (type) {
+        decode(instance.handle(), frame, delivered, *type, script.next8() % 20);
     }
     if (script.below(2) == 0) {   // an instance may also be closed with its session running
         expect(succeeded(quorvane_decompress_end(instance.handle())), "a session does not end");

@@ -10,12 +10,12 @@ namespace avi {
 
 static_assert(std::endian::native == std::endian::little, "records are copied from the file as they are");
 
-constexpr std::uint64_t kChunkHeaderSize = 8;      ///< chunk id and data size
-constexpr std::uint64_t kListTypeSize = 4;         ///< after the chunk header of a list, counted in its data size
-constexpr std::size_t kBitmapInfoHeaderSize = 40;  ///< size of the fixed part of every "vids" format
-constexpr std::size_t kWaveFormatExSize = 18;      ///< size of the fixed part of every "auds" format
+constexpr std::uint64_t kChunkHeaderSize = 8;      // chunk id and data size
+constexpr std::uint64_t kListTypeSize = 4;         // after the chunk header of a list, counted in its data size
+constexpr std::size_t kBitmapInfoHeaderSize = 40;  // size of the fixed part of every "vids" format
+constexpr std::size_t kWaveFormatExSize = 18;      // size of the fixed part of every "auds" format
 
-/// "avih"
+// "avih"
 struct AVIMAINHEADER {
     std::uint32_t dwMicroSecPerFrame;
     std::uint32_t dwMaxBytesPerSec;
@@ -40,7 +40,7 @@ struct FrameRectangle {
     std::int16_t bottom;
 };
 
-/// "strh"
+// "strh"
 struct AVISTREAMHEADER {
     std::uint32_t fccType;
     std::uint32_t fccHandler;
@@ -62,14 +62,14 @@ static_assert(offsetof(AVISTREAMHEADER, dwScale) == 20);
 static_assert(offsetof(AVISTREAMHEADER, dwLength) == 32);
 static_assert(offsetof(AVISTREAMHEADER, rcFrame) == 48);
 
-/// "dmlh"
+// "dmlh"
 struct ExtendedHeader {
     std::uint32_t dwTotalFrames;
     std::uint32_t dwReserved[61];
 };
 static_assert(sizeof(ExtendedHeader) == 248);
 
-/// An entry of "idx1"
+// An entry of "idx1"
 struct LegacyIndexEntry {
     std::uint32_t ckid;
     std::uint32_t dwFlags;
@@ -79,7 +79,7 @@ struct LegacyIndexEntry {
 static_assert(sizeof(LegacyIndexEntry) == 16);
 constexpr std::uint32_t AVIIF_KEYFRAME = 0x10;
 
-/// Start of "indx"
+// Start of "indx"
 struct SuperIndexHeader {
     std::uint16_t wLongsPerEntry;
     std::uint8_t bIndexSubType;
@@ -99,7 +99,7 @@ struct SuperIndexEntry {
 static_assert(sizeof(SuperIndexEntry) == 16);
 
 #pragma pack(push, 4)
-/// Start of "ix##"
+// Start of "ix##"
 struct StdIndexHeader {
     std::uint16_t wLongsPerEntry;
     std::uint8_t bIndexSubType;

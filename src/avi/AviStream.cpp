@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Two digits and "??": the stream's type, which decides the last two characters, is not known yet. Nothing compares
-/// with this value; it appears in dumps of streams without an OpenDML index.
+// Two digits and "??": the stream's type, which decides the last two characters, is not known yet. Nothing compares
+// with this value; it appears in dumps of streams without an OpenDML index.
 std::uint32_t defaultChunkId(std::uint32_t streamNumber) {
     const std::uint32_t tens = ('0' + streamNumber / 10) & 0xFF;
     const std::uint32_t ones = '0' + streamNumber % 10;

@@ -14,47 +14,47 @@
 #include <string>
 #include <vector>
 
-/// What the streams of one parse share, and their common limits.
+// What the streams of one parse share, and their common limits.
 struct ParseContext {
     ChunkReader& reader;
     const ChunkTree& tree;
     ErrorText& errors;
     std::uint64_t formatBytesLeft;
-    std::uint64_t indexesLeft;  ///< standard indexes
+    std::uint64_t indexesLeft;  // standard indexes
     std::uint64_t indexBytesLeft;
-    std::uint64_t missingEntriesLeft;  ///< of standard indexes, read as zeros: the file ends before them
+    std::uint64_t missingEntriesLeft;  // of standard indexes, read as zeros: the file ends before them
 };
 
-/// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
+// Filled by AviParser, read-only afterwards: the lookups may then run on any number of threads.
 class AviStream {
 public:
-    /// `streamNumber` is the ordinal of the stream's "strl" list, from 0.
+    // `streamNumber` is the ordinal of the stream's "strl" list, from 0.
     explicit AviStream(std::uint32_t streamNumber);
     AviStream(const AviStream&) = delete;
     AviStream& operator=(const AviStream&) = delete;
 
     // --- What the file says ---
 
-    /// Number of the "strl" list in the file, counting unusable ones too.
+    // Number of the "strl" list in the file, counting unusable ones too.
     std::uint32_t streamNumber() const { return m_streamNumber; }
     const avi::AVISTREAMHEADER& header() const { return m_header; }
 
-    /// All bytes of "strf".
+    // All bytes of "strf".
     const std::vector<std::uint8_t>& format() const { return m_format; }
 
-    /// The format bytes after the base structure: after 40 for "vids", 18 for "auds", 0 for any other type.
+    // The format bytes after the base structure: after 40 for "vids", 18 for "auds", 0 for any other type.
     std::vector<std::uint8_t> formatExtraData() const;
 
     const avi::SuperIndexHeader& superIndexHeader() const { return m_superIndexHeader; }
 
-    /// The entries in use, as far as the file holds at least a part of them.
+    // The entries in use, as far as the file holds at least a part of them.
     const std::vector<avi::SuperIndexEntry>& superIndexEntries() const { return m_superIndexEntries; }
 
-    /// The header of the standard index of each super index entry, including rejected indexes; all zero if nothing was
-    /// read.
+    // The header of the standard index of each super index entry, including rejected indexes; all zero if nothing was
+    // read.
     const std::vector<avi::StdIndexHeader>& stdIndexes() const { return m_stdIndexes; }
 
-    /// True if an OpenDML index was read without any fault; the lookups below then use it, otherwise "idx1".
+    // True if an OpenDML index was read without any fault; the lookups below then use it, otherwise "idx1".
     bool useOpenDmlIndex() const { return m_useOpenDmlIndex; }
     const ChunkList& idx1Chunks() const { return m_idx1Chunks; }
     const ChunkList& openDmlChunks() const { return m_openDmlChunks; }
@@ -64,26 +64,26 @@ public:
     const ChunkList& activeChunks() const { return m_useOpenDmlIndex ? m_openDmlChunks : m_idx1Chunks; }
     std::size_t chunkCount() const { return activeChunks().size(); }
 
-    /// Throws std::out_of_range for an index past the end.
+    // Throws std::out_of_range for an index past the end.
     AviChunk chunk(std::size_t index) const;
 
-    /// Sum of all chunk sizes.
+    // Sum of all chunk sizes.
     std::uint64_t totalBytes() const { return activeChunks().totalBytes(); }
 
-    /// Index of the chunk whose bytes [startByte, startByte + size) contain `pos`, never an empty chunk. Empty if `pos`
-    /// is negative or at least totalBytes().
+    // Index of the chunk whose bytes [startByte, startByte + size) contain `pos`, never an empty chunk. Empty if `pos`
+    // is negative or at least totalBytes().
     std::optional<std::size_t> findChunkByBytePosition(std::int64_t pos) const;
 
     // --- Filling, for the parser ---
 
-    /// Reads the headers, format and OpenDML index of a "strl" list. Returns false, and adds the reason to the
-    /// context's errors, if the stream is unusable.
+    // Reads the headers, format and OpenDML index of a "strl" list. Returns false, and adds the reason to the
+    // context's errors, if the stream is unusable.
     bool parse(ParseContext& context, const ChunkNode& strl);
     void addIdx1Chunk(std::uint64_t offset, std::uint32_t size, bool keyframe) {
         m_idx1Chunks.append({offset, size, keyframe});
     }
 
-    /// Call once all chunks have been added.
+    // Call once all chunks have been added.
     void shrinkToFit();
 
 private:

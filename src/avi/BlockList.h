@@ -14,7 +14,7 @@ class BlockList {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
-    /// Elements are contiguous from each multiple of this index to the next.
+    // Elements are contiguous from each multiple of this index to the next.
     static constexpr std::size_t kBlockLength = std::size_t{1} << 14;
 
     BlockList() = default;
@@ -24,12 +24,12 @@ public:
     std::size_t size() const { return m_blocks.empty() ? 0 : (m_blocks.size() - 1) * kBlockLength + m_used; }
     bool empty() const { return m_blocks.empty(); }
 
-    /// `index` must be below size().
+    // `index` must be below size().
     const T& operator[](std::size_t index) const { return m_blocks[index / kBlockLength][index % kBlockLength]; }
     T& operator[](std::size_t index) { return m_blocks[index / kBlockLength][index % kBlockLength]; }
 
-    /// An append invalidates references to elements of the last block. Throws std::bad_alloc and then leaves the list
-    /// unchanged.
+    // An append invalidates references to elements of the last block. Throws std::bad_alloc and then leaves the list
+    // unchanged.
     void append(T element) {
         if (m_used == m_room) [[unlikely]] {
             makeRoom(1);
@@ -38,9 +38,9 @@ public:
         ++m_used;
     }
 
-    /// Appends uninitialised elements for the caller to set: as many of `count` (not 0) as fit contiguously. Reserves
-    /// room for all of `count` up to the end of the block, so that a list of known length does not grow in steps.
-    /// Throws like append.
+    // Appends uninitialised elements for the caller to set: as many of `count` (not 0) as fit contiguously. Reserves
+    // room for all of `count` up to the end of the block, so that a list of known length does not grow in steps.
+    // Throws like append.
     std::span<T> extend(std::size_t count) {
         if (m_used == m_room) {
             makeRoom(count);
@@ -51,7 +51,7 @@ public:
         return {first, part};
     }
 
-    /// Frees unused room, if there is memory to move the elements.
+    // Frees unused room, if there is memory to move the elements.
     void shrinkToFit() {
         if (m_used != m_room) {
             if (T* smaller = new (std::nothrow) T[m_used]) {
@@ -69,7 +69,7 @@ public:
 private:
     static constexpr std::size_t kFirstLength = 16;
 
-    /// Enlarges the last block, or adds another if it has its full length.
+    // Enlarges the last block, or adds another if it has its full length.
     void makeRoom(std::size_t count) {
         if (m_room % kBlockLength != 0) {
             const std::size_t room = std::min(kBlockLength, std::max(2 * m_room, m_room + count));

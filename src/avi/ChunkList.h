@@ -10,18 +10,18 @@
 #include <optional>
 #include <span>
 
-/// One chunk of media data.
+// One chunk of media data.
 struct AviChunk {
-    std::uint64_t offset;     ///< file position of the data
-    std::uint64_t startByte;  ///< sum of the sizes of all earlier chunks of the same list
-    std::uint32_t size;       ///< data bytes
-    std::uint8_t keyframe;    ///< 1 for a key frame, otherwise 0
+    std::uint64_t offset;     // file position of the data
+    std::uint64_t startByte;  // sum of the sizes of all earlier chunks of the same list
+    std::uint32_t size;       // data bytes
+    std::uint8_t keyframe;    // 1 for a key frame, otherwise 0
 };
 
-/// In index order, which may differ from file order. Const functions may run on any number of threads.
+// In index order, which may differ from file order. Const functions may run on any number of threads.
 class ChunkList {
 public:
-    /// What is stored for each chunk. Two words and so two stores: each of them waits for new memory.
+    // What is stored for each chunk. Two words and so two stores: each of them waits for new memory.
     class Row {
     public:
         Row() = default;
@@ -41,17 +41,17 @@ public:
     std::size_t size() const { return m_rows.size(); }
     bool empty() const { return m_rows.empty(); }
 
-    /// Sum of all chunk sizes.
+    // Sum of all chunk sizes.
     std::uint64_t totalBytes() const;
 
-    /// `index` must be below size().
+    // `index` must be below size().
     AviChunk operator[](std::size_t index) const;
 
-    /// Index of the chunk whose bytes [startByte, startByte + size) contain `position`, never an empty chunk. Empty if
-    /// `position` is at least totalBytes().
+    // Index of the chunk whose bytes [startByte, startByte + size) contain `position`, never an empty chunk. Empty if
+    // `position` is at least totalBytes().
     std::optional<std::size_t> findByBytePosition(std::uint64_t position) const;
 
-    /// Throws std::bad_alloc; the list can then only be discarded.
+    // Throws std::bad_alloc; the list can then only be discarded.
     void append(const Row& row) {
         if (m_rows.size() % kGroup == 0) {
             m_groupStarts.append(totalBytes());
@@ -59,7 +59,7 @@ public:
         m_rows.append(row);
     }
 
-    /// Appends `toRow` of each entry. Throws like append.
+    // Appends `toRow` of each entry. Throws like append.
     template <typename Entry, typename ToRow>
     void appendAll(std::span<const Entry> entries, ToRow toRow) {
         std::uint64_t startByte = totalBytes();
@@ -81,7 +81,7 @@ public:
         }
     }
 
-    /// Call once all chunks have been appended.
+    // Call once all chunks have been appended.
     void shrinkToFit() {
         m_rows.shrinkToFit();
         m_groupStarts.shrinkToFit();
@@ -91,7 +91,7 @@ private:
     static constexpr std::size_t kGroup = 16;
     static_assert(BlockList<Row>::kBlockLength % kGroup == 0, "a group lies in one block");
 
-    /// startByte of the group that starts at `first`, plus the sizes of its chunks before `index`.
+    // startByte of the group that starts at `first`, plus the sizes of its chunks before `index`.
     std::uint64_t startOf(std::size_t first, std::size_t index) const;
 
     BlockList<Row> m_rows;

@@ -80,8 +80,8 @@ const ChunkReader::Block* ChunkReader::findBlock(std::uint64_t position) const {
     return nullptr;
 }
 
-/// Returns null if nothing could be read. A read error must not lose the bytes around it, and each retry can cost a
-/// failing disk half a minute: from then on every piece is read by itself.
+// Returns null if nothing could be read. A read error must not lose the bytes around it, and each retry can cost a
+// failing disk half a minute: from then on every piece is read by itself.
 const ChunkReader::Block* ChunkReader::loadBlock(std::uint64_t position) {
     if (m_isFaulty) {
         return nullptr;

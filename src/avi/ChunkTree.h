@@ -7,22 +7,22 @@
 #include <cstdint>
 #include <iterator>
 
-/// One chunk. A list has children only if the walk entered it.
+// One chunk. A list has children only if the walk entered it.
 struct ChunkNode {
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    std::uint64_t position = 0;         ///< file position of the chunk header
-    std::uint32_t id = 0;               ///< four-character code
-    std::uint32_t size = 0;             ///< data bytes according to the header, including a list's type
-    std::uint32_t listType = 0;         ///< four-character code; 0 for a chunk that is no list
-    std::uint32_t firstChild = kNone;   ///< number in the tree
-    std::uint32_t nextSibling = kNone;  ///< number in the tree
+    std::uint64_t position = 0;         // file position of the chunk header
+    std::uint32_t id = 0;               // four-character code
+    std::uint32_t size = 0;             // data bytes according to the header, including a list's type
+    std::uint32_t listType = 0;         // four-character code; 0 for a chunk that is no list
+    std::uint32_t firstChild = kNone;   // number in the tree
+    std::uint32_t nextSibling = kNone;  // number in the tree
 
-    /// True for "RIFF" and "LIST", which are treated alike everywhere.
+    // True for "RIFF" and "LIST", which are treated alike everywhere.
     bool isList() const;
 
-    /// File position and size of the payload: after the header and, for a list, its type. A list too short for its type
-    /// has a negative size.
+    // File position and size of the payload: after the header and, for a list, its type. A list too short for its type
+    // has a negative size.
     std::uint64_t dataPosition() const;
     std::int64_t dataSize() const;
 };
@@ -36,20 +36,20 @@ public:
     std::size_t size() const { return m_nodes.size(); }
     const ChunkNode& operator[](std::uint32_t number) const { return m_nodes[number]; }
 
-    /// Adds a node after `previousSibling`, or as first child of `parent`, or (both kNone) as the very first node.
-    /// Returns its number.
+    // Adds a node after `previousSibling`, or as first child of `parent`, or (both kNone) as the very first node.
+    // Returns its number.
     std::uint32_t add(const ChunkNode& node, std::uint32_t parent, std::uint32_t previousSibling);
 
     void clear() { m_nodes.clear(); }
 
-    /// In file order.
+    // In file order.
     Range topLevel() const;
     Range children(const ChunkNode& parent) const;
 
-    /// The first child with this id, or null if there is none.
+    // The first child with this id, or null if there is none.
     const ChunkNode* child(const ChunkNode& parent, std::uint32_t id) const;
 
-    /// The first child that is a list of this type, or null if there is none.
+    // The first child that is a list of this type, or null if there is none.
     const ChunkNode* childList(const ChunkNode& parent, std::uint32_t listType) const;
 
 private:

@@ -7,15 +7,15 @@
 
 namespace {
 
-/// Size of header and data, plus one pad byte if the data size is odd.
+// Size of header and data, plus one pad byte if the data size is odd.
 std::uint64_t stepOf(const ChunkNode& node) {
     return (std::uint64_t{node.size} + 9) & ~std::uint64_t{1};
 }
 
 bool isZero(const ChunkNode& node) { return node.id == 0 && node.size == 0; }
 
-/// One list on the path to the current chunk. The file decides how deep lists nest, so the path is kept here and not on
-/// the call stack.
+// One list on the path to the current chunk. The file decides how deep lists nest, so the path is kept here and not on
+// the call stack.
 struct Level {
     std::uint64_t position;  // file position of the next chunk header
     std::uint64_t remaining;

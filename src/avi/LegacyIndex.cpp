@@ -11,7 +11,7 @@ namespace {
 // bytes would repeat; such streams get no entries.
 constexpr std::uint32_t kDigitPairs = 256 * 10;
 
-/// Returns kDigitPairs if the second byte is not a digit.
+// Returns kDigitPairs if the second byte is not a digit.
 std::uint32_t digitPairIn(std::uint32_t chunkId) {
     const std::uint32_t tens = (chunkId - '0') & 0xFF;
     const std::uint32_t ones = (chunkId >> 8 & 0xFF) - '0';
@@ -24,7 +24,7 @@ constexpr std::uint64_t kSmallestPiece = 64 * 1024;
 // An entry takes as many bytes in the file as in memory, so reading all entries as one piece would double the memory.
 constexpr std::uint64_t kMostPieces = 8;
 
-/// At most kMostPieces pieces, unless they would exceed the largest size.
+// At most kMostPieces pieces, unless they would exceed the largest size.
 std::uint64_t pieceSizeFor(std::uint64_t indexBytes) {
     constexpr std::uint64_t entrySize = sizeof(avi::LegacyIndexEntry);
     const std::uint64_t entries = (indexBytes + entrySize - 1) / entrySize;

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-/// Adds to each stream, in file order, the "idx1" entries whose chunk id starts with its two digits. Offsets are always
-/// relative to the "movi" list type, never absolute. Throws std::bad_alloc.
+// Adds to each stream, in file order, the "idx1" entries whose chunk id starts with its two digits. Offsets are always
+// relative to the "movi" list type, never absolute. Throws std::bad_alloc.
 void readLegacyIndex(ChunkReader& reader, const ChunkNode& idx1, const ChunkNode& movi,
                      const std::vector<std::unique_ptr<AviStream>>& streams);

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Number of entries that fit into the size field, computed in 32-bit signed arithmetic: a size of 2 GiB + 24 bytes or
-/// more leaves none.
+// Number of entries that fit into the size field, computed in 32-bit signed arithmetic: a size of 2 GiB + 24 bytes or
+// more leaves none.
 std::uint32_t superIndexCapacity(std::uint32_t dataSize) {
     const auto entryBytes = static_cast<std::int32_t>(dataSize - std::uint32_t{sizeof(avi::SuperIndexHeader)});
     return entryBytes < 1 ? 0 : static_cast<std::uint32_t>(entryBytes) / std::uint32_t{sizeof(avi::SuperIndexEntry)};
@@ -19,7 +19,7 @@ std::uint32_t stdIndexCapacity(std::uint32_t dataSize) {
     return dataSize < headerSize ? 0 : (dataSize - headerSize) / std::uint32_t{sizeof(avi::StdIndexEntry)};
 }
 
-/// A chunk may be smaller than the record; the rest of the record is then unchanged.
+// A chunk may be smaller than the record; the rest of the record is then unchanged.
 template <typename Record>
 void copyFront(Record& to, const Record& from, std::uint64_t count) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(&from);

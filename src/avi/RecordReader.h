@@ -9,33 +9,33 @@
 #include <span>
 #include <type_traits>
 
-/// Takes `count` from `left`. Returns false and takes nothing if less is left.
+// Takes `count` from `left`. Returns false and takes nothing if less is left.
 inline bool take(std::uint64_t& left, std::uint64_t count) {
     const bool isEnough = count <= left;
     left -= isEnough ? count : 0;
     return isEnough;
 }
 
-/// Reads `length` bytes from `position`, as far as the file has them, and stops at the first piece that cannot be read
-/// in full. The pieces are read into the chunk reader's own buffer, so only one RecordReader may be in use per chunk
-/// reader.
+// Reads `length` bytes from `position`, as far as the file has them, and stops at the first piece that cannot be read
+// in full. The pieces are read into the chunk reader's own buffer, so only one RecordReader may be in use per chunk
+// reader.
 class RecordReader {
 public:
     // All but the longest recordings have indexes of one piece; those must not need memory for a second copy.
     static constexpr std::uint64_t kLargestPiece = std::uint64_t{4} << 20;
 
-    /// Reads the first piece at once. `bytesLeft` is the remaining read budget and must outlive the object. Throws
-    /// std::bad_alloc.
+    // Reads the first piece at once. `bytesLeft` is the remaining read budget and must outlive the object. Throws
+    // std::bad_alloc.
     RecordReader(ChunkReader& reader, std::uint64_t& bytesLeft, std::uint64_t position, std::uint64_t length,
                  std::uint64_t pieceSize = kLargestPiece);
 
-    /// Bytes not yet taken, as far as known.
+    // Bytes not yet taken, as far as known.
     std::uint64_t remaining() const { return m_piece.size() + m_left; }
 
-    /// True if a piece that the file should have was not read: the read failed, or the budget was used up.
+    // True if a piece that the file should have was not read: the read failed, or the budget was used up.
     bool wasRefused() const { return m_refused; }
 
-    /// The record at the front; bytes missing from the file are zero.
+    // The record at the front; bytes missing from the file are zero.
     template <typename Record>
     Record head() {
         Record record{};
@@ -45,8 +45,8 @@ public:
         return record;
     }
 
-    /// Returns the next records, at most `count`, valid until the next call; empty at the end. An incomplete last
-    /// record is padded with zeros. Piece sizes and what was taken before must be whole records.
+    // Returns the next records, at most `count`, valid until the next call; empty at the end. An incomplete last
+    // record is padded with zeros. Piece sizes and what was taken before must be whole records.
     template <typename Record>
     std::span<const Record> next(std::uint64_t count) {
         static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= ChunkReader::kPadding);

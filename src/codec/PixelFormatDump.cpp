@@ -9,21 +9,13 @@
 #include "text/FourCC.h"
 #include "text/Utf.h"
 
-#include <iterator>
-
 namespace {
 
-// Every format the host may know, grouped by kind.
-constexpr char kHostFormats[][5] = {
-    "bgra", "vuya", "VUYA", "argb", "bgrx", "vuyx", "vux7", "xrgb", "bgrp", "vuyp", "vup7", "prgb",
-    "Bgra", "Vuya", "Argb", "Bgrx", "Xrgb", "Bgrp", "Prgb", "BGra", "VUya", "vUYa", "ARgb", "BGrx",
-    "VUyx", "VUx7", "XRgb", "BGrp", "VUyp", "VUp7", "PRgb", "RGB1", "yuy2", "yuy3", "uyvy", "uyv7",
-    "v210", "v211", "UYvy", "UYv7", "BGaL", "BGpL", "BGxL", "ARgL", "PRgL", "XRgL", "yv12", "yvi2",
-    "yv1f", "yvif", "yv17", "yvi7", "yv1F", "yviF", "Yv12", "Yvi2", "Yv1f", "Yvif", "Yv17", "Yvi7",
-    "Yv1F", "YviF", "dvn2", "dvp2", "dvn5", "dvp5", "dvn7", "dvp7", "dvn1", "dvp1", "raww", "badf",
+constexpr PrPixelFormat kLoggedFormats[] = {
+#define FORMAT(name, ...) PrPixelFormat_##name,
+    QUORVANE_PIXEL_FORMATS(FORMAT)
+#undef FORMAT
 };
-
-static_assert(std::size(kHostFormats) == 72);
 
 // The codec numbers its uncompressed types from 1 to this.
 constexpr std::uint32_t kLastCodecType = 50;
@@ -56,8 +48,8 @@ void dumpHostFormat(const PrSDKImageProcessingSuite& suite, PrPixelFormat format
 void dumpHostFormats(const PrSDKImageProcessingSuite& suite) {
     Log("----");
     Log("Pixel formats ([fcc] : isCompressed hasAlpha isTopLeft - name):");
-    for (const auto& code : kHostFormats) {
-        dumpHostFormat(suite, PrPixelFormat{fourCC(code)});
+    for (const PrPixelFormat format : kLoggedFormats) {
+        dumpHostFormat(suite, format);
     }
 }
 

@@ -37,7 +37,7 @@ constexpr SubTypeInfo kSubTypes[] = {
     {fourCC("GR4Q"), u"Quorvane 14-bit RGB", 113, 1, 1, ColorModel::Rgb, {}},
 };
 
-constexpr FormatInfo kFormats[] = {
+constexpr FormatInfo kDecodeFormats[] = {
     {PrPixelFormat_YUYV_422_8u_601, "YUYV 4:2:2 [8] Rec.601", 4, kQuorvaneRec601, kLimitedRange},
     {PrPixelFormat_YUYV_422_8u_709, "YUYV 4:2:2 [8] Rec.709", 4, kQuorvaneRec709, kLimitedRange},
     {PrPixelFormat_UYVY_422_8u_601, "UYVY 4:2:2 [8] Rec.601", 5, kQuorvaneRec601, kLimitedRange},
@@ -70,7 +70,7 @@ void BuildPixelFormatTables(SPBasicSuite* basicSuite) {
     imageProcessing.release();
     if (formatInfos.empty()) {   // after a second init, decodes may be reading the tables
         subTypeInfos = kSubTypes;
-        formatInfos = kFormats;
+        formatInfos = kDecodeFormats;
     }
 }
 

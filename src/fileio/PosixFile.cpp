@@ -34,7 +34,7 @@ bool isRegular(int descriptor) {
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Writers never share, so only readers that share can have a file open together.
+// Writers never share, so only readers that share can have a file open together.
 bool lockAsShared(int descriptor, std::uint32_t mode) {
     const bool together = (mode & kOpenShareRead) && !(mode & kOpenWrite);
     return flock(descriptor, (together ? LOCK_SH : LOCK_EX) | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -47,7 +47,7 @@ bool prepare(int descriptor, std::uint32_t mode) {
     return !(mode & kOpenWrite) || ftruncate(descriptor, 0) == 0;
 }
 
-/// Moves the low 32 bits of `count` with `transfer`, in one call unless the system's limit requires more.
+// Moves the low 32 bits of `count` with `transfer`, in one call unless the system's limit requires more.
 template <typename Transfer>
 std::uint64_t transferAll(std::uint64_t count, Transfer transfer) {
     const std::uint64_t wanted = static_cast<std::uint32_t>(count);

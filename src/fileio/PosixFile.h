@@ -18,7 +18,7 @@ public:
 
     bool open(const char* pathUtf8, std::uint32_t mode) override;
 
-    /// Opens a zero-terminated UTF-16 path.
+    // Opens a zero-terminated UTF-16 path.
     bool open(const char16_t* path, std::uint32_t mode);
 
     void close() override;
@@ -28,7 +28,7 @@ public:
     std::uint64_t read(void* buffer, std::uint64_t count) override;
     std::uint64_t write(const void* buffer, std::uint64_t count) override;
 
-    /// The descriptor as a pointer's value, all bits set while closed. This object keeps ownership.
+    // The descriptor as a pointer's value, all bits set while closed. This object keeps ownership.
     void* nativeHandle() const;
 
 private:

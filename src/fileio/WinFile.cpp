@@ -10,7 +10,7 @@ static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
 namespace {
 
-/// The mode bits as arguments of CreateFileW.
+// The mode bits as arguments of CreateFileW.
 struct OpenArguments {
     DWORD access = 0;
     DWORD share = 0;

@@ -14,7 +14,7 @@ public:
 
     bool open(const char* pathUtf8, std::uint32_t mode) override;
 
-    /// Opens a zero-terminated UTF-16 path, which is passed to the system unchanged.
+    // Opens a zero-terminated UTF-16 path, which is passed to the system unchanged.
     bool open(const char16_t* path, std::uint32_t mode);
 
     void close() override;
@@ -24,7 +24,7 @@ public:
     std::uint64_t read(void* buffer, std::uint64_t count) override;
     std::uint64_t write(const void* buffer, std::uint64_t count) override;
 
-    /// The Win32 handle, all bits set while closed. This object keeps ownership.
+    // The Win32 handle, all bits set while closed. This object keeps ownership.
     void* nativeHandle() const { return m_handle; }
 
 private:

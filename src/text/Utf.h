@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-/// Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD; embedded zeros are kept. Thread-safe. Throws
-/// std::bad_alloc, and std::length_error if `text` is longer than 2^31 - 1 units.
+// Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD; embedded zeros are kept. Thread-safe. Throws
+// std::bad_alloc.
 std::string utf8FromUtf16(std::u16string_view text);
 
-/// Converts UTF-8 to UTF-16. Ill-formed sequences become U+FFFD; embedded zeros are kept. Thread-safe. Throws
-/// std::bad_alloc, and std::length_error if `text` is longer than 2^31 - 1 bytes.
+// Converts UTF-8 to UTF-16. Each maximal subpart of an ill-formed sequence (the longest start of a valid character, or
+// else one byte) becomes one U+FFFD, on every system; embedded zeros are kept. Thread-safe. Throws std::bad_alloc.
 std::u16string utf16FromUtf8(std::string_view text);

@@ -46,7 +46,11 @@ for my $path (glob("$root/src/sdk/*.h")) {
     }
     while ($code =~ /\benum (\w+) : \w+ \{(.*?)\}/gs) {
         my ($enumeration, $body) = ($1, $2);
+        $body =~ s/^#.*//mg;
         expect($text =~ /^ *\w+  \Q$_\E$/m, "$enumeration: $_") for $body =~ /(\w+) = /g;
+    }
+    while ($code =~ /^ *ROW\((\w+),/gm) {
+        expect($text =~ /^ *\w+  PrPixelFormat_\Q$1\E$/m, "PrPixelFormat: $1");
     }
     while ($code =~ /\binline constexpr (\w+) (\w+)(\[\])? = ("[^"]*"|\w+);/g) {
         my ($type, $name, $value) = ($1, $2, $4);

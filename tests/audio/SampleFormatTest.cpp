@@ -32,11 +32,11 @@ using Case = std::tuple<SampleFormat, WaveRecord, std::uint16_t, Chunking>;
 class EverySampleFormat : public SoundTest, public ::testing::WithParamInterface<Case> {};
 
 std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
-    constexpr const char* kFormats[] = {"Pcm8", "Pcm16", "Pcm24", "Pcm32", "Float"};
+    constexpr const char* kSampleFormatNames[] = {"Pcm8", "Pcm16", "Pcm24", "Pcm32", "Float"};
     constexpr const char* kRecords[] = {"In16Bytes", "In18Bytes", "Extensible"};
     constexpr const char* kChunkings[] = {"InOneChunk", "FrameByFrame", "CutWithinSamples", "WithEmptyChunks"};
     const auto [samples, record, channels, chunking] = info.param;
-    return std::string(kFormats[static_cast<int>(samples)]) + kRecords[static_cast<int>(record)] + "Of" +
+    return std::string(kSampleFormatNames[static_cast<int>(samples)]) + kRecords[static_cast<int>(record)] + "Of" +
            std::to_string(channels) + "Channels" + kChunkings[static_cast<int>(chunking)];
 }
 

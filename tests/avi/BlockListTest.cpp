@@ -9,7 +9,7 @@ namespace {
 
 using Numbers = BlockList<std::uint32_t>;
 
-/// Appends `count` consecutive numbers, starting with the list's size.
+// Appends `count` consecutive numbers, starting with the list's size.
 void appendRoom(Numbers& list, std::size_t count) {
     while (count > 0) {
         auto next = static_cast<std::uint32_t>(list.size());

@@ -10,7 +10,7 @@ namespace {
 
 using Row = ChunkList::Row;
 
-/// Rows in which every third chunk is empty, and sometimes a whole run of them.
+// Rows in which every third chunk is empty, and sometimes a whole run of them.
 std::vector<Row> someRows(std::size_t count) {
     std::mt19937 random(7);
     std::vector<Row> rows;

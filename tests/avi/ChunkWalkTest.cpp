@@ -1,6 +1,6 @@
 #include "SampleFiles.h"
 #include "avi/ChunkWalk.h"
-#include "support/SparseFile.h"
+#include "support/MemoryFile.h"
 #include "text/FourCC.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ struct Walked {
         holds = walkChunks(reader, {fourCC("movi")}, tree);
     }
 
-    /// The tree as text, such as "RIFF:AVI(LIST:hdrl(avih) JUNK)", without the blanks in codes.
+    // The tree as text, such as "RIFF:AVI(LIST:hdrl(avih) JUNK)", without the blanks in codes.
     std::string text() const { return text(tree.topLevel()); }
     std::string text(const ChunkTree::Range& nodes) const {
         std::ostringstream result;
@@ -126,7 +126,7 @@ TEST(ChunkWalk, AFailureIsReportedByTheWholeWalk) {
 TEST(ChunkWalk, SizesOf2GiBAnd4GiBSkipTheirData) {
     for (const std::uint64_t size : {0x7FFFFFFFull, 0x80000000ull, 0xFFFFFFFEull, 0xFFFFFFFFull}) {
         const std::uint64_t next = (size + 9) & ~1ull;
-        auto sparse = std::make_unique<fileio::SparseFile>(static_cast<std::int64_t>(next + 8));
+        auto sparse = std::make_unique<fileio::MemoryFile>(static_cast<std::int64_t>(next + 8));
         sparse->put(0, text("huge") + u32(static_cast<std::uint32_t>(size)));
         sparse->put(next, text("next") + u32(0));
         Walked walked(std::move(sparse));
@@ -136,7 +136,7 @@ TEST(ChunkWalk, SizesOf2GiBAnd4GiBSkipTheirData) {
 }
 
 TEST(ChunkWalk, AListOf4GiBIsWalkedToItsEnd) {
-    auto sparse = std::make_unique<fileio::SparseFile>(0x1'0000'0100);
+    auto sparse = std::make_unique<fileio::MemoryFile>(0x1'0000'0100);
     sparse->put(0, text("RIFF") + u32(0xFFFFFFF8) + text("AVIX"));
     sparse->put(12, text("JUNK") + u32(0xFFFFFFDC));
     sparse->put(0xFFFFFFF0, text("last") + u32(8));
@@ -161,8 +161,8 @@ TEST(ChunkWalk, AHundredThousandNestedListsAreWalked) {
     EXPECT_EQ(walked.tree.size(), depth);
 }
 
-/// Units of 24 bytes. Each outer list ends after the header of its inner one, which includes the rest of the group: the
-/// rest is walked once inside and once after it, so a group has 2^(units + 1) - 2 nodes.
+// Units of 24 bytes. Each outer list ends after the header of its inner one, which includes the rest of the group: the
+// rest is walked once inside and once after it, so a group has 2^(units + 1) - 2 nodes.
 Bytes doublingGroup(std::uint32_t units) {
     Bytes group;
     for (std::uint32_t i = 1; i <= units; ++i) {
@@ -207,13 +207,13 @@ TEST(ChunkWalk, ARowOfZerosThatEndsWithinAHeaderFails) {
 }
 
 TEST(ChunkWalk, A64MebibyteRowOfZerosIsWalked) {
-    Walked walked(std::make_unique<fileio::SparseFile>((64 << 20) + 8));
+    Walked walked(std::make_unique<fileio::MemoryFile>((64 << 20) + 8));
     EXPECT_TRUE(walked.holds);
     EXPECT_EQ(walked.tree.size(), 1u);
 }
 
 TEST(ChunkWalk, ALongerRowOfZerosIsNotWalked) {
-    EXPECT_FALSE(Walked(std::make_unique<fileio::SparseFile>((64 << 20) + 16)).holds);
+    EXPECT_FALSE(Walked(std::make_unique<fileio::MemoryFile>((64 << 20) + 16)).holds);
 }
 
 }  // namespace

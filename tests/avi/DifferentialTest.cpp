@@ -12,7 +12,7 @@ namespace {
 
 using namespace aviwriter;
 
-/// Several streams, both kinds of index, and a second segment.
+// Several streams, both kinds of index, and a second segment.
 Bytes richFile() {
     const Bytes second = riff("AVIX", {list("movi", {ix("ix00", {.baseOffset = 1000, .entries = {{8, 4}, {20, 0}}})})});
     SuperIndex super{.entries = {{0, 8 + 24 + 16}, {0, 8 + 24 + 16}, {0, 0}}};

@@ -2,7 +2,7 @@
 #include "CountingHeap.h"
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
-#include "support/SparseFile.h"
+#include "support/MemoryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -103,7 +103,7 @@ TEST(Limits, MessagesEndAfterAMebibyte) {
     EXPECT_EQ(parsed.parser.streams().size(), 100u);
 }
 
-/// Peak memory of parsing the file.
+// Peak memory of parsing the file.
 std::size_t peakOf(AviParser& parser, fileio::File& file) {
     const std::size_t before = heap::inUse();
     heap::startCounting();
@@ -114,21 +114,21 @@ std::size_t peakOf(AviParser& parser, fileio::File& file) {
 TEST(Limits, ASparseFormatOfGigabytesTakesNoMemory) {
     // An aborted capture leaves a hole; a damaged size makes all of it one format.
     const Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), chunkClaiming("strf", 0xF0000000, {})})})});
-    fileio::SparseFile file(std::int64_t{4} << 30);
+    fileio::MemoryFile file(std::int64_t{4} << 30);
     file.put(0, head);
     AviParser parser;
     EXPECT_LT(peakOf(parser, file), 20 * kMiB);
     EXPECT_NE(parser.errorText().find("stream[0]: strf data read error\n"), std::string::npos);
 }
 
-/// A stream whose standard index states gigabytes of entries, in a file that reports such a size.
-fileio::SparseFile fileOfEndlessIndex(std::uint64_t& indexAt) {
+// A stream whose standard index states gigabytes of entries, in a file that reports such a size.
+fileio::MemoryFile fileOfEndlessIndex(std::uint64_t& indexAt) {
     const std::uint32_t count = 500'000'000;
     const std::uint32_t size = 8 + 24 + 8 * std::uint64_t{count};
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, size}}})})})});
     indexAt = head.size();
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(indexAt));
-    fileio::SparseFile file(std::int64_t{8} << 30);
+    fileio::MemoryFile file(std::int64_t{8} << 30);
     file.put(0, head + ix("ix00", {.entriesInUse = count}));
     return file;
 }
@@ -139,7 +139,7 @@ TEST(Limits, AnIndexInAHoleHasDroppedFrames) {
     constexpr std::uint32_t kSize = 8 + 24 + 8 * kCount;
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, kSize}}})})})});
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
-    fileio::SparseFile file(std::int64_t{kSize} + 1000);
+    fileio::MemoryFile file(std::int64_t{kSize} + 1000);
     file.put(0, head + ix("ix00", {.entriesInUse = kCount, .baseOffset = 4711}));
     AviParser parser;
     EXPECT_LT(peakOf(parser, file), 17 * kCount + 5 * kMiB);
@@ -152,7 +152,7 @@ TEST(Limits, AnIndexInAHoleHasDroppedFrames) {
 
 TEST(Limits, ATruncatedIndexTakesNoMemoryForItsRest) {
     std::uint64_t indexAt = 0;
-    fileio::SparseFile sparse = fileOfEndlessIndex(indexAt);
+    fileio::MemoryFile sparse = fileOfEndlessIndex(indexAt);
     fileio::FaultFile file(sparse);
     file.breakByte(indexAt + (16u << 20));
     AviParser parser;
@@ -162,7 +162,7 @@ TEST(Limits, ATruncatedIndexTakesNoMemoryForItsRest) {
               std::string::npos);
 }
 
-/// A file whose last bytes are a standard index of `count` entries.
+// A file whose last bytes are a standard index of `count` entries.
 Bytes fileOfOneIndex(std::uint32_t count) {
     Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx({.entries = {{0, 8 + 24 + 8 * count}}})})})});
     overwrite(head, samples::superIndexEntryAt(head, 0), u64(head.size()));
@@ -220,7 +220,7 @@ TEST(Limits, OneMoreMissingEntryIsAReadError) {
 TEST(Limits, AnUnreadableSuperIndexTakesNoMemory) {
     Bytes head = riff("AVI ", {samples::hdrl({list("strl", {strh({}), strf({}), chunkClaiming("indx", 0x7FFFFFF0,
                                bytesOf(SuperIndex{.entriesInUse = 0x07000000}))})})});
-    fileio::SparseFile sparse(std::int64_t{8} << 30);
+    fileio::MemoryFile sparse(std::int64_t{8} << 30);
     sparse.put(0, head);
     fileio::FaultFile file(sparse);
     file.breakByte(5u << 20);

@@ -198,7 +198,7 @@ private:
         return nullptr;
     }
 
-    /// Chunk headers and the records in "avih", "strh" and "dmlh".
+    // Chunk headers and the records in "avih", "strh" and "dmlh".
     bool readHeader(void* destination, std::uint64_t count) {
         auto* bytes = static_cast<std::uint8_t*>(destination);
         std::uint64_t done = m_file.read(bytes, count);
@@ -219,7 +219,7 @@ private:
 
     static std::int64_t dataPosition(const Node& node) { return node.position + (node.isList() ? 12 : 8); }
 
-    /// A buffer for those of `size` bytes that the file has; the others would be zero.
+    // A buffer for those of `size` bytes that the file has; the others would be zero.
     Buffer roomFor(std::int64_t position, std::uint32_t size) {
         const std::int64_t left = position < 0 ? 0 : std::max<std::int64_t>(m_file.size() - position, 0);
         const auto present = std::min<std::uint64_t>(size, static_cast<std::uint64_t>(left));
@@ -229,7 +229,7 @@ private:
         return Buffer(static_cast<std::size_t>(present));
     }
 
-    /// Reads all data of a chunk at once, however much that returns.
+    // Reads all data of a chunk at once, however much that returns.
     Buffer readData(const Node& node) {
         Buffer data = roomFor(dataPosition(node), node.size);
         if (m_file.seek(dataPosition(node))) {

@@ -15,7 +15,7 @@ struct Cost {
     std::size_t peak;
 };
 
-/// Cost of parsing a file of these bytes, without the file itself.
+// Cost of parsing a file of these bytes, without the file itself.
 Cost costOf(const Bytes& bytes, AviParser& parser) {
     fileio::MemoryFile file(bytes);
     const std::size_t before = heap::inUse();
@@ -30,7 +30,7 @@ void put32(Bytes& bytes, std::size_t at, std::size_t value) {
     }
 }
 
-/// A file whose streams' entries alternate, each with its own position, as in a recording.
+// A file whose streams' entries alternate, each with its own position, as in a recording.
 Bytes idx1FileOf(std::size_t entries, std::size_t streams = 1) {
     Bytes table = filled(entries * 16);
     const Bytes each[] = {bytesOf(Idx1Entry{.chunkId = "00dc", .offset = 4, .length = 1}),
@@ -124,7 +124,7 @@ TEST(Memory, ReadingALongStandardIndexTakesLessThanHalfMore) {
     EXPECT_LT(cost.peak, cost.kept * 3 / 2);
 }
 
-/// Number of allocations for a super index of `entries` entries that each point at a byte of the headers.
+// Number of allocations for a super index of `entries` entries that each point at a byte of the headers.
 std::size_t allocationsOfFaults(std::size_t entries) {
     fileio::MemoryFile file(riff("AVI ", {samples::hdrl({samples::videoStrl(
                                              {indx({.entries = std::vector<SuperIndexEntry>(entries, {0, 9})})})})}));
@@ -176,7 +176,7 @@ TEST(Memory, OverlappingFormatsAreNotKeptForEveryStream) {
     EXPECT_LT(cost.peak, 40u << 20);
 }
 
-/// Parses with memory running out at each allocation in turn, until it is sufficient.
+// Parses with memory running out at each allocation in turn, until it is sufficient.
 void expectEveryFailureIsClean(const Bytes& bytes, std::size_t chunks) {
     int failures = 0;
     for (std::size_t number = 0;; ++number) {

@@ -272,7 +272,7 @@ TEST(OpenDmlIndex, AnEntryCutByTheEndOfTheFileKeepsItsFirstBytes) {
     EXPECT_EQ(chunkText(parsed.stream(0)), "1001:10@0k 1002:0@10k");
 }
 
-/// A file that ends with a standard index, shared by several streams, that states `count` entries but has none.
+// A file that ends with a standard index, shared by several streams, that states `count` entries but has none.
 Bytes fileOfClaims(std::size_t streams, std::uint32_t count) {
     const Bytes index = indx({.entries = {{0, 8 + 24 + 8 * count}}});
     const Bytes head = riff("AVI ", {samples::hdrl(std::vector<Bytes>(streams, samples::videoStrl({index})))});

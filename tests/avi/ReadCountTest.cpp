@@ -1,7 +1,7 @@
 // A file is read in few large reads, with the same results as in many small ones.
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
-#include "support/SparseFile.h"
+#include "support/MemoryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -21,20 +21,20 @@ TEST(ReadCount, ASmallFileIsReadOnce) {
     EXPECT_EQ(file.seekCount(), 1u);
 }
 
-/// 1 GiB of media data followed by a small index.
-fileio::SparseFile largeFile(std::uint32_t entries) {
+// 1 GiB of media data followed by a small index.
+fileio::MemoryFile largeFile(std::uint32_t entries) {
     const Bytes head = samples::hdrl({samples::videoStrl()});
     const Bytes index = idx1(std::vector<Idx1Entry>(entries, {.length = 1}));
     constexpr std::uint32_t moviSize = 1u << 30;
     const auto total = static_cast<std::uint32_t>(4 + head.size() + 8 + moviSize + index.size());
-    fileio::SparseFile file(std::int64_t{total} + 8);
+    fileio::MemoryFile file(std::int64_t{total} + 8);
     file.put(0, text("RIFF") + u32(total) + text("AVI ") + head + text("LIST") + u32(moviSize) + text("movi"));
     file.put(total + 8 - index.size(), index);
     return file;
 }
 
 TEST(ReadCount, ALargeFileIsReadAtItsStartAndEnd) {
-    fileio::SparseFile sparse = largeFile(10);
+    fileio::MemoryFile sparse = largeFile(10);
     fileio::FaultFile file(sparse);
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));
@@ -46,7 +46,7 @@ TEST(ReadCount, ALargeFileIsReadAtItsStartAndEnd) {
 }
 
 TEST(ReadCount, AnIndexUpTo64KiBIsReadWithTheEndOfTheFile) {
-    fileio::SparseFile sparse = largeFile(4095);
+    fileio::MemoryFile sparse = largeFile(4095);
     fileio::FaultFile file(sparse);
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));
@@ -55,7 +55,7 @@ TEST(ReadCount, AnIndexUpTo64KiBIsReadWithTheEndOfTheFile) {
 }
 
 TEST(ReadCount, ALargeIndexIsReadInEightPieces) {
-    fileio::SparseFile sparse = largeFile(100'000);
+    fileio::MemoryFile sparse = largeFile(100'000);
     fileio::FaultFile file(sparse);
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));
@@ -72,7 +72,7 @@ TEST(ReadCount, EachStandardIndexIsReadOnceAndSeparately) {
         super.entries.push_back({i << 30, 8 + 24 + 8 * 2});
     }
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl({indx(super)})})});
-    fileio::SparseFile sparse((std::int64_t{3} << 30) + 48);
+    fileio::MemoryFile sparse((std::int64_t{3} << 30) + 48);
     sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>((3u << 30) + 48 - head.size() - 8)));
     for (std::uint64_t i = 1; i <= 3; ++i) {
         sparse.put(i << 30, ix("ix00", {.entries = {{0, 10}, {0, 20}}}));
@@ -89,7 +89,7 @@ TEST(ReadCount, EachStandardIndexIsReadOnceAndSeparately) {
 
 TEST(ReadCount, GigabytesOfZerosAfterAFileTakeAFewReads) {
     const Bytes good = samples::idx1File({chunk("00dc", filled(100))}, {{.offset = 4, .length = 100}});
-    fileio::SparseFile sparse(std::int64_t{8} << 30);
+    fileio::MemoryFile sparse(std::int64_t{8} << 30);
     sparse.put(0, good);
     fileio::FaultFile file(sparse);
     AviParser parser;
@@ -118,14 +118,14 @@ TEST(ReadCount, ListsThatEndPastTheFileAreNotReadThere) {
     EXPECT_LE(file.reads().size(), 600'000u / 65'536 + 2);
 }
 
-/// A parse of a file that has one unreadable byte.
+// A parse of a file that has one unreadable byte.
 struct ParsedWithFault {
     ParsedWithFault(const Bytes& bytes, std::uint64_t brokenByte) : memory(bytes), file(memory) {
         file.breakByte(brokenByte);
         EXPECT_TRUE(parser.parse(file));
     }
 
-    /// Each can take half a minute on a failing disk.
+    // Each can take half a minute on a failing disk.
     std::size_t failedReads() const {
         return static_cast<std::size_t>(
             std::count_if(file.reads().begin(), file.reads().end(),
@@ -163,7 +163,7 @@ TEST(ReadCount, AFaultInAFormatIsReadTwice) {
 
 TEST(ReadCount, ZerosAfterAFaultAreNotReadInSmallSteps) {
     const Bytes head = riff("AVI ", {samples::hdrl({samples::videoStrl()}), list("movi", {})});
-    fileio::SparseFile sparse(std::int64_t{8} << 20);
+    fileio::MemoryFile sparse(std::int64_t{8} << 20);
     sparse.put(0, head);
     fileio::FaultFile file(sparse);
     file.breakByte(65'535);

@@ -4,7 +4,6 @@
 #include "aviwriter/Blocks.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
-#include "support/SparseFile.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +16,7 @@ struct Pair {
     std::uint32_t second;
 };
 
-/// A reader of a whole file, in pieces of two pairs.
+// A reader of a whole file, in pieces of two pairs.
 struct Records {
     explicit Records(const Bytes& bytes, std::uint64_t allowance = 1000)
         : file(bytes), chunks(file), bytesLeft(allowance), reader(chunks, bytesLeft, 0, bytes.size(), 16) {}

@@ -2,7 +2,7 @@
 // must depend only on the number of segments and index chunks.
 #include "SampleFiles.h"
 #include "support/FaultFile.h"
-#include "support/SparseFile.h"
+#include "support/MemoryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -24,8 +24,8 @@ Bytes standardIndex(std::uint32_t entries) {
     return ix("ix00", {.entries = std::vector<StandardIndexEntry>(entries, {.offset = 0, .size = 1})});
 }
 
-/// Segments of one gigabyte, each with the indexes of all streams at its end.
-fileio::SparseFile recording(const Shape& shape) {
+// Segments of one gigabyte, each with the indexes of all streams at its end.
+fileio::MemoryFile recording(const Shape& shape) {
     const Bytes index = standardIndex(shape.entriesEach);
     const auto indexSize = static_cast<std::uint32_t>(index.size());
     const std::uint64_t indexesAt = kSegment - index.size() * shape.streams;
@@ -39,7 +39,7 @@ fileio::SparseFile recording(const Shape& shape) {
     }
     const Bytes head = samples::hdrl(strls);
 
-    fileio::SparseFile file(static_cast<std::int64_t>(shape.segments * kSegment));
+    fileio::MemoryFile file(static_cast<std::int64_t>(shape.segments * kSegment));
     for (std::uint32_t segment = 0; segment < shape.segments; ++segment) {
         const Bytes before = segment == 0 ? head : Bytes{};
         const auto moviSize = static_cast<std::uint32_t>(kSegment - 12 - before.size() - 8);
@@ -53,8 +53,8 @@ fileio::SparseFile recording(const Shape& shape) {
     return file;
 }
 
-/// The same media data in one segment with an "idx1".
-fileio::SparseFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
+// The same media data in one segment with an "idx1".
+fileio::MemoryFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
     std::vector<Idx1Entry> list;
     const std::vector<std::string> ids = {"00dc", "01dc", "02dc", "03dc", "04dc", "05dc", "06dc", "07dc"};
     for (std::uint32_t i = 0; i < entries; ++i) {
@@ -63,14 +63,14 @@ fileio::SparseFile idx1Recording(std::uint32_t streams, std::uint32_t entries) {
     const Bytes index = idx1(list);
     const Bytes head = samples::hdrl(std::vector<Bytes>(streams, samples::videoStrl()));
     const auto moviSize = static_cast<std::uint32_t>(kSegment - 12 - head.size() - 8 - index.size());
-    fileio::SparseFile file(kSegment);
+    fileio::MemoryFile file(kSegment);
     file.put(0, text("RIFF") + u32(static_cast<std::uint32_t>(kSegment - 8)) + text("AVI ") + head + text("LIST") +
                     u32(moviSize) + text("movi"));
     file.put(kSegment - index.size(), index);
     return file;
 }
 
-/// Opens the file and expects `chunksEach` chunks in each stream.
+// Opens the file and expects `chunksEach` chunks in each stream.
 void expectOpens(fileio::FaultFile& file, std::size_t streams, std::size_t chunksEach) {
     AviParser parser;
     ASSERT_TRUE(parser.parse(file));
@@ -81,7 +81,7 @@ void expectOpens(fileio::FaultFile& file, std::size_t streams, std::size_t chunk
 }
 
 TEST(RecordingRead, OpenDmlTakesOneReadPerSegmentAndPerIndex) {
-    fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
+    fileio::MemoryFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
     EXPECT_EQ(file.reads().size(), 20u + 20 * 2);
@@ -89,14 +89,14 @@ TEST(RecordingRead, OpenDmlTakesOneReadPerSegmentAndPerIndex) {
 }
 
 TEST(RecordingRead, LongerIndexesTakeNoMoreReads) {
-    fileio::SparseFile sparse = recording({.segments = 3, .streams = 2, .entriesEach = 200'000});
+    fileio::MemoryFile sparse = recording({.segments = 3, .streams = 2, .entriesEach = 200'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 600'000);
     EXPECT_EQ(file.reads().size(), 3u + 3 * 2);
 }
 
 TEST(RecordingRead, ThirtyTwoStreamsTakeOneReadPerIndex) {
-    fileio::SparseFile sparse = recording({.segments = 5, .streams = 32, .entriesEach = 63});
+    fileio::MemoryFile sparse = recording({.segments = 5, .streams = 32, .entriesEach = 63});
     fileio::FaultFile file(sparse);
     expectOpens(file, 32, 5 * 63);
     EXPECT_EQ(file.reads().size(), 5u + 5 * 32);
@@ -104,7 +104,7 @@ TEST(RecordingRead, ThirtyTwoStreamsTakeOneReadPerIndex) {
 }
 
 TEST(RecordingRead, OpenDmlIsReadForwardOncePerStream) {
-    fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
+    fileio::MemoryFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
     const auto backward = [](const auto& first, const auto& second) { return second.position < first.position; };
@@ -117,7 +117,7 @@ TEST(RecordingRead, OpenDmlIsReadForwardOncePerStream) {
 }
 
 TEST(RecordingRead, StandardIndexReadsHaveTheExactSize) {
-    fileio::SparseFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
+    fileio::MemoryFile sparse = recording({.segments = 20, .streams = 2, .entriesEach = 16'000});
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 320'000);
     // The head of the file, 4 KiB for the head of each further segment, and the indexes.
@@ -125,7 +125,7 @@ TEST(RecordingRead, StandardIndexReadsHaveTheExactSize) {
 }
 
 TEST(RecordingRead, Idx1UpTo64KiBTakesThreeReads) {
-    fileio::SparseFile sparse = idx1Recording(2, 4096);
+    fileio::MemoryFile sparse = idx1Recording(2, 4096);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 2048);
     EXPECT_EQ(file.reads().size(), 3u);
@@ -133,7 +133,7 @@ TEST(RecordingRead, Idx1UpTo64KiBTakesThreeReads) {
 }
 
 TEST(RecordingRead, LongerIdx1IsReadInEightPieces) {
-    fileio::SparseFile sparse = idx1Recording(2, 600'000);
+    fileio::MemoryFile sparse = idx1Recording(2, 600'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 300'000);
     ASSERT_EQ(file.reads().size(), 2u + 8);
@@ -142,14 +142,14 @@ TEST(RecordingRead, LongerIdx1IsReadInEightPieces) {
 }
 
 TEST(RecordingRead, AnExtraEntryNeedsNoNinthPiece) {
-    fileio::SparseFile sparse = idx1Recording(1, 100'003);
+    fileio::MemoryFile sparse = idx1Recording(1, 100'003);
     fileio::FaultFile file(sparse);
     expectOpens(file, 1, 100'003);
     EXPECT_EQ(file.reads().size(), 2u + 8);
 }
 
 TEST(RecordingRead, Idx1Beyond32MiBIsReadInPiecesOf4MiB) {
-    fileio::SparseFile sparse = idx1Recording(2, 2'200'000);
+    fileio::MemoryFile sparse = idx1Recording(2, 2'200'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 2, 1'100'000);
     ASSERT_EQ(file.reads().size(), 2u + 9);
@@ -157,7 +157,7 @@ TEST(RecordingRead, Idx1Beyond32MiBIsReadInPiecesOf4MiB) {
 }
 
 TEST(RecordingRead, MoreStreamsTakeNoMoreReadsOfIdx1) {
-    fileio::SparseFile sparse = idx1Recording(8, 10'000);
+    fileio::MemoryFile sparse = idx1Recording(8, 10'000);
     fileio::FaultFile file(sparse);
     expectOpens(file, 8, 1250);
     EXPECT_EQ(file.reads().size(), 2u + 3);

@@ -49,7 +49,7 @@ TEST(Avidump, TextShowsHeadersFormatAndIndexInUse) {
     EXPECT_EQ(text.find("\nchunk "), std::string::npos);
 }
 
-/// The report for a file with one stream of this format.
+// The report for a file with one stream of this format.
 avidump::Report formatReport(std::string_view type, const Bytes& format) {
     return reportOf(riff("AVI ", {list("hdrl", {avih({}), list("strl", {strh({.type = type}), strf(format)})})}),
                     false)["streams"][0]["format"];

@@ -20,7 +20,7 @@ constexpr std::uint32_t kWrite = 2;
 constexpr std::uint32_t kReadWrite = 3;
 constexpr std::uint32_t kShare = 8;
 
-/// One implementation: creates closed files and names their paths.
+// One implementation: creates closed files and names their paths.
 class Maker {
 public:
     virtual ~Maker() = default;
@@ -70,7 +70,7 @@ protected:
     File& newFile() { return m_maker->makeFile(); }
     std::string path(const std::string& name) { return m_maker->path(name); }
 
-    /// Writes a file that holds `content`, closes it and returns its path.
+    // Writes a file that holds `content`, closes it and returns its path.
     std::string written(const std::string& name, std::string_view content) {
         File& file = newFile();
         EXPECT_TRUE(file.open(path(name).c_str(), kWrite));
@@ -292,6 +292,18 @@ TEST_P(FileContract, ReopeningStartsAtTheBeginning) {
 TEST_P(FileContract, BlocksAreAlignedAndHave4096Bytes) {
     EXPECT_EQ(newFile().blockSize(), 4096u);
     EXPECT_EQ(newFile().blockAlignment(), 4096u);
+}
+
+// The fake's own: pieces in any order, over and beside each other, with zeros between them.
+TEST(MemoryFile, HoldsWhatWasPutLast) {
+    fileio::MemoryFile file(std::int64_t{12});
+    file.put(8, {8, 9});
+    file.put(2, {2, 3});
+    file.put(3, {30, 40, 50, 60, 70, 80});
+    file.put(4, {44});
+    std::vector<std::uint8_t> bytes(20);
+    bytes.resize(static_cast<std::size_t>(file.read(bytes.data(), bytes.size())));
+    EXPECT_EQ(bytes, (std::vector<std::uint8_t>{0, 0, 2, 30, 44, 50, 60, 70, 80, 9, 0, 0}));
 }
 
 }  // namespace

@@ -47,24 +47,42 @@ TEST(Utf, SwappedSurrogatesAreTwoReplacementCharacters) {
     EXPECT_EQ(utf8FromUtf16({text, 2}), "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
-TEST(Utf, AStrayContinuationByteBecomesTheReplacementCharacter) {
-    EXPECT_EQ(utf16FromUtf8("a\x80" "b"), u"a\uFFFDb");
-}
+// One U+FFFD for each longest start of a valid character, and one for each byte that starts none: the same on every
+// system, whatever the system's own converter does.
+struct IllFormed {
+    std::string_view utf8;
+    std::u16string_view utf16;
+};
 
-TEST(Utf, BytesThatNeverOccurBecomeReplacementCharacters) {
-    EXPECT_EQ(utf16FromUtf8("\xFE" "a\xFF"), u"\uFFFDa\uFFFD");
-}
+constexpr IllFormed kIllFormed[] = {
+    {"a\x80" "b", u"a\uFFFDb"},                             // a continuation byte alone
+    {"\xFE" "a\xFF", u"\uFFFDa\uFFFD"},                     // bytes that never occur
+    {"\xC3" "a", u"\uFFFDa"},                               // a lead byte without its continuation
+    {"a\xC3", u"a\uFFFD"},
+    {"\xC3\xC3\xA9", u"\uFFFD\u00E9"},
+    {"\xC0\xAF", u"\uFFFD\uFFFD"},                          // overlong
+    {"\xE0\x80\x80", u"\uFFFD\uFFFD\uFFFD"},
+    {"\xF0\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},                // a surrogate
+    {"\xED\xBF\xBF" "a", u"\uFFFD\uFFFD\uFFFDa"},
+    {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},      // beyond U+10FFFF
+    {"\xF5\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    {"\xE2\x82", u"\uFFFD"},                                // cut off: one for the whole start
+    {"\xE2\x82z", u"\uFFFDz"},
+    {"\xE2\x82\xE2\x82\xAC", u"\uFFFD\u20AC"},
+    {"\xF0\x9F\x8E", u"\uFFFD"},
+    {"\xF0\x9F" "a", u"\uFFFDa"},
+    {"\xF1\x80" "ab", u"\uFFFDab"},
+    {"\xF4\x8F\xBF\xC3", u"\uFFFD\uFFFD"},
+    {"\xE0\x80", u"\uFFFD\uFFFD"},                          // cut off after a byte that cannot continue it
+    {"\xF4\x90" "a", u"\uFFFD\uFFFDa"},
+};
 
-TEST(Utf, ALeadByteWithoutItsContinuationKeepsTheNextCharacter) {
-    EXPECT_EQ(utf16FromUtf8("\xC3" "a"), u"\uFFFDa");
-}
-
-TEST(Utf, AnOverlongFormIsNotAccepted) {
-    EXPECT_EQ(utf16FromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");
-}
-
-TEST(Utf, ALeadByteAtTheEndBecomesTheReplacementCharacter) {
-    EXPECT_EQ(utf16FromUtf8("a\xC3"), u"a\uFFFD");
+TEST(Utf, EachMaximalSubpartBecomesOneReplacementCharacter) {
+    for (const IllFormed& row : kIllFormed) {
+        EXPECT_EQ(utf16FromUtf8(row.utf8), row.utf16) << testing::PrintToString(row.utf8);
+    }
 }
 
 TEST(FourCC, IsLittleEndian) {

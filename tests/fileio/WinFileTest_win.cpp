@@ -24,7 +24,7 @@ BOOL WINAPI countingCloseHandle(HANDLE handle) {
     return systemCloseHandle(handle);
 }
 
-/// The slots in this program's import table that hold a function's address; several if it lists a library twice.
+// The slots in this program's import table that hold a function's address; several if it lists a library twice.
 std::vector<ULONG_PTR*> importSlots(CloseHandleFunction function) {
     auto* const image = reinterpret_cast<std::uint8_t*>(GetModuleHandleW(nullptr));
     const auto* dosHeader = reinterpret_cast<const IMAGE_DOS_HEADER*>(image);
@@ -51,7 +51,7 @@ void replaceImport(CloseHandleFunction from, CloseHandleFunction to) {
     }
 }
 
-/// Counts every call of CloseHandle from this program during its lifetime.
+// Counts every call of CloseHandle from this program during its lifetime.
 class WinFileClosing : public testing::Test {
 protected:
     WinFileClosing() {

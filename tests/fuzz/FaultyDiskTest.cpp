@@ -8,7 +8,7 @@
 namespace {
 
 using fuzz::Bytes;
-using fuzz::DiskFaults;
+using fileio::FileFaults;
 
 constexpr std::uint32_t kReading = fileio::kOpenRead | fileio::kOpenShareRead;
 
@@ -95,16 +95,16 @@ TEST_F(FaultyDiskTest, CountsTheOpenFiles) {
     EXPECT_EQ(disk().openFiles(), 0u);
 }
 
-TEST(DiskFaults, AScriptOfZerosAsksForNone) {
+TEST(ScriptedFaults, AScriptOfZerosAsksForNone) {
     const Bytes zeros(20, 0);
     fuzz::Script script(zeros);
     EXPECT_TRUE(fuzz::readFaults(script, 1000).none());
 }
 
-TEST(DiskFaults, AScriptCanAskForAll) {
+TEST(ScriptedFaults, AScriptCanAskForAll) {
     const Bytes bytes = {31, 4, 0x05, 0x80, 2, 0x06, 0x80, 3, 10, 7, 0x08, 0x80};
     fuzz::Script script(bytes);
-    const DiskFaults expected = {.largestRead = 16, .brokenFrom = 5, .brokenCount = 3, .refusedFrom = 6,
+    const FileFaults expected = {.largestRead = 16, .brokenFrom = 5, .brokenCount = 3, .refusedFrom = 6,
                                  .refusedCount = 4, .claimedGrowth = 1024, .readsUntilCut = 7, .cutAt = 8};
     EXPECT_TRUE(fuzz::readFaults(script, 1000) == expected);
     EXPECT_TRUE(script.atEnd());

@@ -111,9 +111,9 @@ TEST_F(PixelFormatTables, HoldEachSubtypesPreferredFormatsInOrder) {
     }
 }
 
-TEST_F(PixelFormatTables, HoldTheSeventeenDecodeFormatsInOrder) {
-    ASSERT_EQ(FormatInfos().size(), 17u);
-    for (std::size_t i = 0; i < 17; ++i) {
+TEST_F(PixelFormatTables, HoldTheDecodeFormatsInOrder) {
+    ASSERT_EQ(FormatInfos().size(), std::size(kFormatRows));
+    for (std::size_t i = 0; i < std::size(kFormatRows); ++i) {
         const FormatInfo& info = FormatInfos()[i];
         const FormatRow& row = kFormatRows[i];
         SCOPED_TRACE(row.pixelFormat);

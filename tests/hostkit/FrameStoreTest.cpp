@@ -1,6 +1,7 @@
 #include "HostSuites.h"
 
 #include <algorithm>
+#include <set>
 
 using namespace hostkit;
 
@@ -158,11 +159,12 @@ TEST_F(Frames, AFrameTooBigForItsSizeFieldIsRefused) {
     EXPECT_EQ(frameBytes(row, 1 << 20, 1 << 20, RowBytesPolicy::Tight), std::nullopt);
 }
 
-TEST(PixelFormatTable, HoldsEveryFormatOnceInAscendingOrder) {
-    EXPECT_EQ(pixelFormats().size(), 73u);
-    for (std::size_t i = 1; i < pixelFormats().size(); ++i) {
-        EXPECT_LT(pixelFormats()[i - 1].format, pixelFormats()[i].format);
+TEST(PixelFormatTable, HoldsEveryFormatOnce) {
+    std::set<csSDK_uint32> codes;
+    for (const PixelFormatRow& row : pixelFormats()) {
+        codes.insert(row.format);
     }
+    EXPECT_EQ(codes.size(), pixelFormats().size());
 }
 
 TEST(PixelFormatTable, AnUnknownCodeHasNoName) {

@@ -1,5 +1,7 @@
 #include "pixels/HostFormats.h"
 
+#include "hostkit/host/PixelFormatTable.h"
+
 #include <stdexcept>
 
 namespace pixels {
@@ -14,7 +16,7 @@ constexpr HostFormat rgb8(char a, char b, char c, char d, Packing packing, bool 
     return {PrPixelFormat{fourCC({a, b, c, d, 0})}, packing, true, hasAlpha, 8, 255, kRec709, kFull};
 }
 
-constexpr HostFormat kHostFormats[] = {
+constexpr HostFormat kDeliveredFormats[] = {
     yuv8('y', 'u', 'y', '2', Packing::yuyv, false, kRec601),
     yuv8('y', 'u', 'y', '3', Packing::yuyv, false, kRec709),
     yuv8('u', 'y', 'v', 'y', Packing::uyvy, false, kRec601),
@@ -36,10 +38,10 @@ constexpr HostFormat kHostFormats[] = {
 
 }  // namespace
 
-std::span<const HostFormat> hostFormats() { return kHostFormats; }
+std::span<const HostFormat> hostFormats() { return kDeliveredFormats; }
 
 const HostFormat& hostFormat(PrPixelFormat code) {
-    for (const HostFormat& format : kHostFormats) {
+    for (const HostFormat& format : kDeliveredFormats) {
         if (format.code == code) {
             return format;
         }
@@ -48,13 +50,8 @@ const HostFormat& hostFormat(PrPixelFormat code) {
 }
 
 std::size_t rowPixelBytes(const HostFormat& format, std::uint32_t width) {
-    switch (format.packing) {
-        case Packing::yuyv:
-        case Packing::uyvy: return (std::size_t{width} + 1) / 2 * 4;
-        case Packing::v210: return (std::size_t{width} + 5) / 6 * 16;
-        case Packing::bgra16: return std::size_t{width} * 8;
-        default: return std::size_t{width} * 4;
-    }
+    const hostkit::PixelFormatRow& row = *hostkit::findPixelFormat(format.code);
+    return static_cast<std::size_t>(hostkit::tightRowBytes(row, static_cast<csSDK_int32>(width)).value());
 }
 
 }  // namespace pixels

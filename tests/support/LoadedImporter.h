@@ -17,7 +17,7 @@ public:
         m_session.start();
     }
 
-    /// Clips and frames must have been released: fails the test if the plug-in or the test still hold anything.
+    // Clips and frames must have been released: fails the test if the plug-in or the test still hold anything.
     ~LoadedImporter() {
         m_session.shutdown();
         EXPECT_EQ(m_host.problems(), std::vector<std::string>{});

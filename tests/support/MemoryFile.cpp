@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace fileio {
@@ -13,6 +14,55 @@ bool sharesWithReaders(std::uint32_t mode) {
 }
 
 }  // namespace
+
+void FileBytes::resize(std::uint64_t size) {
+    m_size = size;
+    m_pieces.erase(m_pieces.lower_bound(size), m_pieces.end());
+    for (auto& [position, piece] : m_pieces) {
+        piece.resize(static_cast<std::size_t>(std::min<std::uint64_t>(piece.size(), size - position)));
+    }
+}
+
+void FileBytes::put(std::uint64_t position, const std::vector<std::uint8_t>& bytes) {
+    const std::uint64_t end = position + bytes.size();
+    m_size = std::max(m_size, end);
+    auto piece = m_pieces.upper_bound(position);
+    if (piece == m_pieces.begin() || std::prev(piece)->first + std::prev(piece)->second.size() < position) {
+        piece = m_pieces.try_emplace(piece, position);
+    } else {
+        --piece;
+    }
+    auto& [start, grown] = *piece;
+    grown.resize(std::max(grown.size(), static_cast<std::size_t>(end - start)));
+    for (auto next = std::next(piece); next != m_pieces.end() && next->first <= end; next = m_pieces.erase(next)) {
+        const auto covered = static_cast<std::size_t>(start + grown.size() - next->first);
+        if (covered < next->second.size()) {
+            grown.insert(grown.end(), next->second.begin() + static_cast<std::ptrdiff_t>(covered), next->second.end());
+        }
+    }
+    std::copy(bytes.begin(), bytes.end(), grown.begin() + static_cast<std::ptrdiff_t>(position - start));
+}
+
+std::size_t FileBytes::read(std::uint64_t position, std::size_t count, std::uint8_t* out) const {
+    if (position >= m_size) {
+        return 0;
+    }
+    const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(count, m_size - position));
+    std::memset(out, 0, part);
+    auto piece = m_pieces.upper_bound(position);
+    if (piece != m_pieces.begin()) {
+        --piece;
+    }
+    for (; piece != m_pieces.end() && piece->first < position + part; ++piece) {
+        const auto& [start, bytes] = *piece;
+        const std::uint64_t first = std::max(start, position);
+        const std::uint64_t last = std::min(start + bytes.size(), position + part);
+        if (first < last) {
+            std::copy_n(bytes.data() + (first - start), last - first, out + (first - position));
+        }
+    }
+    return part;
+}
 
 std::shared_ptr<MemoryDisk::Entry> MemoryDisk::find(const std::string& path) const {
     const auto found = m_entries.find(path);
@@ -27,10 +77,18 @@ std::shared_ptr<MemoryDisk::Entry> MemoryDisk::findOrAdd(const std::string& path
     return entry;
 }
 
-MemoryFile::MemoryFile(std::vector<std::uint8_t> bytes)
+MemoryFile::MemoryFile(const std::vector<std::uint8_t>& bytes)
     : m_entry(std::make_shared<MemoryDisk::Entry>()), m_mode(kOpenRead | kOpenShareRead) {
-    m_entry->bytes = std::move(bytes);
+    m_entry->bytes.put(0, bytes);
     m_entry->sharingReaders = 1;
+}
+
+MemoryFile::MemoryFile(std::int64_t size) : MemoryFile(std::vector<std::uint8_t>()) {
+    m_entry->bytes.resize(static_cast<std::uint64_t>(size));
+}
+
+void MemoryFile::put(std::uint64_t position, const std::vector<std::uint8_t>& bytes) {
+    m_entry->bytes.put(position, bytes);
 }
 
 MemoryFile::~MemoryFile() {
@@ -52,7 +110,7 @@ bool MemoryFile::open(const char* pathUtf8, std::uint32_t mode) {
         entry->isHeldAlone = true;
     }
     if (mode & kOpenWrite) {
-        entry->bytes.clear();
+        entry->bytes.resize(0);
     }
     m_entry = std::move(entry);
     m_mode = mode;
@@ -89,12 +147,11 @@ bool MemoryFile::seek(std::int64_t pos) {
 }
 
 std::uint64_t MemoryFile::read(void* buffer, std::uint64_t count) {
-    if (!m_entry || !(m_mode & kOpenRead) || count == 0 || m_position >= m_entry->bytes.size()) {
+    if (!m_entry || !(m_mode & kOpenRead)) {
         return 0;
     }
-    const std::uint64_t part =
-        std::min<std::uint64_t>(static_cast<std::uint32_t>(count), m_entry->bytes.size() - m_position);
-    std::memcpy(buffer, m_entry->bytes.data() + m_position, static_cast<std::size_t>(part));
+    const std::size_t part =
+        m_entry->bytes.read(m_position, static_cast<std::uint32_t>(count), static_cast<std::uint8_t*>(buffer));
     m_position += part;
     return part;
 }
@@ -104,12 +161,9 @@ std::uint64_t MemoryFile::write(const void* buffer, std::uint64_t count) {
         return 0;
     }
     const auto part = static_cast<std::uint32_t>(count);
-    const auto end = static_cast<std::size_t>(m_position + part);
-    if (part > 0 && m_entry->bytes.size() < end) {
-        m_entry->bytes.resize(end);
-    }
+    const auto* bytes = static_cast<const std::uint8_t*>(buffer);
     if (part > 0) {
-        std::memcpy(m_entry->bytes.data() + m_position, buffer, part);
+        m_entry->bytes.put(m_position, {bytes, bytes + part});
     }
     m_position += part;
     return part;

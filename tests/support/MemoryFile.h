@@ -1,4 +1,5 @@
-// Files in memory that open, share, read and write as system files do.
+// Files in memory that open, share, read and write as a system's files do. Where nothing was written they are zero and
+// cost nothing, so that a test may have gigabytes.
 #pragma once
 
 #include "fileio/File.h"
@@ -11,20 +12,42 @@
 
 namespace fileio {
 
-/// A folder of named files, shared by the MemoryFile objects that use it. Not thread-safe.
+// A file's bytes: zeros but for the pieces that were put there.
+class FileBytes {
+public:
+    std::uint64_t size() const { return m_size; }
+
+    // Cuts the file, or adds zeros.
+    void resize(std::uint64_t size);
+
+    // Writes at a position; the file grows if need be.
+    void put(std::uint64_t position, const std::vector<std::uint8_t>& bytes);
+
+    // Returns how many of `count` bytes the file has from `position` on, and copies them to `out`.
+    std::size_t read(std::uint64_t position, std::size_t count, std::uint8_t* out) const;
+
+private:
+    std::uint64_t m_size = 0;
+    std::map<std::uint64_t, std::vector<std::uint8_t>> m_pieces;   // by position; none touches another
+};
+
+// A folder of named files, shared by the MemoryFile objects that are open on it. Not for several threads.
 class MemoryDisk {
 public:
     struct Entry {
-        std::vector<std::uint8_t> bytes;
+        FileBytes bytes;
         int sharingReaders = 0;
         bool isHeldAlone = false;
     };
 
-    /// The entry at a path, or null.
+    // The entry at a path, or null.
     std::shared_ptr<Entry> find(const std::string& path) const;
 
-    /// The entry at a path; adds an empty one if there is none.
+    // The entry at a path, made empty if there is none.
     std::shared_ptr<Entry> findOrAdd(const std::string& path);
+
+    // Those who have the file open keep it.
+    void remove(const std::string& path) { m_entries.erase(path); }
 
 private:
     std::map<std::string, std::shared_ptr<Entry>> m_entries;
@@ -32,15 +55,19 @@ private:
 
 class MemoryFile : public File {
 public:
-    /// A closed file that opens files of `disk`, which must outlive this object.
+    // Closed; opens files of `disk`, which must outlive this object.
     explicit MemoryFile(MemoryDisk& disk) : m_disk(&disk) {}
 
-    /// A file that holds `bytes`, open for reading.
-    explicit MemoryFile(std::vector<std::uint8_t> bytes);
+    // Open for reading on a file of its own: of `bytes`, or of `size` zeros.
+    explicit MemoryFile(const std::vector<std::uint8_t>& bytes);
+    explicit MemoryFile(std::int64_t size);
 
     ~MemoryFile() override;
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
+    MemoryFile(MemoryFile&&) = default;
+    MemoryFile& operator=(MemoryFile&&) = delete;
+
+    // Changes the open file's bytes, whatever it is open for.
+    void put(std::uint64_t position, const std::vector<std::uint8_t>& bytes);
 
     bool open(const char* pathUtf8, std::uint32_t mode) override;
     void close() override;

@@ -23,7 +23,7 @@ public:
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
-    /// UTF-8 path of a file in the folder; `name` is UTF-8.
+    // UTF-8 path of a file in the folder; `name` is UTF-8.
     std::string path(const std::string& name) const {
         const std::u8string text = m_folder.u8string();
         return std::string(text.begin(), text.end()) + "/" + name;

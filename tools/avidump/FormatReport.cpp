@@ -32,7 +32,7 @@ Value at(const FormatBytes& bytes, std::size_t position) {
     return value;
 }
 
-/// A BITMAPINFOHEADER; the codec's own data follows it.
+// A BITMAPINFOHEADER; the codec's own data follows it.
 void addVideoFields(Report& format, const FormatBytes& bytes) {
     format["biSize"] = at<std::uint32_t>(bytes, 0);
     format["biWidth"] = at<std::int32_t>(bytes, 4);

@@ -5,8 +5,8 @@
 
 namespace avidump {
 
-/// Fields missing from a short format are zero. The channel mask and sub-format of a sound are only included for the
-/// extensible format tag.
+// Fields missing from a short format are zero. The channel mask and sub-format of a sound are only included for the
+// extensible format tag.
 Report formatOf(const AviStream& stream);
 
 }  // namespace avidump

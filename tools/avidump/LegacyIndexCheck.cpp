@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kMostChecked = 1000;
 
-/// True if the chunk's header precedes its data. A chunk id begins with the two digits of its stream.
+// True if the chunk's header precedes its data. A chunk id begins with the two digits of its stream.
 bool followsHeader(fileio::File& file, const AviChunk& chunk, std::uint32_t streamNumber) {
     std::uint8_t digits[2] = {};
     return file.seek(static_cast<std::int64_t>(chunk.offset - avi::kChunkHeaderSize)) &&

@@ -14,7 +14,7 @@ std::string code(std::uint32_t value) {
     return FourCCToString(value, false);
 }
 
-/// Depths of all nodes. A node comes before its children and its next sibling.
+// Depths of all nodes. A node comes before its children and its next sibling.
 std::vector<std::uint32_t> depthsOf(const ChunkTree& tree) {
     std::vector<std::uint32_t> depths(tree.size());
     for (std::uint32_t i = 0; i < tree.size(); ++i) {
@@ -28,7 +28,7 @@ std::vector<std::uint32_t> depthsOf(const ChunkTree& tree) {
     return depths;
 }
 
-/// Flat, with depths: lists of a hostile file can be nested deeper than a JSON reader can handle.
+// Flat, with depths: lists of a hostile file can be nested deeper than a JSON reader can handle.
 Report chunkTreeOf(const ChunkTree& tree) {
     Report nodes = Report::array();
     const std::vector<std::uint32_t> depths = depthsOf(tree);

@@ -3,7 +3,7 @@
 
 namespace avidump {
 
-/// Makes standard output write bytes unchanged, so that lines are the same on every system.
+// Makes standard output write bytes unchanged, so that lines are the same on every system.
 void useBinaryOutput();
 
 }  // namespace avidump

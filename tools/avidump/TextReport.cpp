@@ -32,7 +32,7 @@ void writeChunkTree(std::ostream& out, const Report& nodes) {
     }
 }
 
-/// Writes names and plain values, one per line; arrays have one line per element.
+// Writes names and plain values, one per line; arrays have one line per element.
 void writeFields(std::ostream& out, const std::string& indent, const Report& fields) {
     for (const auto& [name, value] : fields.items()) {
         if (value.is_object()) {
@@ -49,7 +49,7 @@ void writeFields(std::ostream& out, const std::string& indent, const Report& fie
     }
 }
 
-/// "chunk <stream number> <index> <position> <size> <start byte> <key frame: k or ->"
+// "chunk <stream number> <index> <position> <size> <start byte> <key frame: k or ->"
 void writeChunks(std::ostream& out, const Report& stream) {
     std::size_t index = 0;
     for (const Report& chunk : stream["chunks"]) {

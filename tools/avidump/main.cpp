@@ -5,6 +5,7 @@
 #include "commandline/Arguments.h"
 #include "commandline/OpenFailure.h"
 #include "fileio/SystemFile.h"
+#include "hostkit/system/Text.h"
 
 #include <cstdio>
 #include <exception>
@@ -18,7 +19,7 @@ using namespace avidump;
 Report dump(const std::string& path, bool withChunks) {
     fileio::SystemFile file;
     if (!file.open(path.c_str(), fileio::kOpenRead | fileio::kOpenShareRead)) {
-        const std::string why = openFailure(std::u8string(path.begin(), path.end()));
+        const std::string why = openFailure(hostkit::pathFromUtf8(path));
         std::fprintf(stderr, "avidump: %s: cannot be opened: %s\n", path.c_str(), why.c_str());
         return makeFailedReport(path);
     }
@@ -27,7 +28,7 @@ Report dump(const std::string& path, bool withChunks) {
     return makeReport(path, file, parser, usable, withChunks);
 }
 
-/// Invalid UTF-8 in a path is replaced, because JSON must be UTF-8.
+// Invalid UTF-8 in a path is replaced, because JSON must be UTF-8.
 std::string jsonOf(const Report& report) {
     return report.dump(2, ' ', false, Report::error_handler_t::replace) + "\n";
 }

@@ -3,6 +3,7 @@
 
 #include "aviwriter/ByteSink.h"
 #include "aviwriter/Sample.h"
+#include "hostkit/system/Text.h"
 
 #include <cstdio>
 #include <exception>
@@ -15,10 +16,6 @@ namespace {
 
 using makeavi::Command;
 
-std::filesystem::path pathOf(const std::string& utf8) {
-    return std::u8string(utf8.begin(), utf8.end());
-}
-
 // An unfinished file must not be mistaken for a sample; devices and the like are not removed.
 void removeUnfinished(const std::filesystem::path& path) {
     std::error_code ignored;
@@ -28,7 +25,7 @@ void removeUnfinished(const std::filesystem::path& path) {
 }
 
 void writeFile(const Command& command) {
-    const std::filesystem::path path = pathOf(command.output);
+    const std::filesystem::path path = hostkit::pathFromUtf8(command.output);
     std::optional<aviwriter::FileSink> sink(std::in_place, path);
     try {
         aviwriter::writeSample(command.options, *sink);

@@ -48,7 +48,7 @@ TEST_P(GoldenText, IsTheDumpOfTheFile) {
 TEST_P(GoldenText, IsTheDumpOfTheFileOnDisk) {
     const TempFolder folder;
     const std::string path = folder.path("file.avi");
-    std::ofstream(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary)
+    std::ofstream(folder.folder() / "file.avi", std::ios::binary)
         .write(reinterpret_cast<const char*>(m_bytes.data()), static_cast<std::streamsize>(m_bytes.size()));
     fileio::SystemFile file;
     ASSERT_TRUE(file.open(path.c_str(), fileio::kOpenRead | fileio::kOpenShareRead));

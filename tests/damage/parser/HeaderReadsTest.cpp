@@ -2,13 +2,11 @@
 #include "avi/AviParser.h"
 #include "avi/ChunkWalk.h"
 #include "damage/parser/Pieces.h"
-#include "support/SparseFile.h"
+#include "support/FaultFile.h"
+#include "support/MemoryFile.h"
 #include "text/FourCC.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <utility>
 
 namespace damage {
 
@@ -22,7 +20,7 @@ constexpr std::uint32_t kApart = 128 * 1024;
 // so that each visit is a read, which counts as 64 KiB. Only the first chunk shares a read with the lists.
 bool eightPassesHold(std::uint32_t chunks) {
     const std::uint32_t size = 3 * 24 + chunks * kApart;
-    fileio::SparseFile file(size);
+    fileio::MemoryFile file(size);
     for (std::uint32_t i = 0; i < 3; ++i) {
         file.put(i * 24, listClaiming("LIST", "outr", 4 + 12, {listClaiming("LIST", "innr", size - i * 24 - 20, {})}));
     }
@@ -41,55 +39,26 @@ TEST(HeaderReads, ABlockPer64KiBAnd1024MoreMayBeRead) { EXPECT_TRUE(eightPassesH
 
 TEST(HeaderReads, FurtherBlocksEndTheWalk) { EXPECT_FALSE(eightPassesHold(172)); }
 
-// A file that begins with `front`, followed by `chunks` chunks that are 128 KiB apart: gigabytes that take no disk
-// space.
-class ChunksFarApart : public fileio::File {
-public:
-    explicit ChunksFarApart(std::uint32_t chunks, Bytes front = {})
-        : m_front(std::move(front)),
-          m_size(static_cast<std::int64_t>(m_front.size()) + std::int64_t{chunks} * kApart) {}
-
-    bool open(const char*, std::uint32_t) override { return false; }
-    void close() override {}
-    std::int64_t size() override { return m_size; }
-    std::int64_t tell() override { return m_position; }
-    bool seek(std::int64_t position) override {
-        m_position = position;
-        return true;
+// A file that begins with `front`, followed by `chunks` chunks that are 128 KiB apart.
+fileio::MemoryFile chunksFarApart(std::uint32_t chunks, const Bytes& front = {}) {
+    fileio::MemoryFile file(static_cast<std::int64_t>(front.size() + std::uint64_t{chunks} * kApart));
+    file.put(0, front);
+    for (std::uint64_t i = 0; i < chunks; ++i) {
+        file.put(front.size() + i * kApart, text("JUNK") + u32(kApart - 8));
     }
-    // A read past the front begins in it, or with a chunk's header.
-    std::uint64_t read(void* buffer, std::uint64_t count) override {
-        const auto position = static_cast<std::uint64_t>(m_position);
-        const std::uint64_t given = std::min(count, static_cast<std::uint64_t>(m_size) - position);
-        const std::uint64_t ofFront = std::min(given, m_front.size() - std::min(position, m_front.size()));
-        EXPECT_TRUE(ofFront > 0 || (position - m_front.size()) % kApart == 0) << position;
-        auto* bytes = static_cast<std::uint8_t*>(buffer);
-        std::copy_n(m_front.data() + position * (ofFront > 0), ofFront, bytes);
-        std::fill_n(bytes + ofFront, given - ofFront, std::uint8_t{0});
-        std::copy_n(m_header.begin(), std::min<std::uint64_t>(m_header.size(), given - ofFront), bytes + ofFront);
-        bytesRead += given;
-        return given;
-    }
-    std::uint64_t write(const void*, std::uint64_t) override { return 0; }
-
-    std::uint64_t bytesRead = 0;
-
-private:
-    const Bytes m_front;
-    const Bytes m_header = text("JUNK") + u32(kApart - 8);
-    std::int64_t m_size;
-    std::int64_t m_position = 0;
-};
+    return file;
+}
 
 struct WalkOverFarChunks {
-    explicit WalkOverFarChunks(std::uint32_t chunks) : file(chunks) {
+    explicit WalkOverFarChunks(std::uint32_t chunks) : memory(chunksFarApart(chunks)) {
         ChunkReader reader(file);
         ChunkTree tree;
         holds = walkChunks(reader, {}, tree);
         found = tree.size();
     }
 
-    ChunksFarApart file;
+    fileio::MemoryFile memory;
+    fileio::FaultFile file{memory};
     bool holds = false;
     std::size_t found = 0;
 };
@@ -98,7 +67,7 @@ TEST(HeaderReads, SixtyFiveThousandHeaderReadsAreAllowed) {
     const WalkOverFarChunks walk(65'536);
     EXPECT_TRUE(walk.holds);
     EXPECT_EQ(walk.found, 65'536u);
-    EXPECT_EQ(walk.file.bytesRead, 65'536u + 65'535 * 4096u) << "an isolated header takes 4 KiB";
+    EXPECT_EQ(walk.file.bytesRead(), 65'536u + 65'535 * 4096u) << "an isolated header takes 4 KiB";
 }
 
 TEST(HeaderReads, OneMoreHeaderReadEndsTheWalkOfAnyFile) {
@@ -121,7 +90,7 @@ TEST(HeaderReads, StreamsAreReadEvenIfTheWalkHitsTheLimit) {
         overwrite(front, superEntryAt(front, 0, i), u64(indexAt));
     }
     overwrite(front, superEntryAt(front, 1, 0), u64(indexAt));
-    ChunksFarApart file(kSegments, front);
+    fileio::MemoryFile file = chunksFarApart(kSegments, front);
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
     EXPECT_EQ(parser.errorText(), "riff structure is corrupt or invalid\n") << "the limit was not reached";

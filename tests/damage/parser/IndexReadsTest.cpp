@@ -1,10 +1,8 @@
 // The limits on what a parse reads of indexes: files just below and just above them.
 #include "avi/AviParser.h"
 #include "damage/parser/Pieces.h"
-#include "damage/parser/ShortFile.h"
 #include "support/FaultFile.h"
 #include "support/MemoryFile.h"
-#include "support/SparseFile.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +28,7 @@ std::string errorsOfAnIndexAfterNone(std::uint64_t fileBytes, std::uint32_t piec
     }
     entries.push_back({indexAt, 8 + indexBytes});
     const Bytes head = riff("AVI ", {headers({videoList(1, {indx({.entries = entries})})})});
-    fileio::SparseFile sparse(static_cast<std::int64_t>(fileBytes));
+    fileio::MemoryFile sparse(static_cast<std::int64_t>(fileBytes));
     sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(fileBytes - head.size() - 8)));
     sparse.put(static_cast<std::int64_t>(indexAt), ix("ix00", {.entries = {{0, 1}}}));
     fileio::FaultFile file(sparse);
@@ -76,7 +74,7 @@ struct OneByteIndexes {
         constexpr std::int64_t kFileBytes = 1 << 20;
         const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(entries, {kFileBytes - 9, 9})};
         const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
-        fileio::SparseFile sparse(kFileBytes);
+        fileio::MemoryFile sparse(kFileBytes);
         sparse.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(kFileBytes - head.size() - 8)));
         sparse.put(kFileBytes - 1, u8(2));   // two longs per entry, as required
         EXPECT_TRUE(parser.parse(sparse));
@@ -105,7 +103,7 @@ TEST(IndexReads, KeepOtherStreamsFormatsAfterTheLimit) {
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(17'000, {kFileBytes - 9, 9})};
     const Bytes other = list("strl", {strh({.type = "auds"}), strf(filled(70'000, 7))});
     const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)}), other})});
-    fileio::SparseFile file(kFileBytes);
+    fileio::MemoryFile file(kFileBytes);
     file.put(0, head + text("JUNK") + u32(static_cast<std::uint32_t>(kFileBytes - head.size() - 8)));
     file.put(kFileBytes - 1, u8(2));
     AviParser parser;
@@ -119,7 +117,7 @@ TEST(IndexReads, KeepOtherStreamsFormatsAfterTheLimit) {
 bool holdsInALargeFile(std::uint32_t entries) {
     const SuperIndex super = {.entries = std::vector<SuperIndexEntry>(entries)};
     const Bytes head = riff("AVI ", {headers({videoList(1, {indx(super)})})});
-    fileio::SparseFile file(std::int64_t{5} << 30);
+    fileio::MemoryFile file(std::int64_t{5} << 30);
     file.put(0, head + text("JUNK") + u32(0xFFFFFFF0));
     AviParser parser;
     EXPECT_TRUE(parser.parse(file));
@@ -142,7 +140,7 @@ std::unique_ptr<AviParser> parsedWithIdx1(std::uint32_t indexes, std::uint32_t b
     const Bytes head = text("RIFF") + u32(static_cast<std::uint32_t>(4 + hdrl.size() + 8 + kMovi + index.size())) +
                        text("AVI ") + hdrl + text("LIST") + u32(kMovi) + text("movi");
     const std::uint64_t indexAt = head.size() - 4 + kMovi;
-    fileio::SparseFile file(static_cast<std::int64_t>(indexAt + index.size()));
+    fileio::MemoryFile file(static_cast<std::int64_t>(indexAt + index.size()));
     file.put(0, head);
     file.put(kByteAt, u8(2));
     file.put(indexAt, index);
@@ -175,7 +173,7 @@ TEST(IndexReads, DoNotUseAnIndexBeyondTheLimit) {
     for (std::size_t entry = 0; entry < 2; ++entry) {
         overwrite(head, superEntryAt(head, 0, entry), u64(indexAt));
     }
-    fileio::SparseFile file(static_cast<std::int64_t>(indexAt + size));
+    fileio::MemoryFile file(static_cast<std::int64_t>(indexAt + size));
     file.put(0, head + ix("ix00", {.entriesInUse = kEntries}));
     file.put(indexAt + 4, u32(size - 8));
     AviParser parser;
@@ -193,8 +191,9 @@ struct LostEnd {
         overwrite(bytes, superEntryAt(bytes, 0, 0), u64(bytes.size()));
         bytes = bytes + ix("ix00", {.entriesInUse = kEntries});
         bytes.resize(bytes.size() + 8 * kEntries, 1);
-        ShortFile file(bytes);
-        file.endAt(bytes.size() - lost);
+        fileio::MemoryFile memory(bytes);
+        fileio::FaultFile file(memory);
+        file.endReadsAt(bytes.size() - lost);
         EXPECT_TRUE(parser.parse(file));
     }
 

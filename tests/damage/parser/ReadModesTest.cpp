@@ -4,11 +4,12 @@
 // parser's text, or, for the few files that it cannot read, a refusal with a reason.
 #include "damage/catalogue/FilesOnDisk.h"
 #include "damage/parser/ReadSamples.h"
-#include "damage/parser/ShortFile.h"
 #include "damage/parser/SmallFiles.h"
 
 #include "avi/LiteralParser.h"
 #include "fileio/SystemFile.h"
+#include "support/FaultFile.h"
+#include "support/MemoryFile.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ namespace {
 constexpr std::uint64_t kPieces[] = {1, 2, 7, 8, 12, 100, 1000};
 
 // The plainest parser's text, unless the file is too costly for it.
-std::optional<std::string> plainTextOf(ShortFile& file, bool mayBeTooCostly,
+std::optional<std::string> plainTextOf(fileio::File& file, bool mayBeTooCostly,
                                        ShortHeaders shortHeaders = ShortHeaders::missing) {
     try {
         file.seek(0);
@@ -104,20 +105,27 @@ void expectSound(const AviParser& parser, bool usable) {
 class ReadModes : public testing::TestWithParam<ReadSample> {
 protected:
     ReadModes() : m_bytes(GetParam().make()) {
-        ShortFile file = whole();
+        fileio::MemoryFile file = whole();
         m_usable = m_parser.parse(file);
         m_expected = allOf(m_parser, m_usable);
     }
 
-    ShortFile whole() const { return ShortFile(m_bytes, GetParam().zerosAfter); }
+    fileio::MemoryFile whole() const { return withZeros(GetParam().zerosAfter); }
 
     // A hole of a megabyte has the same effect as one of 64, in less than 64 million reads.
-    ShortFile withShortHole() const {
-        return ShortFile(m_bytes, std::min<std::uint64_t>(GetParam().zerosAfter, 1 << 20));
+    fileio::MemoryFile withShortHole() const {
+        return withZeros(std::min<std::uint64_t>(GetParam().zerosAfter, 1 << 20));
+    }
+
+    fileio::MemoryFile withZeros(std::uint64_t zeros) const {
+        fileio::MemoryFile file(static_cast<std::int64_t>(m_bytes.size() + zeros));
+        file.put(0, m_bytes);
+        return file;
     }
 
     // Expects this parser to have the same result as the plainest one for the file in its current state.
-    void expectPlainText(ShortFile& file, AviParser& parser, ShortHeaders shortHeaders = ShortHeaders::missing) const {
+    void expectPlainText(fileio::File& file, AviParser& parser,
+                         ShortHeaders shortHeaders = ShortHeaders::missing) const {
         file.seek(0);
         const bool usable = parser.parse(file);
         ASSERT_NO_FATAL_FAILURE(expectSound(parser, usable));
@@ -134,7 +142,7 @@ protected:
 
 TEST_P(ReadModes, WholeMatchesThePlainestParser) {
     ASSERT_NO_FATAL_FAILURE(expectSound(m_parser, m_usable));
-    ShortFile file = whole();
+    fileio::MemoryFile file = whole();
     const auto plain = plainTextOf(file, true);
     ASSERT_EQ(plain.has_value(), !GetParam().isCostly);
     if (plain) {
@@ -155,7 +163,7 @@ TEST_P(ReadModes, FromDiskHasTheSameResult) {
 }
 
 TEST_P(ReadModes, ByTheSameObjectAgainHasTheSameResult) {
-    ShortFile file = whole();
+    fileio::MemoryFile file = whole();
     EXPECT_EQ(allOf(file, m_parser), m_expected);
 }
 
@@ -166,10 +174,10 @@ TEST_P(ReadModes, ByAUsedObjectHasTheSameResult) {
     });
     ASSERT_NE(rich, smallFiles().end());
     const Bytes others = rich->make();
-    ShortFile other(others);
+    fileio::MemoryFile other(others);
     AviParser parser;
     ASSERT_TRUE(parser.parse(other));
-    ShortFile file = whole();
+    fileio::MemoryFile file = whole();
     EXPECT_EQ(allOf(file, parser), m_expected);
 }
 
@@ -178,12 +186,13 @@ TEST_P(ReadModes, ByAUsedObjectHasTheSameResult) {
 // are one read each and end where that ends, as at an end of the file. The plainest parser does both when it continues
 // to read headers.
 TEST_P(ReadModes, InPiecesOnlyHeadersAreReadCompletely) {
-    ShortFile inOnePiece = withShortHole();
+    fileio::MemoryFile inOnePiece = withShortHole();
     AviParser expected;
     expected.parse(inOnePiece);
     for (const std::uint64_t limit : kPieces) {
         SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
-        ShortFile file = withShortHole();
+        fileio::MemoryFile memory = withShortHole();
+        fileio::FaultFile file(memory);
         file.limitReads(limit);
         AviParser parser;
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser, ShortHeaders::readOn));
@@ -195,7 +204,8 @@ TEST_P(ReadModes, InPiecesOnlyHeadersAreReadCompletely) {
 TEST_P(ReadModes, InPiecesOfWholeHeadersBothPlainModesMatch) {
     for (const std::uint64_t limit : {248, 1000}) {
         SCOPED_TRACE(testing::Message() << limit << " bytes at a time");
-        ShortFile file = withShortHole();
+        fileio::MemoryFile memory = withShortHole();
+        fileio::FaultFile file(memory);
         file.limitReads(limit);
         AviParser parser;
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
@@ -203,9 +213,10 @@ TEST_P(ReadModes, InPiecesOfWholeHeadersBothPlainModesMatch) {
 }
 
 TEST_P(ReadModes, CutAtAnyByteMatchesThePlainestParser) {
-    ShortFile file(m_bytes);
+    fileio::MemoryFile memory(m_bytes);
     for (const std::size_t end : endsOf(GetParam(), m_bytes, m_parser)) {
         SCOPED_TRACE(testing::Message() << "cut at " << end);
+        fileio::FaultFile file(memory);
         file.cutAt(end);
         AviParser parser;
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
@@ -213,17 +224,17 @@ TEST_P(ReadModes, CutAtAnyByteMatchesThePlainestParser) {
 }
 
 TEST_P(ReadModes, AnEarlyEndMatchesThePlainestParserAndRecovers) {
-    ShortFile file = whole();
+    fileio::MemoryFile memory = whole();
     AviParser parser;
     std::size_t count = 0;
     for (const std::size_t end : endsOf(GetParam(), m_bytes, m_parser)) {
         SCOPED_TRACE(testing::Message() << "ended at " << end);
-        file.endAt(end);
+        fileio::FaultFile file(memory);
+        file.endReadsAt(end);
         ASSERT_NO_FATAL_FAILURE(expectPlainText(file, parser));
         // The same object with the whole file again; only after every third end, which still covers every state.
         if (count++ % 3 == 0) {
-            file.endAsItSays();
-            ASSERT_EQ(allOf(file, parser), m_expected);
+            ASSERT_EQ(allOf(memory, parser), m_expected);
         }
     }
 }

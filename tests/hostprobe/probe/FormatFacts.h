@@ -12,15 +12,25 @@ struct FormatFacts {
     bool hasAlpha;
     bool isBottomUp;            // known for formats of four full components; the host's own texts differ on the others
 
-    csSDK_int32 tightRowBytes(csSDK_int32 width) const { return (width + groupPixels - 1) / groupPixels * groupBytes; }
+    constexpr csSDK_int32 tightRowBytes(csSDK_int32 width) const {
+        return (width + groupPixels - 1) / groupPixels * groupBytes;
+    }
 };
 
+constexpr FormatFacts factsOf(PrPixelFormat format) {
+#define FORMAT(name, code, layout, groupPixels, groupBytes, hasAlpha, isTopLeft) \
+    if (format == PrPixelFormat_##name) return {format, groupPixels, groupBytes, hasAlpha, (groupPixels) == 1};
+    QUORVANE_PIXEL_FORMATS(FORMAT)
+#undef FORMAT
+    return {};
+}
+
 inline constexpr FormatFacts kFormatFacts[] = {
-    {PrPixelFormat_BGRA_4444_8u, 1, 4, true, true},    {PrPixelFormat_BGRX_4444_8u, 1, 4, false, true},
-    {PrPixelFormat_ARGB_4444_16u, 1, 8, true, true},   {PrPixelFormat_BGRA_4444_32f, 1, 16, true, true},
-    {PrPixelFormat_VUYA_4444_8u, 1, 4, true, true},    {PrPixelFormat_VUYX_4444_32f_709, 1, 16, false, true},
-    {PrPixelFormat_YUYV_422_8u_601, 2, 4, false, false}, {PrPixelFormat_UYVY_422_8u_709, 2, 4, false, false},
-    {PrPixelFormat_V210_422_10u_709, 6, 16, false, false},
+    factsOf(PrPixelFormat_BGRA_4444_8u),      factsOf(PrPixelFormat_BGRX_4444_8u),
+    factsOf(PrPixelFormat_ARGB_4444_16u),     factsOf(PrPixelFormat_BGRA_4444_32f),
+    factsOf(PrPixelFormat_VUYA_4444_8u),      factsOf(PrPixelFormat_VUYX_4444_32f_709),
+    factsOf(PrPixelFormat_YUYV_422_8u_601),   factsOf(PrPixelFormat_UYVY_422_8u_709),
+    factsOf(PrPixelFormat_V210_422_10u_709),
 };
 
 }  // namespace hostprobe

@@ -7,88 +7,12 @@ namespace hostkit {
 
 namespace {
 
-// The name in the table is the enumerator's own, so the two cannot drift apart.
-#define ROW(name, layout, groupPixels, groupBytes, hasAlpha, isTopLeft) \
-    PixelFormatRow { PrPixelFormat_##name, "PrPixelFormat_" #name, PixelLayout::layout, groupPixels, groupBytes, \
-                     hasAlpha, isTopLeft }
-
 constexpr PixelFormatRow kRows[] = {
-    ROW(Any, Unknown, 0, 0, false, false),
-    ROW(V210_422_10u_601, Packed, 6, 16, false, false),
-    ROW(V210_422_10u_709, Packed, 6, 16, false, false),
-    ROW(RGB_444_10u, Packed, 1, 4, false, false),
-    ROW(NTSCDV100_1080i, Compressed, 0, 480000, false, true),
-    ROW(PALDV100_1080i, Compressed, 0, 576000, false, true),
-    ROW(YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_601, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_601, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_601, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_601, Planar420, 1, 1, false, true),
-    ROW(NTSCDV25, Compressed, 0, 120000, false, true),
-    ROW(PALDV25, Compressed, 0, 144000, false, true),
-    ROW(YUYV_422_8u_601, Packed, 2, 4, false, false),
-    ROW(YUYV_422_8u_709, Packed, 2, 4, false, false),
-    ROW(NTSCDV50, Compressed, 0, 240000, false, true),
-    ROW(PALDV50, Compressed, 0, 288000, false, true),
-    ROW(YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_709, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_709, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_709, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_709, Planar420, 1, 1, false, true),
-    ROW(NTSCDV100_720p, Compressed, 0, 240000, false, true),
-    ROW(VUYP_4444_32f_709, Packed, 1, 16, true, false),
-    ROW(VUYP_4444_8u_709, Packed, 1, 4, true, false),
-    ROW(PALDV100_720p, Compressed, 0, 288000, false, true),
-    ROW(UYVY_422_32f_709, Packed, 2, 16, false, false),
-    ROW(UYVY_422_8u_709, Packed, 2, 4, false, false),
-    ROW(VUYX_4444_32f_709, Packed, 1, 16, false, false),
-    ROW(VUYX_4444_8u_709, Packed, 1, 4, false, false),
-    ROW(VUYA_4444_8u_709, Packed, 1, 4, true, false),
-    ROW(YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_709_FullRange, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_709_FullRange, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_709_FullRange, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_709_FullRange, Planar420, 1, 1, false, true),
-    ROW(BGRA_4444_32f_Linear, Packed, 1, 16, true, false),
-    ROW(ARGB_4444_32f_Linear, Packed, 1, 16, true, false),
-    ROW(PRGB_4444_32f_Linear, Packed, 1, 16, true, false),
-    ROW(XRGB_4444_32f_Linear, Packed, 1, 16, false, false),
-    ROW(BGRP_4444_32f_Linear, Packed, 1, 16, true, false),
-    ROW(BGRX_4444_32f_Linear, Packed, 1, 16, false, false),
-    ROW(VUYA_4444_32f_709, Packed, 1, 16, true, false),
-    ROW(BGRA_4444_32f, Packed, 1, 16, true, false),
-    ROW(BGRA_4444_16u, Packed, 1, 8, true, false),
-    ROW(BGRA_4444_8u, Packed, 1, 4, true, false),
-    ROW(VUYA_4444_32f, Packed, 1, 16, true, false),
-    ROW(VUYA_4444_16u, Packed, 1, 8, true, false),
-    ROW(VUYA_4444_8u, Packed, 1, 4, true, false),
-    ROW(ARGB_4444_32f, Packed, 1, 16, true, false),
-    ROW(PRGB_4444_32f, Packed, 1, 16, true, false),
-    ROW(XRGB_4444_32f, Packed, 1, 16, false, false),
-    ROW(ARGB_4444_16u, Packed, 1, 8, true, false),
-    ROW(PRGB_4444_16u, Packed, 1, 8, true, false),
-    ROW(XRGB_4444_16u, Packed, 1, 8, false, false),
-    ROW(ARGB_4444_8u, Packed, 1, 4, true, false),
-    ROW(PRGB_4444_8u, Packed, 1, 4, true, false),
-    ROW(XRGB_4444_8u, Packed, 1, 4, false, false),
-    ROW(YUV_420_MPEG4_FRAME_PICTURE_PLANAR_8u_601_FullRange, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FRAME_PICTURE_PLANAR_8u_601_FullRange, Planar420, 1, 1, false, true),
-    ROW(Invalid, Unknown, 0, 0, false, false),
-    ROW(YUV_420_MPEG4_FIELD_PICTURE_PLANAR_8u_601_FullRange, Planar420, 1, 1, false, true),
-    ROW(YUV_420_MPEG2_FIELD_PICTURE_PLANAR_8u_601_FullRange, Planar420, 1, 1, false, true),
-    ROW(BGRP_4444_32f, Packed, 1, 16, true, false),
-    ROW(BGRP_4444_16u, Packed, 1, 8, true, false),
-    ROW(BGRP_4444_8u, Packed, 1, 4, true, false),
-    ROW(VUYP_4444_32f, Packed, 1, 16, true, false),
-    ROW(VUYP_4444_8u, Packed, 1, 4, true, false),
-    ROW(Raw, Unknown, 0, 0, false, false),
-    ROW(BGRX_4444_32f, Packed, 1, 16, false, false),
-    ROW(BGRX_4444_16u, Packed, 1, 8, false, false),
-    ROW(BGRX_4444_8u, Packed, 1, 4, false, false),
-    ROW(VUYX_4444_32f, Packed, 1, 16, false, false),
-    ROW(VUYX_4444_8u, Packed, 1, 4, false, false),
-    ROW(UYVY_422_32f_601, Packed, 2, 16, false, false),
-    ROW(UYVY_422_8u_601, Packed, 2, 4, false, false),
-};
-
+    {PrPixelFormat_Any, "PrPixelFormat_Any", PixelLayout::Unknown, 0, 0, false, false},
+#define ROW(name, code, layout, ...) {PrPixelFormat_##name, "PrPixelFormat_" #name, PixelLayout::layout, __VA_ARGS__},
+    QUORVANE_PIXEL_FORMATS(ROW)
 #undef ROW
+};
 
 // What one frame may take; wide enough for any picture, and its products stay within 64 bits.
 constexpr csSDK_int32 kLargestSide = 1 << 20;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "sdk/SdkTypes.h"
+#include "text/FourCC.h"
+#include "text/Utf.h"
 
 #include <filesystem>
 #include <string>
@@ -10,9 +12,8 @@
 
 namespace hostkit {
 
-std::string toUtf8(std::u16string_view text);
-inline std::string toUtf8(const std::u16string& text) { return toUtf8(std::u16string_view(text)); }
-std::u16string toUtf16(std::string_view utf8);
+inline std::string toUtf8(std::u16string_view text) { return utf8FromUtf16(text); }
+inline std::string toUtf8(const std::u16string& text) { return utf8FromUtf16(text); }
 
 // A path and its UTF-8 form; std::filesystem's own narrow form depends on the system's code page.
 std::string toUtf8(const std::filesystem::path& path);
@@ -23,7 +24,7 @@ std::string fieldText(const char* field, std::size_t size);
 std::u16string fieldText(const prUTF16Char* field, std::size_t units);
 
 // The four bytes of a code, lowest first ("bgra") or highest first ("AVIV"); unprintable bytes as "[n]".
-std::string codeText(csSDK_uint32 code);
-std::string codeTextHighFirst(csSDK_uint32 code);
+inline std::string codeText(csSDK_uint32 code) { return FourCCToString(code, false); }
+inline std::string codeTextHighFirst(csSDK_uint32 code) { return FourCCToString(code, true); }
 
 }  // namespace hostkit

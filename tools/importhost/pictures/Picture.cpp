@@ -88,7 +88,7 @@ constexpr auto kUnpackArgb = unpackBytes<1, 2, 3, 0>;
 constexpr auto kUnpackYuyv = unpackPairs<0, 1, 2, 3>;
 constexpr auto kUnpackUyvy = unpackPairs<1, 0, 3, 2>;
 
-constexpr PictureFormat kFormats[] = {
+constexpr PictureFormat kPictureFormats[] = {
     {PrPixelFormat_YUYV_422_8u_601, kUnpackYuyv, Colour::Rec601, 255, false},
     {PrPixelFormat_YUYV_422_8u_709, kUnpackYuyv, Colour::Rec709, 255, false},
     {PrPixelFormat_UYVY_422_8u_601, kUnpackUyvy, Colour::Rec601, 255, false},
@@ -109,9 +109,9 @@ constexpr PictureFormat kFormats[] = {
 };
 
 const PictureFormat* findFormat(csSDK_uint32 format) {
-    const auto found = std::find_if(std::begin(kFormats), std::end(kFormats),
+    const auto found = std::find_if(std::begin(kPictureFormats), std::end(kPictureFormats),
                                     [format](const PictureFormat& row) { return row.format == format; });
-    return found == std::end(kFormats) ? nullptr : found;
+    return found == std::end(kPictureFormats) ? nullptr : found;
 }
 
 // --- Conversion -------------------------------------------------------------------------------------------------

@@ -1,6 +1,6 @@
 #include "importhost/validate/page/Html.h"
 
-#include "hostkit/system/Text.h"
+#include "text/Utf.h"
 
 namespace importhost::validate {
 
@@ -15,13 +15,13 @@ bool isForDisplay(char16_t unit) {
 }
 
 std::string displayable(std::string_view text) {
-    std::u16string units = hostkit::toUtf16(text);
+    std::u16string units = utf16FromUtf8(text);
     for (char16_t& unit : units) {
         if (!isForDisplay(unit)) {
             unit = 0xFFFD;
         }
     }
-    return hostkit::toUtf8(units);
+    return utf8FromUtf16(units);
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
-// Does not use iconv: results must equal those of Windows for ill-formed text too.
+// Does not use the system's converter: systems differ for ill-formed text, and a log must read the same everywhere.
 #include "text/Utf.h"
-
-#include <climits>
-#include <stdexcept>
 
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-/// What a UTF-8 lead byte requires. The range of the second byte excludes overlong forms, surrogates and code points
-/// above U+10FFFF; later bytes are always 0x80 to 0xBF.
+// What a UTF-8 lead byte requires. The range of the second byte excludes overlong forms, surrogates and code points
+// above U+10FFFF; later bytes are always 0x80 to 0xBF.
 struct Lead {
     int continuationBytes;
     char32_t bits;
@@ -33,8 +30,8 @@ Lead leadOf(unsigned char byte) {
     return kNoLead;
 }
 
-/// Removes the next code point from `text`. An ill-formed sequence is removed up to the first byte that makes it
-/// ill-formed, so each broken character becomes one U+FFFD and the next character is kept.
+// Removes the next code point from `text`. An ill-formed sequence is removed up to the first byte that makes it
+// ill-formed, so each maximal subpart becomes one U+FFFD and the next character is kept.
 char32_t takeCodePoint(std::string_view& text) {
     const Lead lead = leadOf(static_cast<unsigned char>(text.front()));
     text.remove_prefix(1);
@@ -104,9 +101,6 @@ void append(std::u16string& text, char32_t value) {
 
 template <typename To, typename From>
 To convert(From text) {
-    if (text.size() > INT_MAX) {
-        throw std::length_error("text is too long to convert");
-    }
     To result;
     while (!text.empty()) {
         append(result, takeCodePoint(text));
