@@ -17,7 +17,7 @@ std::string frameName(std::int64_t index) { return "Frame " + std::to_string(ind
 
 void askForFrame(VideoClip& clip, std::int64_t index, RowBuilder& row) {
     const Stopwatch watch;
-    const hostkit::FrameAnswer answer = clip.frame(index, clip.formats().front());
+    const hostkit::FrameAnswer answer = clip.frame(index);
     const double waited = watch.milliseconds();
     answer.frame ? row.delivered(waited) : row.failed(frameName(index), hostkit::resultText(answer.result));
     row.step();

@@ -19,8 +19,7 @@ void expectAheadLike(CheckRun& run, OpenClip& clip, hostkit::AsyncSession& async
     const auto now = clip.frame(frame);
     const auto ahead = async.get(clip.timeOf(frame), {clip.wanted(clip.formats().front())});
     const csSDK_int32 wanted = now.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError};
-    run.expectEqual(frameText(frame) + " of the asynchronous importer", hostkit::asyncResultText(ahead.result),
-                    hostkit::asyncResultText(wanted));
+    run.expectAsyncResult(frameText(frame) + " of the asynchronous importer", ahead.result, wanted);
     run.expect(pixelsOf(ahead.frame) == pixelsOf(now.frame), frameText(frame) + " is another one when collected");
 }
 
@@ -52,8 +51,7 @@ void expectSilenceAtTheEnd(CheckRun& run, OpenClip& clip) {
     const auto position = std::max<PrAudioSample>(0, end - 1000);
     const auto answer = clip.session().audio(position, static_cast<csSDK_uint32>(end - position),
                                              clip.info().audInfo.numChannels);
-    run.expectEqual("the answer to a request for the last sound", hostkit::resultText(answer.result),
-                    hostkit::resultText(imNoErr));
+    run.expectResult("the answer to a request for the last sound", answer.result);
     for (const std::vector<float>& channel : answer.channels) {
         // Silence of 8-bit sound is its lowest value.
         const auto isSilent = [&](float sample) { return sample == channel.front() && (sample == 0 || sample == -1); };
@@ -115,11 +113,9 @@ namespace {
 void lookAtVanished(CheckRun& run, PlayedPlugin& plugin, OwnFile& file, OpenClip& clip, const Frames& frames) {
     expectFrames(run, clip, frames);
     hostkit::AsyncSession async(plugin.session(), clip.session());
-    run.expectEqual("the answer to making an asynchronous importer", hostkit::resultText(async.create().result),
-                    hostkit::resultText(imBadFile));
+    run.expectResult("the answer to making an asynchronous importer", async.create().result, imBadFile);
     OpenClip again(plugin, file.clip());
-    run.expectEqual("the answer to opening the path", hostkit::resultText(again.openResult()),
-                    hostkit::resultText(imBadFile));
+    run.expectResult("the answer to opening the path", again.openResult(), imBadFile);
     run.expect(again.session().privateData() == nullptr, "a file that did not open has private data");
 }
 
@@ -195,7 +191,7 @@ constexpr Change kChanges[] = {
 void put(const std::filesystem::path& path, const std::optional<Bytes>& bytes) {
     std::filesystem::remove(path);
     if (bytes) {
-        writeFile(path, *bytes);
+        overwrite(path, *bytes);
     }
 }
 
@@ -214,26 +210,22 @@ void expectNoGarbage(CheckRun& run, OpenClip& clip, const Frames& frames) {
 
 void changeWhileQuiet(CheckRun& run, OwnFile& file, OpenClip& clip, const Frames& frames, const Change& change) {
     run.step(std::string("while quiet the file is ") + change.what);
-    run.expectEqual("the answer to imQuietFile", hostkit::resultText(clip.session().quiet()),
-                    hostkit::resultText(imNoErr));
+    run.expectResult("the answer to imQuietFile", clip.session().quiet());
     const std::optional<Bytes> bytes = change.bytes(file.bytes());
     put(file.path(), bytes);
     const csSDK_int32 opened = clip.session().open().result;
-    run.expectEqual("the answer to opening it again", hostkit::resultText(opened),
-                    hostkit::resultText(bytes ? csSDK_int32{imNoErr} : csSDK_int32{imBadFile}));
+    run.expectResult("the answer to opening it again", opened, bytes ? csSDK_int32{imNoErr} : csSDK_int32{imBadFile});
     expectNoGarbage(run, clip, frames);
     const auto info = clip.session().info(0);
     if (!bytes || bytes->size() < 300 || bytes->front() == 0x20) {
-        run.expectEqual("the description", hostkit::resultText(info.result), hostkit::resultText(imBadFile));
+        run.expectResult("the description", info.result, imBadFile);
     }
 
     run.step(std::string("the file that was ") + change.what + " is as before");
     clip.session().quiet();
     put(file.path(), file.bytes());
-    run.expectEqual("the answer to opening it again", hostkit::resultText(clip.session().open().result),
-                    hostkit::resultText(imNoErr));
-    run.expectEqual("the description", hostkit::resultText(clip.session().info(0).result),
-                    hostkit::resultText(clip.infoResult()));
+    run.expectResult("the answer to opening it again", clip.session().open().result);
+    run.expectResult("the description", clip.session().info(0).result, clip.infoResult());
     expectFrames(run, clip, frames);
 }
 

@@ -30,15 +30,13 @@ aviwriter::SampleOptions sampleToChange() {
     return options;
 }
 
-bool serves(OpenClip& clip) { return clip.isDescribed() && clip.has(Need::Pictures) && !clip.formats().empty(); }
-
 // Of the first clip that serves; nothing when there is none.
 std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
     for (const Clip& clip : run.clips()) {
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(clip.path, error);
         OpenClip open(plugin, clip);
-        if (!error && size <= kMostCopied && serves(open)) {
+        if (!error && size <= kMostCopied && open.has(Need::Pictures)) {
             run.note("the file that changes is a copy of " + clip.name);
             return readFile(clip.path);
         }
@@ -48,7 +46,7 @@ std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
 
 }  // namespace
 
-bool writeFile(const std::filesystem::path& path, const Bytes& bytes) {
+bool overwrite(const std::filesystem::path& path, const Bytes& bytes) {
     std::fstream out(path, std::ios::binary | std::ios::in | std::ios::out);
     if (!out) {
         out.open(path, std::ios::binary | std::ios::out);
@@ -74,14 +72,14 @@ OwnFile::~OwnFile() {
 }
 
 void OwnFile::restore() {
-    if (!writeFile(m_clip.path, m_bytes)) {
+    if (!overwrite(m_clip.path, m_bytes)) {
         throw std::runtime_error("'" + hostkit::toUtf8(m_clip.path) + "' cannot be written.");
     }
 }
 
 std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) const {
     auto clip = std::make_unique<OpenClip>(plugin, m_clip);
-    if (serves(*clip)) {
+    if (clip->has(Need::Pictures)) {
         return clip;
     }
     if (m_isSample && !run.hasOwnSamples()) {

@@ -13,7 +13,7 @@ namespace importhost::validate {
 using Bytes = std::vector<std::uint8_t>;
 
 // Writes over what is there. False when the system refuses.
-bool writeFile(const std::filesystem::path& path, const Bytes& bytes);
+bool overwrite(const std::filesystem::path& path, const Bytes& bytes);
 
 // A file in the check's own folder: a copy of the first of its clips that has pictures and is not big, or a sample.
 class OwnFile {

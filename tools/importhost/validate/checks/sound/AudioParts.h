@@ -57,7 +57,7 @@ std::vector<SoundStream> soundStreams(OpenClip& clip);
 
 // Every stream of every clip with sound, selected; the step names both. Skips the check when there is none. Of a
 // damaged clip not all sound need be there.
-void forEachSound(CheckRun& run, PlayedPlugin& plugin, const std::function<void(const SoundStream&)>& look);
+void forEachSound(CheckRun& run, const std::function<void(const SoundStream&)>& look);
 
 // A part of a stream to look at closely, imported at once.
 struct Window {
