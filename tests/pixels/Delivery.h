@@ -14,8 +14,6 @@ namespace pixels {
 void writeClip(const std::filesystem::path& path, const standin::StreamInfo& info,
                const std::vector<standin::Picture>& pictures);
 
-;
-
 // Checks that a frame holds exactly these rows, and that nothing was written between them.
 ::testing::AssertionResult holdsRows(const hostkit::FrameAnswer& answer, const std::vector<Row>& rows);
 

@@ -9,7 +9,8 @@ constexpr TrustRow kRefusingHostTrust[] = {
     {"refused-suites", "answers-exceptions-otherwise",
      "without the 'Premiere PPix Creator Suite', frame 0 in PrPixelFormat_YUYV_422_8u_601: the answer: found "
      "imOtherErr (5), wanted malUnknownError (99)"},
-    {"refused-suites", "tells-nothing", "frame 0 in PrPixelFormat_YUYV_422_8u_601: error events sent to the host: found 0, wanted 1"},
+    {"refused-suites", "tells-nothing",
+     "frame 0 in PrPixelFormat_YUYV_422_8u_601: error events sent to the host: found 0, wanted 1"},
     {"refused-suites", "tells-without-the-reason",
      "wanted 'FATAL: Unhandled exception during [imGetSourceVideo] (47): Could not acquire suite: 'Premiere PPix "
      "Creator Suite', ver: 1'"},
@@ -23,7 +24,8 @@ constexpr TrustRow kRefusingHostTrust[] = {
      "PPixCreator.CreatePPix fails at call 1 of 10, frame 0 in PrPixelFormat_YUYV_422_8u_601: answered with imBadFile "
      "(2) instead of imOtherErr (5)"},
     {"failing-host-functions", "hides-failed-frames",
-     "frame 0 in PrPixelFormat_YUYV_422_8u_601: answered with imNoErr (0) instead of a failure, but what was delivered differs"},
+     "frame 0 in PrPixelFormat_YUYV_422_8u_601: answered with imNoErr (0) instead of a failure, but what was "
+     "delivered differs"},
     {"failing-host-functions", "keeps-a-suite-after-a-failure",
      "the shutdown: after the shutdown: The suite 'Premiere Time Suite' version 1 was acquired"},
     {"failing-host-functions", "never-recovers",

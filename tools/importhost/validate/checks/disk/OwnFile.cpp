@@ -30,8 +30,9 @@ aviwriter::SampleOptions sampleToChange() {
     return options;
 }
 
-// Of the first clip that serves; nothing when there is none.
-std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
+// Of the first small clip that has pictures.
+std::optional<Bytes> copiedBytes(PlayedPlugin& plugin) {
+    CheckRun& run = plugin.run();
     for (const Clip& clip : run.clips()) {
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(clip.path, error);
@@ -55,12 +56,12 @@ bool overwrite(const std::filesystem::path& path, const Bytes& bytes) {
     return static_cast<bool>(out.flush());
 }
 
-OwnFile::OwnFile(CheckRun& run, PlayedPlugin& plugin)
-    : m_clip{run.folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt} {
-    std::optional<Bytes> copied = copiedBytes(run, plugin);
+OwnFile::OwnFile(PlayedPlugin& plugin)
+    : m_clip{plugin.run().folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt} {
+    std::optional<Bytes> copied = copiedBytes(plugin);
     m_isSample = !copied;
     if (m_isSample) {
-        run.note("the file that changes is a sample");
+        plugin.run().note("the file that changes is a sample");
     }
     m_bytes = copied ? std::move(*copied) : aviwriter::sampleBytes(sampleToChange());
     restore();
@@ -77,7 +78,8 @@ void OwnFile::restore() {
     }
 }
 
-std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) const {
+std::unique_ptr<OpenClip> OwnFile::open(PlayedPlugin& plugin) const {
+    CheckRun& run = plugin.run();
     auto clip = std::make_unique<OpenClip>(plugin, m_clip);
     if (clip->has(Need::Pictures)) {
         return clip;
@@ -87,6 +89,14 @@ std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) con
     }
     run.fail("the whole file is not opened: " + hostkit::resultText(clip->infoResult()));
     return nullptr;
+}
+
+void withOwnFile(CheckRun& run, const std::function<void(OwnFile& file, OpenClip& clip)>& look) {
+    PlayedPlugin plugin(run);
+    OwnFile file(plugin);
+    if (const auto clip = file.open(plugin)) {
+        look(file, *clip);
+    }
 }
 
 std::int64_t Frames::delivered() const {

@@ -145,7 +145,7 @@ void foreignFiles(CheckRun& run) {
     PlayedPlugin plugin(run);
     for (const ForeignFile& file : kForeign) {
         run.step(std::string(file.name));
-        writeFile(run.folder() / file.name, {reinterpret_cast<const std::uint8_t*>(file.bytes.data()), file.bytes.size()});
+        writeFile(run.folder() / file.name, aviwriter::Bytes(file.bytes.begin(), file.bytes.end()));
         expectForeign(run, plugin, run.folder() / file.name);
     }
     for (const Clip& clip : run.clips()) {

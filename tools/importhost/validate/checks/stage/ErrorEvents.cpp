@@ -62,7 +62,8 @@ constexpr EarlyRequest kOfSound[] = {
     {imImportAudio7, [](ClipSession& clip) { return clip.audio(0, 16, 2).result; }},
 };
 
-void expectRefused(PlayedPlugin& plugin, ClipSession& clip, std::span<const EarlyRequest> requests, const char* reason) {
+void expectRefused(PlayedPlugin& plugin, ClipSession& clip, std::span<const EarlyRequest> requests,
+                   const char* reason) {
     CheckRun& run = plugin.run();
     for (const EarlyRequest& request : requests) {
         const std::string name(hostkit::selectorName(request.selector));

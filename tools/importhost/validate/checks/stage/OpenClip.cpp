@@ -90,6 +90,11 @@ std::unique_ptr<OpenClip> firstClip(PlayedPlugin& plugin, Need need) {
     skipWithout(plugin.run(), need);
 }
 
+void refocus(OpenClip& clip) {
+    clip.plugin().run().expectResult("the answer to quieting it", clip.session().quiet());
+    clip.plugin().run().expectResult("the answer to opening it again", clip.session().open().result);
+}
+
 int frameBudget(const CheckRun& run, const OpenClip& clip, int atLowest, int atHighest) {
     const std::int64_t affordable = std::max<std::int64_t>(2, kMostPixels / clip.pixels());
     return static_cast<int>(std::min<std::int64_t>(affordable, run.effort(atLowest, atHighest)));

@@ -48,6 +48,9 @@ void forEachClip(CheckRun& run, Need need, const std::function<void(OpenClip&)>&
 // The first such clip, opened; the check is skipped if there is none.
 std::unique_ptr<OpenClip> firstClip(PlayedPlugin& plugin, Need need);
 
+// Quiets the clip and opens it again, as the editor does when it loses the focus and gets it back.
+void refocus(OpenClip& clip);
+
 // The number of frames to look at, by level; fewer if pictures are big.
 int frameBudget(const CheckRun& run, const OpenClip& clip, int atLowest, int atHighest);
 
