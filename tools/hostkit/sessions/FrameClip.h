@@ -27,9 +27,10 @@ public:
     // The offered formats in the plug-in's order; requested once.
     const std::vector<PrPixelFormat>& formats();
 
-    // The start of a frame in host ticks, and a format at the clip's own size.
+    // The start of a frame in host ticks, and a format at the clip's own size; by default the first one offered.
     PrTime timeOf(std::int64_t frame) const;
     imFrameFormat wanted(PrPixelFormat format) const;
+    imFrameFormat wanted() { return wanted(formats().front()); }
 
     // A frame at the clip's own size; without a format, in the first one offered.
     FrameAnswer frame(std::int64_t index, PrPixelFormat format);

@@ -46,8 +46,7 @@ struct Busy {
     FrameKeys frames;
 };
 
-// So many importers, and so many frames for each, that all their frames may wait at once. The importers of a clip are
-// next to each other.
+// Chooses clips and frames so that all frames may wait at once. The importers of a clip are next to each other.
 std::vector<Busy> openSeveral(PlayedPlugin& plugin, int importersOfEach) {
     std::vector<const Clip*> clips;
     int room = static_cast<int>(kMostClips) * importersOfEach * kFrames;
@@ -95,7 +94,7 @@ void asyncSeveralImporters(CheckRun& run) {
 
 namespace {
 
-// At least two threads, and no more than so many that all their frames may wait at once.
+// As many threads as may have all their frames waiting at once, at least two.
 int threadsFor(std::span<const Busy> importers, int threads) {
     int frames = threads * kFramesOfARound;
     for (const Busy& one : importers) {
@@ -179,7 +178,7 @@ void touch(CheckRun& run, PlayedPlugin& plugin, const Clip& clip, const std::fun
     hostkit::AsyncSession async(plugin.session(), open.session());
     run.expectResult("an asynchronous importer, asked for by two threads at once", async.create().result);
     if (async.isOpen()) {
-        const std::vector<imFrameFormat> formats = {open.wanted(open.formats().front())};
+        const std::vector<imFrameFormat> formats = {open.wanted()};
         async.announce(open.timeOf(0), formats);
         picture = digestOf(async.get(open.timeOf(0), formats).frame);
     }
@@ -331,7 +330,7 @@ void asyncOutlivesItsClip(CheckRun& run) {
 // --- async-unloads ----------------------------------------------------------------------------------------------
 
 void asyncUnloads(CheckRun& run) {
-    // Whatever a thread that was left behind does next, it does it soon.
+    // A thread that was left running does its next work soon.
     constexpr std::chrono::milliseconds kLinger(150);
     const std::string fileName = hostkit::toUtf8(run.plugin().filename());
     for (int round = 0; round < run.effort(1, 4); ++round) {

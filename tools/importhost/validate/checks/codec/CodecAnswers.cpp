@@ -53,7 +53,7 @@ void lieAtTheBeginning(CheckRun& run, PlayedPlugin& plugin, Codec& codec, OpenCl
     codec.answer(kStandinDecompressBegin, size.width, size.height, kStandinUnchanged);
     expectRefusedOrRight(run, "frame 0", clip.frame(0), right);
     expectRefusedOrRight(run, "frame 0, asked for again", clip.frame(0), right);
-    imFrameFormat any = clip.wanted(clip.formats().front());
+    imFrameFormat any = clip.wanted();
     any.inFrameWidth = any.inFrameHeight = 0;
     const auto answer = clip.session().frame(clip.timeOf(0), {any});
     run.expect(answer.result != imNoErr || pixelsOf(answer.frame) == right || hasSize(answer.frame, size),
@@ -61,7 +61,7 @@ void lieAtTheBeginning(CheckRun& run, PlayedPlugin& plugin, Codec& codec, OpenCl
 
     hostkit::AsyncSession async(plugin.session(), clip.session());
     if (async.create().result == imNoErr) {
-        const auto ahead = async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+        const auto ahead = async.get(clip.timeOf(0), {clip.wanted()});
         run.expect(ahead.result == aiUnknownError || (ahead.result == aiNoError && pixelsOf(ahead.frame) == right),
                    "frame 0 of the asynchronous importer: found " + hostkit::asyncResultText(ahead.result) +
                        ", wanted aiUnknownError (2) or its pixels");

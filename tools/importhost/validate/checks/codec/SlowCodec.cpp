@@ -107,7 +107,7 @@ void lookWhileStuck(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, hostkit
     const std::int64_t last = clip.frameCount() - 1;
     run.step("announcing more while one frame is being decoded");
     for (const std::int64_t frame : {last, last / 2, last}) {
-        const auto answer = async.announce(clip.timeOf(frame), {clip.wanted(clip.formats().front())});
+        const auto answer = async.announce(clip.timeOf(frame), {clip.wanted()});
         run.expectAsyncResult("the answer to announcing a frame", answer.result);
     }
     gate.waitFor(kPatience);
@@ -125,7 +125,7 @@ void lookWhileStuck(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, hostkit
 void announceIntoTheGate(CheckRun& run, Codec& codec, OpenClip& clip, hostkit::AsyncSession& async, Gate& gate) {
     gate.waitFor(kPatienceToAnnounce);
     codec.visit(kStandinDecompress, Gate::hold, &gate);
-    async.announce(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+    async.announce(clip.timeOf(0), {clip.wanted()});
     gate.waitFor(kPatience);
     run.expect(!gate.sawItsOwnThread(), "the frame was decoded before announcing it returned");
     run.expect(gate.waitUntilHeld(), "the announced frame was not decoded ahead");
@@ -152,7 +152,7 @@ void collectFromStuck(CheckRun& run, PlayedPlugin& plugin, Codec& codec, OpenCli
         std::this_thread::sleep_for(10 * kSlowness);
         gate.open();
     });
-    const auto answer = async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+    const auto answer = async.get(clip.timeOf(0), {clip.wanted()});
     opener.join();
     run.expectAsyncResult("the answer", answer.result);
     run.expect(pixelsOf(answer.frame) == right, "the frame is not the one it was before");

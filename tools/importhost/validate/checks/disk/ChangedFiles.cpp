@@ -18,7 +18,7 @@ using hostkit::DiskFaults;
 void expectAheadLike(OpenClip& clip, hostkit::AsyncSession& async, std::int64_t frame) {
     CheckRun& run = clip.plugin().run();
     const auto now = clip.frame(frame);
-    const auto ahead = async.get(clip.timeOf(frame), {clip.wanted(clip.formats().front())});
+    const auto ahead = async.get(clip.timeOf(frame), {clip.wanted()});
     const csSDK_int32 wanted = now.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError};
     run.expectAsyncResult(frameText(frame) + " of the asynchronous importer", ahead.result, wanted);
     run.expect(pixelsOf(ahead.frame) == pixelsOf(now.frame), frameText(frame) + " is another one when collected");

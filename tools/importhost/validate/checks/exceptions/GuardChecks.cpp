@@ -36,7 +36,7 @@ csSDK_int32 fileTypeOf(CheckRun& run, PlayedPlugin& plugin) {
     return plugin.started().formats.front()->filetype;
 }
 
-// Has the next request for memory end in what `thrower` throws; gives the answer.
+// Returns the answer to a request for memory that ends in what `thrower` throws.
 csSDK_int32 throwAtMemory(PlayedPlugin& plugin, csSDK_int32 fileType, const std::function<void()>& thrower) {
     plugin.host().faults().observe([&thrower](HostCall call) {
         if (call == HostCall::NewPtr) {
@@ -78,7 +78,7 @@ void undescribedClips(CheckRun& run) {
         expectNoSound(plugin, clip);
         run.step(described.clip().name + ", described late");
         run.expectResult("the description", clip.info(0).result, described.infoResult());
-        run.expectResult("the first frame", clip.frame(0, {described.wanted(described.formats().front())}).result,
+        run.expectResult("the first frame", clip.frame(0, {described.wanted()}).result,
                          firstFrame);
     });
 }

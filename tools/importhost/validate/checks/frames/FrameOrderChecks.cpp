@@ -152,7 +152,7 @@ void frameDropped(CheckRun& run) {
 
 namespace {
 
-// Null for a clip that is no film.
+// Returns null for a clip that is no film.
 std::unique_ptr<OpenClip> openFilm(PlayedPlugin& plugin, const Clip& clip) {
     auto open = std::make_unique<OpenClip>(plugin, clip);
     return open->has(Need::Pictures) && Film::of(*open) ? std::move(open) : nullptr;

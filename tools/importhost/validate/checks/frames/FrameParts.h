@@ -80,7 +80,7 @@ inline constexpr std::uint32_t kOwnFrames = 5;
 aviwriter::SampleOptions ownSample(std::uint32_t rate = 25, std::uint32_t scale = 1,
                                    std::set<std::uint32_t> dropped = {});
 
-// An own clip with pictures, opened. Fails the check and gives null when it is not imported; skips the check when the
+// An own clip with pictures, opened. Fails the check and returns null if it is not imported; skips the check if the
 // user's own files are looked at: their codec library need not know this program's streams.
 std::unique_ptr<OpenClip> openOwn(PlayedPlugin& plugin, const Clip& clip);
 

@@ -156,7 +156,7 @@ void askAnything(OpenClip& clip) {
     }
     for (const PrTime time : {PrTime{0}, PrTime{1}, PrTime{-1}, PrTime{1} << 40, -(PrTime{1} << 40),
                               std::numeric_limits<PrTime>::max(), std::numeric_limits<PrTime>::min()}) {
-        clip.session().frame(time, {clip.wanted(clip.formats().front())});
+        clip.session().frame(time, {clip.wanted()});
     }
 }
 

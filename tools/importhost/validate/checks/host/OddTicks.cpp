@@ -36,7 +36,7 @@ hostkit::HostProfile profileOf(const TicksRow& row) {
     return profile;
 }
 
-// The whole ticks that a frame lasts; none when the product does not fit, or when a frame has not one of them.
+// The whole ticks that a frame lasts; nothing if the product overflows, or if a frame lasts less than a tick.
 std::optional<PrTime> ticksPerFrame(const imFileInfoRec8& info, PrTime ticksPerSecond) {
     const PrTime scale = info.vidSampleSize;
     if (scale <= 0 || info.vidScale <= 0 || ticksPerSecond > kMost / scale || ticksPerSecond < -(kMost / scale)) {

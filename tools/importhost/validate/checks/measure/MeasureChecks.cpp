@@ -89,7 +89,7 @@ void warmUp(const CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
     }
 }
 
-// Gives how often it was opened: less often than was wanted when a long file takes too much time.
+// Returns how often it was opened: less often than wanted if a long file takes too much time.
 int openOften(CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
     const int wanted = run.effort(100, 500);
     int opens = 0;

@@ -20,7 +20,7 @@ constexpr std::uint8_t kPattern = 0x5A;
 
 csSDK_int32 streamCount(const Streams& streams) { return static_cast<csSDK_int32>(streams.size()); }
 
-// What the host gives in the record stands in it; all else holds a pattern, where it holds zeros elsewhere.
+// A record filled with a pattern instead of zeros, for the host to set its own fields in.
 template <class T>
 hostkit::HostRecord<T> patterned(std::size_t size = sizeof(T)) {
     hostkit::HostRecord<T> record(size);

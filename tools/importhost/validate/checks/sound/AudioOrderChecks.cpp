@@ -50,7 +50,7 @@ void audioPartitions(CheckRun& run) {
 
 namespace {
 
-// Bit i of `way` set: a part ends behind sample i.
+// Bit i of `way` set: a part ends after sample i.
 std::vector<std::size_t> sizesOf(unsigned way, std::size_t frames) {
     std::vector<std::size_t> sizes = {1};
     for (std::size_t i = 0; i + 1 < frames; ++i) {

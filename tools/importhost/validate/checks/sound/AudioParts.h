@@ -40,7 +40,7 @@ public:
     // What was written, for a stream of an own sample; else null.
     const aviwriter::SampleAudio* made() const;
 
-    // What this importer fills the time behind the end with: in 8 bits the lowest sample, else silence.
+    // What this importer fills the time after the end with: in 8 bits the lowest sample, else silence.
     float fill() const { return sampleType() == kPrAudioSampleType_8BitInt ? -1.0F : 0.0F; }
 
     void select() const { m_clip->session().info(m_number); }

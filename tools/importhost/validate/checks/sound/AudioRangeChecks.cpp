@@ -1,4 +1,4 @@
-// What arrives for a request of sound: all of it, the right samples, and what comes behind the end.
+// What arrives for a request for sound: all of it, the right samples, and what follows the end.
 #include "importhost/validate/checks/sound/AudioParts.h"
 #include "importhost/validate/checks/stage/OwnSample.h"
 
@@ -163,7 +163,7 @@ void expectFillAfter(CheckRun& run, const SoundStream& stream, std::int64_t befo
 
 void audioPastTheEnd(CheckRun& run) {
     forEachSound(run, [&](const SoundStream& stream) {
-        // A user's file may hold more sound than its header says: only far behind the end is there surely none.
+        // A user's file may hold more sound than its header says: only far past the end is there certainly none.
         const std::int64_t farBehind = stream.duration() + (std::int64_t{1} << 40);
         expectFill(run, stream, farBehind, 333);
         if (stream.made()) {

@@ -38,7 +38,7 @@ std::string OpenClip::refusal() const {
 
 namespace {
 
-// Null for a clip that has not what is needed.
+// Returns null for a clip that lacks what is needed.
 std::unique_ptr<OpenClip> openFor(PlayedPlugin& plugin, const Clip& clip, Need need) {
     CheckRun& run = plugin.run();
     run.step(clip.name);

@@ -14,7 +14,7 @@ constexpr std::size_t kDesks = 3;
 constexpr std::size_t kMostFiles = 12;
 constexpr int kStepsToAStart = 120;                 // room enough for clips to get into odd states before
 
-// All of them, or so many of them by chance.
+// All of them, or kMostFiles chosen at random.
 std::vector<KnownFile> learnFiles(CheckRun& run, PlayedPlugin& plugin) {
     std::vector<const Clip*> clips;
     for (const Clip& clip : run.clips()) {
