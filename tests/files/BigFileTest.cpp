@@ -66,8 +66,8 @@ TEST_F(BigFile, SoundOnBothSidesOfFourGibibytesIsRead) {
     const std::filesystem::path big = written(m_options);
 
     LoadedImporter importer;
-    pixels::OpenClip smallClip(importer, small);
-    pixels::OpenClip bigClip(importer, big);
+    hostkit::FrameClip smallClip(importer.session(), small);
+    hostkit::FrameClip bigClip(importer.session(), big);
     const hostkit::AudioAnswer wanted = smallClip.session().audio(0, 8 * 1920, 2);
     const hostkit::AudioAnswer found = bigClip.session().audio(0, 8 * 1920, 2);
     ASSERT_EQ(wanted.result, imNoErr);

@@ -27,7 +27,7 @@ void writeSampleFile(const std::filesystem::path& path, const aviwriter::SampleO
     sink.close();
 }
 
-::testing::AssertionResult showsFrame(pixels::OpenClip& clip, const aviwriter::SampleOptions& options,
+::testing::AssertionResult showsFrame(hostkit::FrameClip& clip, const aviwriter::SampleOptions& options,
                                       std::uint32_t number) {
     const standin::StreamInfo info = streamOf(options);
     return pixels::holdsRows(clip.frame(number, kFormat),
@@ -35,7 +35,7 @@ void writeSampleFile(const std::filesystem::path& path, const aviwriter::SampleO
                                                    pixels::hostFormat(kFormat)));
 }
 
-::testing::AssertionResult showsTestPicture(pixels::OpenClip& clip, const aviwriter::SampleOptions& options) {
+::testing::AssertionResult showsTestPicture(hostkit::FrameClip& clip, const aviwriter::SampleOptions& options) {
     if (clip.frameCount() != options.frames) {
         return ::testing::AssertionFailure() << clip.frameCount() << " frames instead of " << options.frames;
     }
@@ -50,6 +50,6 @@ void writeSampleFile(const std::filesystem::path& path, const aviwriter::SampleO
 
 ::testing::AssertionResult imports(const std::filesystem::path& path, const aviwriter::SampleOptions& options) {
     LoadedImporter importer;
-    pixels::OpenClip clip(importer, path);
+    hostkit::FrameClip clip(importer.session(), path);
     return showsTestPicture(clip, options);
 }

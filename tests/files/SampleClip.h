@@ -14,10 +14,10 @@ aviwriter::SampleOptions smallSample();
 void writeSampleFile(const std::filesystem::path& path, const aviwriter::SampleOptions& options);
 
 // Checks that every frame of the clip is the test picture with that number.
-::testing::AssertionResult showsTestPicture(pixels::OpenClip& clip, const aviwriter::SampleOptions& options);
+::testing::AssertionResult showsTestPicture(hostkit::FrameClip& clip, const aviwriter::SampleOptions& options);
 
 // The same for one frame.
-::testing::AssertionResult showsFrame(pixels::OpenClip& clip, const aviwriter::SampleOptions& options,
+::testing::AssertionResult showsFrame(hostkit::FrameClip& clip, const aviwriter::SampleOptions& options,
                                       std::uint32_t number);
 
 // Opens the file in a newly loaded plug-in and checks every frame.

@@ -47,7 +47,7 @@ TEST_F(SharedFile, AFileThatAnotherProgramReadsImports) {
 
 TEST_F(SharedFile, AnotherProgramMayReadAnImportedFile) {
     LoadedImporter importer;
-    pixels::OpenClip clip(importer, m_path);
+    hostkit::FrameClip clip(importer.session(), m_path);
     const OtherReader other(m_path);
     EXPECT_TRUE(other.isOpen());
     EXPECT_TRUE(showsTestPicture(clip, m_options));
@@ -63,13 +63,13 @@ TEST_F(SharedFile, AFileThatAnotherProgramWritesIsABadFile) {
 
 TEST_F(SharedFile, AnotherProgramCannotWriteToAnImportedFile) {
     LoadedImporter importer;
-    const pixels::OpenClip clip(importer, m_path);
+    const hostkit::FrameClip clip(importer.session(), m_path);
     EXPECT_FALSE(OtherWriter(m_path).isOpen());
 }
 
 TEST_F(SharedFile, AQuietFileIsReleasedAndCanBeReopened) {
     LoadedImporter importer;
-    pixels::OpenClip clip(importer, m_path);
+    hostkit::FrameClip clip(importer.session(), m_path);
     ASSERT_EQ(clip.session().quiet(), imNoErr);
     EXPECT_TRUE(OtherWriter(m_path).isOpen());
     ASSERT_EQ(clip.session().open().result, imNoErr);
@@ -79,7 +79,7 @@ TEST_F(SharedFile, AQuietFileIsReleasedAndCanBeReopened) {
 TEST_F(SharedFile, AClosedFileCanBeDeleted) {
     LoadedImporter importer;
     {
-        pixels::OpenClip clip(importer, m_path);
+        hostkit::FrameClip clip(importer.session(), m_path);
         EXPECT_TRUE(showsFrame(clip, m_options, 3));
     }
     EXPECT_TRUE(std::filesystem::remove(m_path));
@@ -94,8 +94,8 @@ TEST_F(SharedFile, TwoOpenFilesDoNotMixTheirPictures) {
     writeSampleFile(otherPath, otherOptions);
 
     LoadedImporter importer;
-    pixels::OpenClip clip(importer, m_path);
-    pixels::OpenClip other(importer, otherPath);
+    hostkit::FrameClip clip(importer.session(), m_path);
+    hostkit::FrameClip other(importer.session(), otherPath);
     for (const std::uint32_t number : {0U, 7U, 3U, 3U, 4U}) {
         EXPECT_TRUE(showsFrame(clip, m_options, number)) << number;
         EXPECT_TRUE(showsFrame(other, otherOptions, 7 - number)) << number;
@@ -104,8 +104,8 @@ TEST_F(SharedFile, TwoOpenFilesDoNotMixTheirPictures) {
 
 TEST_F(SharedFile, OneFileOpenTwiceDeliversFramesToEach) {
     LoadedImporter importer;
-    pixels::OpenClip first(importer, m_path);
-    pixels::OpenClip second(importer, m_path);
+    hostkit::FrameClip first(importer.session(), m_path);
+    hostkit::FrameClip second(importer.session(), m_path);
     for (const std::uint32_t number : {0U, 7U, 3U, 4U}) {
         EXPECT_TRUE(showsFrame(first, m_options, number)) << number;
         EXPECT_TRUE(showsFrame(second, m_options, 7 - number)) << number;

@@ -33,17 +33,6 @@ void writeClip(const std::filesystem::path& path, const standin::StreamInfo& inf
     sink.close();
 }
 
-OpenClip::OpenClip(LoadedImporter& importer, const std::filesystem::path& path)
-    : m_importer(importer), m_clip(importer.session(), path) {
-    EXPECT_EQ(m_clip.open().result, imNoErr);
-    m_info = *m_clip.info(0).record.get();
-}
-
-hostkit::FrameAnswer OpenClip::frame(csSDK_int64 number, PrPixelFormat format) {
-    const PrTime ticks = m_importer.host().profile().ticksPerSecond;
-    return m_clip.frame(hostkit::timeOfFrame(m_info, number, ticks), {{0, 0, format}});
-}
-
 ::testing::AssertionResult holdsRows(const hostkit::FrameAnswer& answer, const std::vector<Row>& rows) {
     const auto view = answer.frame.view();
     if (!view) {

@@ -1,6 +1,7 @@
 // Sends pictures through the plug-in: writes them to a file, imports it, and compares the host's buffers.
 #pragma once
 
+#include "hostkit/sessions/FrameClip.h"
 #include "pixels/ReferenceImage.h"
 #include "support/LoadedImporter.h"
 
@@ -12,23 +13,6 @@ namespace pixels {
 // Writes a file with one frame per picture, at 25 frames per second.
 void writeClip(const std::filesystem::path& path, const standin::StreamInfo& info,
                const std::vector<standin::Picture>& pictures);
-
-// A file that is open in the plug-in; frames are requested by number.
-class OpenClip {
-public:
-    // Fails the test if the clip does not open; then there are no frames.
-    OpenClip(LoadedImporter& importer, const std::filesystem::path& path);
-
-    std::vector<PrPixelFormat> offeredFormats() { return m_clip.pixelFormats(); }
-    hostkit::FrameAnswer frame(csSDK_int64 number, PrPixelFormat format);
-    csSDK_int64 frameCount() const { return hostkit::frameCount(m_info); }
-    hostkit::ClipSession& session() { return m_clip; }
-
-private:
-    LoadedImporter& m_importer;
-    hostkit::ClipSession m_clip;
-    imFileInfoRec8 m_info = {};
-};
 
 // Checks that a frame holds exactly these rows, and that nothing was written between them.
 ::testing::AssertionResult holdsRows(const hostkit::FrameAnswer& answer, const std::vector<Row>& rows);

@@ -22,7 +22,7 @@ protected:
     Row deliveredPicture(const standin::StreamInfo& info, const standin::Picture& picture, PrPixelFormat format,
                          std::uint32_t row = 0) {
         writeClip(m_folder.folder() / "clip.avi", info, {picture});
-        OpenClip clip(m_importer, m_folder.folder() / "clip.avi");
+        hostkit::FrameClip clip(m_importer.session(), m_folder.folder() / "clip.avi");
         return bytesOfRow(clip.frame(0, format), row, rowPixelBytes(hostFormat(format), 1));
     }
 

@@ -19,7 +19,7 @@ protected:
         const standin::StreamInfo info = {type, kWidth, kHeight, kRec709, range};
         m_picture = noise(info, 77);
         writeClip(m_folder.folder() / "clip.avi", info, {m_picture});
-        OpenClip clip(m_importer, m_folder.folder() / "clip.avi");
+        hostkit::FrameClip clip(m_importer.session(), m_folder.folder() / "clip.avi");
         const hostkit::FrameAnswer answer = clip.frame(0, format);
         const std::size_t bytes = rowPixelBytes(hostFormat(format), kWidth);
         for (std::uint32_t y = 0; y < kHeight; ++y) {

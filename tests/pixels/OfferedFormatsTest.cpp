@@ -24,9 +24,9 @@ protected:
     std::vector<std::string> formatsOf(std::uint32_t type) {
         const standin::StreamInfo info = {type, 16, 8, kRec709, kLimited};
         writeClip(m_path, info, {noise(info, 1)});
-        OpenClip clip(m_importer, m_path);
+        hostkit::FrameClip clip(m_importer.session(), m_path);
         std::vector<std::string> codes;
-        for (const PrPixelFormat format : clip.offeredFormats()) {
+        for (const PrPixelFormat format : clip.formats()) {
             codes.push_back(hostkit::codeText(format));
             EXPECT_EQ(clip.frame(0, format).result, imNoErr) << codes.back();
         }

@@ -34,7 +34,7 @@ protected:
         const std::vector<standin::Picture> pictures = {noise(info, 1), ramp(info), limits(info, 2)};
         const std::filesystem::path path = m_folder.folder() / "clip.avi";
         writeClip(path, info, pictures);
-        OpenClip clip(importer, path);
+        hostkit::FrameClip clip(importer.session(), path);
         for (const HostFormat& format : hostFormats()) {
             SCOPED_TRACE(hostkit::codeText(format.code));
             for (std::size_t i = 0; i < pictures.size(); ++i) {

@@ -1,7 +1,7 @@
 // clip_checksums FILE: imports a file with the plug-in in this program's folder, and prints a line for each frame in
 // each offered format and one for each second of sound. Two files with equal content print the same lines. Exit codes:
 // 0 success, 1 something did not import, 2 usage error.
-#include "hostkit/sessions/ClipSession.h"
+#include "hostkit/sessions/FrameClip.h"
 #include "hostkit/system/Text.h"
 
 #include <cstdio>
@@ -33,11 +33,10 @@ void require(csSDK_int32 result, const char* call) {
     }
 }
 
-void printFrames(hostkit::ClipSession& clip, const imFileInfoRec8& info, PrTime ticksPerSecond) {
-    for (const PrPixelFormat format : clip.pixelFormats()) {
-        for (csSDK_int64 number = 0; number < hostkit::frameCount(info); ++number) {
-            const hostkit::FrameAnswer answer =
-                clip.frame(hostkit::timeOfFrame(info, number, ticksPerSecond), {{0, 0, format}});
+void printFrames(hostkit::FrameClip& clip) {
+    for (const PrPixelFormat format : clip.formats()) {
+        for (std::int64_t number = 0; number < clip.frameCount(); ++number) {
+            const hostkit::FrameAnswer answer = clip.frame(number, format);
             require(answer.result, "imGetSourceVideo");
             const auto view = answer.frame.view().value();
             Checksum sum;
@@ -48,9 +47,9 @@ void printFrames(hostkit::ClipSession& clip, const imFileInfoRec8& info, PrTime 
     }
 }
 
-void printSound(hostkit::ClipSession& clip, const imFileInfoRec8& info) {
-    for (PrAudioSample at = 0; at < info.audDuration; at += kAudioBlock) {
-        const hostkit::AudioAnswer answer = clip.audio(at, kAudioBlock, info.audInfo.numChannels);
+void printSound(hostkit::FrameClip& clip) {
+    for (PrAudioSample at = 0; at < clip.info().audDuration; at += kAudioBlock) {
+        const hostkit::AudioAnswer answer = clip.sound(at, kAudioBlock);
         require(answer.result, "imImportAudio7");
         Checksum sum;
         for (const std::vector<float>& channel : answer.channels) {
@@ -67,14 +66,11 @@ void printClip(const std::filesystem::path& path) {
     hostkit::ImporterSession session(host, plugin.entry());
     session.start();
     {
-        hostkit::ClipSession clip(session, path);
-        require(clip.open().result, "imOpenFile8");
-        const auto info = clip.info(0);
-        if (info.result != imNoErr && info.result != imIterateStreams) {
-            require(info.result, "imGetInfo8");
-        }
-        printFrames(clip, *info.record.get(), host.profile().ticksPerSecond);
-        printSound(clip, *info.record.get());
+        hostkit::FrameClip clip(session, path);
+        require(clip.openResult(), "imOpenFile8");
+        require(clip.isDescribed() ? csSDK_int32{imNoErr} : clip.infoResult(), "imGetInfo8");
+        printFrames(clip);
+        printSound(clip);
     }
     session.shutdown();
 }

@@ -16,16 +16,14 @@ void expect(csSDK_int32 expected, csSDK_int32 result, const char* what) {
 
 MeasuredClip::MeasuredClip(MeasuredPlugin& plugin, const std::filesystem::path& path, csSDK_uint32 audioFrames)
     : m_plugin(plugin), m_clip(plugin.session(), path) {
-    expect(imNoErr, m_clip.open().result, "open");
-    const auto info = m_clip.info(0);
-    if (info->hasVideo) {
-        const PrTime ticks = plugin.session().host().profile().ticksPerSecond;
-        for (csSDK_int64 frame = 0; frame < hostkit::frameCount(*info.record); ++frame) {
-            m_times.push_back(hostkit::timeOfFrame(*info.record, frame, ticks));
+    expect(imNoErr, m_clip.openResult(), "open");
+    if (m_clip.info().hasVideo) {
+        for (csSDK_int64 frame = 0; frame < m_clip.frameCount(); ++frame) {
+            m_times.push_back(m_clip.timeOf(frame));
         }
-        m_formats = {{0, 0, m_clip.pixelFormats().at(0)}};
+        m_formats = {{0, 0, m_clip.formats().at(0)}};
     }
-    m_channels.assign(static_cast<std::size_t>(std::max(hostkit::valueOf(info->audInfo.numChannels), 0)),
+    m_channels.assign(static_cast<std::size_t>(std::max(hostkit::valueOf(m_clip.info().audInfo.numChannels), 0)),
                       std::vector<float>(audioFrames));
     for (std::vector<float>& channel : m_channels) {
         m_buffers.push_back(channel.data());
@@ -46,9 +44,9 @@ imSourceVideoRec MeasuredClip::recordFor(csSDK_int64 frame, void* privateData, P
 
 std::uint64_t MeasuredClip::getFrame(csSDK_int64 frame) {
     PPixHand delivered = nullptr;
-    imSourceVideoRec record = recordFor(frame, m_clip.privateData(), &delivered);
+    imSourceVideoRec record = recordFor(frame, m_clip.session().privateData(), &delivered);
     const std::uint64_t start = hostkit::nanosecondsNow();
-    const csSDK_int32 result = m_plugin.call(imGetSourceVideo, m_clip.fileRef(), &record);
+    const csSDK_int32 result = m_plugin.call(imGetSourceVideo, m_clip.session().fileRef(), &record);
     const std::uint64_t taken = hostkit::nanosecondsNow() - start;
     expect(imNoErr, result, "frame");
     hostkit::LightHost::dispose(delivered);
@@ -60,14 +58,14 @@ void MeasuredClip::getSound(PrAudioSample position, csSDK_uint32 frames) {
     record.position = position;
     record.size = frames;
     record.buffer = m_buffers.data();
-    record.privateData = m_clip.privateData();
-    expect(imNoErr, m_plugin.call(imImportAudio7, m_clip.fileRef(), &record), "sound");
+    record.privateData = m_clip.session().privateData();
+    expect(imNoErr, m_plugin.call(imImportAudio7, m_clip.session().fileRef(), &record), "sound");
 }
 
-void MeasuredClip::quiet() { expect(imNoErr, m_clip.quiet(), "quiet"); }
+void MeasuredClip::quiet() { expect(imNoErr, m_clip.session().quiet(), "quiet"); }
 
 void MeasuredClip::openAsync() {
-    m_async.inPrivateData = m_clip.privateData();
+    m_async.inPrivateData = m_clip.session().privateData();
     expect(imNoErr, m_plugin.call(imCreateAsyncImporter, &m_async, nullptr), "asynchronous importer");
 }
 

@@ -4,7 +4,7 @@
 
 #include "measured/MeasuredPlugin.h"
 
-#include "hostkit/sessions/ClipSession.h"
+#include "hostkit/sessions/FrameClip.h"
 #include "sdk/SdkAsyncImporter.h"
 
 #include <filesystem>
@@ -41,7 +41,7 @@ private:
     imSourceVideoRec recordFor(csSDK_int64 frame, void* privateData, PPixHand* delivered);
 
     MeasuredPlugin& m_plugin;
-    hostkit::ClipSession m_clip;
+    hostkit::FrameClip m_clip;
     std::vector<PrTime> m_times;                // of the frames, in host ticks
     std::vector<imFrameFormat> m_formats;
     std::vector<std::vector<float>> m_channels;

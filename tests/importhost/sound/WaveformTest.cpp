@@ -14,7 +14,7 @@ Waveform waveformOfSample(const Sample& sample, std::int64_t columns) {
     Editor editor({{}, "", false});
     Waveform waveform;
     {
-        SoundClip clip(editor, sample.path(), 0);
+        SoundReader clip(editor, sample.path(), 0);
         waveform = waveformOf(clip, columns);
     }
     EXPECT_EQ(editor.finish(), std::vector<std::string>{});
@@ -50,7 +50,7 @@ TEST(Waveform, HasNoMoreColumnsThanSampleFrames) {
 Waveform waveformOfFake(std::int64_t columns) {
     const fakes::FakeClip file("sound=1");
     Editor editor({fakes::importerPath(), "", false});
-    SoundClip clip(editor, file.path(), 0);
+    SoundReader clip(editor, file.path(), 0);
     return waveformOf(clip, columns);
 }
 

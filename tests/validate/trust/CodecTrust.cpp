@@ -6,7 +6,8 @@ constexpr TrustRow kCodecTrust[] = {
      "quorvane_decompress_begin fails at every call: frame 0 in PrPixelFormat_YUYV_422_8u_601: found imOtherErr (5), "
      "wanted imBadCompression (8)"},
     {"codec-fails-for-good", "says-other-error-for-bad-description",
-     "quorvane_open fails at every call: description of stream 0: found imOtherErr (5), wanted imBadFile (2)"},
+     "quorvane_open fails at every call: the description of stream 0: found imOtherErr (5), wanted imBadFile "
+     "(2)"},
     {"codec-fails-for-good", "gives-up-after-bad-frame",
      "with the codec well again: frame 0 in PrPixelFormat_YUYV_422_8u_601: found imBadCompression (8), wanted imNoErr"},
     {"codec-fails-once", "gives-up-after-bad-frame",

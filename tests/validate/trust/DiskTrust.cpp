@@ -5,7 +5,7 @@ constexpr TrustRow kDiskTrust[] = {
     {"disk-gone-for-good", "gives-up-after-unreadable-frame",
      "with the disk back: the answer is not what it was before"},
     {"disk-gone-for-good", "refuses-sound-after-read-error",
-     "sound at 0: found imFileReadFailed (33), wanted imNoErr (0)"},
+     "sound of stream 0 at 0: found imFileReadFailed (33), wanted imNoErr (0)"},
     {"disk-read-fails", "says-bad-file-for-unreadable-frame", "imBadFile (2) is not the answer to this failure"},
     {"disk-read-fails", "gives-up-after-unreadable-frame",
      "asked for again: found imFileReadFailed (33), wanted imNoErr (0)"},

@@ -53,7 +53,7 @@ constexpr TrustRow kProtocolTrust[] = {
     {"info-again", "forgets-after-the-text",
      "plain.avi: after pictures, sound and texts: found 'frame size: 49 x 32', wanted 'frame size: 48 x 32'"},
     {"calls-before-info", "answers-undescribed-clips", "the answer to imGetIndPixelFormat: found imNoErr (0)"},
-    {"calls-before-info", "fails-in-silence", "events sent for imAnalysis: found 0, wanted 1"},
+    {"calls-before-info", "fails-in-silence", "error events sent to the host: found 0, wanted 1"},
     {"host-fields-stay", "clears-what-is-the-hosts", "Selector 37 wrote bytes of its record that are not its own: 32."},
     {"host-fields-stay", "fills-only-what-is-empty",
      "described in a record that is not empty: found 'pixel aspect: 1:1515870810', wanted 'pixel aspect: 1:1'"},

@@ -1,6 +1,6 @@
 // An asynchronous importer, as the editor handles it: create, announce, collect, flush, close.
 //
-// Every call gives the plug-in's raw result with the record as it came back; pointers in a record that came back lead
+// Every call returns the plug-in's raw result with the record as it came back; pointers in a record that came back lead
 // nowhere any more. Lists of formats are overwritten as soon as a call returns, because they are the host's again.
 // A write to a record, and a frame that does not fit its result, become Host::problems(), and so does an importer that
 // was never closed.
@@ -59,7 +59,7 @@ public:
     // Sent once; 0 without a call when nothing is open. The editor always flushes first.
     csSDK_int32 close();
 
-    // One call of the entry as it is. An exception that leaves it gives kEscapedException.
+    // One call of the entry as it is. Returns kEscapedException if an exception leaves it.
     csSDK_int32 call(csSDK_int32 selector, void* parameter, std::optional<PrTime> time = std::nullopt);
 
     std::vector<AsyncCall> calls() const;   // of all importers that this session created

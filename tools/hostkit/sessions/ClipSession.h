@@ -124,7 +124,7 @@ private:
 bool isDescribed(csSDK_int32 result);
 
 // The time of a frame's start in host ticks, by the stream's own rate; 0 for a stream without a rate, and the last
-// time there is for a frame behind it.
+// time there is for a frame after it.
 PrTime timeOfFrame(const imFileInfoRec8& info, csSDK_int64 frameIndex, PrTime ticksPerSecond);
 
 // Frames in the stream, by its duration; 0 for a stream without a rate.

@@ -1,6 +1,6 @@
 // The editor's side of the importer protocol for a whole plug-in: start, formats, shutdown. Clips: ClipSession.h.
 //
-// Every call gives the plug-in's raw result with the record as it came back; no failure of the plug-in throws here.
+// Every call returns the plug-in's raw result with the record as it came back; no failure of the plug-in throws here.
 // Records are zeroed before a call and as long as the played host makes them. A write past a record, or into a field
 // that the importer does not promise to write, becomes one of Host::problems().
 #pragma once

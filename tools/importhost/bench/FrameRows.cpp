@@ -17,7 +17,7 @@ std::string frameName(std::int64_t index) { return "Frame " + std::to_string(ind
 
 void askForFrame(VideoClip& clip, std::int64_t index, RowBuilder& row) {
     const Stopwatch watch;
-    const hostkit::FrameAnswer answer = clip.frame(index, clip.formats().front());
+    const hostkit::FrameAnswer answer = clip.frame(index);
     const double waited = watch.milliseconds();
     answer.frame ? row.delivered(waited) : row.failed(frameName(index), hostkit::resultText(answer.result));
     row.step();
@@ -53,7 +53,7 @@ Row framesWithoutAhead(VideoClip& clip, const std::vector<std::int64_t>& indexes
 Row framesAhead(hostkit::AsyncSession& async, VideoClip& clip, const std::vector<std::int64_t>& indexes,
                 std::size_t ahead, ReadCounter& counter, const BenchOptions& options, FileMeasurement& file) {
     const std::vector<AsyncStep> plan = asyncPlan(indexes.size(), {.ahead = ahead});
-    const std::vector<imFrameFormat> wanted = {clip.wanted(clip.formats().front())};
+    const std::vector<imFrameFormat> wanted = {clip.wanted()};
     RowBuilder row(std::to_string(ahead) + " ahead", indexes.size(), counter, file.failures);
     bool hasWork = false;
     for (const AsyncStep& step : plan) {
@@ -106,8 +106,8 @@ void measureAhead(Editor& editor, VideoClip& clip, ReadCounter& counter, const B
         return;
     }
     // The codec starts for the first frame, which is not measured.
-    async.announce(clip.timeOf(0), {clip.wanted(clip.formats().front())});
-    async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+    async.announce(clip.timeOf(0), {clip.wanted()});
+    async.get(clip.timeOf(0), {clip.wanted()});
     for (const std::size_t ahead : kAhead) {
         file.ahead.push_back(framesAhead(async, clip, indexes, ahead, counter, options, file));
     }

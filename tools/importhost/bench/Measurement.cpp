@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kHostBuffers = 9;
 
-std::string videoText(const VideoClip& clip) {
+std::string videoText(VideoClip& clip) {
     const imFileInfoRec8& info = clip.info();
     std::string text = std::to_string(info.vidInfo.imageWidth);
     text.append(" x ").append(std::to_string(info.vidInfo.imageHeight)).append(", ").append(rateText(info));
@@ -24,7 +24,7 @@ std::string videoText(const VideoClip& clip) {
     return text.append(hostkit::codeText(clip.formats().front()));
 }
 
-double hostBufferMilliseconds(Editor& editor, const VideoClip& clip) {
+double hostBufferMilliseconds(Editor& editor, VideoClip& clip) {
     std::vector<double> times;
     prRect bounds;
     bounds.right = clip.info().vidInfo.imageWidth;
@@ -46,7 +46,7 @@ void measureAll(Editor& editor, const BenchOptions& options, FileMeasurement& fi
     const std::int64_t before = bytesNow();
     measureOpening(editor, counter, file);
     VideoClip clip(editor, file.path);
-    clip.frame(0, clip.formats().front());
+    clip.frame(0);
     file.memory.openClip = bytesNow() - before;
     file.video = videoText(clip);
     file.frameCount = clip.frameCount();

@@ -34,7 +34,7 @@ void measureOpening(Editor& editor, ReadCounter& counter, FileMeasurement& file)
 
         counter.start();
         const Stopwatch frameWatch;
-        const hostkit::FrameAnswer answer = clip.frame(0, clip.formats().front());
+        const hostkit::FrameAnswer answer = clip.frame(0);
         const double waited = frameWatch.milliseconds();
         file.firstFrame.reads = counter.reads();
         if (answer.frame) {

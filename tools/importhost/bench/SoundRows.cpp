@@ -2,7 +2,7 @@
 
 #include "importhost/bench/RowBuilder.h"
 #include "importhost/bench/Sampling.h"
-#include "importhost/clips/SoundClip.h"
+#include "importhost/clips/SoundReader.h"
 #include "importhost/clips/VideoClip.h"
 
 #include "hostkit/sessions/Names.h"
@@ -20,7 +20,7 @@ bool isWhole(const hostkit::AudioAnswer& answer) {
 }
 
 SoundRow measureStream(Editor& editor, csSDK_int32 stream, ReadCounter& counter, FileMeasurement& file) {
-    SoundClip clip(editor, file.path, stream);
+    SoundReader clip(editor, file.path, stream);
     SoundRow sound{stream, clip.channels(), clip.sampleRate(), clip.sampleFrames(), 0, {}};
     const std::vector<std::int64_t> blocks =
         spreadIndexes((sound.sampleFrames + kSoundBlock - 1) / kSoundBlock, kMostSoundBlocks);

@@ -1,6 +1,6 @@
 // importhost audio: a stream's sound as a WAV file.
-#include "importhost/clips/SoundClip.h"
 #include "importhost/clips/SoundFormat.h"
+#include "importhost/clips/SoundReader.h"
 #include "importhost/clips/VideoClip.h"
 #include "importhost/commands/Command.h"
 #include "importhost/console/Progress.h"
@@ -39,7 +39,7 @@ public:
 
     ExitCode runWith(Editor& editor) override {
         const std::filesystem::path path = hostkit::pathFromUtf8(m_file);
-        SoundClip clip(editor, path, m_stream);
+        SoundReader clip(editor, path, m_stream);
         if (!clip.isUsable()) {
             throw ClipFailure(noSoundText(path, m_stream));
         }
@@ -63,7 +63,7 @@ private:
         return rangeOf(text) ? "" : "'" + text + "' is not a range of sample frames such as 0-47999, 48000- or 10";
     }
 
-    Range chooseRange(const SoundClip& clip) const {
+    Range chooseRange(const SoundReader& clip) const {
         Range range = rangeOf(m_range).value_or(Range{});
         const std::int64_t end = clip.sampleFrames();
         range.last = range.last < 0 ? end - 1 : range.last;

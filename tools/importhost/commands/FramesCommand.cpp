@@ -118,7 +118,7 @@ private:
             ->capture_default_str();
     }
 
-    PrPixelFormat chooseFormat(const VideoClip& clip) const {
+    PrPixelFormat chooseFormat(VideoClip& clip) const {
         if (m_format.empty()) {
             return clip.formats().front();
         }

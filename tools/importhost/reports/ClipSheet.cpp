@@ -9,7 +9,7 @@ namespace importhost {
 
 namespace {
 
-PrPixelFormat pictureFormatOf(const VideoClip& clip) {
+PrPixelFormat pictureFormatOf(VideoClip& clip) {
     const auto& formats = clip.formats();
     const auto found = std::find_if(formats.begin(), formats.end(), isPictureFormat);
     if (found == formats.end()) {

@@ -19,7 +19,7 @@ void widen(Extent& extent, const std::vector<float>& samples) {
     }
 }
 
-std::vector<Extent> columnOf(SoundClip& clip, std::int64_t first, std::int64_t end) {
+std::vector<Extent> columnOf(SoundReader& clip, std::int64_t first, std::int64_t end) {
     std::vector<Extent> extents(static_cast<std::size_t>(clip.channels()));
     for (std::int64_t position = first; position < end; position += kWaveformBlock) {
         const auto block = clip.read(position, static_cast<std::uint32_t>(std::min(kWaveformBlock, end - position)));
@@ -32,7 +32,7 @@ std::vector<Extent> columnOf(SoundClip& clip, std::int64_t first, std::int64_t e
 
 }  // namespace
 
-Waveform waveformOf(SoundClip& clip, std::int64_t columns) {
+Waveform waveformOf(SoundReader& clip, std::int64_t columns) {
     const std::int64_t frames = std::max<std::int64_t>(clip.sampleFrames(), 0);
     const std::int64_t count = std::min(columns, frames);
     // Quotient and remainder are used separately to avoid 64-bit overflow.

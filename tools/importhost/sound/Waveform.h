@@ -1,7 +1,7 @@
 // The waveform of a sound, channel by channel: the lowest and the highest sample of each column.
 #pragma once
 
-#include "importhost/clips/SoundClip.h"
+#include "importhost/clips/SoundReader.h"
 
 #include <cstdint>
 #include <string>
@@ -27,6 +27,6 @@ struct Waveform {
 inline constexpr std::int64_t kMostFramesOfAWaveColumn = 16384;
 
 // Returns at most `columns` columns, fewer if there are fewer sample frames. Reads in blocks. NaN counts as silence.
-Waveform waveformOf(SoundClip& clip, std::int64_t columns);
+Waveform waveformOf(SoundReader& clip, std::int64_t columns);
 
 }  // namespace importhost

@@ -1,5 +1,7 @@
 #include "importhost/validate/framework/CheckRun.h"
 
+#include "hostkit/sessions/Names.h"
+
 #include "importhost/validate/framework/Places.h"
 
 #include <algorithm>
@@ -98,6 +100,14 @@ bool CheckRun::expect(bool holds, const std::string& otherwise) {
         fail(otherwise);
     }
     return holds;
+}
+
+bool CheckRun::expectResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted) {
+    return expectEqual(what, hostkit::resultText(found), hostkit::resultText(wanted));
+}
+
+bool CheckRun::expectAsyncResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted) {
+    return expectEqual(what, hostkit::asyncResultText(found), hostkit::asyncResultText(wanted));
 }
 
 bool CheckRun::expectOf(const Clip& clip, bool holds, const std::string& otherwise) {

@@ -1,6 +1,7 @@
 // One run of one check: what it is to look at, and where it says what it found.
 #pragma once
 
+#include "hostkit/sessions/AsyncSession.h"
 #include "importhost/validate/framework/CallTrace.h"
 #include "importhost/validate/framework/Check.h"
 #include "importhost/validate/framework/Clip.h"
@@ -79,10 +80,12 @@ public:
     // Ends the check: there is nothing here that it could look at.
     [[noreturn]] void skip(const std::string& reason);
 
-    // Failures in words. Give whether the plug-in did well.
+    // Fail in words unless the plug-in did well; return whether it did. Results are told by their names.
     bool expect(bool holds, const std::string& otherwise);
     template <class Found, class Wanted>
     bool expectEqual(const std::string& what, const Found& found, const Wanted& wanted);
+    bool expectResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted = imNoErr);
+    bool expectAsyncResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted = aiNoError);
 
     // The same for what a damaged file can be the cause of: a warning for a user's file, else a failure.
     bool expectOf(const Clip& clip, bool holds, const std::string& otherwise);

@@ -10,14 +10,6 @@ namespace importhost::validate {
 
 namespace {
 
-void writeFile(const std::filesystem::path& path, const aviwriter::Bytes& bytes) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!out.flush()) {
-        throw std::runtime_error("The sample '" + hostkit::toUtf8(path) + "' cannot be written.");
-    }
-}
-
 aviwriter::Bytes bytesOf(const SampleRow& row) {
     const aviwriter::Bytes bytes = aviwriter::sampleBytes(row.options);
     return row.damage ? row.damage(bytes) : bytes;
@@ -54,6 +46,15 @@ std::string nameAmong(const std::vector<std::filesystem::path>& files, const std
 }
 
 }  // namespace
+
+void writeFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!out.flush()) {
+        throw std::runtime_error("'" + hostkit::toUtf8(path) + "' cannot be written.");
+    }
+}
 
 void writeSamples(const std::filesystem::path& folder, int level) {
     for (const SampleRow& row : sampleRows()) {

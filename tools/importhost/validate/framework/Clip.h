@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,9 @@ struct SampleRow {
 };
 
 const std::vector<SampleRow>& sampleRows();
+
+// Writes a new file, with its folder. Throws std::runtime_error if it cannot be written.
+void writeFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
 // Writes the samples up to `level` into `folder`, which exists. Throws std::runtime_error when it cannot be written.
 void writeSamples(const std::filesystem::path& folder, int level);

@@ -68,7 +68,7 @@ Json channelJson(const std::string& name, const std::vector<Extent>& columns) {
 Json waveformJson(Editor& editor, const ClipReport& report, std::size_t stream) {
     Json json = {{"stream", stream}};
     try {
-        SoundClip clip(editor, report.path, static_cast<csSDK_int32>(stream));
+        SoundReader clip(editor, report.path, static_cast<csSDK_int32>(stream));
         const Waveform waveform = waveformOf(clip, kWaveColumns);
         json["seconds"] = static_cast<double>(clip.sampleFrames()) / clip.sampleRate();
         json["sampled"] = waveform.isSampled;

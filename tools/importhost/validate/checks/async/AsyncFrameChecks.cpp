@@ -1,6 +1,6 @@
 #include "importhost/validate/checks/async/AsyncFrameChecks.h"
 
-#include "importhost/validate/checks/async/AsyncClip.h"
+#include "importhost/validate/checks/async/ReadAheadClip.h"
 
 #include <algorithm>
 #include <limits>
@@ -9,8 +9,6 @@
 namespace importhost::validate {
 
 namespace {
-
-using FrameKeys = std::vector<FrameKey>;
 
 FrameKeys reversed(FrameKeys frames) {
     std::ranges::reverse(frames);
@@ -24,25 +22,12 @@ FrameKeys shuffled(CheckRun& run, FrameKeys frames) {
     return frames;
 }
 
-void announceAll(AsyncClip& async, const FrameKeys& frames) {
-    for (const FrameKey& frame : frames) {
-        async.announce(frame);
-    }
-}
-
-void collectAll(AsyncClip& async, const FrameKeys& frames) {
-    for (const FrameKey& frame : frames) {
-        async.collect(frame);
-    }
-}
-
 }  // namespace
 
 // --- async-equals-sync ------------------------------------------------------------------------------------------
 
 void asyncEqualsSync(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachAsyncClip(run, plugin, [&](AsyncClip& async) {
+    forEachReadAhead(run, [&](ReadAheadClip& async) {
         const std::vector<PrPixelFormat>& formats = async.clip().formats();
         const auto most = static_cast<std::size_t>(frameBudget(run, async.clip(), 1, 20));
         for (std::size_t i = 0; i < std::min(most, formats.size()); ++i) {
@@ -51,8 +36,8 @@ void asyncEqualsSync(CheckRun& run) {
                 break;
             }
             const FrameKeys frames = async.drawSome(i == 0 ? run.effort(4, 16) : 2, formats[i]);
-            announceAll(async, frames);
-            collectAll(async, frames);
+            async.announce(frames);
+            async.collect(frames);
         }
     });
 }
@@ -60,8 +45,7 @@ void asyncEqualsSync(CheckRun& run) {
 // --- async-orders -----------------------------------------------------------------------------------------------
 
 void asyncOrders(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(run.effort(4, 16));
         const std::pair<FrameKeys, FrameKeys> orders[] = {
             {frames, reversed(frames)},
@@ -71,8 +55,8 @@ void asyncOrders(CheckRun& run) {
             {shuffled(run, frames), shuffled(run, frames)},
         };
         for (const auto& [announced, collected] : orders) {
-            announceAll(async, announced);
-            collectAll(async, collected);
+            async.announce(announced);
+            async.collect(collected);
         }
     });
 }
@@ -80,31 +64,29 @@ void asyncOrders(CheckRun& run) {
 // --- async-duplicates -------------------------------------------------------------------------------------------
 
 void asyncDuplicates(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(run.effort(2, 8));
-        announceAll(async, frames);
-        announceAll(async, frames);
-        collectAll(async, frames);
-        collectAll(async, frames);
-        announceAll(async, frames);
-        announceAll(async, frames);
-        collectAll(async, frames);
+        async.announce(frames);
+        async.announce(frames);
+        async.collect(frames);
+        async.collect(frames);
+        async.announce(frames);
+        async.announce(frames);
+        async.collect(frames);
         async.flush();
-        collectAll(async, frames);
+        async.collect(frames);
     });
 }
 
 // --- async-unannounced ------------------------------------------------------------------------------------------
 
 void asyncUnannounced(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(run.effort(3, 12));
-        collectAll(async, frames);
-        announceAll(async, {frames.front()});
-        collectAll(async, reversed(frames));
-        collectAll(async, frames);
+        async.collect(frames);
+        async.announce(frames.front());
+        async.collect(reversed(frames));
+        async.collect(frames);
     });
 }
 
@@ -115,103 +97,94 @@ namespace {
 constexpr int kMostLooks = 200;
 constexpr std::chrono::milliseconds kLookAgain(5);
 
-// Until so many frame buffers were made, or for a second: a decode that fails makes none.
+// Waits until `count` frame buffers were made, or for a second, because a failed decode makes none.
 void waitForFrames(hostkit::Host& host, int count) {
     for (int look = 0; look < kMostLooks && host.frames().created() < count; ++look) {
         std::this_thread::sleep_for(kLookAgain);
     }
 }
 
-void expectNoneAlive(CheckRun& run, hostkit::Host& host, const std::string& when) {
-    run.expectEqual("frame buffers that the plug-in holds " + when, host.frames().alive(), 0);
-}
-
 }  // namespace
 
 void asyncDroppedFrames(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    hostkit::Host& host = plugin.host();
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(run.effort(3, 12));
         async.flush();
-        const int before = host.frames().created();
-        announceAll(async, frames);
-        waitForFrames(host, before + static_cast<int>(frames.size()));
+        const int before = async.host().frames().created();
+        async.announce(frames);
+        waitForFrames(async.host(), before + static_cast<int>(frames.size()));
         async.flush();
-        expectNoneAlive(run, host, "after a flush of finished frames");
-        announceAll(async, frames);
+        async.expectNoFramesHeld("after a flush of finished frames");
+        async.announce(frames);
         async.flush();
-        expectNoneAlive(run, host, "after a flush of frames just announced");
-        collectAll(async, frames);
-        announceAll(async, frames);
+        async.expectNoFramesHeld("after a flush of frames just announced");
+        async.collect(frames);
+        async.announce(frames);
         async.close();
-        expectNoneAlive(run, host, "after the close");
+        async.expectNoFramesHeld("after the close");
     });
 }
 
 // --- async-cancel -----------------------------------------------------------------------------------------------
 
 void asyncCancel(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(2);
-        announceAll(async, frames);
+        async.announce(frames);
         for (const FrameKey& frame : frames) {
-            const csSDK_int32 result = async.session().cancel(async.timeOf(frame), async.formatOf(frame)).result;
-            async.expectAnswer("cancelling " + textOf(frame), result, aiUnsupported);
+            run.expectAsyncResult("cancelling " + textOf(frame),
+                                  async.session().cancel(async.timeOf(frame), async.formatOf(frame)).result,
+                                  aiUnsupported);
         }
-        collectAll(async, frames);
+        async.collect(frames);
     });
 }
 
 // --- async-unknown-selectors ------------------------------------------------------------------------------------
 
 void asyncUnknownSelectors(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    withAsyncClip(run, plugin, [&](AsyncClip& async) {
+    withReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(1);
-        announceAll(async, frames);
+        async.announce(frames);
         for (const csSDK_int32 selector :
              {-1, 7, 8, 99, std::numeric_limits<csSDK_int32>::max(), std::numeric_limits<csSDK_int32>::min()}) {
-            const csSDK_int32 result = async.session().call(selector, nullptr);
-            async.expectAnswer("asynchronous selector " + std::to_string(selector), result, aiUnsupported);
+            run.expectAsyncResult("asynchronous selector " + std::to_string(selector),
+                                  async.session().call(selector, nullptr), aiUnsupported);
         }
         hostkit::HostRecord<aiAsyncRequest> request;
         request->inPrivateData = nullptr;
         for (const csSDK_int32 selector : {aiContinueToWaitForAsyncIO, aiSelectEfficientRenderTime}) {
-            const csSDK_int32 result = async.session().call(selector, request.data());
-            async.expectAnswer("asynchronous selector " + std::to_string(selector), result, aiUnsupported);
+            run.expectAsyncResult("asynchronous selector " + std::to_string(selector),
+                                  async.session().call(selector, request.data()), aiUnsupported);
         }
-        async.expectAnswer("closing no importer", async.session().call(aiClose, nullptr), aiNoError);
-        collectAll(async, frames);
+        run.expectAsyncResult("closing no importer", async.session().call(aiClose, nullptr));
+        async.collect(frames);
     });
 }
 
 // --- async-out-of-range -----------------------------------------------------------------------------------------
 
 void asyncOutOfRange(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(2);
         const std::int64_t count = async.clip().frameCount();
         const PrTime duration = async.clip().timeOf(1);
         for (const PrTime time : {async.clip().timeOf(count + 1), async.clip().timeOf(2 * count + 1), -2 * duration}) {
             const std::string what = "a frame at tick " + std::to_string(time);
             const std::vector<imFrameFormat> formats = async.formatOf(frames.front());
-            async.expectAnswer("announcing " + what, async.session().announce(time, formats).result, aiNoError);
+            run.expectAsyncResult("announcing " + what, async.session().announce(time, formats).result);
             async.announce(frames.front());
-            async.expectAnswer("collecting " + what, async.session().get(time, formats).result, aiUnknownError);
+            run.expectAsyncResult("collecting " + what, async.session().get(time, formats).result, aiUnknownError);
             async.collect(frames.front());
         }
-        collectAll(async, frames);
+        async.collect(frames);
     });
 }
 
 // --- async-crowds -----------------------------------------------------------------------------------------------
 
 void asyncCrowds(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    withAsyncClip(run, plugin, [&](AsyncClip& async) {
+    withReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(12);
         const auto crowd = static_cast<std::size_t>(async.atOnce(run.effort(100, 250)));
         for (const bool isCollected : {true, false}) {
@@ -222,7 +195,7 @@ void asyncCrowds(CheckRun& run) {
                 async.collect(frames[i * 7 % frames.size()]);
             }
             async.flush();
-            expectNoneAlive(run, plugin.host(), "after the flush of a crowd");
+            async.expectNoFramesHeld("after the flush of a crowd");
         }
     });
 }

@@ -1,6 +1,6 @@
 #include "importhost/validate/checks/async/AsyncThreadChecks.h"
 
-#include "importhost/validate/checks/async/AsyncClip.h"
+#include "importhost/validate/checks/async/ReadAheadClip.h"
 
 #include "hostkit/sessions/Names.h"
 #include "hostkit/system/Text.h"
@@ -8,23 +8,23 @@
 #include <algorithm>
 #include <atomic>
 #include <future>
+#include <span>
 #include <thread>
 
 namespace importhost::validate {
 
 namespace {
 
-using FrameKeys = std::vector<FrameKey>;
 using hostkit::HostCall;
 
-// Time for a call that should wait, and does not, to show it; enough for a machine with more to do.
+// Long enough for a call that should wait, and does not, to return on a busy machine.
 constexpr std::chrono::milliseconds kShowTime(200);
 
 constexpr int kFrames = 12;
 constexpr std::size_t kMostClips = 4;
 constexpr int kFramesOfARound = 2;      // that a thread announces and collects
 
-// All that was started on other threads, waited for at the latest in the end.
+// Work on other threads, waited for at the latest in the destructor.
 class Threads {
 public:
     void start(std::function<void()> work) { m_threads.push_back(std::async(std::launch::async, std::move(work))); }
@@ -39,48 +39,30 @@ private:
     std::vector<std::future<void>> m_threads;
 };
 
-// A thread's work: announces two frames drawn by lot and collects them in the other order, again and again.
-void announceAndCollect(const CheckRun& run, AsyncClip& async, const FrameKeys& frames, std::uint64_t seed,
-                        int rounds) {
-    std::mt19937_64 random(seed);
-    for (int round = 0; round < rounds && (round == 0 || run.hasTime()); ++round) {
-        const FrameKey& first = frames[random() % frames.size()];
-        const FrameKey& second = frames[random() % frames.size()];
-        async.announce(first);
-        async.announce(second);
-        async.collect(second);
-        async.collect(first);
-    }
-}
-
-// --- Clips that stay open side by side --------------------------------------------------------------------------
-
-struct BusyClip {
-    std::unique_ptr<OpenClip> open;
-    std::vector<std::unique_ptr<AsyncClip>> importers;
-    std::vector<FrameKeys> frames;                     // of each importer
+// One of several asynchronous importers that are used side by side.
+struct Busy {
+    std::shared_ptr<OpenClip> open;         // shared by the importers of one clip
+    std::unique_ptr<ReadAheadClip> async;
+    FrameKeys frames;
 };
 
-// So many importers, and so many frames for each, that all their frames may wait at once.
-std::vector<BusyClip> openSeveral(CheckRun& run, PlayedPlugin& plugin, int importersOfEach) {
+// Chooses clips and frames so that all frames may wait at once. The importers of a clip are next to each other.
+std::vector<Busy> openSeveral(PlayedPlugin& plugin, int importersOfEach) {
     std::vector<const Clip*> clips;
     int room = static_cast<int>(kMostClips) * importersOfEach * kFrames;
-    forEachAsyncClip(run, plugin, [&](AsyncClip& async) {
+    forEachReadAhead(plugin, [&](ReadAheadClip& async) {
         clips.push_back(&async.clip().clip());
         room = async.atOnce(room);
     });
     clips.resize(std::min({clips.size(), kMostClips, static_cast<std::size_t>(std::max(room / importersOfEach, 1))}));
     const int importers = std::max(static_cast<int>(clips.size()) * importersOfEach, 1);
-    const int framesOfEach = std::clamp(room / importers, 1, kFrames);
-    std::vector<BusyClip> busy;
+    std::vector<Busy> busy;
     for (const Clip* clip : clips) {
-        BusyClip one;
-        one.open = std::make_unique<OpenClip>(plugin, *clip);
+        const auto open = std::make_shared<OpenClip>(plugin, *clip);
         for (int i = 0; i < importersOfEach; ++i) {
-            one.importers.push_back(std::make_unique<AsyncClip>(run, plugin, *one.open));
-            one.frames.push_back(one.importers.back()->drawSome(framesOfEach));
+            busy.push_back({open, std::make_unique<ReadAheadClip>(*open), {}});
+            busy.back().frames = busy.back().async->drawSome(std::clamp(room / importers, 1, kFrames));
         }
-        busy.push_back(std::move(one));
     }
     return busy;
 }
@@ -91,66 +73,70 @@ std::vector<BusyClip> openSeveral(CheckRun& run, PlayedPlugin& plugin, int impor
 
 void asyncSeveralImporters(CheckRun& run) {
     PlayedPlugin plugin(run);
-    std::vector<BusyClip> clips = openSeveral(run, plugin, 2);
+    const std::vector<Busy> importers = openSeveral(plugin, 2);
     run.step("several clips, two asynchronous importers for each");
-    for (BusyClip& clip : clips) {
-        for (std::size_t i = 0; i < clip.importers.size(); ++i) {
-            std::ranges::for_each(clip.frames[i], [&](const FrameKey& frame) { clip.importers[i]->announce(frame); });
-        }
+    for (const Busy& one : importers) {
+        one.async->announce(one.frames);
     }
-    for (BusyClip& clip : clips) {
-        clip.importers.front()->flush();
+    for (std::size_t i = 0; i < importers.size(); i += 2) {
+        importers[i].async->flush();
     }
-    for (BusyClip& clip : clips) {
-        for (std::size_t i = clip.importers.size(); i-- > 0;) {
-            std::ranges::for_each(clip.frames[i], [&](const FrameKey& frame) { clip.importers[i]->collect(frame); });
-        }
+    for (std::size_t i = importers.size(); i-- > 0;) {
+        importers[i].async->collect(importers[i].frames);
     }
-    for (BusyClip& clip : clips) {
-        clip.importers.front()->close();
-        std::ranges::for_each(clip.frames[1], [&](const FrameKey& frame) { clip.importers[1]->collect(frame); });
+    for (std::size_t i = 0; i < importers.size(); i += 2) {
+        importers[i].async->close();
+        importers[i + 1].async->collect(importers[i + 1].frames);
     }
-    clips.clear();
-    run.step("");
 }
 
 // --- async-threads ----------------------------------------------------------------------------------------------
 
 namespace {
 
-// At least two threads, and no more than so many that all their frames may wait at once.
-int threadsFor(const std::vector<BusyClip>& clips, int threads) {
+// As many threads as may have all their frames waiting at once, at least two.
+int threadsFor(std::span<const Busy> importers, int threads) {
     int frames = threads * kFramesOfARound;
-    for (const BusyClip& clip : clips) {
-        frames = clip.importers.front()->atOnce(frames);
+    for (const Busy& one : importers) {
+        frames = one.async->atOnce(frames);
     }
     return std::max(frames / kFramesOfARound, 2);
 }
 
-int roundsFor(const CheckRun& run, const std::vector<BusyClip>& clips, int atLowest, int atHighest) {
-    int rounds = run.effort(atLowest, atHighest);
-    for (const BusyClip& clip : clips) {
-        rounds = std::min(rounds, frameBudget(run, *clip.open, atLowest, atHighest));
+int roundsFor(const CheckRun& run, std::span<const Busy> importers, int atHighest) {
+    int rounds = atHighest;
+    for (const Busy& one : importers) {
+        rounds = std::min(rounds, frameBudget(run, *one.open, 5, atHighest));
     }
     return rounds;
 }
 
-void playOnThreads(CheckRun& run, std::vector<BusyClip>& clips, int mostThreads, int rounds) {
+// A thread's work: announces two random frames and collects them in the other order, again and again.
+void announceAndCollect(const CheckRun& run, const Busy& one, std::uint64_t seed, int rounds) {
+    std::mt19937_64 random(seed);
+    for (int round = 0; round < rounds && (round == 0 || run.hasTime()); ++round) {
+        const FrameKey& first = one.frames[random() % one.frames.size()];
+        const FrameKey& second = one.frames[random() % one.frames.size()];
+        one.async->announce({first, second});
+        one.async->collect({second, first});
+    }
+}
+
+void playOnThreads(CheckRun& run, std::span<const Busy> importers, int mostThreads, int mostRounds) {
+    const int rounds = roundsFor(run, importers, mostRounds);
     Threads busy;
-    for (int i = 0; i < threadsFor(clips, mostThreads); ++i) {
-        BusyClip& clip = clips[static_cast<std::size_t>(i) % clips.size()];
-        busy.start([&run, &clip, seed = run.random()(), rounds] {
-            announceAndCollect(run, *clip.importers.front(), clip.frames.front(), seed, rounds);
-        });
+    for (int i = 0; i < threadsFor(importers, mostThreads); ++i) {
+        const Busy& one = importers[static_cast<std::size_t>(i) % importers.size()];
+        busy.start([&run, &one, seed = run.random()(), rounds] { announceAndCollect(run, one, seed, rounds); });
     }
     // Meanwhile the editor draws a frame at once, and drops what was announced.
     for (int round = 0; round < rounds && (round == 0 || run.hasTime()); ++round) {
-        BusyClip& clip = clips[static_cast<std::size_t>(round) % clips.size()];
-        const csSDK_int32 result = clip.open->frame(clip.frames.front().front().index).result;
+        const Busy& one = importers[static_cast<std::size_t>(round) % importers.size()];
+        const csSDK_int32 result = one.open->frame(one.frames.front().index).result;
         run.expect(result == imNoErr || result == imFileReadFailed || result == imBadCompression,
                    "a frame drawn at once meanwhile: " + hostkit::resultText(result));
         if (round % 4 == 3) {
-            clip.importers.front()->flush();
+            one.async->flush();
         }
     }
     busy.join();
@@ -163,17 +149,14 @@ void playOnThreads(CheckRun& run, std::vector<BusyClip>& clips, int mostThreads,
 
 void asyncThreads(CheckRun& run) {
     PlayedPlugin plugin(run);
-    std::vector<BusyClip> clips = openSeveral(run, plugin, 1);
+    std::vector<Busy> importers = openSeveral(plugin, 1);
     if (!run.hasFailed()) {
         run.step("four threads on one asynchronous importer");
-        std::vector<BusyClip> one;
-        one.push_back(std::move(clips.front()));
-        playOnThreads(run, one, 4, roundsFor(run, one, 5, 40));
-        clips.front() = std::move(one.front());
+        playOnThreads(run, std::span(importers).first(1), 4, 40);
         run.step("six threads on several asynchronous importers");
-        playOnThreads(run, clips, 6, roundsFor(run, clips, 5, 30));
+        playOnThreads(run, importers, 6, 30);
     }
-    clips.clear();
+    importers.clear();
     run.expectEqual("frame buffers that the plug-in holds after the close", plugin.host().frames().alive(), 0);
     run.step("");
 }
@@ -193,10 +176,9 @@ void touch(CheckRun& run, PlayedPlugin& plugin, const Clip& clip, const std::fun
         return;
     }
     hostkit::AsyncSession async(plugin.session(), open.session());
-    run.expectEqual("an asynchronous importer, asked for by two threads at once",
-                    hostkit::resultText(async.create().result), hostkit::resultText(imNoErr));
+    run.expectResult("an asynchronous importer, asked for by two threads at once", async.create().result);
     if (async.isOpen()) {
-        const std::vector<imFrameFormat> formats = {open.wanted(open.formats().front())};
+        const std::vector<imFrameFormat> formats = {open.wanted()};
         async.announce(open.timeOf(0), formats);
         picture = digestOf(async.get(open.timeOf(0), formats).frame);
     }
@@ -208,14 +190,11 @@ void asyncFirstTouch(CheckRun& run) {
     const Clip* clip = nullptr;
     std::uint64_t usual = 0;
     int rounds = 0;
-    {
-        PlayedPlugin plugin(run);
-        withAsyncClip(run, plugin, [&](AsyncClip& async) {
-            clip = &async.clip().clip();
-            usual = digestOf(async.clip().frame(0).frame);
-            rounds = frameBudget(run, async.clip(), 10, 60);
-        });
-    }
+    withReadAhead(run, [&](ReadAheadClip& async) {
+        clip = &async.clip().clip();
+        usual = digestOf(async.clip().frame(0).frame);
+        rounds = frameBudget(run, async.clip(), 10, 60);
+    });
     for (int round = 0; round < rounds && !run.hasFailed(); ++round) {
         if (!run.hasTime()) {
             run.note("time is short: " + std::to_string(round) + " of " + std::to_string(rounds) + " rounds played");
@@ -271,7 +250,7 @@ private:
 };
 
 // Frame 0 announced, its decode held; false, and a failure, when the plug-in makes no frame buffer for it.
-bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const FrameKeys& frames) {
+bool holdFirstFrame(CheckRun& run, ReadAheadClip& async, HeldCall& held, const FrameKeys& frames) {
     async.announce(frames.front());
     return run.expect(held.waitForArrival(), "an announced frame is not decoded before it is collected");
 }
@@ -279,34 +258,28 @@ bool holdFirstFrame(CheckRun& run, AsyncClip& async, HeldCall& held, const Frame
 }  // namespace
 
 void asyncAnnouncingDoesNotWait(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    withAsyncClip(run, plugin, [&](AsyncClip& async) {
+    withReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(6);
-        HeldCall held(plugin.host(), HostCall::CreatePPix);
+        HeldCall held(async.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
-            for (const FrameKey& frame : frames) {
-                async.announce(frame);
-            }
+            async.announce(frames);
             run.expect(!held.hasTimedOut(), "announcing waits until the decode of another frame has ended");
         }
         held.release();
-        for (const FrameKey& frame : frames) {
-            async.collect(frame);
-        }
+        async.collect(frames);
     });
 }
 
 void asyncFlushWaits(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    withAsyncClip(run, plugin, [&](AsyncClip& async) {
+    withReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(2);
-        HeldCall held(plugin.host(), HostCall::CreatePPix);
+        HeldCall held(async.host(), HostCall::CreatePPix);
         if (holdFirstFrame(run, async, held, frames)) {
             CallAside flushing([&] { async.flush(); });
             run.expect(!flushing.returnsAtOnce(), "flushing returns while a decode is running");
             held.release();
             flushing.join();
-            run.expectEqual("frame buffers that the plug-in holds after the flush", plugin.host().frames().alive(), 0);
+            async.expectNoFramesHeld("after the flush");
         }
         held.release();
         async.collect(frames.front());
@@ -314,16 +287,12 @@ void asyncFlushWaits(CheckRun& run) {
 }
 
 void asyncCloseWaits(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    withAsyncClip(run, plugin, [&](AsyncClip& async) {
-        const std::string clip = async.clip().clip().name;
+    withReadAhead(run, [&](ReadAheadClip& async) {
         const FrameKeys frames = async.drawSome(3);
-        for (const FrameKey& frame : frames) {
-            async.announce(frame);
-        }
+        async.announce(frames);
         async.flush();
-        HeldCall held(plugin.host(), HostCall::CreatePPix);
-        run.step(clip + ", closed while a frame is being collected");
+        HeldCall held(async.host(), HostCall::CreatePPix);
+        run.step(async.clip().name() + ", closed while a frame is being collected");
         CallAside collecting([&] { async.collect(frames.front()); });
         if (run.expect(held.waitForArrival(), "a frame that is collected is not decoded")) {
             CallAside closing([&] { async.close(); });
@@ -333,31 +302,26 @@ void asyncCloseWaits(CheckRun& run) {
         }
         held.release();
         collecting.join();
-        run.expectEqual("frame buffers that the plug-in holds after the close", plugin.host().frames().alive(), 0);
+        async.expectNoFramesHeld("after the close");
     });
 }
 
 // --- async-outlives-its-clip ------------------------------------------------------------------------------------
 
 void asyncOutlivesItsClip(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forSomeAsyncClips(run, plugin, [&](AsyncClip& async) {
-        const std::string clip = async.clip().clip().name;
+    forSomeReadAhead(run, [&](ReadAheadClip& async) {
+        const std::string clip = async.clip().name();
         const FrameKeys frames = async.drawSome(run.effort(3, 8));
         async.announce(frames.front());
         run.step(clip + ", the clip quieted");
-        run.expectEqual("quieting", hostkit::resultText(async.clip().session().quiet()), hostkit::resultText(imNoErr));
+        run.expectResult("quieting", async.clip().session().quiet());
         async.announce(frames.back());
         async.collect(frames.front());
         run.step(clip + ", the clip closed");
-        run.expectEqual("closing", hostkit::resultText(async.clip().session().close()), hostkit::resultText(imNoErr));
+        run.expectResult("closing", async.clip().session().close());
         async.collect(frames.back());
-        for (const FrameKey& frame : frames) {
-            async.announce(frame);
-        }
-        for (const FrameKey& frame : frames) {
-            async.collect(frame);
-        }
+        async.announce(frames);
+        async.collect(frames);
         async.flush();
         async.close();
     });
@@ -366,17 +330,15 @@ void asyncOutlivesItsClip(CheckRun& run) {
 // --- async-unloads ----------------------------------------------------------------------------------------------
 
 void asyncUnloads(CheckRun& run) {
-    // Whatever a thread that was left behind does next, it does it soon.
+    // A thread that was left running does its next work soon.
     constexpr std::chrono::milliseconds kLinger(150);
     const std::string fileName = hostkit::toUtf8(run.plugin().filename());
     for (int round = 0; round < run.effort(1, 4); ++round) {
         {
             PlayedPlugin plugin(run);
-            withAsyncClip(run, plugin, [&](AsyncClip& async) {
+            withReadAhead(plugin, [&](ReadAheadClip& async) {
                 const FrameKeys frames = async.drawSome(kFrames);
-                for (const FrameKey& frame : frames) {
-                    async.announce(frame);
-                }
+                async.announce(frames);
                 async.collect(frames.front());
                 async.close();
             });

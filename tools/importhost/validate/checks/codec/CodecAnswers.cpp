@@ -53,7 +53,7 @@ void lieAtTheBeginning(CheckRun& run, PlayedPlugin& plugin, Codec& codec, OpenCl
     codec.answer(kStandinDecompressBegin, size.width, size.height, kStandinUnchanged);
     expectRefusedOrRight(run, "frame 0", clip.frame(0), right);
     expectRefusedOrRight(run, "frame 0, asked for again", clip.frame(0), right);
-    imFrameFormat any = clip.wanted(clip.formats().front());
+    imFrameFormat any = clip.wanted();
     any.inFrameWidth = any.inFrameHeight = 0;
     const auto answer = clip.session().frame(clip.timeOf(0), {any});
     run.expect(answer.result != imNoErr || pixelsOf(answer.frame) == right || hasSize(answer.frame, size),
@@ -61,7 +61,7 @@ void lieAtTheBeginning(CheckRun& run, PlayedPlugin& plugin, Codec& codec, OpenCl
 
     hostkit::AsyncSession async(plugin.session(), clip.session());
     if (async.create().result == imNoErr) {
-        const auto ahead = async.get(clip.timeOf(0), {clip.wanted(clip.formats().front())});
+        const auto ahead = async.get(clip.timeOf(0), {clip.wanted()});
         run.expect(ahead.result == aiUnknownError || (ahead.result == aiNoError && pixelsOf(ahead.frame) == right),
                    "frame 0 of the asynchronous importer: found " + hostkit::asyncResultText(ahead.result) +
                        ", wanted aiUnknownError (2) or its pixels");
@@ -79,8 +79,7 @@ void lieInTheDescription(CheckRun& run, Codec& codec, OpenClip& clip, Size size)
     if (info.result == imBadFile || info.result == imOtherErr) {
         return;
     }
-    run.expectEqual("the answer to imGetInfo8", hostkit::resultText(info.result),
-                    hostkit::resultText(clip.infoResult()));
+    run.expectResult("the answer to imGetInfo8", info.result, clip.infoResult());
     const imFrameFormat wanted = {info->vidInfo.imageWidth, info->vidInfo.imageHeight,
                                   static_cast<csSDK_uint32>(clip.formats().front())};
     const auto answer = clip.session().frame(clip.timeOf(0), {wanted});
@@ -91,8 +90,8 @@ void lieInTheDescription(CheckRun& run, Codec& codec, OpenClip& clip, Size size)
 
 void expectWell(CheckRun& run, Codec& codec, OpenClip& clip, const std::vector<std::uint8_t>& right) {
     codec.reset();
-    run.expectEqual("the answer to imGetInfo8 when the codec tells the truth again",
-                    hostkit::resultText(clip.session().info(0).result), hostkit::resultText(clip.infoResult()));
+    run.expectResult("the answer to imGetInfo8 when the codec tells the truth again", clip.session().info(0).result,
+                     clip.infoResult());
     const auto answer = clip.frame(0);
     run.expect(answer.result == imNoErr && pixelsOf(answer.frame) == right,
                "frame 0 is not what it was before: " + hostkit::resultText(answer.result));
@@ -105,7 +104,7 @@ void expectWell(CheckRun& run, Codec& codec, OpenClip& clip, const std::vector<s
 void codecTellsOtherSizes(CheckRun& run) {
     PlayedPlugin plugin(run);
     Codec codec(run);
-    const auto clip = firstClip(run, plugin, Need::Pictures);
+    const auto clip = firstClip(plugin, Need::Pictures);
     const auto first = clip->frame(0);
     if (first.result != imNoErr) {
         run.skip("the first frame of " + clip->clip().name + " cannot be had at all");
@@ -124,19 +123,17 @@ void codecTellsOtherSizes(CheckRun& run) {
 void codecTellsUnknownType(CheckRun& run) {
     PlayedPlugin plugin(run);
     Codec codec(run);
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Pictures, [&](OpenClip& clip) {
         for (const std::uint32_t type : {0U, 1U, 100U, 116U, 117U, 9999U, 0x80000000U}) {
             codec.answer(kStandinDecompressQuery, kStandinUnchanged, kStandinUnchanged, type);
             const std::string described = " of a stream of type " + std::to_string(type);
-            run.expectEqual("the description" + described, hostkit::resultText(clip.session().info(0).result),
-                            hostkit::resultText(imOtherErr));
+            run.expectResult("the description" + described, clip.session().info(0).result, imOtherErr);
             hostkit::AsyncSession async(plugin.session(), clip.session());
-            run.expectEqual("the asynchronous importer" + described, hostkit::resultText(async.create().result),
-                            hostkit::resultText(imOtherErr));
+            run.expectResult("the asynchronous importer" + described, async.create().result, imOtherErr);
         }
         codec.reset();
-        run.expectEqual("the description when the codec tells the truth again",
-                        hostkit::resultText(clip.session().info(0).result), hostkit::resultText(clip.infoResult()));
+        run.expectResult("the description when the codec tells the truth again", clip.session().info(0).result,
+                         clip.infoResult());
     });
 }
 

@@ -38,7 +38,7 @@ constexpr Check kCodecChecks[] = {
     {"codec-tells-other-sizes", 4,
      "The codec states another size than the frames have, when it describes the stream or when it begins to decode. No "
      "frame is delivered that was decoded to a larger size than its own, nothing is written outside a frame buffer, "
-     "requests are answered with imOtherErr (5) or imBadCompression (8), and all is well once the codec tells the truth.",
+     "requests are answered with imOtherErr (5) or imBadCompression (8), and all is well once the codec is right.",
      codecTellsOtherSizes},
     {"codec-is-slow", 4,
      "While the codec decodes one announced frame and does not come back, frames are announced without waiting, the "

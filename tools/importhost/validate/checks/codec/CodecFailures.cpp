@@ -1,20 +1,17 @@
 // Functions of the codec that fail: once, at each of their calls in turn, or for good.
 #include "importhost/validate/checks/codec/CodecTopics.h"
 #include "importhost/validate/checks/stage/Codec.h"
+#include "importhost/validate/checks/stage/ErrorEvents.h"
 #include "importhost/validate/checks/stage/OwnLogs.h"
 #include "importhost/validate/checks/stage/Playthrough.h"
 
 #include "hostkit/sessions/Names.h"
 
 #include <algorithm>
-#include <map>
 
 namespace importhost::validate {
 
 namespace {
-
-// An exception that left a handler, as its guard answers it: here that nothing is described.
-constexpr csSDK_int32 kException = 99;
 
 constexpr std::uint32_t kForEver = 1000000;
 
@@ -42,15 +39,25 @@ constexpr FunctionRow kFunctions[] = {
     {.function = kStandinLibraryInit, .spoilsDescriptions = true, .breaksThePairing = true},
 };
 
-// The answer to a call that such a failure reached, where there is only one.
-std::optional<csSDK_int32> answerTo(const FunctionRow& row, Asked asked) {
-    switch (asked) {
-        case Asked::Info:
-        case Asked::AsyncCreate: return row.spoilsDescriptions ? std::optional(imBadFile) : std::nullopt;
-        case Asked::Frame: return row.spoilsFrames ? std::optional(imBadCompression) : std::nullopt;
-        case Asked::AsyncFrame: return row.spoilsFrames ? std::optional(aiUnknownError) : std::nullopt;
+// The only answer to a call that such a failure reached; none where there are several, or only the usual one.
+std::optional<csSDK_int32> answerTo(const FunctionRow& row, const Step& step) {
+    if (step.isAsync) {
+        return row.spoilsFrames && step.selector == aiGetFrame ? std::optional(aiUnknownError) : std::nullopt;
+    }
+    switch (step.selector) {
+        case imGetInfo8:
+        case imCreateAsyncImporter: return row.spoilsDescriptions ? std::optional(imBadFile) : std::nullopt;
+        case imGetSourceVideo: return row.spoilsFrames ? std::optional(imBadCompression) : std::nullopt;
         default: return std::nullopt;
     }
+}
+
+// An instance that lost its initialisation to another one's close cannot decode either.
+bool isAnswerOfLostInstance(const Step& step, csSDK_int32 result) {
+    if (step.isAsync) {
+        return step.selector == aiGetFrame && result == aiUnknownError;
+    }
+    return (step.selector == imGetSourceVideo && result == imBadCompression) || result == kExceptionResult;
 }
 
 // What the codec and the host have lent out, to see later whether it came back.
@@ -97,17 +104,12 @@ Disturbance failing(Codec& codec, const FunctionRow& row, std::uint32_t nth, std
     };
     disturbance.happened = [&codec, &row] { return static_cast<int>(codec.counters().failures[row.function]); };
     disturbance.end = [] {};
-    disturbance.mayAnswer = [&row](Asked asked, csSDK_int32 result) {
-        // Where an instance lost its initialisation to another one's close, its frames fail, too.
-        const bool isLost = row.breaksThePairing &&
-                            (((asked == Asked::Frame) && (result == imBadCompression || result == kException)) ||
-                             (asked == Asked::AsyncFrame && result == aiUnknownError) ||
-                             (asked == Asked::Sound && result == kException));
-        return isLost || answerTo(row, asked) == std::optional(result);
+    disturbance.mayAnswer = [&row](const Step& step, csSDK_int32 result) {
+        return (row.breaksThePairing && isAnswerOfLostInstance(step, result)) || answerTo(row, step) == result;
     };
-    if (row.isAskedForFormats || row.breaksThePairing) {
-        disturbance.mayDiffer = {Asked::Formats};
-    }
+    disturbance.mayDiffer = [&row](const Step& step) {
+        return step.selector == imGetIndPixelFormat && (row.isAskedForFormats || row.breaksThePairing);
+    };
     disturbance.lasts = row.breaksThePairing;
     return disturbance;
 }
@@ -120,7 +122,7 @@ void codecGivenBack(CheckRun& run) {
     PlayedPlugin plugin(run);
     Codec codec(run);
     const Held before = Held::now(codec, plugin.host());
-    forPlaythroughs(run, plugin, run.clips().size(), [&](Playthrough&, const std::string&) {
+    forPlayedClips(plugin, run.clips().size(), [&](const PlayedClip&) {
         expectGivenBack(run, before, Held::now(codec, plugin.host()));
         expectPairedCalls(run, codec.counters());
         expectGoodManners(run, codec.counters());
@@ -131,10 +133,10 @@ void codecGivenBack(CheckRun& run) {
 
 namespace {
 
-void failCall(CheckRun& run, Codec& codec, Playthrough& play, const FunctionRow& row, std::uint32_t nth,
-              PlayedPlugin& plugin) {
+void failCall(PlayedPlugin& plugin, Codec& codec, const PlayedClip& clip, const FunctionRow& row, std::uint32_t nth) {
+    CheckRun& run = plugin.run();
     const Held before = Held::now(codec, plugin.host());
-    playDisturbed(run, play, failing(codec, row, nth, 1));
+    playDisturbed(plugin, clip, failing(codec, row, nth, 1));
     expectPairedCalls(run, codec.counters());
     expectGoodManners(run, codec.counters());
     if (!row.breaksThePairing) {
@@ -144,8 +146,8 @@ void failCall(CheckRun& run, Codec& codec, Playthrough& play, const FunctionRow&
 
 // Each call of each function, or as many of them as the level has time for, evenly spread. The functions take turns,
 // so that none is left out when the time is up.
-void failCalls(CheckRun& run, Codec& codec, Playthrough& play, const StandinCounters& usual, PlayedPlugin& plugin,
-               const std::string& clip) {
+void failCalls(PlayedPlugin& plugin, Codec& codec, const PlayedClip& clip, const StandinCounters& usual) {
+    CheckRun& run = plugin.run();
     const auto most = static_cast<std::uint32_t>(run.effort(6, 36));
     for (std::uint32_t turn = 0; turn < most; ++turn) {
         for (const FunctionRow& row : kFunctions) {
@@ -156,11 +158,11 @@ void failCalls(CheckRun& run, Codec& codec, Playthrough& play, const StandinCoun
             }
             if (!run.hasTime()) {
                 run.step("");
-                run.note(clip + ": stopped after " + std::to_string(turn) + " failures of each function");
+                run.note(clip.name() + ": stopped after " + std::to_string(turn) + " failures of each function");
                 return;
             }
             const auto nth = 1 + static_cast<std::uint32_t>(std::uint64_t{turn} * calls / tries);
-            failCall(run, codec, play, row, nth, plugin);
+            failCall(plugin, codec, clip, row, nth);
         }
     }
 }
@@ -170,14 +172,12 @@ void failCalls(CheckRun& run, Codec& codec, Playthrough& play, const StandinCoun
 void codecFailsOnce(CheckRun& run) {
     PlayedPlugin plugin(run);
     Codec codec(run);
-    forPlaythroughs(run, plugin, static_cast<std::size_t>(run.effort(1, 3)),
-                 [&](Playthrough& play, const std::string& clip) {
+    forPlayedClips(plugin, static_cast<std::size_t>(run.effort(1, 3)), [&](const PlayedClip& clip) {
         codec.reset();
-        playWell(run, play, clip);
-        const StandinCounters usual = codec.counters();
-        failCalls(run, codec, play, usual, plugin, clip);
+        playWell(plugin, clip, clip.name());
+        failCalls(plugin, codec, clip, codec.counters());
         codec.reset();
-        playWell(run, play, clip + " with the codec well again");
+        playWell(plugin, clip, clip.name() + " with the codec well again");
     });
 }
 
@@ -185,29 +185,35 @@ void codecFailsOnce(CheckRun& run) {
 
 namespace {
 
-// Nothing is described: frames and sound are refused as such.
-csSDK_int32 wantedWhenBroken(const FunctionRow& row, const Answered& usual) {
-    if (usual.asked == Asked::Info && usual.name != "description of stream 0") {
+// Where stream 0 is not described, whatever depends on that is refused as such.
+csSDK_int32 wantedWhenBroken(const FunctionRow& row, const Step& step, const Answered& usual, bool isDescribed) {
+    if (step.selector == imGetInfo8 && !step.name.starts_with("the description of stream 0")) {
         return usual.result;        // sound alone
     }
-    if (row.spoilsDescriptions && (usual.asked == Asked::Frame || usual.asked == Asked::Sound)) {
-        return kException;
+    const bool needsDescription = step.selector == imGetSourceVideo || step.selector == imImportAudio7 ||
+                                  step.selector == imGetIndPixelFormat || step.selector == imAnalysis ||
+                                  step.selector == imDataRateAnalysis || step.selector == imGetAudioChannelLayout;
+    if (!step.isAsync && !isDescribed && needsDescription) {
+        return kExceptionResult;
     }
-    return answerTo(row, usual.asked).value_or(usual.result);
+    return answerTo(row, step).value_or(usual.result);
 }
 
-void playBroken(CheckRun& run, Playthrough& play, const FunctionRow& row) {
-    play.start();
+void playBroken(PlayedPlugin& plugin, const PlayedClip& clip, const FunctionRow& row) {
+    Playthrough play(plugin, clip);
+    bool isDescribed = false;
     for (std::size_t i = 0; i < play.steps().size(); ++i) {
-        const Answers found = play.steps()[i].take();
-        const Answers& usual = play.usual(i);
-        for (std::size_t call = 0; call < std::min(found.size(), usual.size()); ++call) {
-            Answered wanted = usual[call];
-            wanted.result = wantedWhenBroken(row, usual[call]);
-            run.expectEqual(found[call].name, resultText(found[call]), resultText(wanted));
+        const Step& step = play.steps()[i];
+        if (!play.canTake(step)) {
+            continue;
         }
+        const csSDK_int32 found = step.take().result;
+        if (step.selector == imGetInfo8 && !step.isAsync) {
+            isDescribed = hostkit::isDescribed(found);
+        }
+        plugin.run().expectEqual(step.name, step.resultText(found),
+                                 step.resultText(wantedWhenBroken(row, step, clip.usual[i], isDescribed)));
     }
-    play.start();
 }
 
 }  // namespace
@@ -216,22 +222,21 @@ void codecFailsForGood(CheckRun& run) {
     PlayedPlugin plugin(run);
     Codec codec(run);
     const Held before = Held::now(codec, plugin.host());
-    forPlaythroughs(run, plugin, static_cast<std::size_t>(run.effort(1, 4)),
-                 [&](Playthrough& play, const std::string& clip) {
+    forPlayedClips(plugin, static_cast<std::size_t>(run.effort(1, 4)), [&](const PlayedClip& clip) {
         for (const FunctionRow& row : kFunctions) {
             if (!run.hasTime()) {
                 run.step("");
-                run.note(clip + ": stopped before " + codecFunctionName(row.function));
+                run.note(clip.name() + ": stopped before " + codecFunctionName(row.function));
                 break;
             }
-            run.step(clip + ", " + codecFunctionName(row.function) + " fails at every call");
+            run.step(clip.name() + ", " + codecFunctionName(row.function) + " fails at every call");
             codec.reset();
             codec.fail(row.function, 1, kForEver);
-            playBroken(run, play, row);
+            playBroken(plugin, clip, row);
             expectPairedCalls(run, codec.counters());
             codec.reset();
             expectGivenBack(run, before, Held::now(codec, plugin.host()));
-            playWell(run, play, clip + ", with the codec well again");
+            playWell(plugin, clip, clip.name() + ", with the codec well again");
         }
     });
 }

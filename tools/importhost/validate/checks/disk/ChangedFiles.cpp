@@ -15,12 +15,12 @@ namespace {
 
 using hostkit::DiskFaults;
 
-void expectAheadLike(CheckRun& run, OpenClip& clip, hostkit::AsyncSession& async, std::int64_t frame) {
+void expectAheadLike(OpenClip& clip, hostkit::AsyncSession& async, std::int64_t frame) {
+    CheckRun& run = clip.plugin().run();
     const auto now = clip.frame(frame);
-    const auto ahead = async.get(clip.timeOf(frame), {clip.wanted(clip.formats().front())});
+    const auto ahead = async.get(clip.timeOf(frame), {clip.wanted()});
     const csSDK_int32 wanted = now.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError};
-    run.expectEqual(frameText(frame) + " of the asynchronous importer", hostkit::asyncResultText(ahead.result),
-                    hostkit::asyncResultText(wanted));
+    run.expectAsyncResult(frameText(frame) + " of the asynchronous importer", ahead.result, wanted);
     run.expect(pixelsOf(ahead.frame) == pixelsOf(now.frame), frameText(frame) + " is another one when collected");
 }
 
@@ -36,7 +36,7 @@ void cut(CheckRun& run, const OwnFile& file, DiskFaults& disk, std::uintmax_t by
     }
 }
 
-void mend(OwnFile& file, DiskFaults& disk) {
+void restore(OwnFile& file, DiskFaults& disk) {
     disk.clear();
     std::error_code error;
     if (std::filesystem::file_size(file.path(), error) != file.bytes().size()) {
@@ -50,10 +50,8 @@ void expectSilenceAtTheEnd(CheckRun& run, OpenClip& clip) {
     }
     const PrAudioSample end = clip.info().audDuration;
     const auto position = std::max<PrAudioSample>(0, end - 1000);
-    const auto answer = clip.session().audio(position, static_cast<csSDK_uint32>(end - position),
-                                             clip.info().audInfo.numChannels);
-    run.expectEqual("the answer to a request for the last sound", hostkit::resultText(answer.result),
-                    hostkit::resultText(imNoErr));
+    const auto answer = clip.sound(position, static_cast<csSDK_uint32>(end - position));
+    run.expectResult("the answer to a request for the last sound", answer.result);
     for (const std::vector<float>& channel : answer.channels) {
         // Silence of 8-bit sound is its lowest value.
         const auto isSilent = [&](float sample) { return sample == channel.front() && (sample == 0 || sample == -1); };
@@ -79,52 +77,46 @@ void shrink(CheckRun& run, OwnFile& file, OpenClip& clip, DiskFaults& disk, host
         expectSilenceAtTheEnd(run, clip);
     }
     if (async.isOpen()) {
-        expectAheadLike(run, clip, async, 0);
-        expectAheadLike(run, clip, async, last);
+        expectAheadLike(clip, async, 0);
+        expectAheadLike(clip, async, last);
     }
     run.step("the file is whole again");
-    mend(file, disk);
+    restore(file, disk);
     expectFrames(run, clip, frames);
     if (async.isOpen()) {
-        expectAheadLike(run, clip, async, last);
+        expectAheadLike(clip, async, last);
     }
 }
 
 }  // namespace
 
 void fileShrinksWhileOpen(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    DiskFaults disk(plugin.library());
-    OwnFile file(run, plugin);
-    const auto clip = file.open(run, plugin);
-    if (!clip) {
-        return;
-    }
-    hostkit::AsyncSession async(plugin.session(), clip->session());
-    async.create();
-    const std::uintmax_t whole = file.bytes().size();
-    for (const std::uintmax_t bytes : {whole / 2, whole / 3, kNoFrames, std::uintmax_t{0}}) {
-        shrink(run, file, *clip, disk, async, bytes);
-    }
+    withOwnFile(run, [&](OwnFile& file, OpenClip& clip) {
+        DiskFaults disk(clip.plugin().library());
+        hostkit::AsyncSession async(clip.plugin().session(), clip.session());
+        async.create();
+        const std::uintmax_t whole = file.bytes().size();
+        for (const std::uintmax_t bytes : {whole / 2, whole / 3, kNoFrames, std::uintmax_t{0}}) {
+            shrink(run, file, clip, disk, async, bytes);
+        }
+    });
 }
 
 // --- file-vanishes-while-open -----------------------------------------------------------------------------------
 
 namespace {
 
-void lookAtVanished(CheckRun& run, PlayedPlugin& plugin, OwnFile& file, OpenClip& clip, const Frames& frames) {
+void lookAtVanished(CheckRun& run, OpenClip& clip, const Frames& frames) {
     expectFrames(run, clip, frames);
-    hostkit::AsyncSession async(plugin.session(), clip.session());
-    run.expectEqual("the answer to making an asynchronous importer", hostkit::resultText(async.create().result),
-                    hostkit::resultText(imBadFile));
-    OpenClip again(plugin, file.clip());
-    run.expectEqual("the answer to opening the path", hostkit::resultText(again.openResult()),
-                    hostkit::resultText(imBadFile));
+    hostkit::AsyncSession async(clip.plugin().session(), clip.session());
+    run.expectResult("the answer to making an asynchronous importer", async.create().result, imBadFile);
+    OpenClip again(clip.plugin(), clip.clip());
+    run.expectResult("the answer to opening the path", again.openResult(), imBadFile);
     run.expect(again.session().privateData() == nullptr, "a file that did not open has private data");
 }
 
-void expectOpens(CheckRun& run, PlayedPlugin& plugin, OwnFile& file, const Frames& frames) {
-    OpenClip again(plugin, file.clip());
+void expectOpens(CheckRun& run, OpenClip& clip, const Frames& frames) {
+    OpenClip again(clip.plugin(), clip.clip());
     if (run.expect(again.isDescribed(), "it does not open: " + hostkit::resultText(again.infoResult()))) {
         expectFrames(run, again, frames);
     }
@@ -133,37 +125,33 @@ void expectOpens(CheckRun& run, PlayedPlugin& plugin, OwnFile& file, const Frame
 }  // namespace
 
 void fileVanishesWhileOpen(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    OwnFile file(run, plugin);
-    const auto clip = file.open(run, plugin);
-    if (!clip) {
-        return;
-    }
-    const Frames frames = framesOf(*clip);
-    std::error_code error;
+    withOwnFile(run, [&](OwnFile& file, OpenClip& clip) {
+        const Frames frames = framesOf(clip);
+        std::error_code error;
 
-    run.step("the file is renamed");
-    const std::filesystem::path elsewhere = run.folder() / "elsewhere.avi";
-    std::filesystem::rename(file.path(), elsewhere, error);
-    if (error) {
-        run.note("the system refuses to rename an open file: " + error.message());
-    } else {
-        lookAtVanished(run, plugin, file, *clip, frames);
-        std::filesystem::rename(elsewhere, file.path());
-    }
+        run.step("the file is renamed");
+        const std::filesystem::path elsewhere = run.folder() / "elsewhere.avi";
+        std::filesystem::rename(file.path(), elsewhere, error);
+        if (error) {
+            run.note("the system refuses to rename an open file: " + error.message());
+        } else {
+            lookAtVanished(run, clip, frames);
+            std::filesystem::rename(elsewhere, file.path());
+        }
 
-    run.step("the file is deleted");
-    std::filesystem::remove(file.path(), error);
-    if (error || std::filesystem::exists(file.path())) {
-        run.note("the system refuses to delete an open file: " + error.message());
-    } else {
-        lookAtVanished(run, plugin, file, *clip, frames);
-        file.restore();
-    }
+        run.step("the file is deleted");
+        std::filesystem::remove(file.path(), error);
+        if (error || std::filesystem::exists(file.path())) {
+            run.note("the system refuses to delete an open file: " + error.message());
+        } else {
+            lookAtVanished(run, clip, frames);
+            file.restore();
+        }
 
-    run.step("the file is back");
-    expectFrames(run, *clip, frames);
-    expectOpens(run, plugin, file, frames);
+        run.step("the file is back");
+        expectFrames(run, clip, frames);
+        expectOpens(run, clip, frames);
+    });
 }
 
 // --- file-changes-while-quiet -----------------------------------------------------------------------------------
@@ -195,7 +183,7 @@ constexpr Change kChanges[] = {
 void put(const std::filesystem::path& path, const std::optional<Bytes>& bytes) {
     std::filesystem::remove(path);
     if (bytes) {
-        writeFile(path, *bytes);
+        overwrite(path, *bytes);
     }
 }
 
@@ -214,42 +202,34 @@ void expectNoGarbage(CheckRun& run, OpenClip& clip, const Frames& frames) {
 
 void changeWhileQuiet(CheckRun& run, OwnFile& file, OpenClip& clip, const Frames& frames, const Change& change) {
     run.step(std::string("while quiet the file is ") + change.what);
-    run.expectEqual("the answer to imQuietFile", hostkit::resultText(clip.session().quiet()),
-                    hostkit::resultText(imNoErr));
+    run.expectResult("the answer to imQuietFile", clip.session().quiet());
     const std::optional<Bytes> bytes = change.bytes(file.bytes());
     put(file.path(), bytes);
     const csSDK_int32 opened = clip.session().open().result;
-    run.expectEqual("the answer to opening it again", hostkit::resultText(opened),
-                    hostkit::resultText(bytes ? csSDK_int32{imNoErr} : csSDK_int32{imBadFile}));
+    run.expectResult("the answer to opening it again", opened, bytes ? csSDK_int32{imNoErr} : csSDK_int32{imBadFile});
     expectNoGarbage(run, clip, frames);
     const auto info = clip.session().info(0);
     if (!bytes || bytes->size() < 300 || bytes->front() == 0x20) {
-        run.expectEqual("the description", hostkit::resultText(info.result), hostkit::resultText(imBadFile));
+        run.expectResult("the description", info.result, imBadFile);
     }
 
     run.step(std::string("the file that was ") + change.what + " is as before");
     clip.session().quiet();
     put(file.path(), file.bytes());
-    run.expectEqual("the answer to opening it again", hostkit::resultText(clip.session().open().result),
-                    hostkit::resultText(imNoErr));
-    run.expectEqual("the description", hostkit::resultText(clip.session().info(0).result),
-                    hostkit::resultText(clip.infoResult()));
+    run.expectResult("the answer to opening it again", clip.session().open().result);
+    run.expectResult("the description", clip.session().info(0).result, clip.infoResult());
     expectFrames(run, clip, frames);
 }
 
 }  // namespace
 
 void fileChangesWhileQuiet(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    OwnFile file(run, plugin);
-    const auto clip = file.open(run, plugin);
-    if (!clip) {
-        return;
-    }
-    const Frames frames = framesOf(*clip);
-    for (const Change& change : kChanges) {
-        changeWhileQuiet(run, file, *clip, frames, change);
-    }
+    withOwnFile(run, [&](OwnFile& file, OpenClip& clip) {
+        const Frames frames = framesOf(clip);
+        for (const Change& change : kChanges) {
+            changeWhileQuiet(run, file, clip, frames, change);
+        }
+    });
 }
 
 }  // namespace importhost::validate

@@ -26,15 +26,26 @@ void needCovered(CheckRun& run, const DiskFaults& disk, DiskCall call) {
 }
 
 // What a call may answer that could not read all it wanted.
-bool isAnswerToBadDisk(Asked asked, csSDK_int32 result) {
-    switch (asked) {
-        case Asked::Open:
-        case Asked::AsyncCreate: return result == imBadFile;
-        case Asked::Info: return result == imBadFile || result == imBadStreamIndex || result == imNoErr;
-        case Asked::Frame: return result == imFileReadFailed;
-        case Asked::AsyncFrame: return result == aiUnknownError;
+bool isAnswerToBadDisk(const Step& step, csSDK_int32 result) {
+    if (step.isAsync) {
+        return step.selector == aiGetFrame && result == aiUnknownError;
+    }
+    switch (step.selector) {
+        case imOpenFile8:
+        case imCreateAsyncImporter: return result == imBadFile;
+        case imGetInfo8: return result == imBadFile || result == imBadStreamIndex || result == imNoErr;
+        case imGetSourceVideo: return result == imFileReadFailed;
         default: return false;
     }
+}
+
+// A description tells what could be read: less than the whole. Where a read falls short, the asynchronous importer,
+// which reads indexes of its own, takes entries that were cut off for dropped frames and shows an earlier frame.
+bool mayDifferAfter(const Step& step, bool halves) {
+    return step.isAsync ? halves && step.selector == aiGetFrame
+                        : step.selector == imGetInfo8 || step.selector == imGetIndPixelFormat ||
+                              step.selector == imAnalysis || step.selector == imDataRateAnalysis ||
+                              step.selector == imImportAudio7;
 }
 
 Disturbance disturbed(DiskFaults& disk, DiskCall call, int nth, bool halves) {
@@ -48,43 +59,36 @@ Disturbance disturbed(DiskFaults& disk, DiskCall call, int nth, bool halves) {
     disturbance.happened = [&disk] { return disk.disturbed(); };
     disturbance.end = [&disk] { disk.clear(); };
     disturbance.mayAnswer = isAnswerToBadDisk;
-    // A description tells what could be read: less than the whole.
-    disturbance.mayDiffer = {Asked::Info, Asked::Formats, Asked::Analysis, Asked::DataRate, Asked::Sound};
-    if (halves) {
-        // The asynchronous importer reads indexes of its own. Entries that were cut off are taken for dropped frames,
-        // in whose place an earlier frame is shown.
-        disturbance.mayDiffer.insert(Asked::AsyncFrame);
-    }
+    disturbance.mayDiffer = [halves](const Step& step) { return mayDifferAfter(step, halves); };
     return disturbance;
 }
 
 // Each call in turn, or as many of them as the level has time for, evenly spread.
-void failEachCall(CheckRun& run, DiskFaults& disk, DiskCall call, bool halves, Playthrough& play,
-                  const std::string& clip) {
+void failEachCall(PlayedPlugin& plugin, DiskFaults& disk, DiskCall call, bool halves, const PlayedClip& clip) {
+    CheckRun& run = plugin.run();
     disk.clear();
-    playWell(run, play, clip);
+    playWell(plugin, clip, clip.name());
     const int calls = disk.calls(call);
     const int tries = std::min(calls, run.effort(10, 150));
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < tries; ++i) {
         const int nth = 1 + static_cast<int>(std::int64_t{i} * calls / tries);
-        playDisturbed(run, play, disturbed(disk, call, nth, halves));
+        playDisturbed(plugin, clip, disturbed(disk, call, nth, halves));
         if (std::chrono::steady_clock::now() - start > kEnough) {
-            run.note(clip + ": stopped after " + std::to_string(i + 1) + " of " + std::to_string(tries) + " failures");
+            run.note(clip.name() + ": stopped after " + std::to_string(i + 1) + " of " + std::to_string(tries) +
+                     " failures");
             break;
         }
     }
-    playWell(run, play, clip + " with the disk well again");
+    playWell(plugin, clip, clip.name() + " with the disk well again");
 }
 
 void failEachCall(CheckRun& run, DiskCall call, bool halves = false) {
     PlayedPlugin plugin(run);
     DiskFaults disk(plugin.library());
     needCovered(run, disk, call);
-    forPlaythroughs(run, plugin, static_cast<std::size_t>(run.effort(1, 3)),
-                 [&](Playthrough& play, const std::string& clip) {
-                     failEachCall(run, disk, call, halves, play, clip);
-                 });
+    forPlayedClips(plugin, static_cast<std::size_t>(run.effort(1, 3)),
+                   [&](const PlayedClip& clip) { failEachCall(plugin, disk, call, halves, clip); });
 }
 
 }  // namespace
@@ -99,47 +103,55 @@ void diskOpenFails(CheckRun& run) { failEachCall(run, DiskCall::Open); }
 
 namespace {
 
-csSDK_int32 wantedWithoutDisk(const Answered& usual) {
-    switch (usual.asked) {
-        case Asked::Info:
-        case Asked::AsyncCreate: return imBadFile;
-        case Asked::Frame: return usual.result == imFrameNotFound ? imFrameNotFound : imFileReadFailed;
-        case Asked::AsyncFrame: return aiUnknownError;
-        default: return usual.result;
+csSDK_int32 wantedWithoutDisk(const Step& step, csSDK_int32 usual) {
+    if (step.isAsync) {
+        return step.selector == aiGetFrame ? csSDK_int32{aiUnknownError} : usual;
+    }
+    switch (step.selector) {
+        case imGetInfo8:
+        case imCreateAsyncImporter: return imBadFile;
+        case imGetSourceVideo: return usual == imFrameNotFound ? imFrameNotFound : imFileReadFailed;
+        default: return usual;
     }
 }
 
-void expectAnswersWithoutDisk(CheckRun& run, const Answers& usual, const Answers& found) {
-    for (std::size_t i = 0; i < std::min(usual.size(), found.size()); ++i) {
-        Answered wanted = usual[i];
-        wanted.result = wantedWithoutDisk(usual[i]);
-        run.expectEqual(found[i].name, resultText(found[i]), resultText(wanted));
-        run.expect(breaksOffIntoSilence(usual[i], found[i]), found[i].name + " is neither the sound nor silence");
-    }
+void expectAnswerWithoutDisk(CheckRun& run, const Step& step, const Answered& usual) {
+    const Answered found = step.take();
+    run.expectEqual(step.name, step.resultText(found.result),
+                    step.resultText(wantedWithoutDisk(step, usual.result)));
+    run.expect(breaksOffIntoSilence(usual, found), step.name + " is neither the sound nor silence");
 }
 
-// Opened and described as ever; then the disk goes, and comes back before the clip is quieted. Last of all the
-// description is asked for without a disk: it leaves nothing to ask for frames with.
-void loseTheDisk(CheckRun& run, DiskFaults& disk, Playthrough& play, const std::string& clip) {
-    play.start();
+// One past the steps that belong together with this one: frames fetched ahead are read while other calls are made.
+std::size_t endOfGroup(const std::vector<Step>& steps, std::size_t first) {
+    std::size_t end = first + 1;
+    while (steps[first].isAsync && steps[end].isAsync) {
+        ++end;
+    }
+    return end;
+}
+
+// The steps between opening and quieting are taken without the disk, and again when it is back.
+void loseTheDisk(PlayedPlugin& plugin, DiskFaults& disk, const PlayedClip& clip) {
+    CheckRun& run = plugin.run();
+    Playthrough play(plugin, clip);
     const std::vector<Step>& steps = play.steps();
-    steps[0].take();
-    steps[1].take();
-    for (std::size_t i = 2; i < steps.size() && steps[i].canBeRepeated; ++i) {
-        run.step(clip + ", " + steps[i].name + " without the disk");
+    steps.front().take();
+    for (std::size_t first = 1; steps[first].isAsync || steps[first].selector != imQuietFile;) {
+        const std::size_t end = endOfGroup(steps, first);
+        run.step(clip.name() + ", " + steps[first].name + " without the disk");
         disk.fail(DiskCall::Read, 1, DiskFaults::kForEver);
-        expectAnswersWithoutDisk(run, play.usual(i), steps[i].take());
+        for (std::size_t i = first; i < end; ++i) {
+            expectAnswerWithoutDisk(run, steps[i], clip.usual[i]);
+        }
         disk.clear();
-        run.step(clip + ", " + steps[i].name + " with the disk back");
-        run.expect(steps[i].take() == play.usual(i), "the answer is not what it was before");
+        run.step(clip.name() + ", " + steps[first].name + " with the disk back");
+        // The last asynchronous step closed the importer that the step before the first one made.
+        for (std::size_t i = steps[first].isAsync ? first - 1 : first; i < end; ++i) {
+            run.expect(steps[i].take() == clip.usual[i], "the answer is not what it was before");
+        }
+        first = end;
     }
-    run.step(clip + ", description without the disk");
-    disk.fail(DiskCall::Read, 1, DiskFaults::kForEver);
-    expectAnswersWithoutDisk(run, play.usual(1), steps[1].take());
-    disk.clear();
-    run.step(clip + ", description with the disk back");
-    run.expect(steps[1].take() == play.usual(1), "the answer is not what it was before");
-    play.start();
 }
 
 }  // namespace
@@ -148,8 +160,7 @@ void diskGoneForGood(CheckRun& run) {
     PlayedPlugin plugin(run);
     DiskFaults disk(plugin.library());
     needCovered(run, disk, DiskCall::Read);
-    forPlaythroughs(run, plugin, run.clips().size(),
-                 [&](Playthrough& play, const std::string& clip) { loseTheDisk(run, disk, play, clip); });
+    forPlayedClips(plugin, run.clips().size(), [&](const PlayedClip& clip) { loseTheDisk(plugin, disk, clip); });
 }
 
 }  // namespace importhost::validate

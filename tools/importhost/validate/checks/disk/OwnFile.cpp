@@ -30,15 +30,14 @@ aviwriter::SampleOptions sampleToChange() {
     return options;
 }
 
-bool serves(OpenClip& clip) { return clip.isDescribed() && clip.has(Need::Pictures) && !clip.formats().empty(); }
-
-// Of the first clip that serves; nothing when there is none.
-std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
+// Of the first small clip that has pictures.
+std::optional<Bytes> copiedBytes(PlayedPlugin& plugin) {
+    CheckRun& run = plugin.run();
     for (const Clip& clip : run.clips()) {
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(clip.path, error);
         OpenClip open(plugin, clip);
-        if (!error && size <= kMostCopied && serves(open)) {
+        if (!error && size <= kMostCopied && open.has(Need::Pictures)) {
             run.note("the file that changes is a copy of " + clip.name);
             return readFile(clip.path);
         }
@@ -48,7 +47,7 @@ std::optional<Bytes> copiedBytes(CheckRun& run, PlayedPlugin& plugin) {
 
 }  // namespace
 
-bool writeFile(const std::filesystem::path& path, const Bytes& bytes) {
+bool overwrite(const std::filesystem::path& path, const Bytes& bytes) {
     std::fstream out(path, std::ios::binary | std::ios::in | std::ios::out);
     if (!out) {
         out.open(path, std::ios::binary | std::ios::out);
@@ -57,12 +56,12 @@ bool writeFile(const std::filesystem::path& path, const Bytes& bytes) {
     return static_cast<bool>(out.flush());
 }
 
-OwnFile::OwnFile(CheckRun& run, PlayedPlugin& plugin)
-    : m_clip{run.folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt} {
-    std::optional<Bytes> copied = copiedBytes(run, plugin);
+OwnFile::OwnFile(PlayedPlugin& plugin)
+    : m_clip{plugin.run().folder() / "changing.avi", "changing.avi", ClipKind::Unknown, std::nullopt} {
+    std::optional<Bytes> copied = copiedBytes(plugin);
     m_isSample = !copied;
     if (m_isSample) {
-        run.note("the file that changes is a sample");
+        plugin.run().note("the file that changes is a sample");
     }
     m_bytes = copied ? std::move(*copied) : aviwriter::sampleBytes(sampleToChange());
     restore();
@@ -74,14 +73,15 @@ OwnFile::~OwnFile() {
 }
 
 void OwnFile::restore() {
-    if (!writeFile(m_clip.path, m_bytes)) {
+    if (!overwrite(m_clip.path, m_bytes)) {
         throw std::runtime_error("'" + hostkit::toUtf8(m_clip.path) + "' cannot be written.");
     }
 }
 
-std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) const {
+std::unique_ptr<OpenClip> OwnFile::open(PlayedPlugin& plugin) const {
+    CheckRun& run = plugin.run();
     auto clip = std::make_unique<OpenClip>(plugin, m_clip);
-    if (serves(*clip)) {
+    if (clip->has(Need::Pictures)) {
         return clip;
     }
     if (m_isSample && !run.hasOwnSamples()) {
@@ -89,6 +89,14 @@ std::unique_ptr<OpenClip> OwnFile::open(CheckRun& run, PlayedPlugin& plugin) con
     }
     run.fail("the whole file is not opened: " + hostkit::resultText(clip->infoResult()));
     return nullptr;
+}
+
+void withOwnFile(CheckRun& run, const std::function<void(OwnFile& file, OpenClip& clip)>& look) {
+    PlayedPlugin plugin(run);
+    OwnFile file(plugin);
+    if (const auto clip = file.open(plugin)) {
+        look(file, *clip);
+    }
 }
 
 std::int64_t Frames::delivered() const {

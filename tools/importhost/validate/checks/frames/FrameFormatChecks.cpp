@@ -1,5 +1,6 @@
 // How pictures are asked for: format, size, rows; and whether all of them arrive.
 #include "importhost/validate/checks/frames/FrameParts.h"
+#include "importhost/validate/checks/stage/ErrorEvents.h"
 
 #include "hostkit/host/PixelFormatTable.h"
 #include "hostkit/sessions/Names.h"
@@ -52,14 +53,15 @@ Gaps gapsBetween(const hostkit::FrameView& first, const hostkit::FrameView& seco
     return gaps;
 }
 
-void expectEveryPixel(CheckRun& run, PlayedPlugin& plugin, const Film& film, std::int64_t index, PrPixelFormat format) {
+void expectEveryPixel(CheckRun& run, const Film& film, std::int64_t index, PrPixelFormat format) {
+    hostkit::FrameStore& store = film.clip().plugin().host().frames();
     const auto frameWith = [&](std::uint8_t fill) {
-        plugin.host().frames().fillWith(fill);
+        store.fillWith(fill);
         return film.clip().session().frame(film.middleOf(index), {film.clip().wanted(format)});
     };
     const hostkit::FrameAnswer first = frameWith(kFill);
     const hostkit::FrameAnswer second = frameWith(kOtherFill);
-    plugin.host().frames().fillWith(kFill);
+    store.fillWith(kFill);
     const auto a = first.frame.view();
     const auto b = second.frame.view();
     const imFrameFormat wanted = film.clip().wanted(format);
@@ -86,11 +88,10 @@ void expectEveryPixel(CheckRun& run, PlayedPlugin& plugin, const Film& film, std
 }  // namespace
 
 void frameEveryPixel(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+    forEachFilm(run, Films::Whole, [&](const Film& film) {
         for (const PrPixelFormat format : film.clip().formats()) {
             for (const std::int64_t index : spread(film.frames(), std::min(frameBudget(run, film, 1, 6), 6))) {
-                expectEveryPixel(run, plugin, film, index, format);
+                expectEveryPixel(run, film, index, format);
             }
         }
     });
@@ -110,8 +111,7 @@ Seen atSize(const Film& film, int width, int height) {
 }  // namespace
 
 void frameSizes(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+    forEachFilm(run, Films::Whole, [&](const Film& film) {
         const int width = film.clip().info().vidInfo.imageWidth;
         const int height = film.clip().info().vidInfo.imageHeight;
         const Seen exact = atSize(film, width, height);
@@ -139,9 +139,6 @@ void frameSizes(CheckRun& run) {
 
 namespace {
 
-// What an exception that a handler threw is answered with.
-constexpr csSDK_int32 kExceptionCaught = 99;
-
 constexpr csSDK_uint32 kUnknownFormats[] = {0, 0x78787878, PrPixelFormat_Invalid, PrPixelFormat_BGRA_4444_32f,
                                             0xFFFFFFFF};
 
@@ -168,9 +165,9 @@ void expectNoUnknownFormat(CheckRun& run, const Film& film) {
     const auto offered = static_cast<csSDK_uint32>(film.firstFormat());
     for (const csSDK_uint32 unknown : kUnknownFormats) {
         const std::string what = "the answer to the unknown format " + hostkit::codeText(unknown);
-        run.expectEqual(what, inFormats(film, {unknown}), refusal(kExceptionCaught));
+        run.expectEqual(what, inFormats(film, {unknown}), refusal(kExceptionResult));
         run.expectEqual(what + " before one that is offered", inFormats(film, {unknown, offered}),
-                        refusal(kExceptionCaught));
+                        refusal(kExceptionResult));
     }
 }
 
@@ -192,8 +189,7 @@ void expectHonestAnswers(CheckRun& run, const Film& film) {
 }  // namespace
 
 void frameFormatChoice(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+    forEachFilm(run, Films::Whole, [&](const Film& film) {
         const Seen first = film.frame(0);
         if (!expectDelivered(run, film, frameText(0, film.firstFormat()), first)) {
             return;
@@ -209,8 +205,7 @@ void frameFormatChoice(CheckRun& run) {
 // --- frame-format-switch ----------------------------------------------------------------------------------------
 
 void frameFormatSwitch(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::DamagedToo, [&](const Film& film) {
+    forEachFilm(run, Films::DamagedToo, [&](const Film& film) {
         const std::vector<PrPixelFormat>& formats = film.clip().formats();
         const std::vector<std::int64_t> frames = spread(film.frames(), std::min(frameBudget(run, film, 2, 6), 6));
         std::map<std::pair<PrPixelFormat, std::int64_t>, Seen> steady;
@@ -234,7 +229,7 @@ void frameStrides(CheckRun& run) {
     std::map<std::tuple<std::filesystem::path, PrPixelFormat, std::int64_t>, Seen> rounded;
     for (const std::string_view name : {"editor-11", "tight-rows", "odd-rows"}) {
         PlayedPlugin plugin(run, hostkit::hostProfile(name));
-        forEachFilm(run, plugin, Films::DamagedToo, [&](const Film& film) {
+        forEachFilm(plugin, Films::DamagedToo, [&](const Film& film) {
             for (const PrPixelFormat format : film.clip().formats()) {
                 for (const std::int64_t index : spread(film.frames(), std::min(frameBudget(run, film, 1, 4), 4))) {
                     const Seen found = film.frame(index, format);

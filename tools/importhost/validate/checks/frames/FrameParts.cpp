@@ -47,8 +47,8 @@ Seen seen(const hostkit::FrameAnswer& answer) {
 
 // --- Films ------------------------------------------------------------------------------------------------------
 
-std::optional<Film> Film::of(PlayedPlugin& plugin, OpenClip& clip) {
-    const auto ticks = ticksPerFrameOf(clip.info(), plugin.host().profile().ticksPerSecond);
+std::optional<Film> Film::of(OpenClip& clip) {
+    const auto ticks = ticksPerFrameOf(clip.info(), clip.plugin().host().profile().ticksPerSecond);
     return ticks ? std::optional(Film(clip, *ticks)) : std::nullopt;
 }
 
@@ -56,18 +56,23 @@ Seen Film::at(PrTime time, PrPixelFormat format) const {
     return seen(m_clip->session().frame(time, {m_clip->wanted(format)}));
 }
 
-void forEachFilm(CheckRun& run, PlayedPlugin& plugin, Films films, const std::function<void(const Film&)>& look) {
+void forEachFilm(PlayedPlugin& plugin, Films films, const std::function<void(const Film&)>& look) {
     bool any = false;
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Pictures, [&](OpenClip& clip) {
         const bool fits = films == Films::DamagedToo || clip.clip().kind != ClipKind::Damaged;
-        if (const auto film = fits ? Film::of(plugin, clip) : std::nullopt) {
+        if (const auto film = fits ? Film::of(clip) : std::nullopt) {
             any = true;
             look(*film);
         }
     });
-    if (!any && !run.hasFailed()) {
-        run.skip("no file with pictures whose frames can be counted in ticks");
+    if (!any && !plugin.run().hasFailed()) {
+        plugin.run().skip("no file with pictures whose frames can be counted in ticks");
     }
+}
+
+void forEachFilm(CheckRun& run, Films films, const std::function<void(const Film&)>& look) {
+    PlayedPlugin plugin(run);
+    forEachFilm(plugin, films, look);
 }
 
 std::vector<std::int64_t> spread(std::int64_t count, int most) {
@@ -103,7 +108,8 @@ aviwriter::SampleOptions ownSample(std::uint32_t rate, std::uint32_t scale, std:
     return options;
 }
 
-std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
+std::unique_ptr<OpenClip> openOwn(PlayedPlugin& plugin, const Clip& clip) {
+    CheckRun& run = plugin.run();
     run.step(clip.name);
     auto open = std::make_unique<OpenClip>(plugin, clip);
     if (open->isDescribed() && (open->info().hasVideo == 0 || !open->formats().empty())) {
@@ -112,8 +118,7 @@ std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Cli
     if (!run.hasOwnSamples()) {
         run.skip(kOwnSamplesAreForeign);
     }
-    run.fail(open->openResult() != imNoErr ? "it does not open: " + hostkit::resultText(open->openResult())
-                                           : "it is not described: " + hostkit::resultText(open->infoResult()));
+    run.fail(open->refusal());
     return nullptr;
 }
 

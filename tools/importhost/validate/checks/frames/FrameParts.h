@@ -32,7 +32,7 @@ inline Seen refusal(csSDK_int32 result) { return {.result = result}; }
 class Film {
 public:
     // Nothing for a rate whose frames last no tick, or so long that twice the clip is beyond ticks of 64 bits.
-    static std::optional<Film> of(PlayedPlugin& plugin, OpenClip& clip);
+    static std::optional<Film> of(OpenClip& clip);
 
     OpenClip& clip() const { return *m_clip; }
     std::int64_t frames() const { return m_clip->frameCount(); }
@@ -58,7 +58,8 @@ private:
 // forEachClip for clips that are films; skips the check when there is none. Of a damaged clip not every frame need be
 // delivered, but those that are must be right: it is for demands that do not expect a picture.
 enum class Films { Whole, DamagedToo };
-void forEachFilm(CheckRun& run, PlayedPlugin& plugin, Films films, const std::function<void(const Film&)>& look);
+void forEachFilm(PlayedPlugin& plugin, Films films, const std::function<void(const Film&)>& look);
+void forEachFilm(CheckRun& run, Films films, const std::function<void(const Film&)>& look);
 
 inline int frameBudget(const CheckRun& run, const Film& film, int atLowest, int atHighest) {
     return frameBudget(run, film.clip(), atLowest, atHighest);
@@ -79,9 +80,9 @@ inline constexpr std::uint32_t kOwnFrames = 5;
 aviwriter::SampleOptions ownSample(std::uint32_t rate = 25, std::uint32_t scale = 1,
                                    std::set<std::uint32_t> dropped = {});
 
-// An own clip with pictures, opened. Fails the check and gives null when it is not imported; skips the check when the
+// An own clip with pictures, opened. Fails the check and returns null if it is not imported; skips the check if the
 // user's own files are looked at: their codec library need not know this program's streams.
-std::unique_ptr<OpenClip> openOwn(CheckRun& run, PlayedPlugin& plugin, const Clip& clip);
+std::unique_ptr<OpenClip> openOwn(PlayedPlugin& plugin, const Clip& clip);
 
 // --- The checks, by file ----------------------------------------------------------------------------------------
 

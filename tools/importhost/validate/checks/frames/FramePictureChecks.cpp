@@ -163,7 +163,8 @@ void expectOwnPictures(CheckRun& run, const Film& film, const aviwriter::SampleO
 }
 
 // Sizes that fill no whole group of pixels, and the smallest one.
-void lookAtOddSizes(CheckRun& run, PlayedPlugin& plugin) {
+void lookAtOddSizes(CheckRun& run) {
+    PlayedPlugin plugin(run);
     for (const auto& [width, height] : {std::pair(1U, 1U), std::pair(7U, 5U), std::pair(13U, 4U)}) {
         for (const Reading& reading : kReadings) {
             aviwriter::SampleOptions options = ownSample();
@@ -172,8 +173,8 @@ void lookAtOddSizes(CheckRun& run, PlayedPlugin& plugin) {
             options.height = height;
             const std::string name = "size-" + std::to_string(width) + "x" + std::to_string(height) + "-type-" +
                                      std::to_string(reading.type) + ".avi";
-            const auto clip = openOwn(run, plugin, writeOwn(run, name, options));
-            const auto film = clip ? Film::of(plugin, *clip) : std::nullopt;
+            const auto clip = openOwn(plugin, writeOwn(run, name, options));
+            const auto film = clip ? Film::of(*clip) : std::nullopt;
             if (film) {
                 expectOwnPictures(run, *film, options);
             }
@@ -186,16 +187,15 @@ void lookAtOddSizes(CheckRun& run, PlayedPlugin& plugin) {
 // --- frame-true-picture -----------------------------------------------------------------------------------------
 
 void frameTruePicture(CheckRun& run) {
-    PlayedPlugin plugin(run);
     if (run.hasOwnSamples()) {
-        forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+        forEachFilm(run, Films::Whole, [&](const Film& film) {
             if (const auto& made = film.clip().clip().made) {
                 expectOwnPictures(run, film, *made);
             }
         });
     }
     if (run.level() >= 4 || !run.hasOwnSamples()) {
-        lookAtOddSizes(run, plugin);
+        lookAtOddSizes(run);
     }
 }
 

@@ -13,8 +13,7 @@ namespace importhost::validate {
 // --- frame-first-and-last ---------------------------------------------------------------------------------------
 
 void frameFirstAndLast(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+    forEachFilm(run, Films::Whole, [&](const Film& film) {
         const imFrameFormat wanted = film.clip().wanted(film.firstFormat());
         for (const std::int64_t index : spread(film.frames(), frameBudget(run, film, 3, 50))) {
             const Seen found = seen(film.clip().frame(index));
@@ -67,8 +66,7 @@ void expectFirstFrameJustBeforeTheStart(CheckRun& run, const Film& film, const S
 }  // namespace
 
 void frameOutside(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::Whole, [&](const Film& film) {
+    forEachFilm(run, Films::Whole, [&](const Film& film) {
         const Seen first = film.frame(0);
         expectNothingPastTheEnd(run, film);
         expectNothingBeforeTheStart(run, film);
@@ -98,8 +96,7 @@ void expectBoundary(CheckRun& run, const Film& film, std::int64_t index, const S
 }  // namespace
 
 void frameBoundaries(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachFilm(run, plugin, Films::DamagedToo, [&](const Film& film) {
+    forEachFilm(run, Films::DamagedToo, [&](const Film& film) {
         for (const std::int64_t index : spread(film.frames() + 1, frameBudget(run, film, 6, 60))) {
             const Seen before = film.frame(std::max<std::int64_t>(index - 1, 0));
             const Seen from = index < film.frames() ? film.frame(index) : refusal(imFrameNotFound);
@@ -159,7 +156,7 @@ void askAnything(OpenClip& clip) {
     }
     for (const PrTime time : {PrTime{0}, PrTime{1}, PrTime{-1}, PrTime{1} << 40, -(PrTime{1} << 40),
                               std::numeric_limits<PrTime>::max(), std::numeric_limits<PrTime>::min()}) {
-        clip.session().frame(time, {clip.wanted(clip.formats().front())});
+        clip.session().frame(time, {clip.wanted()});
     }
 }
 
@@ -173,8 +170,8 @@ std::vector<Seen> picturesOf(const Film& film) {
 
 void lookAtRates(CheckRun& run, const hostkit::HostProfile& profile) {
     PlayedPlugin plugin(run, profile);
-    const auto plain = openOwn(run, plugin, writeOwn(run, "pictures.avi", ownSample()));
-    const auto plainFilm = plain ? Film::of(plugin, *plain) : std::nullopt;
+    const auto plain = openOwn(plugin, writeOwn(run, "pictures.avi", ownSample()));
+    const auto plainFilm = plain ? Film::of(*plain) : std::nullopt;
     if (!plainFilm || plainFilm->frames() != kOwnFrames) {
         run.fail("the five frames at 25 a second are not described so");
         return;
@@ -182,13 +179,13 @@ void lookAtRates(CheckRun& run, const hostkit::HostProfile& profile) {
     const std::vector<Seen> pictures = picturesOf(*plainFilm);
     for (const Rate& rate : kRates) {
         const Clip written = writeOwn(run, "rate.avi", ownSample(), [&](auto& bytes) { putRate(bytes, rate); });
-        const auto clip = openOwn(run, plugin, written);
+        const auto clip = openOwn(plugin, written);
         run.step(rateText(rate) + " frames a second, " + std::to_string(profile.ticksPerSecond) + " ticks");
         if (!clip) {
             continue;
         }
         expectRate(run, *clip, rate);
-        const auto film = Film::of(plugin, *clip);
+        const auto film = Film::of(*clip);
         film ? expectFrames(run, *film, pictures) : askAnything(*clip);
     }
     run.step("");

@@ -36,7 +36,7 @@ hostkit::HostProfile profileOf(const TicksRow& row) {
     return profile;
 }
 
-// The whole ticks that a frame lasts; none when the product does not fit, or when a frame has not one of them.
+// The whole ticks that a frame lasts; nothing if the product overflows, or if a frame lasts less than a tick.
 std::optional<PrTime> ticksPerFrame(const imFileInfoRec8& info, PrTime ticksPerSecond) {
     const PrTime scale = info.vidSampleSize;
     if (scale <= 0 || info.vidScale <= 0 || ticksPerSecond > kMost / scale || ticksPerSecond < -(kMost / scale)) {
@@ -63,7 +63,7 @@ struct Pictures {
 // As the usual host gets them.
 Pictures usualPictures(CheckRun& run) {
     PlayedPlugin plugin(run);
-    const auto clip = firstClip(run, plugin, Need::Pictures);
+    const auto clip = firstClip(plugin, Need::Pictures);
     Pictures pictures;
     pictures.format = clip->formats().front();
     const std::int64_t last = clip->frameCount() - 1;
@@ -82,14 +82,14 @@ bool hasTimes(std::int64_t index, PrTime ticksPerFrame) {
 void expectPicture(CheckRun& run, OpenClip& clip, PrPixelFormat format, const Picture& usual, PrTime time) {
     const auto answer = clip.session().frame(time, {clip.wanted(format)});
     const std::string frame = "frame " + std::to_string(usual.index) + " at tick " + std::to_string(time);
-    if (run.expectEqual(frame, hostkit::resultText(answer.result), hostkit::resultText(usual.result))) {
+    if (run.expectResult(frame, answer.result, usual.result)) {
         run.expect(pixelsOf(answer.frame) == usual.pixels, frame + " is another picture than with usual ticks");
     }
 }
 
 void lookWith(CheckRun& run, const TicksRow& row, const Pictures& usual) {
     PlayedPlugin plugin(run, profileOf(row));
-    const auto clip = firstClip(run, plugin, Need::Pictures);
+    const auto clip = firstClip(plugin, Need::Pictures);
     run.step(clip->clip().name + ", " + row.words);
     const std::optional<PrTime> duration = ticksPerFrame(clip->info(), row.ticksPerSecond);
     for (const Picture& picture : usual.frames) {
@@ -104,8 +104,7 @@ void lookWith(CheckRun& run, const TicksRow& row, const Pictures& usual) {
                        "a frame was answered with " + hostkit::resultText(result));
         }
     }
-    run.expectEqual("the answer to closing it", hostkit::resultText(clip->session().close()),
-                    hostkit::resultText(imNoErr));
+    run.expectResult("the answer to closing it", clip->session().close());
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "importhost/validate/checks/host/RefusedSuites.h"
 
 #include "importhost/validate/checks/stage/ErrorEvents.h"
-#include "importhost/validate/checks/stage/Scenario.h"
+#include "importhost/validate/checks/stage/Playthrough.h"
 
 #include <algorithm>
 #include <span>
@@ -35,30 +35,14 @@ const SuiteRow kSuites[] = {
     {kPrSDKErrorSuite, kPrSDKErrorSuiteVersion3, {}},
 };
 
-bool isNeededBy(const SuiteRow& suite, const ScenarioStep& step) {
+bool isNeededBy(const SuiteRow& suite, const Step& step) {
     return step.isAsync ? suite.isNeededForAsyncFrames
                         : std::ranges::find(suite.neededBy, step.selector) != suite.neededBy.end();
 }
 
-std::vector<StepOutcome> usualOutcomes(PlayedPlugin& plugin, const ScenarioClip& facts) {
-    std::vector<StepOutcome> outcomes;
-    Scenario scenario(plugin, facts);
-    for (const ScenarioStep& step : scenario.steps()) {
-        outcomes.push_back(step.act());
-    }
-    return outcomes;
-}
-
-void expectSame(CheckRun& run, const ScenarioStep& step, const StepOutcome& found, const StepOutcome& usual,
-                const std::string& than) {
-    if (run.expectEqual("the answer", step.resultText(found.result), step.resultText(usual.result))) {
-        run.expect(found.content == usual.content, "what was delivered differs from what " + than);
-    }
-}
-
 // --- refused-suites ---------------------------------------------------------------------------------------------
 
-void expectRefusal(CheckRun& run, const SuiteRow& suite, const ScenarioStep& step, const StepOutcome& found,
+void expectRefusal(CheckRun& run, const SuiteRow& suite, const Step& step, const Outcome& found,
                    const std::vector<hostkit::ErrorEvent>& events) {
     if (!run.expect(isNeededBy(suite, step), "answered with " + step.resultText(found.result) +
                                                  ", although it can do without that suite") ||
@@ -89,23 +73,30 @@ void expectNoOtherVersion(CheckRun& run, hostkit::Host& host, const SuiteRow& su
     }
 }
 
+// The first clip with pictures and its answers to a host that refuses nothing.
+PlayedClip usualClip(PlayedPlugin& plugin) {
+    PlayedClip clip = playedClipOf(*firstClip(plugin, Need::Pictures));
+    clip.usual = Playthrough(plugin, clip).takeAll();
+    return clip;
+}
+
 // `refused` is the suite in the version that the plug-in uses, or in every version.
-void playWithout(CheckRun& run, PlayedPlugin& plugin, const SuiteRow& suite, const SuiteId& refused,
-                 const ScenarioClip& facts, const std::vector<StepOutcome>& usual) {
+void playWithout(PlayedPlugin& plugin, const SuiteRow& suite, const SuiteId& refused, const PlayedClip& clip) {
+    CheckRun& run = plugin.run();
     hostkit::Host& host = plugin.host();
-    Scenario scenario(plugin, facts);
-    for (std::size_t i = 0; i < usual.size() && !run.hasFailed(); ++i) {
-        const ScenarioStep& step = scenario.steps()[i];
+    Playthrough play(plugin, clip);
+    for (std::size_t i = 0; i < clip.usual.size() && !run.hasFailed(); ++i) {
+        const Step& step = play.steps()[i];
         run.step(refusalText(refused).append(", ").append(step.name));
         host.refuse({refused});
         const std::size_t eventsBefore = host.errorEvents().size();
-        const StepOutcome found = step.act();
+        const Outcome found = step.take();
         host.refuse({});
         expectNoOtherVersion(run, host, suite);
-        if (found != usual[i]) {
+        if (found != clip.usual[i]) {
             expectRefusal(run, suite, step, found, eventsSince(host, eventsBefore));
-            scenario.prepareAnotherTry(step);
-            expectSame(run, step, step.act(), usual[i], "was delivered before, tried again when it was granted");
+            play.prepareAnotherTry(step);
+            expectUsual(run, "tried again when it was granted", step, step.take(), clip.usual[i]);
         }
     }
     run.step("");
@@ -115,16 +106,11 @@ void playWithout(CheckRun& run, PlayedPlugin& plugin, const SuiteRow& suite, con
 
 void refusedSuites(CheckRun& run) {
     PlayedPlugin plugin(run);
-    ScenarioClip facts;
-    {
-        const auto clip = firstClip(run, plugin, Need::Pictures);
-        facts = scenarioClipOf(run, plugin, *clip);
-    }
-    const std::vector<StepOutcome> usual = usualOutcomes(plugin, facts);
+    const PlayedClip clip = usualClip(plugin);
     for (const SuiteRow& suite : kSuites) {
         if (!run.hasFailed()) {
-            playWithout(run, plugin, suite, {suite.name, hostkit::kEveryVersion}, facts, usual);
-            playWithout(run, plugin, suite, {suite.name, suite.version}, facts, usual);
+            playWithout(plugin, suite, {suite.name, hostkit::kEveryVersion}, clip);
+            playWithout(plugin, suite, {suite.name, suite.version}, clip);
         }
     }
     plugin.finish();
@@ -141,37 +127,37 @@ bool hasWhatIsNeeded(const hostkit::HostProfile& profile) {
     });
 }
 
-void playAs(CheckRun& run, const hostkit::HostProfile& profile, const Clip& clip,
-            const std::vector<StepOutcome>& usual) {
-    run.step(clip.name + ", host '" + profile.name + "'");
+void playAs(CheckRun& run, const hostkit::HostProfile& profile, const PlayedClip& usual) {
+    run.step(usual.name() + ", host '" + profile.name + "'");
     PlayedPlugin plugin(run, profile);
-    OpenClip open(plugin, clip);
-    if (!run.expect(open.isDescribed() && open.has(Need::Pictures) && !open.formats().empty(),
-                    "the plug-in does not open it for this host, or has no pictures for it")) {
-        return;
+    PlayedClip clip;
+    {
+        OpenClip open(plugin, usual.clip());
+        if (!run.expect(open.has(Need::Pictures),
+                        "the plug-in does not open it for this host, or has no pictures for it")) {
+            return;
+        }
+        clip = playedClipOf(open);
     }
-    Scenario scenario(plugin, scenarioClipOf(run, plugin, open));
-    for (std::size_t i = 0; i < usual.size(); ++i) {
-        const ScenarioStep& step = scenario.steps()[i];
-        run.step(clip.name + ", host '" + profile.name + "', " + step.name);
-        expectSame(run, step, step.act(), usual[i], "the host '" + hostkit::hostProfiles().front().name + "' got");
+    Playthrough play(plugin, clip);
+    for (std::size_t i = 0; i < usual.usual.size(); ++i) {
+        const Step& step = play.steps()[i];
+        run.step(usual.name() + ", host '" + profile.name + "', " + step.name);
+        expectUsual(run, "the answer", step, step.take(), usual.usual[i]);
     }
 }
 
 }  // namespace
 
 void hostProfiles(CheckRun& run) {
-    const Clip* clip = nullptr;
-    std::vector<StepOutcome> usual;
+    PlayedClip usual;
     {
         PlayedPlugin plugin(run);
-        const auto open = firstClip(run, plugin, Need::Pictures);
-        clip = &open->clip();
-        usual = usualOutcomes(plugin, scenarioClipOf(run, plugin, *open));
+        usual = usualClip(plugin);
     }
     for (const hostkit::HostProfile& profile : hostkit::hostProfiles()) {
         if (hasWhatIsNeeded(profile)) {
-            playAs(run, profile, *clip, usual);
+            playAs(run, profile, usual);
         }
     }
     run.step("");

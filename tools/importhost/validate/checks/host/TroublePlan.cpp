@@ -21,7 +21,7 @@ CallDemand demandOf(const TroublePlan& plan, HostCall call) {
     return {call};
 }
 
-std::string insteadOf(const ScenarioStep& step, csSDK_int32 found, const std::string& wanted) {
+std::string insteadOf(const Step& step, csSDK_int32 found, const std::string& wanted) {
     const bool escaped = found == hostkit::kEscapedException;
     return (escaped ? "an exception left the plug-in" : "answered with " + step.resultText(found)) + " instead of " +
            wanted;
@@ -33,7 +33,7 @@ bool mayEscape(const TroublePlan& plan, const TroubledStep& taken) {
            taken.escapedText == kNoErrorSuite;
 }
 
-bool isFailure(const ScenarioStep& step, csSDK_int32 result) {
+bool isFailure(const Step& step, csSDK_int32 result) {
     return result != imNoErr && result != hostkit::kEscapedException &&
            (step.isAsync || hostkit::resultName(result) != "unknown");
 }

@@ -1,7 +1,7 @@
 // What kind of trouble a host is in, and what a plug-in may answer then.
 #pragma once
 
-#include "importhost/validate/checks/stage/Scenario.h"
+#include "importhost/validate/checks/stage/Playthrough.h"
 
 #include <span>
 #include <vector>
@@ -44,9 +44,9 @@ bool givesBack(hostkit::HostCall call);
 
 // What came of one step while the host was in trouble.
 struct TroubledStep {
-    const ScenarioStep& step;
-    StepOutcome found;
-    StepOutcome usual;                                  // without trouble
+    const Step& step;
+    Outcome found;
+    Outcome usual;                                  // without trouble
     bool struck = false;                            // the trouble came while the step was taken
     std::vector<hostkit::ErrorEvent> events = {};   // sent during the step
     std::string escapedText = {};                   // of an exception that left the plug-in

@@ -22,7 +22,7 @@ constexpr HostCall kCallsOfTheHost[] = {HostCall::GetPtrSize, HostCall::DisposeP
 bool isOneOf(std::span<const HostCall> calls, HostCall call) { return std::ranges::find(calls, call) != calls.end(); }
 
 // The call that gets into trouble, and how many of its kind there were before it was planned.
-struct Disturbance {
+struct PlannedTrouble {
     HostCall call;
     int nth;
     int countBefore;
@@ -38,7 +38,7 @@ struct Strike {
 // One clip, and all the trouble that the plan has for it.
 class TroubledClip {
 public:
-    // Plays the scenario undisturbed, to hold the others against. The clip must have pictures.
+    // Plays the clip undisturbed, for the comparison. The clip must have pictures.
     TroubledClip(CheckRun& run, const TroublePlan& plan, const Clip& clip);
 
     // Stops at the first demand that is not met: more of the same would only say the same.
@@ -48,19 +48,18 @@ private:
     std::vector<Strike> strikes();
     bool playWith(PlayedPlugin& plugin, HostCall call, int nth);
     void plan(PlayedPlugin& plugin, HostCall call, int nth);
-    bool takeStep(Scenario& scenario, PlayedPlugin& plugin, std::size_t index, const Disturbance& disturbance);
-    bool tryAgain(Scenario& scenario, PlayedPlugin& plugin, std::size_t index);
+    bool takeStep(Playthrough& play, PlayedPlugin& plugin, std::size_t index, const PlannedTrouble& disturbance);
+    bool tryAgain(Playthrough& play, PlayedPlugin& plugin, std::size_t index);
     bool hasCleanBooks(PlayedPlugin& plugin, HostCall call);
     int usualCount(HostCall call) const { return m_calls[static_cast<std::size_t>(call)]; }
-    void noteFirsts(hostkit::Host& host, const ScenarioStep& step, std::set<std::tuple<std::size_t, bool, int>>& seen);
+    void noteFirsts(hostkit::Host& host, const Step& step, std::set<std::tuple<std::size_t, bool, int>>& seen);
     std::set<int> choose(HostCall call);
     std::string describe(HostCall call, int nth) const;
 
     CheckRun& m_run;
     const TroublePlan& m_plan;
     const Clip& m_clip;
-    ScenarioClip m_facts;
-    std::vector<StepOutcome> m_usual;
+    PlayedClip m_facts;
     std::array<int, kCalls> m_calls = {};
     std::array<std::set<int>, kCalls> m_firsts = {};    // of each call, the first in every kind of step
 };
@@ -71,18 +70,18 @@ TroubledClip::TroubledClip(CheckRun& run, const TroublePlan& plan, const Clip& c
     PlayedPlugin plugin(m_run);
     {
         OpenClip open(plugin, m_clip);
-        m_facts = scenarioClipOf(m_run, plugin, open);
+        m_facts = playedClipOf(open);
     }
     plugin.host().calls().clear();
-    Scenario scenario(plugin, m_facts);
+    Playthrough play(plugin, m_facts);
     std::set<std::tuple<std::size_t, bool, int>> seen;
-    for (const ScenarioStep& step : scenario.steps()) {
-        m_usual.push_back(step.act());
+    for (const Step& step : play.steps()) {
+        m_facts.usual.push_back(step.take());
         noteFirsts(plugin.host(), step, seen);
     }
 }
 
-void TroubledClip::noteFirsts(hostkit::Host& host, const ScenarioStep& step,
+void TroubledClip::noteFirsts(hostkit::Host& host, const Step& step,
                               std::set<std::tuple<std::size_t, bool, int>>& seen) {
     for (std::size_t i = 0; i < kCalls; ++i) {
         const int count = host.calls().count(static_cast<HostCall>(i));
@@ -167,53 +166,45 @@ void TroubledClip::plan(PlayedPlugin& plugin, HostCall call, int nth) {
 
 bool TroubledClip::playWith(PlayedPlugin& plugin, HostCall call, int nth) {
     const std::string what = m_clip.name + ", " + describe(call, nth);
-    const Disturbance disturbance{call, nth, plugin.host().calls().count(call)};
-    Scenario scenario(plugin, m_facts);
+    const PlannedTrouble disturbance{call, nth, plugin.host().calls().count(call)};
+    Playthrough play(plugin, m_facts);
     plan(plugin, call, nth);
     bool isGood = true;
-    for (std::size_t i = 0; i < scenario.steps().size() && isGood; ++i) {
-        m_run.step(what + ", " + scenario.steps()[i].name);
-        isGood = takeStep(scenario, plugin, i, disturbance);
+    for (std::size_t i = 0; i < play.steps().size() && isGood; ++i) {
+        m_run.step(what + ", " + play.steps()[i].name);
+        isGood = takeStep(play, plugin, i, disturbance);
     }
     plugin.host().faults().clear();
     return isGood;
 }
 
-bool TroubledClip::takeStep(Scenario& scenario, PlayedPlugin& plugin, std::size_t index,
-                            const Disturbance& disturbance) {
-    const ScenarioStep& step = scenario.steps()[index];
+bool TroubledClip::takeStep(Playthrough& play, PlayedPlugin& plugin, std::size_t index,
+                            const PlannedTrouble& disturbance) {
+    const Step& step = play.steps()[index];
     hostkit::Host& host = plugin.host();
     const auto callsMade = [&] { return host.calls().count(disturbance.call) - disturbance.countBefore; };
     const bool wasLater = callsMade() < disturbance.nth;
     const std::size_t eventsBefore = host.errorEvents().size();
 
-    TroubledStep taken{step, step.act(), m_usual[index]};
+    TroubledStep taken{step, step.take(), m_facts.usual[index]};
     taken.struck = wasLater && callsMade() >= disturbance.nth;
     taken.events = eventsSince(host, eventsBefore);
     taken.escapedText = plugin.session().escapedText();
     if (!isAllowed(m_run, m_plan, disturbance.call, taken)) {
         return false;
     }
-    if (taken.found != taken.usual && !tryAgain(scenario, plugin, index)) {
+    if (taken.found != taken.usual && !tryAgain(play, plugin, index)) {
         return false;
     }
     return step.isAsync || step.selector != imShutdown || hasCleanBooks(plugin, disturbance.call);
 }
 
 // The host is in order again, and so must be what the editor sees: with the same clip, that was there all the time.
-bool TroubledClip::tryAgain(Scenario& scenario, PlayedPlugin& plugin, std::size_t index) {
+bool TroubledClip::tryAgain(Playthrough& play, PlayedPlugin& plugin, std::size_t index) {
     plugin.host().faults().clear();
-    const ScenarioStep& step = scenario.steps()[index];
-    scenario.prepareAnotherTry(step);
-    const StepOutcome again = step.act();
-    const StepOutcome& usual = m_usual[index];
-    m_run.expect(again.result == usual.result, "tried again when the host was in order: " +
-                                                   step.resultText(again.result) + " instead of " +
-                                                   step.resultText(usual.result));
-    m_run.expect(again.result != usual.result || again.content == usual.content,
-                 "tried again when the host was in order: what was delivered differs from what an untroubled host "
-                 "gets");
-    return again == usual;
+    const Step& step = play.steps()[index];
+    play.prepareAnotherTry(step);
+    return expectUsual(m_run, "tried again when the host was in order", step, step.take(), m_facts.usual[index]);
 }
 
 bool TroubledClip::hasCleanBooks(PlayedPlugin& plugin, HostCall call) {
@@ -231,7 +222,7 @@ void playInTrouble(CheckRun& run, const TroublePlan& plan) {
     std::vector<const Clip*> clips;
     {
         PlayedPlugin plugin(run);
-        forEachClip(run, plugin, Need::Pictures, [&](OpenClip& open) {
+        forEachClip(plugin, Need::Pictures, [&](OpenClip& open) {
             const bool isFirst = clips.empty();
             const bool hasMoreSounds = open.infoResult() == imIterateStreams && clips.size() < 2 && run.level() >= 5;
             if (isFirst || hasMoreSounds) {

@@ -1,6 +1,5 @@
-// A host in trouble: a scenario is played once for each call that the plug-in makes of the host, with just that call
-// failing or throwing. Whatever befalls the plug-in, it answers as it should, gives back all that it took, and works
-// again when the host does.
+// A host in trouble: a clip is played once for each call that the plug-in makes of the host, and that call fails or
+// throws. The plug-in must answer as it should, give back all that it took, and work again when the host does.
 #pragma once
 
 #include "importhost/validate/checks/host/TroublePlan.h"

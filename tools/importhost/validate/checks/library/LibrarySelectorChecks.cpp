@@ -38,8 +38,7 @@ void expectRefused(CheckRun& run, PlayedPlugin& plugin, csSDK_int32 selector) {
     first.remember();
     second.remember();
     const int before = hostCalls(plugin.host());
-    run.expectEqual("the answer", hostkit::resultText(plugin.session().call(selector, first.data(), second.data())),
-                    hostkit::resultText(imUnsupported));
+    run.expectResult("the answer", plugin.session().call(selector, first.data(), second.data()), imUnsupported);
     run.expect(first.changes().empty() && second.changes().empty() && first.guardsAreIntact() &&
                    second.guardsAreIntact(),
                "the memory that came with it was changed: bytes " + hostkit::describe(first.changes()) +
@@ -53,8 +52,8 @@ void unknownSelectors(CheckRun& run) {
     PlayedPlugin plugin(run);
     for (const csSDK_int32 selector : {-1, 2, 67, 81, 1000, std::numeric_limits<csSDK_int32>::max(),
                                        std::numeric_limits<csSDK_int32>::min()}) {
-        run.expectEqual("the answer to selector " + std::to_string(selector),
-                        hostkit::resultText(plugin.session().call(selector)), hostkit::resultText(imUnsupported));
+        run.expectResult("the answer to selector " + std::to_string(selector), plugin.session().call(selector),
+                         imUnsupported);
     }
 }
 

@@ -54,9 +54,8 @@ void opensQuickly(CheckRun& run) {
 
 void firstFrameComesQuickly(CheckRun& run) {
     run.failNoMore();
-    PlayedPlugin plugin(run);
     double slowest = 0.0;
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(run, Need::Pictures, [&](OpenClip& clip) {
         clip.formats();
         const auto start = Clock::now();
         clip.frame(0);
@@ -74,7 +73,7 @@ void firstFrameComesQuickly(CheckRun& run) {
 // As an editor does with a clip that is put on a timeline and taken off again.
 void openOnce(PlayedPlugin& plugin, const Clip& clip) {
     OpenClip open(plugin, clip);
-    if (open.isDescribed() && open.has(Need::Pictures) && !open.formats().empty()) {
+    if (open.has(Need::Pictures)) {
         open.frame(0);
     }
 }
@@ -90,7 +89,7 @@ void warmUp(const CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
     }
 }
 
-// Gives how often it was opened: less often than was wanted when a long file takes too much time.
+// Returns how often it was opened: less often than wanted if a long file takes too much time.
 int openOften(CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
     const int wanted = run.effort(100, 500);
     int opens = 0;
@@ -107,7 +106,7 @@ int openOften(CheckRun& run, PlayedPlugin& plugin, const Clip& clip) {
 void doesNotGrow(CheckRun& run) {
     run.failNoMore();
     PlayedPlugin plugin(run);
-    const Clip clip = firstClip(run, plugin, Need::Nothing)->clip();
+    const Clip clip = firstClip(plugin, Need::Nothing)->clip();
     run.step("");
     warmUp(run, plugin, clip);
     const hostkit::ProcessSize before = hostkit::processSize();

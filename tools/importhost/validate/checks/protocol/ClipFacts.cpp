@@ -6,8 +6,6 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <fstream>
-#include <stdexcept>
 
 namespace importhost::validate {
 
@@ -126,20 +124,7 @@ std::string sumOf(const void* bytes, std::size_t size) {
 }
 
 Clip ownClip(const CheckRun& run, const std::filesystem::path& name) {
-    const SampleRow& row = sampleRows().front();
-    const aviwriter::Bytes bytes = aviwriter::sampleBytes(row.options);
-    const std::filesystem::path path = run.folder() / name;
-    std::filesystem::create_directories(path.parent_path());
-    writeBytes(path, std::string(bytes.begin(), bytes.end()));
-    return {path, hostkit::toUtf8(name.filename()), ClipKind::Good, row.options};
-}
-
-void writeBytes(const std::filesystem::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out.flush()) {
-        throw std::runtime_error("'" + hostkit::toUtf8(path) + "' cannot be written.");
-    }
+    return writeOwn(run, name, sampleRows().front().options);
 }
 
 }  // namespace importhost::validate

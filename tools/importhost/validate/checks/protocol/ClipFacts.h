@@ -2,6 +2,7 @@
 #pragma once
 
 #include "importhost/validate/checks/stage/OpenClip.h"
+#include "importhost/validate/checks/stage/OwnSample.h"
 
 #include <string>
 #include <vector>
@@ -23,10 +24,7 @@ bool expectSame(CheckRun& run, const std::string& when, const Facts& found, cons
 // A checksum of bytes, the same on every system.
 std::string sumOf(const void* bytes, std::size_t size);
 
-// A sample of the check's own beside its events, written anew.
+// A new copy of the first sample in the check's folder.
 Clip ownClip(const CheckRun& run, const std::filesystem::path& name);
-
-// Writes a file of these bytes. Throws std::runtime_error.
-void writeBytes(const std::filesystem::path& path, const std::string& bytes);
 
 }  // namespace importhost::validate

@@ -103,7 +103,7 @@ void expectMade(CheckRun& run, OpenClip& clip, const aviwriter::SampleOptions& m
 
 void fileFacts(CheckRun& run) {
     PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Nothing, [&](OpenClip& clip) {
         const imFileInfoRec8& info = clip.info();
         run.expectEqual("pictures", static_cast<int>(info.hasVideo), 1);
         run.expectEqual("the access mode", valueOf(info.accessModes), csSDK_int32{kSeparateSequentialAudio});

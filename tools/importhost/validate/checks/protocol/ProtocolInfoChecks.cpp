@@ -1,6 +1,7 @@
 // What imGetInfo8 tells, stream by stream, now and later.
 #include "importhost/validate/checks/protocol/ClipFacts.h"
 #include "importhost/validate/checks/protocol/ProtocolParts.h"
+#include "importhost/validate/checks/stage/ErrorEvents.h"
 
 #include "hostkit/sessions/Names.h"
 #include "hostkit/system/Text.h"
@@ -13,14 +14,13 @@ namespace importhost::validate {
 
 namespace {
 
-using hostkit::resultText;
 using Streams = std::vector<hostkit::Answer<imFileInfoRec8>>;
 
 constexpr std::uint8_t kPattern = 0x5A;
 
 csSDK_int32 streamCount(const Streams& streams) { return static_cast<csSDK_int32>(streams.size()); }
 
-// What the host gives in the record stands in it; all else holds a pattern, where it holds zeros elsewhere.
+// A record filled with a pattern instead of zeros, for the host to set its own fields in.
 template <class T>
 hostkit::HostRecord<T> patterned(std::size_t size = sizeof(T)) {
     hostkit::HostRecord<T> record(size);
@@ -75,56 +75,24 @@ csSDK_int32 patternedDataRate(PlayedPlugin& plugin, hostkit::ClipSession& clip) 
 void expectNoStream(CheckRun& run, OpenClip& clip, csSDK_int32 stream) {
     const auto info = clip.session().info(stream);
     const std::string what = "stream " + std::to_string(stream);
-    run.expectEqual("the answer to " + what, resultText(info.result), resultText(imBadStreamIndex));
+    run.expectResult("the answer to " + what, info.result, imBadStreamIndex);
     run.expectEqual("pictures in " + what, static_cast<int>(info->hasVideo), 0);
     run.expectEqual("the sample type of " + what, hostkit::valueOf(info->audInfo.sampleType),
                     csSDK_int32{kPrAudioSampleType_Other});
     run.expectEqual("sample frames in " + what, hostkit::valueOf(info->audDuration), PrAudioSample{0});
 }
 
-void expectUndescribed(CheckRun& run, PlayedPlugin& plugin, const char* call, csSDK_int32 result,
-                       std::size_t eventsBefore) {
-    run.expectEqual(std::string("the answer to ") + call, resultText(result), resultText(kExceptionResult));
-    const std::vector<hostkit::ErrorEvent> events = plugin.host().errorEvents();
-    if (run.expectEqual(std::string("events sent for ") + call, events.size() - eventsBefore, std::size_t{1})) {
-        run.expectEqual(std::string("the title of the event for ") + call, events.back().title,
-                        "QuorvaneImporter: Internal error");
-    }
-}
-
-void expectVideoUndescribed(CheckRun& run, PlayedPlugin& plugin, hostkit::ClipSession& clip) {
-    const auto events = [&] { return plugin.host().errorEvents().size(); };
-    std::size_t before = events();
-    expectUndescribed(run, plugin, "imGetIndPixelFormat", clip.pixelFormat(0).result, before);
-    before = events();
-    expectUndescribed(run, plugin, "imAnalysis", clip.analysis().result, before);
-    before = events();
-    expectUndescribed(run, plugin, "imDataRateAnalysis", clip.dataRate().sizeCall.result, before);
-    before = events();
-    expectUndescribed(run, plugin, "imGetSourceVideo", clip.frame(0, {{0, 0, PrPixelFormat_BGRA_4444_8u}}).result,
-                      before);
-}
-
-void expectSoundUndescribed(CheckRun& run, PlayedPlugin& plugin, hostkit::ClipSession& clip) {
-    std::size_t before = plugin.host().errorEvents().size();
-    expectUndescribed(run, plugin, "imGetAudioChannelLayout", clip.channelLayout().result, before);
-    before = plugin.host().errorEvents().size();
-    expectUndescribed(run, plugin, "imImportAudio7", clip.audio(0, 10, 2).result, before);
-}
-
 }  // namespace
 
 void streamsIterate(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         const Streams streams = clip.session().infos();
         if (clip.clip().made) {
             run.expectEqual("streams until the list ends", streams.size(),
                             std::max<std::size_t>(clip.clip().made->audio.size(), 1));
         }
-        run.expectEqual("the answer to the last of " + std::to_string(streams.size()) + " streams",
-                        resultText(streams.back().result),
-                        resultText(streams.size() > 1 ? imBadStreamIndex : imNoErr));
+        run.expectResult("the answer to the last of " + std::to_string(streams.size()) + " streams",
+                         streams.back().result, streams.size() > 1 ? imBadStreamIndex : imNoErr);
         for (std::size_t stream = 1; stream < streams.size(); ++stream) {
             const std::string what = "stream " + std::to_string(stream);
             run.expectEqual("pictures in " + what, static_cast<int>(streams[stream]->hasVideo), 0);
@@ -134,9 +102,8 @@ void streamsIterate(CheckRun& run) {
 }
 
 void streamsDirect(CheckRun& run) {
-    PlayedPlugin plugin(run);
     const int tries = run.effort(4, 20);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         const Streams streams = clip.session().infos();
         for (int i = 0; i < tries; ++i) {
             const auto stream = static_cast<std::size_t>(run.below(streams.size()));
@@ -155,8 +122,7 @@ void streamsDirect(CheckRun& run) {
 }
 
 void infoAgain(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         const Facts first = streamFacts(clip.session().info(0));
         const Facts whole = clipFacts(clip);
         expectSame(run, "after pictures, sound and texts", streamFacts(clip.session().info(0)), first);
@@ -167,15 +133,14 @@ void infoAgain(CheckRun& run) {
 
 void callsBeforeInfo(CheckRun& run) {
     PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Nothing, [&](OpenClip& clip) {
         hostkit::ClipSession early(plugin.session(), clip.clip().path);
-        run.expectEqual("the answer to opening it once more", resultText(early.open().result), resultText(imNoErr));
-        expectVideoUndescribed(run, plugin, early);
-        expectSoundUndescribed(run, plugin, early);
-        run.expectEqual("the answer to describing it after all", resultText(early.info(0).result),
-                        resultText(clip.infoResult()));
+        run.expectResult("the answer to opening it once more", early.open().result);
+        expectNoPictures(plugin, early);
+        expectNoSound(plugin, early);
+        run.expectResult("the answer to describing it after all", early.info(0).result, clip.infoResult());
         early.info(1);      // a sound alone, if anything
-        expectVideoUndescribed(run, plugin, early);
+        expectNoPictures(plugin, early);
     });
 }
 
@@ -183,18 +148,15 @@ void hostFieldsStay(CheckRun& run) {
     PlayedPlugin plugin(run);
     run.step("imInit");
     const auto init = plugin.session().exchangeFirst(imInit, patterned<imImportInfoRec>());
-    run.expectEqual("the answer", resultText(init.result), resultText(plugin.started().init.result));
+    run.expectResult("the answer", init.result, plugin.started().init.result);
     run.step("imGetIndFormat");
     plugin.session().exchange(imGetIndFormat, patterned<imIndFormatRec>(), nullptr);
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Pictures, [&](OpenClip& clip) {
         const Facts wanted = streamFacts(clip.session().info(0));
-        run.expectEqual("the answer to opening it", resultText(patternedOpen(plugin, clip.clip().path)),
-                        resultText(imNoErr));
+        run.expectResult("the answer to opening it", patternedOpen(plugin, clip.clip().path));
         expectSame(run, "described in a record that is not empty", streamFacts(patternedInfo(plugin, clip)), wanted);
-        run.expectEqual("the answer to the first pixel format", resultText(patternedFormat(plugin, clip.session())),
-                        resultText(imNoErr));
-        run.expectEqual("the answer to the data rates", resultText(patternedDataRate(plugin, clip.session())),
-                        resultText(imNoErr));
+        run.expectResult("the answer to the first pixel format", patternedFormat(plugin, clip.session()));
+        run.expectResult("the answer to the data rates", patternedDataRate(plugin, clip.session()));
     });
 }
 

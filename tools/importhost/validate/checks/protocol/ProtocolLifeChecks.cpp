@@ -19,13 +19,13 @@ constexpr std::size_t kMostAtOnce = 60;
 using Clips = std::vector<std::unique_ptr<OpenClip>>;
 
 bool isQuieted(CheckRun& run, hostkit::ClipSession& clip) {
-    run.expectEqual("the answer to imQuietFile", resultText(clip.quiet()), resultText(imNoErr));
+    run.expectResult("the answer to imQuietFile", clip.quiet());
     return run.expect(clip.fileRef() == imInvalidHandleValue(), "the file handle is still set while the clip is quiet");
 }
 
 void expectReopened(CheckRun& run, hostkit::ClipSession& clip) {
     void* const before = clip.privateData();
-    run.expectEqual("the answer to opening it again", resultText(clip.open().result), resultText(imNoErr));
+    run.expectResult("the answer to opening it again", clip.open().result);
     run.expect(clip.privateData() == before, "the clip has other private data than before it was quiet");
 }
 
@@ -46,9 +46,8 @@ Clips openAll(CheckRun& run, PlayedPlugin& plugin) {
 }  // namespace
 
 void quietAndReopen(CheckRun& run) {
-    PlayedPlugin plugin(run);
     const int rounds = run.effort(1, 3);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         const Facts wanted = clipFacts(clip);
         for (int round = 0; round < rounds && isQuieted(run, clip.session()); ++round) {
             expectReopened(run, clip.session());
@@ -73,30 +72,27 @@ void closeInAnyState(CheckRun& run) {
          }},
         {"closed when opened twice", [](CheckRun& check, OpenClip& clip) { expectReopened(check, clip.session()); }},
     };
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& first) {
+    forEachClip(plugin, Need::Nothing, [&](OpenClip& first) {
         first.session().close();
         for (const auto& [way, prepare] : ways) {
             OpenClip clip(plugin, first.clip());
             prepare(run, clip);
-            run.expectEqual(std::string("the answer to closing, ") + way, resultText(clip.session().close()),
-                            resultText(imNoErr));
+            run.expectResult(std::string("the answer to closing, ") + way, clip.session().close());
             run.expect(clip.session().fileRef() == imInvalidHandleValue(), std::string(way) + ": a file handle is set");
             run.expectEqual(std::string("suites that are still held, ") + way, plugin.host().suitesHeld() - held, 0);
         }
         hostkit::ClipSession untouched(plugin.session(), first.clip().path);
         untouched.open();
-        run.expectEqual("the answer to closing, closed when just opened", resultText(untouched.close()),
-                        resultText(imNoErr));
+        run.expectResult("the answer to closing, closed when just opened", untouched.close());
     });
 }
 
 void infoOfAQuietFile(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         const Facts wanted = streamFacts(clip.session().info(0));
         clip.session().quiet();
         const auto quiet = clip.session().info(0);
-        run.expectEqual("the answer to describing it while quiet", resultText(quiet.result), resultText(imBadFile));
+        run.expectResult("the answer to describing it while quiet", quiet.result, imBadFile);
         run.expect(quiet.written.empty(), "bytes " + hostkit::describe(quiet.written) + " of the record were written");
         expectReopened(run, clip.session());
         expectSame(run, "opened again and described", streamFacts(clip.session().info(0)), wanted);
@@ -131,7 +127,7 @@ void severalFiles(CheckRun& run) {
 
 void oneFileSeveralTimes(CheckRun& run) {
     PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Nothing, [&](OpenClip& clip) {
         const Facts wanted = clipFacts(clip);
         auto second = std::make_unique<OpenClip>(plugin, clip.clip());
         OpenClip third(plugin, clip.clip());

@@ -46,7 +46,7 @@ void expectEndOfFormats(CheckRun& run, hostkit::ClipSession& clip, csSDK_int32 c
                                     std::numeric_limits<csSDK_int32>::min()}) {
         const auto answer = clip.pixelFormat(index);
         const std::string what = "pixel format " + std::to_string(index);
-        run.expectEqual("the answer to " + what, resultText(answer.result), resultText(imBadFormatIndex));
+        run.expectResult("the answer to " + what, answer.result, imBadFormatIndex);
         run.expect(answer.written.empty(), "the record for " + what + " was written");
     }
 }
@@ -86,7 +86,7 @@ void expectLabels(CheckRun& run, OpenClip& clip, csSDK_int32 stream, csSDK_int32
     const std::string what = "stream " + std::to_string(stream) + ", slots filled with " + std::to_string(filled);
     const hostkit::LayoutAnswer layout = clip.session().channelLayout(filled);
     const bool isSound = info->audInfo.sampleType != kPrAudioSampleType_Other;
-    run.expectEqual(what + ", the answer", resultText(layout.result), resultText(isSound ? imNoErr : imUnsupported));
+    run.expectResult(what + ", the answer", layout.result, isSound ? imNoErr : imUnsupported);
     if (clip.clip().made) {
         run.expectEqual(what, labelsText(layout.labels),
                         labelsText(wantedLabels(clip.clip().made->audio[static_cast<std::size_t>(stream)], filled)));
@@ -114,8 +114,7 @@ std::vector<std::uint8_t> filledWithRates(CheckRun& run, PlayedPlugin& plugin, O
     record->buffersize = static_cast<csSDK_int32>(buffer.size());
     record->buffer = reinterpret_cast<imDataSample*>(buffer.data());
     const auto answer = plugin.session().exchange(imDataRateAnalysis, std::move(record), clip.session().fileRef());
-    run.expectEqual("the answer to a buffer for " + std::to_string(count) + " samples", resultText(answer.result),
-                    resultText(imNoErr));
+    run.expectResult("the answer to a buffer for " + std::to_string(count) + " samples", answer.result);
     run.expect(buffer.guardsAreIntact(), "a buffer for " + std::to_string(count) + " samples was overrun");
     return {buffer.data(), buffer.data() + buffer.size()};
 }
@@ -155,9 +154,8 @@ void expectSamples(CheckRun& run, OpenClip& clip, const std::vector<imDataSample
 }  // namespace
 
 void pixelFormatsEnd(CheckRun& run) {
-    PlayedPlugin plugin(run);
     const int tries = run.effort(4, 30);
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(run, Need::Pictures, [&](OpenClip& clip) {
         const std::vector<PrPixelFormat> formats = clip.formats();
         expectUsableFormats(run, clip, formats);
         expectEndOfFormats(run, clip.session(), static_cast<csSDK_int32>(formats.size()));
@@ -173,11 +171,10 @@ void pixelFormatsEnd(CheckRun& run) {
 }
 
 void channelLayout(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         if (clip.info().hasAudio == 0) {
-            run.expectEqual("the answer for a clip without sound", resultText(clip.session().channelLayout().result),
-                            resultText(kExceptionResult));
+            run.expectResult("the answer for a clip without sound", clip.session().channelLayout().result,
+                             kExceptionResult);
             return;
         }
         const auto streams = static_cast<csSDK_int32>(clip.session().infos().size());
@@ -190,16 +187,14 @@ void channelLayout(CheckRun& run) {
 
 void dataRate(CheckRun& run) {
     PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Pictures, [&](OpenClip& clip) {
         const auto frames = static_cast<std::size_t>(clip.frameCount());
         const hostkit::DataRateAnswer rates = clip.session().dataRate();
-        run.expectEqual("the answer to the question for the size", resultText(rates.sizeCall.result),
-                        resultText(imNoErr));
+        run.expectResult("the answer to the question for the size", rates.sizeCall.result);
         if (!run.expectEqual("the buffer that is asked for, in samples", rates.samples.size(), frames)) {
             return;
         }
-        run.expectEqual("the answer to the question for the samples", resultText(rates.dataCall->result),
-                        resultText(imNoErr));
+        run.expectResult("the answer to the question for the samples", rates.dataCall->result);
         run.expectEqual("the rate beside the samples", hostkit::valueOf((*rates.dataCall)->baserate), 0);
         expectSamples(run, clip, rates.samples);
         for (const std::size_t room : {std::size_t{0}, frames - 1, frames + 2}) {

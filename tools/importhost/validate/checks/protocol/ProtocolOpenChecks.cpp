@@ -19,35 +19,30 @@ using hostkit::resultText;
 void expectRefused(CheckRun& run, PlayedPlugin& plugin, const std::filesystem::path& path,
                    const hostkit::ClipOptions& options = {}) {
     hostkit::ClipSession clip(plugin.session(), path, options);
-    run.expectEqual("the answer to opening it", resultText(clip.open().result), resultText(imBadFile));
+    run.expectResult("the answer to opening it", clip.open().result, imBadFile);
     run.expect(clip.privateData() == nullptr, "private data was given for a file that is not open");
     run.expect(clip.fileRef() == imInvalidHandleValue(), "a file handle was given for a file that is not open");
 }
 
 void expectOpens(CheckRun& run, PlayedPlugin& plugin, const std::filesystem::path& path) {
     hostkit::ClipSession clip(plugin.session(), path);
-    run.expectEqual("the answer to opening it", resultText(clip.open().result), resultText(imNoErr));
+    run.expectResult("the answer to opening it", clip.open().result);
     run.expect(clip.privateData() != nullptr, "no private data was given for an open file");
 }
 
 // A user's file may well be none for this importer; but its user wants to know.
 void tellRefused(CheckRun& run, const OpenClip& clip) {
-    const std::string text = clip.openResult() != imNoErr
-                                 ? "the plug-in does not open it: " + resultText(clip.openResult())
-                                 : "the plug-in does not describe it: " + resultText(clip.infoResult());
     if (clip.clip().kind == ClipKind::Good) {
-        run.fail(text);
+        run.fail(clip.refusal());
     } else {
         const std::filesystem::path& path = clip.clip().path;
-        run.warn(text + ": " + (clip.openResult() != imNoErr ? openFailure(path) : describeRefusal(path)));
+        run.warn(clip.refusal() + ": " + (clip.openResult() != imNoErr ? openFailure(path) : describeRefusal(path)));
         run.notImported(clip.clip());
     }
 }
 
 // A file without a stream that this importer knows is described all the same.
-bool hasContent(OpenClip& clip) {
-    return clip.has(Need::Sound) || (clip.has(Need::Pictures) && !clip.formats().empty());
-}
+bool hasContent(OpenClip& clip) { return clip.has(Need::Sound) || clip.has(Need::Pictures); }
 
 void openAndClose(CheckRun& run, PlayedPlugin& plugin, const Clip& file) {
     OpenClip clip(plugin, file);
@@ -59,7 +54,7 @@ void openAndClose(CheckRun& run, PlayedPlugin& plugin, const Clip& file) {
         file.kind == ClipKind::Unknown) {
         run.notImported(file);
     }
-    run.expectEqual("the answer to closing it", resultText(clip.session().close()), resultText(imNoErr));
+    run.expectResult("the answer to closing it", clip.session().close());
     run.expect(clip.session().fileRef() == imInvalidHandleValue(), "its file handle is still set after closing");
 }
 
@@ -89,31 +84,29 @@ void expectForeign(CheckRun& run, PlayedPlugin& plugin, const std::filesystem::p
         return;
     }
     const auto info = clip.info(0);
-    run.expectEqual("the answer to describing it", resultText(info.result), resultText(imBadFile));
+    run.expectResult("the answer to describing it", info.result, imBadFile);
     run.expect(info.written.empty(), "bytes " + hostkit::describe(info.written) + " of the record were written");
-    run.expectEqual("the answer to the first pixel format", resultText(clip.pixelFormat(0).result),
-                    resultText(kExceptionResult));
-    run.expectEqual("the answer to closing it", resultText(clip.close()), resultText(imNoErr));
+    run.expectResult("the answer to the first pixel format", clip.pixelFormat(0).result, kExceptionResult);
+    run.expectResult("the answer to closing it", clip.close());
 }
 
 // As far as a damaged file goes, all must be answered; what is told of it nobody can know.
 void lookAtDamage(CheckRun& run, PlayedPlugin& plugin, const Clip& damaged) {
     OpenClip clip(plugin, damaged);
     if (!clip.isDescribed()) {
-        run.expectEqual("the answer to what cannot be described", resultText(clip.openResult() == imNoErr
-                            ? clip.infoResult() : clip.openResult()), resultText(imBadFile));
+        run.expectResult("the answer to what cannot be described",
+                         clip.openResult() == imNoErr ? clip.infoResult() : clip.openResult(), imBadFile);
         return;
     }
     if (clip.info().hasVideo != 0) {
-        run.expectEqual("the answer to the analysis", resultText(clip.session().analysis().result),
-                        resultText(imNoErr));
+        run.expectResult("the answer to the analysis", clip.session().analysis().result);
         const hostkit::DataRateAnswer rates = clip.session().dataRate();
         run.expectEqual("data rates", rates.samples.size(), static_cast<std::size_t>(clip.frameCount()));
         run.expect(!clip.formats().empty(), "it is described as having pictures and offers no pixel format");
     }
     const csSDK_int32 next = clip.session().info(1).result;
     run.expect(hostkit::isDescribed(next) || next == imBadFile, "stream 1 was answered with " + resultText(next));
-    run.expectEqual("the answer to closing it", resultText(clip.session().close()), resultText(imNoErr));
+    run.expectResult("the answer to closing it", clip.session().close());
 }
 
 std::filesystem::path fromText(std::u8string_view text) { return std::filesystem::path(std::u8string(text)); }
@@ -152,7 +145,7 @@ void foreignFiles(CheckRun& run) {
     PlayedPlugin plugin(run);
     for (const ForeignFile& file : kForeign) {
         run.step(std::string(file.name));
-        writeBytes(run.folder() / file.name, std::string(file.bytes));
+        writeFile(run.folder() / file.name, aviwriter::Bytes(file.bytes.begin(), file.bytes.end()));
         expectForeign(run, plugin, run.folder() / file.name);
     }
     for (const Clip& clip : run.clips()) {
@@ -215,13 +208,13 @@ void openAccessValues(CheckRun& run) {
 
 void openStreamIndex(CheckRun& run) {
     PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(plugin, Need::Nothing, [&](OpenClip& clip) {
         const std::size_t streams = clip.session().infos().size();
         for (csSDK_int32 stream = 0; stream < static_cast<csSDK_int32>(streams); ++stream) {
             const Facts wanted = streamFacts(clip.session().info(stream));
             hostkit::ClipSession own(plugin.session(), clip.clip().path, {.streamIndex = stream});
             const std::string what = "opened as stream " + std::to_string(stream);
-            if (run.expectEqual(what, resultText(own.open().result), resultText(imNoErr))) {
+            if (run.expectResult(what, own.open().result)) {
                 expectSame(run, what + " and described", streamFacts(own.info(stream)), wanted);
             }
         }

@@ -41,7 +41,7 @@ void openShares(CheckRun& run) {
     hostkit::ClipSession clip(plugin.session(), own.path);
     const auto open = [&](const std::string& when) {
         run.step(when);
-        run.expectEqual("the answer to opening it", resultText(clip.open().result), resultText(imNoErr));
+        run.expectResult("the answer to opening it", clip.open().result);
         expectAccess(run, own.path, OtherUse::Reads, true, "another program cannot read it");
         expectAccess(run, own.path, OtherUse::Writes, false, "another program may change it under the clip");
     };
@@ -79,22 +79,22 @@ void reopenOfALostFile(CheckRun& run) {
     PlayedPlugin plugin(run);
     const Clip own = ownClip(run, "lost.avi");
     hostkit::ClipSession clip(plugin.session(), own.path);
-    run.expectEqual("the answer to opening it", resultText(clip.open().result), resultText(imNoErr));
+    run.expectResult("the answer to opening it", clip.open().result);
     void* const privateData = clip.privateData();
     clip.quiet();
 
     run.step("gone while the clip was quiet");
     const std::filesystem::path elsewhere = run.folder() / "elsewhere.avi";
     std::filesystem::rename(own.path, elsewhere);
-    run.expectEqual("the answer to opening it again", resultText(clip.open().result), resultText(imBadFile));
+    run.expectResult("the answer to opening it again", clip.open().result, imBadFile);
     if (!run.expect(clip.privateData() == privateData, "the clip's private data changed")) {
         return;
     }
     run.step("back again");
     std::filesystem::rename(elsewhere, own.path);
-    run.expectEqual("the answer to opening it again", resultText(clip.open().result), resultText(imNoErr));
+    run.expectResult("the answer to opening it again", clip.open().result);
     run.expect(clip.privateData() == privateData, "the clip's private data changed");
-    run.expectEqual("the answer to closing it", resultText(clip.close()), resultText(imNoErr));
+    run.expectResult("the answer to closing it", clip.close());
 }
 
 }  // namespace importhost::validate

@@ -50,12 +50,11 @@ void expectTellingRows(CheckRun& run, const hostkit::SubTypesAnswer& list) {
 void formatsEnd(CheckRun& run) {
     PlayedPlugin plugin(run);
     const auto& formats = plugin.started().formats;
-    run.expectEqual("the answer that ends the list of import formats", resultText(formats.back().result),
-                    resultText(imBadFormatIndex));
+    run.expectResult("the answer that ends the list of import formats", formats.back().result, imBadFormatIndex);
     run.expect(formats.size() > 1, "no import format is offered");
     for (const csSDK_int32 index : {1000, kMost, -1, std::numeric_limits<csSDK_int32>::min()}) {
-        run.expectEqual("the answer to import format " + std::to_string(index),
-                        resultText(plugin.session().format(index).result), resultText(imBadFormatIndex));
+        run.expectResult("the answer to import format " + std::to_string(index), plugin.session().format(index).result,
+                         imBadFormatIndex);
     }
 }
 
@@ -75,7 +74,7 @@ void formatFacts(CheckRun& run) {
 void subtypeList(CheckRun& run) {
     PlayedPlugin plugin(run);
     const hostkit::SubTypesAnswer list = plugin.session().subTypeNames(static_cast<csSDK_int32>(kFileType));
-    run.expectEqual("the answer", resultText(list.result), resultText(imNoErr));
+    run.expectResult("the answer", list.result);
     run.expectEqual("subtypes", list.records.size(), kSubtypes);
     expectTellingRows(run, list);
     for (const csSDK_int32 fileType : {0, -1, 0x12345678}) {
@@ -87,10 +86,10 @@ void subtypeList(CheckRun& run) {
 void startAnswers(CheckRun& run) {
     PlayedPlugin plugin(run);
     const hostkit::StartAnswer& start = plugin.started();
-    run.expectEqual("the answer to imInit", resultText(start.init.result), resultText(imNoErr));
+    run.expectResult("the answer to imInit", start.init.result);
     run.expectEqual("the priority", valueOf(start.init->priority), kPriority);
     run.expectEqual("avoidAudioConform", static_cast<int>(start.init->avoidAudioConform), 1);
-    run.expectEqual("the answer to imGetSupports8", resultText(start.supports8), resultText(malSupports8));
+    run.expectResult("the answer to imGetSupports8", start.supports8, malSupports8);
 }
 
 void startInAnyOrder(CheckRun& run) {
@@ -100,7 +99,7 @@ void startInAnyOrder(CheckRun& run) {
         const hostkit::PluginLibrary library(run.plugin());
         hostkit::ImporterSession session(host, library.entry());
         const auto expectAnswer = [&](const std::string& what, csSDK_int32 found, csSDK_int32 wanted) {
-            run.expectEqual(what, resultText(found), resultText(wanted));
+            run.expectResult(what, found, wanted);
         };
         expectAnswer("the version query before imInit", session.supports8(), malSupports8);
         expectAnswer("the first format before imInit", session.format(0).result, imNoErr);

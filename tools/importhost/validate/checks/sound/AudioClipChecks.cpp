@@ -26,8 +26,7 @@ std::vector<Window> firstWindows(const std::vector<SoundStream>& streams) {
 }  // namespace
 
 void audioStreams(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Sound, [&](OpenClip& clip) {
+    forEachClip(run, Need::Sound, [&](OpenClip& clip) {
         const std::vector<SoundStream> streams = soundStreams(clip);
         if (const auto& made = clip.clip().made) {
             run.expectEqual("the number of streams with sound", streams.size(), made->audio.size());
@@ -47,9 +46,8 @@ void audioStreams(CheckRun& run) {
 namespace {
 
 void expectUntouched(CheckRun& run, const SoundStream& stream, csSDK_int32 number) {
-    run.expectEqual("the answer to describing stream " + std::to_string(number) + ", which is none",
-                    hostkit::resultText(stream.clip().session().info(number).result),
-                    hostkit::resultText(imBadStreamIndex));
+    run.expectResult("the answer to describing stream " + std::to_string(number) + ", which is none",
+                     stream.clip().session().info(number).result, imBadStreamIndex);
     expectSound(run, "the sound of stream " + std::to_string(number) + ", which is none", stream.import(0, 50),
                 constantSound(hostkit::undeliveredSample(), stream.channels(), 50));
 }
@@ -57,8 +55,7 @@ void expectUntouched(CheckRun& run, const SoundStream& stream, csSDK_int32 numbe
 }  // namespace
 
 void audioNoStream(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachClip(run, plugin, Need::Sound, [&](OpenClip& clip) {
+    forEachClip(run, Need::Sound, [&](OpenClip& clip) {
         const std::vector<SoundStream> streams = soundStreams(clip);
         const auto beyond = static_cast<csSDK_int32>(clip.session().infos().size());
         for (const csSDK_int32 number : {beyond, beyond + 5, 1000}) {
@@ -124,10 +121,9 @@ std::vector<std::uint64_t> picturesOf(OpenClip& clip, std::int64_t count) {
 }  // namespace
 
 void audioBesideFrames(CheckRun& run) {
-    PlayedPlugin plugin(run);
     bool any = false;
-    forEachClip(run, plugin, Need::Sound, [&](OpenClip& clip) {
-        if (!clip.has(Need::Pictures) || clip.formats().empty()) {
+    forEachClip(run, Need::Sound, [&](OpenClip& clip) {
+        if (!clip.has(Need::Pictures)) {
             return;
         }
         any = true;
@@ -155,15 +151,10 @@ void audioBesideFrames(CheckRun& run) {
 // --- audio-after-quiet ------------------------------------------------------------------------------------------
 
 void audioAfterQuiet(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
-        hostkit::ClipSession& session = stream.clip().session();
+    forEachSound(run, [&](const SoundStream& stream) {
         for (const Window& window : windowsOf(stream, 1000)) {
             for (const bool asksAgain : {false, true}) {
-                run.expectEqual("the answer to quieting it", hostkit::resultText(session.quiet()),
-                                hostkit::resultText(imNoErr));
-                run.expectEqual("the answer to opening it again", hostkit::resultText(session.open().result),
-                                hostkit::resultText(imNoErr));
+                refocus(stream.clip());
                 if (asksAgain) {
                     stream.select();
                 }
@@ -175,8 +166,7 @@ void audioAfterQuiet(CheckRun& run) {
         const std::size_t half = std::min<std::size_t>(static_cast<std::size_t>(stream.duration()) / 2, 100);
         const Sound whole = stream.import(0, 2 * half);
         stream.import(0, half);
-        session.quiet();
-        session.open();
+        refocus(stream.clip());
         expectSound(run, "samples at position -1 after quiet and reopening", stream.import(-1, half),
                     whole.part(half, half));
     });

@@ -37,8 +37,7 @@ bool expectParts(CheckRun& run, const SoundStream& stream, const Window& window,
 }  // namespace
 
 void audioPartitions(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         for (const Window& window : windowsOf(stream, static_cast<std::size_t>(run.effort(500, 4000)))) {
             for (int turn = run.effort(2, 8); turn > 0; --turn) {
                 expectParts(run, stream, window, randomSizes(run, window.frames()));
@@ -51,7 +50,7 @@ void audioPartitions(CheckRun& run) {
 
 namespace {
 
-// Bit i of `way` set: a part ends behind sample i.
+// Bit i of `way` set: a part ends after sample i.
 std::vector<std::size_t> sizesOf(unsigned way, std::size_t frames) {
     std::vector<std::size_t> sizes = {1};
     for (std::size_t i = 0; i + 1 < frames; ++i) {
@@ -76,9 +75,8 @@ std::vector<std::int64_t> placesOf(const SoundStream& stream, std::int64_t frame
 }  // namespace
 
 void audioEveryPartition(CheckRun& run) {
-    PlayedPlugin plugin(run);
     const auto frames = static_cast<std::size_t>(run.effort(3, 7));
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         for (const std::int64_t place : placesOf(stream, static_cast<std::int64_t>(frames))) {
             const Window window{place, stream.import(place, frames)};
             for (unsigned way = 0; way < 1U << (frames - 1); ++way) {
@@ -93,8 +91,7 @@ void audioEveryPartition(CheckRun& run) {
 // --- audio-seeks ------------------------------------------------------------------------------------------------
 
 void audioSeeks(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         const std::vector<Window> windows = windowsOf(stream, static_cast<std::size_t>(run.effort(1000, 8000)));
         for (const Window& window : windows) {
             for (std::size_t end = window.frames(); end > 0;) {
@@ -140,8 +137,7 @@ void expectContinuing(CheckRun& run, const SoundStream& stream, const Window& wi
 }  // namespace
 
 void audioContinues(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         const std::vector<Window> windows = windowsOf(stream, static_cast<std::size_t>(run.effort(500, 3000)));
         for (const Window& window : windows) {
             expectContinuing(run, stream, window);

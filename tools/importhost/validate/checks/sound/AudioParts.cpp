@@ -78,9 +78,9 @@ std::vector<SoundStream> soundStreams(OpenClip& clip) {
     return streams;
 }
 
-void forEachSound(CheckRun& run, PlayedPlugin& plugin, const std::function<void(const SoundStream&)>& look) {
+void forEachSound(CheckRun& run, const std::function<void(const SoundStream&)>& look) {
     bool any = false;
-    forEachClip(run, plugin, Need::Nothing, [&](OpenClip& clip) {
+    forEachClip(run, Need::Nothing, [&](OpenClip& clip) {
         for (const SoundStream& stream : soundStreams(clip)) {
             any = true;
             run.step(clip.clip().name + ", stream " + std::to_string(stream.number()));
@@ -112,7 +112,7 @@ bool expectSound(CheckRun& run, const std::string& what, const Sound& found, con
         return true;
     }
     if (found.result != wanted.result) {
-        return run.expectEqual(what, hostkit::resultText(found.result), hostkit::resultText(wanted.result));
+        return run.expectResult(what, found.result, wanted.result);
     }
     for (std::size_t channel = 0; channel < wanted.channels.size(); ++channel) {
         const std::vector<std::uint32_t>& is = found.channels.at(channel);

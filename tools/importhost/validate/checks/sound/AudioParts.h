@@ -40,7 +40,7 @@ public:
     // What was written, for a stream of an own sample; else null.
     const aviwriter::SampleAudio* made() const;
 
-    // What this importer fills the time behind the end with: in 8 bits the lowest sample, else silence.
+    // What this importer fills the time after the end with: in 8 bits the lowest sample, else silence.
     float fill() const { return sampleType() == kPrAudioSampleType_8BitInt ? -1.0F : 0.0F; }
 
     void select() const { m_clip->session().info(m_number); }
@@ -57,7 +57,7 @@ std::vector<SoundStream> soundStreams(OpenClip& clip);
 
 // Every stream of every clip with sound, selected; the step names both. Skips the check when there is none. Of a
 // damaged clip not all sound need be there.
-void forEachSound(CheckRun& run, PlayedPlugin& plugin, const std::function<void(const SoundStream&)>& look);
+void forEachSound(CheckRun& run, const std::function<void(const SoundStream&)>& look);
 
 // A part of a stream to look at closely, imported at once.
 struct Window {

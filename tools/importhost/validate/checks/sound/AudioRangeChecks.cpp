@@ -1,4 +1,4 @@
-// What arrives for a request of sound: all of it, the right samples, and what comes behind the end.
+// What arrives for a request for sound: all of it, the right samples, and what follows the end.
 #include "importhost/validate/checks/sound/AudioParts.h"
 #include "importhost/validate/checks/stage/OwnSample.h"
 
@@ -29,7 +29,7 @@ void expectDelivered(CheckRun& run, const Clip& clip, const std::string& what, c
         run.warn(what + " cannot be read");
         return;
     }
-    if (!run.expectEqual("the answer to " + what, hostkit::resultText(sound.result), hostkit::resultText(imNoErr))) {
+    if (!run.expectResult("the answer to " + what, sound.result)) {
         return;
     }
     const auto missing = std::bit_cast<std::uint32_t>(hostkit::undeliveredSample());
@@ -44,8 +44,7 @@ void expectDelivered(CheckRun& run, const Clip& clip, const std::string& what, c
 }  // namespace
 
 void audioDelivered(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         const Clip& clip = stream.clip().clip();
         for (const Window& window : windowsOf(stream, static_cast<std::size_t>(run.effort(2000, 20000)))) {
             expectDelivered(run, clip, rangeText(window.start, window.frames()), window.sound);
@@ -121,8 +120,7 @@ void audioTrueSamples(CheckRun& run) {
     if (!run.hasOwnSamples()) {
         run.skip("it needs this program's own samples: run it without files");
     }
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         if (const aviwriter::SampleAudio* made = stream.made()) {
             expectWrittenSound(run, stream, *made);
         }
@@ -130,6 +128,7 @@ void audioTrueSamples(CheckRun& run) {
     if (run.level() < 4) {
         return;
     }
+    PlayedPlugin plugin(run);
     const Clip every = writeOwn(run, "every-sound.avi", everyKindOfSound());
     OpenClip clip(plugin, every);
     const std::vector<SoundStream> streams = soundStreams(clip);
@@ -163,9 +162,8 @@ void expectFillAfter(CheckRun& run, const SoundStream& stream, std::int64_t befo
 }  // namespace
 
 void audioPastTheEnd(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
-        // A user's file may hold more sound than its header says: only far behind the end is there surely none.
+    forEachSound(run, [&](const SoundStream& stream) {
+        // A user's file may hold more sound than its header says: only far past the end is there certainly none.
         const std::int64_t farBehind = stream.duration() + (std::int64_t{1} << 40);
         expectFill(run, stream, farBehind, 333);
         if (stream.made()) {
@@ -187,8 +185,7 @@ void audioPastTheEnd(CheckRun& run) {
 // --- audio-exact-buffers ----------------------------------------------------------------------------------------
 
 void audioExactBuffers(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         for (const Window& window : windowsOf(stream, static_cast<std::size_t>(run.effort(200, 2000)))) {
             for (std::size_t frames = 1; frames <= window.frames(); frames += 1 + frames / 5) {
                 expectPart(run, stream, window, 0, frames);
@@ -201,13 +198,12 @@ void audioExactBuffers(CheckRun& run) {
 // --- audio-zero-size --------------------------------------------------------------------------------------------
 
 void audioZeroSize(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         const Window window = windowsOf(stream, 100).front();
         for (const std::int64_t position : {std::int64_t{0}, std::int64_t{5}, stream.duration() - 1, stream.duration(),
                                             stream.duration() + 1000, std::int64_t{-1}}) {
-            run.expectEqual("the answer to no samples at " + std::to_string(position),
-                            hostkit::resultText(stream.import(position, 0).result), hostkit::resultText(imNoErr));
+            run.expectResult("the answer to no samples at " + std::to_string(position),
+                             stream.import(position, 0).result);
         }
         if (window.frames() >= 50) {
             stream.import(20, 0);
@@ -221,8 +217,7 @@ void audioZeroSize(CheckRun& run) {
 // --- audio-large-request ----------------------------------------------------------------------------------------
 
 void audioLargeRequest(CheckRun& run) {
-    PlayedPlugin plugin(run);
-    forEachSound(run, plugin, [&](const SoundStream& stream) {
+    forEachSound(run, [&](const SoundStream& stream) {
         const auto length = static_cast<std::size_t>(std::min(stream.duration(), kMostFrames));
         const auto behind = static_cast<std::size_t>(run.effort(20000, 100000));
         Sound parts = stream.import(0, std::min<std::size_t>(length, 1000));

@@ -1,6 +1,7 @@
 // The guard around every call of the plug-in, as the host sees it: a result of its own, and an event that tells why.
 #pragma once
 
+#include "hostkit/sessions/ClipSession.h"
 #include "importhost/validate/checks/stage/PlayedPlugin.h"
 #include "importhost/validate/framework/CheckRun.h"
 
@@ -22,5 +23,10 @@ std::vector<hostkit::ErrorEvent> eventsSince(hostkit::Host& host, std::size_t be
 // empty reason stands for any.
 bool expectErrorEvent(CheckRun& run, const std::vector<hostkit::ErrorEvent>& events, csSDK_int32 selector,
                       const std::string& reason);
+
+// Asks a clip without a description for what needs that of a stream with pictures, or with sound: each request is
+// answered with 99 and an error event.
+void expectNoPictures(PlayedPlugin& plugin, hostkit::ClipSession& clip);
+void expectNoSound(PlayedPlugin& plugin, hostkit::ClipSession& clip);
 
 }  // namespace importhost::validate

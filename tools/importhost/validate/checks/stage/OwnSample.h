@@ -1,4 +1,4 @@
-// Samples that a check writes for itself, beside those of the run. Inner header.
+// Samples that a check writes for itself, in addition to those of the run.
 #pragma once
 
 #include "importhost/validate/framework/CheckRun.h"
@@ -12,8 +12,9 @@ namespace importhost::validate {
 inline constexpr char kOwnSamplesAreForeign[] =
     "the codec library at hand does not import this program's own samples";
 
-// Writes a file into the check's folder, its bytes changed first. Throws std::runtime_error when it cannot be written.
-Clip writeOwn(const CheckRun& run, const std::string& name, const aviwriter::SampleOptions& options,
+// Writes a sample into the check's folder, its bytes changed by `change`. Throws std::runtime_error if it cannot be
+// written.
+Clip writeOwn(const CheckRun& run, const std::filesystem::path& name, const aviwriter::SampleOptions& options,
               const std::function<void(aviwriter::Bytes&)>& change = nullptr);
 
 }  // namespace importhost::validate

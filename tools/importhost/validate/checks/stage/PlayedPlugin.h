@@ -19,6 +19,7 @@ public:
     // Ends the plug-in if finish() was not called. Clips and frames must be gone by then.
     ~PlayedPlugin();
 
+    CheckRun& run() { return m_run; }
     hostkit::Host& host() { return m_host; }
     hostkit::ImporterSession& session() { return *m_session; }
     const hostkit::StartAnswer& started() const { return m_started; }

@@ -1,8 +1,6 @@
 // What a desk chooses, and how it judges. The actions are in DeskActions.cpp.
 #include "importhost/validate/checks/state/Desk.h"
 
-#include "importhost/validate/checks/stage/Delivered.h"
-
 #include "hostkit/host/PixelFormatTable.h"
 #include "hostkit/sessions/Names.h"
 
@@ -125,24 +123,16 @@ std::string Desk::where() const {
 }
 
 void Desk::expectResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted) {
-    m_run.expectEqual(where() + ": " + what, hostkit::resultText(found), hostkit::resultText(wanted));
+    m_run.expectResult(where() + ": " + what, found, wanted);
 }
 
 void Desk::expectRemembered(const std::string& what, const Outcome& found) {
-    const Outcome& first = m_file->remembered(what, found);
-    expectResult(what, found.result, first.result);
-    m_run.expect(found.digest == first.digest, where() + ": " + what + " is not what it was before");
+    expectUsual(m_run, where() + ": " + what, found, m_file->remembered(what, found));
 }
 
 void Desk::expectFrame(const FrameWish& wish, const Outcome& found, const std::string& when) {
-    const Outcome* known = m_file->frame(wish);
-    if (!known) {
-        m_file->rememberFrame(wish, found);
-        return;
-    }
-    expectResult(wishText(wish) + when, found.result, known->result);
-    m_run.expect(found.digest == known->digest || found.result != known->result,
-                 where() + ": " + wishText(wish) + when + " is not what it was before");
+    m_file->rememberFrame(wish, found);
+    expectUsual(m_run, where() + ": " + wishText(wish) + when, found, *m_file->frame(wish));
 }
 
 void Desk::expectRefused(const std::string& what, csSDK_int32 found, std::initializer_list<csSDK_int32> legal,
@@ -153,8 +143,7 @@ void Desk::expectRefused(const std::string& what, csSDK_int32 found, std::initia
 }
 
 Outcome Desk::askForFrame(const FrameWish& wish) {
-    const auto answer = m_clip->frame(timeOf(wish.frame), {wish.format});
-    return {answer.result, delivered(answer.frame)};
+    return outcomeOf(m_clip->frame(timeOf(wish.frame), {wish.format}));
 }
 
 }  // namespace importhost::validate

@@ -57,7 +57,7 @@ private:
     imFileInfoRec8 currentInfo() const;
     std::string where() const;
 
-    // Makes the call while something may fail. Gives what failed; nothing when all was well.
+    // Makes the call while something may fail. Returns what failed; empty if nothing did.
     std::string whileRefusing(Suffering suffering, const std::function<void()>& call);
 
     void expectResult(const std::string& what, csSDK_int32 found, csSDK_int32 wanted);

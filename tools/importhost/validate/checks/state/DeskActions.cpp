@@ -1,5 +1,4 @@
 // What a desk does, each action with what the plug-in must answer in the present state.
-#include "importhost/validate/checks/stage/Delivered.h"
 #include "importhost/validate/checks/state/Desk.h"
 
 #include "hostkit/sessions/Names.h"
@@ -67,9 +66,7 @@ void Desk::describeStream(std::size_t stream) {
         answer = m_clip->info(index);
     }
     const KnownFile::Stream& known = m_file->streams()[stream];
-    expectResult(what, answer->result, known.described.result);
-    m_run.expect(delivered(*answer) == known.described.digest || answer->result != known.described.result,
-                 where() + ": " + what + " is not what it was before");
+    expectUsual(m_run, where() + ": " + what, outcomeOf(*answer), known.described);
     m_state.describe(stream, known);
 }
 
@@ -95,8 +92,7 @@ void Desk::layout() {
         expectResult("the channel layout", answer.result, kExceptionResult);
         return;
     }
-    expectRemembered("the channel layout of stream " + std::to_string(*m_state.stream),
-                     {answer.result, delivered(answer)});
+    expectRemembered("the channel layout of stream " + std::to_string(*m_state.stream), outcomeOf(answer));
 }
 
 void Desk::analyse() {
@@ -107,8 +103,8 @@ void Desk::analyse() {
         expectResult("the data rates", rates.sizeCall.result, kExceptionResult);
         return;
     }
-    expectRemembered("the analysis text", {text.result, delivered(text)});
-    expectRemembered("the data rates", {resultOf(rates), delivered(rates)});
+    expectRemembered("the analysis text", outcomeOf(text));
+    expectRemembered("the data rates", outcomeOf(rates));
 }
 
 // --- Pictures and sound -----------------------------------------------------------------------------------------
@@ -157,10 +153,9 @@ void Desk::sound() {
         expectRefused("sound", answer->result, {imNoErr, imDecompressionError, kExceptionResult}, refusal);
         answer = m_clip->audio(place, size, channels);
     }
-    expectRemembered(what, {answer->result, delivered(*answer)});
+    expectRemembered(what, outcomeOf(*answer));
     if (goesOn) {
-        const hostkit::AudioAnswer again = m_clip->audio(place, size, channels);
-        expectRemembered(what, {again.result, delivered(again)});
+        expectRemembered(what, outcomeOf(m_clip->audio(place, size, channels)));
     }
     m_state.soundPosition = place + size;
 }
@@ -202,8 +197,7 @@ void Desk::announce() {
 void Desk::collect() {
     const FrameWish wish = someFrame();
     const Announced announced = m_announced.take(wish);
-    const auto answer = m_async->get(timeOf(wish.frame), {wish.format});
-    const Outcome outcome = {answer.result, delivered(answer.frame)};
+    const Outcome answer = outcomeOf(m_async->get(timeOf(wish.frame), {wish.format}));
     if (!announced.isSure && answer.result != aiNoError) {
         m_run.expect(answer.result == aiUnknownError || answer.result == kExceptionResult,
                      where() + ": collecting a frame that something refused: " +
@@ -213,26 +207,23 @@ void Desk::collect() {
     const Outcome* known = m_file->frame(announced.wish);
     if (!known) {
         if (answer.result == aiNoError) {
-            m_file->rememberFrame(announced.wish, outcome);
+            m_file->rememberFrame(announced.wish, answer);
         }
         return;
     }
-    m_run.expectEqual(where() + ": collecting frame " + std::to_string(wish.frame),
-                      hostkit::asyncResultText(answer.result),
-                      hostkit::asyncResultText(asyncResultFor(known->result)));
-    m_run.expect(outcome.digest == known->digest || answer.result != aiNoError,
+    m_run.expectAsyncResult(where() + ": collecting frame " + std::to_string(wish.frame), answer.result,
+                            asyncResultFor(known->result));
+    m_run.expect(answer.digest == known->digest || answer.result != aiNoError,
                  where() + ": frame " + std::to_string(wish.frame) + " is another one when it is collected");
 }
 
 void Desk::flush() {
-    m_run.expectEqual(where() + ": flushing", hostkit::asyncResultText(m_async->flush()),
-                      hostkit::asyncResultText(aiNoError));
+    m_run.expectAsyncResult(where() + ": flushing", m_async->flush());
     m_announced.clear();
 }
 
 void Desk::closeAsync() {
-    m_run.expectEqual(where() + ": closing the asynchronous importer", hostkit::asyncResultText(m_async->close()),
-                      hostkit::asyncResultText(aiNoError));
+    m_run.expectAsyncResult(where() + ": closing the asynchronous importer", m_async->close());
     m_async = nullptr;
     m_announced.clear();
 }

@@ -19,8 +19,8 @@ public:
     // What can fail here: the host always; the codec and the disk when they can be made to.
     Refusals(CheckRun& run, PlayedPlugin& plugin);
 
-    // Something that such a call needs fails from now on; gives what. Until end(), which gives how many calls failed,
-    // as far as it is known.
+    // Something that such a call needs fails from now on, until end(). Returns what; end() returns the number of calls
+    // that failed, as far as it is known.
     std::string begin(Suffering call);
     int end();
 

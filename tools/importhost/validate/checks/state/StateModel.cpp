@@ -1,7 +1,5 @@
 #include "importhost/validate/checks/state/StateModel.h"
 
-#include "importhost/validate/checks/stage/Delivered.h"
-
 #include "sdk/SdkAsyncImporter.h"
 
 #include <algorithm>
@@ -27,7 +25,7 @@ KnownFile::KnownFile(PlayedPlugin& plugin, const Clip& clip) : m_clip(&clip) {
     const std::size_t streams = session.infos().size();
     for (std::size_t stream = 0; stream < streams + 1; ++stream) {
         const auto answer = session.info(static_cast<csSDK_int32>(stream));
-        m_streams.push_back({{answer.result, delivered(answer)}, *answer.record.get()});
+        m_streams.push_back({outcomeOf(answer), *answer.record});
     }
     if (hostkit::isDescribed(m_streams.front().described.result) && m_streams.front().info.hasVideo) {
         session.info(0);

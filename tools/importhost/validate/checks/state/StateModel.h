@@ -4,6 +4,7 @@
 #include "hostkit/sessions/RecordStorage.h"
 #include "importhost/validate/checks/stage/ErrorEvents.h"
 #include "importhost/validate/checks/stage/OpenClip.h"
+#include "importhost/validate/checks/stage/Outcome.h"
 
 #include <cstdint>
 #include <deque>
@@ -14,14 +15,6 @@
 #include <vector>
 
 namespace importhost::validate {
-
-// A result, and what was delivered with it.
-struct Outcome {
-    csSDK_int32 result = 0;
-    std::uint64_t digest = 0;
-
-    friend bool operator==(const Outcome&, const Outcome&) = default;
-};
 
 // A frame as it is asked for. Equal ones must be answered alike, by whomever and whenever.
 struct FrameWish {

@@ -11,12 +11,12 @@
 
 namespace importhost {
 
-class SoundClip {
+class SoundReader {
 public:
     // Opens the clip like the editor and describes stream `streamIndex`, from 0. Throws ClipFailure if the plug-in
     // refuses the clip, if there is no sound in the stream, and for a sound that the editor does not support;
     // UsageError if the file does not have the stream.
-    SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex);
+    SoundReader(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex);
 
     csSDK_int32 channels() const { return m_info->record->audInfo.numChannels; }
     std::uint32_t sampleRate() const;                       // Hz

@@ -1,4 +1,4 @@
-#include "importhost/clips/SoundClip.h"
+#include "importhost/clips/SoundReader.h"
 
 #include "commandline/OpenFailure.h"
 #include "hostkit/sessions/Names.h"
@@ -23,7 +23,7 @@ bool isUndelivered(float sample) {
     return std::bit_cast<std::uint32_t>(sample) == std::bit_cast<std::uint32_t>(hostkit::undeliveredSample());
 }
 
-SoundClip::SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex)
+SoundReader::SoundReader(Editor& editor, const std::filesystem::path& path, csSDK_int32 streamIndex)
     : m_clip(editor.session(), path, {.streamIndex = streamIndex}), m_name("'" + hostkit::toUtf8(path) + "'") {
     const csSDK_int32 opened = m_clip.open().result;
     if (opened != imNoErr) {
@@ -59,11 +59,11 @@ SoundClip::SoundClip(Editor& editor, const std::filesystem::path& path, csSDK_in
     }
 }
 
-std::uint32_t SoundClip::sampleRate() const {
+std::uint32_t SoundReader::sampleRate() const {
     return static_cast<std::uint32_t>(m_info->record->audInfo.sampleRate + 0.5f);
 }
 
-std::vector<std::vector<float>> SoundClip::read(std::int64_t first, std::uint32_t count) {
+std::vector<std::vector<float>> SoundReader::read(std::int64_t first, std::uint32_t count) {
     hostkit::AudioAnswer answer = m_clip.audio(first, count, channels());
     const std::string where = " sample frames from " + std::to_string(first) + " on";
     if (answer.result != imNoErr) {

@@ -1,9 +1,12 @@
-#include "importhost/validate/checks/async/AsyncClip.h"
+#include "importhost/validate/checks/async/ReadAheadClip.h"
 
 #include "hostkit/sessions/Names.h"
 #include "hostkit/system/Text.h"
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 
 namespace importhost::validate {
 
@@ -11,7 +14,7 @@ namespace {
 
 constexpr std::chrono::seconds kLongestHold(4);
 
-// Frames that wait to be collected are whole pictures of up to so many bytes for each pixel.
+// Frames that wait to be collected are whole pictures with up to this many bytes a pixel.
 constexpr std::int64_t kMostPixelBytes = 8;
 constexpr std::int64_t kMostWaitingBytes = std::int64_t{256} << 20;
 constexpr std::int64_t kFewestAtOnce = 4;
@@ -25,26 +28,26 @@ std::string textOf(const FrameKey& frame) {
         .append(hostkit::codeText(static_cast<csSDK_uint32>(frame.format)));
 }
 
-// --- AsyncClip --------------------------------------------------------------------------------------------------
+// --- ReadAheadClip ----------------------------------------------------------------------------------------------
 
-AsyncClip::AsyncClip(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip)
-    : m_run(run), m_clip(clip), m_session(plugin.session(), clip.session()) {
+ReadAheadClip::ReadAheadClip(OpenClip& clip)
+    : m_run(clip.plugin().run()), m_clip(clip), m_session(clip.plugin().session(), clip.session()) {
     const csSDK_int32 result = m_session.create().result;
-    run.expect(result == imNoErr, "the asynchronous importer that it promises: " + hostkit::resultText(result));
+    m_run.expect(result == imNoErr, "the asynchronous importer that it promises: " + hostkit::resultText(result));
 }
 
-AsyncClip::~AsyncClip() {
+ReadAheadClip::~ReadAheadClip() {
     if (isOpen()) {
         close();
     }
 }
 
-int AsyncClip::atOnce(int wanted) const {
+int ReadAheadClip::atOnce(int wanted) const {
     const std::int64_t room = kMostWaitingBytes / (m_clip.pixels() * kMostPixelBytes);
     return static_cast<int>(std::clamp<std::int64_t>(wanted, 1, std::max<std::int64_t>(room, kFewestAtOnce)));
 }
 
-std::set<std::int64_t> AsyncClip::choose(int most) {
+std::set<std::int64_t> ReadAheadClip::choose(int most) {
     const std::int64_t count = m_clip.frameCount();
     const auto wanted = static_cast<std::size_t>(std::min<std::int64_t>(count, atOnce(most)));
     std::set<std::int64_t> chosen = {0};
@@ -57,48 +60,56 @@ std::set<std::int64_t> AsyncClip::choose(int most) {
     return chosen;
 }
 
-std::vector<FrameKey> AsyncClip::drawSome(int most, PrPixelFormat format) {
-    std::vector<FrameKey> keys;
+FrameKeys ReadAheadClip::drawSome(int most, PrPixelFormat format) {
+    FrameKeys keys;
     for (const std::int64_t index : choose(most)) {
-        const FrameKey key{index, format};
-        keys.push_back(key);
-        if (!m_drawn.contains(key)) {
-            const hostkit::FrameAnswer answer = m_clip.frame(index, format);
-            m_drawn[key] = {answer.result, digestOf(answer.frame)};
+        keys.push_back({index, format});
+        if (!m_drawn.contains(keys.back())) {
+            m_drawn[keys.back()] = outcomeOf(m_clip.frame(index, format));
         }
     }
     return keys;
 }
 
-void AsyncClip::expectAnswer(const std::string& call, csSDK_int32 found, csSDK_int32 wanted) {
-    m_run.expectEqual(call, hostkit::asyncResultText(found), hostkit::asyncResultText(wanted));
+void ReadAheadClip::announce(const FrameKey& frame) {
+    m_run.expectAsyncResult("announcing " + textOf(frame), m_session.announce(timeOf(frame), formatOf(frame)).result);
 }
 
-void AsyncClip::announce(const FrameKey& frame) {
-    expectAnswer("announcing " + textOf(frame), m_session.announce(timeOf(frame), formatOf(frame)).result, aiNoError);
-}
-
-void AsyncClip::collect(const FrameKey& frame) {
-    const hostkit::AsyncFrameAnswer answer = m_session.get(timeOf(frame), formatOf(frame));
-    const DrawnFrame& drawn = m_drawn.at(frame);
-    expectAnswer("collecting " + textOf(frame), answer.result,
-                 drawn.result == imNoErr ? csSDK_int32{aiNoError} : csSDK_int32{aiUnknownError});
-    if (answer.result == aiNoError && drawn.result == imNoErr) {
-        m_run.expect(digestOf(answer.frame) == drawn.pixels,
-                     textOf(frame) + " is another picture than the one that is drawn at once");
+void ReadAheadClip::announce(const FrameKeys& frames) {
+    for (const FrameKey& frame : frames) {
+        announce(frame);
     }
+}
+
+void ReadAheadClip::collect(const FrameKey& frame) {
+    const Outcome found = outcomeOf(m_session.get(timeOf(frame), formatOf(frame)));
+    const Outcome& drawn = m_drawn.at(frame);
+    m_run.expectAsyncResult("collecting " + textOf(frame), found.result,
+                            drawn.result == imNoErr ? aiNoError : aiUnknownError);
+    m_run.expect(found.result != aiNoError || drawn.result != imNoErr || found.digest == drawn.digest,
+                 textOf(frame) + " is another picture than the one that is drawn at once");
+}
+
+void ReadAheadClip::collect(const FrameKeys& frames) {
+    for (const FrameKey& frame : frames) {
+        collect(frame);
+    }
+}
+
+void ReadAheadClip::expectNoFramesHeld(const std::string& when) {
+    m_run.expectEqual("frame buffers that the plug-in holds " + when, host().frames().alive(), 0);
 }
 
 // --- Clips ------------------------------------------------------------------------------------------------------
 
 namespace {
 
-// False when the plug-in promises no asynchronous importer for the clip.
-bool lookAt(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, const std::function<void(AsyncClip&)>& look) {
+// False if the plug-in promises no asynchronous importer for the clip.
+bool lookAt(OpenClip& clip, const std::function<void(ReadAheadClip&)>& look) {
     if (clip.info().vidInfo.supportsAsyncIO == 0) {
         return false;
     }
-    AsyncClip async(run, plugin, clip);
+    ReadAheadClip async(clip);
     if (async.isOpen()) {
         look(async);
     }
@@ -111,29 +122,38 @@ bool lookAt(CheckRun& run, PlayedPlugin& plugin, OpenClip& clip, const std::func
 
 }  // namespace
 
-void forEachAsyncClip(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
+void forEachReadAhead(PlayedPlugin& plugin, const std::function<void(ReadAheadClip&)>& look) {
     bool any = false;
-    forEachClip(run, plugin, Need::Pictures, [&](OpenClip& clip) { any = lookAt(run, plugin, clip, look) || any; });
-    if (!any && !run.hasFailed()) {
-        skipWithoutAsync(run);
+    forEachClip(plugin, Need::Pictures, [&](OpenClip& clip) { any = lookAt(clip, look) || any; });
+    if (!any && !plugin.run().hasFailed()) {
+        skipWithoutAsync(plugin.run());
     }
 }
 
-void forSomeAsyncClips(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
+void forEachReadAhead(CheckRun& run, const std::function<void(ReadAheadClip&)>& look) {
+    PlayedPlugin plugin(run);
+    forEachReadAhead(plugin, look);
+}
+
+void forSomeReadAhead(CheckRun& run, const std::function<void(ReadAheadClip&)>& look) {
     int left = run.effort(2, 5);
-    forEachAsyncClip(run, plugin, [&](AsyncClip& async) {
+    forEachReadAhead(run, [&](ReadAheadClip& async) {
         if (left-- > 0) {
             look(async);
         }
     });
 }
 
-void withAsyncClip(CheckRun& run, PlayedPlugin& plugin, const std::function<void(AsyncClip&)>& look) {
-    const auto clip = firstClip(run, plugin, Need::Pictures);
-    if (!lookAt(run, plugin, *clip, look)) {
-        skipWithoutAsync(run);
+void withReadAhead(PlayedPlugin& plugin, const std::function<void(ReadAheadClip&)>& look) {
+    if (!lookAt(*firstClip(plugin, Need::Pictures), look)) {
+        skipWithoutAsync(plugin.run());
     }
-    run.step("");
+    plugin.run().step("");
+}
+
+void withReadAhead(CheckRun& run, const std::function<void(ReadAheadClip&)>& look) {
+    PlayedPlugin plugin(run);
+    withReadAhead(plugin, look);
 }
 
 // --- HeldCall ---------------------------------------------------------------------------------------------------
