@@ -41,7 +41,7 @@ void checkRepaired(const avirepair::Plan& plan, fuzz::ByteView bytes) {
 }
 
 // None when nothing can be saved, or the disk fails.
-std::optional<fuzz::Bytes> repaired(fuzz::ByteView bytes, const fuzz::DiskFaults& faults,
+std::optional<fuzz::Bytes> repaired(fuzz::ByteView bytes, const fileio::FileFaults& faults,
                                     const avirepair::Options& options) {
     fuzz::FaultyDisk::instance().put(kName, bytes);
     fileio::SystemFile file;
@@ -72,7 +72,7 @@ std::optional<fuzz::Bytes> repaired(fuzz::ByteView bytes, const fuzz::DiskFaults
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Input input = fuzz::splitInput({data, size});
     fuzz::Script script(input.script);
-    const fuzz::DiskFaults faults = fuzz::readFaults(script, input.file.size());
+    const fileio::FileFaults faults = fuzz::readFaults(script, input.file.size());
     const avirepair::Options options = {.closesGaps = script.below(2) == 1, .takesAll = script.below(2) == 1};
     if (!faults.none()) {
         repaired(input.file, faults, options);
