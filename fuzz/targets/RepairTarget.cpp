@@ -16,6 +16,7 @@
 namespace {
 
 constexpr char kName[] = "fuzzed.avi";
+constexpr char kRepairedName[] = "repaired.avi";
 
 // The whole file is filled in at most once more, and some.
 constexpr std::uint64_t kMostSilence = 5 << 20;
@@ -28,9 +29,9 @@ std::uint64_t chunksOf(const avirepair::Plan& plan, std::size_t stream) {
 }
 
 void checkRepaired(const avirepair::Plan& plan, fuzz::ByteView bytes) {
-    fuzz::FaultyDisk::instance().put(kName, bytes);
+    fuzz::FaultyDisk::instance().put(kRepairedName, bytes);
     fileio::SystemFile file;
-    fuzz::expect(file.open(kName, fileio::kOpenRead), "the repaired file does not open");
+    fuzz::expect(file.open(kRepairedName, fileio::kOpenRead), "the repaired file does not open");
     AviParser parser;
     fuzz::expect(parser.parse(file), "the repaired file is not usable");
     fuzz::expect(parser.errorText().empty(), "the repaired file is not sound");

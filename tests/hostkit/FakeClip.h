@@ -17,6 +17,7 @@ inline std::filesystem::path importerPath() {
 class TemporaryFile {
 public:
     TemporaryFile(const std::u8string& name, const std::string& content) : m_path(m_folder.folder() / name) {
+        std::filesystem::create_directories(m_path.parent_path());
         std::ofstream(m_path, std::ios::binary) << content;
     }
 

@@ -27,7 +27,7 @@ constexpr TrustRow kFrameTrust[] = {
     {"frame-format-choice", "takes-the-second-format", "the answer to yuy2 before yuy3: found a picture (yuy3"},
     {"frame-format-choice", "takes-no-format-for-uyvy", "the answer to no format at all: found a picture (uyvy"},
     {"frame-format-choice", "answers-unknown-formats", "the answer to the unknown format xxxx: found a picture (uyvy"},
-    {"frame-format-choice", "stays-with-the-first-format", "asked for v210, got one in yuy2"},
+    {"frame-format-choice", "stays-with-the-first-format", "asked for bgra, got one in yuy2"},
     {"frame-boundaries", "rounds-times", "one tick before the start of frame 5 (tick 50803200000): found a picture"},
     {"frame-boundaries", "counts-times-exactly", "eleven.avi: at the start of frame 2 (tick 46184727272): found"},
     {"frame-seeks", "cannot-go-back", "in yuy2, going backwards: found a picture"},
