@@ -77,7 +77,7 @@ unpack_packages() {
     say "fetching packages (progress in $log): $*"
     rm -rf "$target" && mkdir -p "$target/download"
     (cd "$target/download" && apt-get download "$@") >"$log" 2>&1 ||
-        { as_root apt-get update && cd "$target/download" && apt-get download "$@"; } >>"$log" 2>&1 ||
+        { as_root apt-get update && (cd "$target/download" && apt-get download "$@"); } >>"$log" 2>&1 ||
         fail "the packages could not be fetched; see $log"
     for file in "$target"/download/*.deb; do dpkg -x "$file" "$target"; done
     rm -r "$target/download" && touch "$target/.unpacked"

@@ -18,8 +18,8 @@ my $subcommands = Sources::content("$root/tools/importhost/commands/CommandLine.
 
 sub is_target { return $cmake =~ /add_(?:executable|library)\(\Q$_[0]\E\s/; }
 
-expect($presets =~ /"name": "\Q$_\E"/, "no preset $_") for $workflow =~ /--preset (\w+)/g;
-expect($presets =~ /"name": "\Q$_\E"/, "no preset $_") for $workflow =~ m{\bbuild[/\\](?!logs)(\w+)}g;
+expect($presets =~ /"name": "\Q$_\E"/, "no preset $_") for $workflow =~ /--preset ([\w-]+)/g;
+expect($presets =~ /"name": "\Q$_\E"/, "no preset $_") for $workflow =~ m{\bbuild[/\\](?!logs)([\w-]+)}g;
 expect(-e "$root/$_", "no file $_") for map { tr{\\}{/}r } $workflow =~ m{(?<![\w./\\-])(\./check|docs[/\\][\w.]+|scripts/[\w/-]+)}g;
 expect(is_target($_), "no program $_") for $workflow =~ m{\bbin[/\\](\w+)\s}g;
 for my $file ($workflow =~ /\b((?:importhost|ImporterQuorvane|quorvane_common64)\.\w+)/g) {
