@@ -98,6 +98,34 @@ TEST(Scan, LosesAFrameWhoseEndIsMissing) {
     EXPECT_EQ(avirepair::exitCodeOf(diagnosed(file).plan), 3);
 }
 
+TEST(Scan, KeepsAnOddChunkThatEndsTheFileWithoutItsPadByte) {
+    Bytes file = withChunks({picture(0), chunk("00dc", filled(61, 7))});
+    file.pop_back();
+    EXPECT_EQ(videoOf(diagnosed(file).plan), "++");
+    EXPECT_EQ(repairedBytes(repairedBytes(file)), repairedBytes(file));
+}
+
+TEST(Scan, CorrectsTheSizeOfACopiedHeaderChunk) {
+    const Bytes wrong = chunkClaiming("strd", 0x7FFFFFFF, filled(8, 7));
+    const Bytes file = riff("AVI ", {damage::headers({damage::videoList(1, {wrong})}), list("movi", {picture(0)})});
+    const Bytes repaired = repairedBytes(file);
+    EXPECT_EQ(u32At(repaired, positionOf(repaired, "strd") + 4), 8U);
+}
+
+// The header counts ten pictures.
+TEST(Scan, ACutBetweenChunksIsALoss) {
+    Bytes file = damage::honestClip();
+    const avirepair::FoundChunk last = diagnosed(file).scan.chunks.back();
+    file.resize(last.position);
+    EXPECT_EQ(avirepair::exitCodeOf(diagnosed(file).plan), 3);
+}
+
+TEST(Scan, AnotherClipInsideTheMediaIsALoss) {
+    const Bytes file = withChunks({pictures(2), riff("AVI ", {list("movi", {pictures(3)})}), pictures(2)});
+    EXPECT_EQ(videoOf(diagnosed(file).plan), "++");
+    EXPECT_EQ(avirepair::exitCodeOf(diagnosed(file).plan), 3);
+}
+
 TEST(Scan, OfAnUnreadableFileSaysWhere) {
     class Broken final : public fileio::MemoryFile {
     public:

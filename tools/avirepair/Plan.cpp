@@ -464,10 +464,15 @@ private:
             if (claimed != std::min<std::uint64_t>(stream.length(), 0xFFFFFFFF)) {
                 m_plan.wrong.push_back("stream " + std::to_string(i) + ": the header's length was " +
                                        std::to_string(claimed) + ", not " + std::to_string(stream.length()));
+                if (isCutOff() && claimed > stream.length()) {
+                    note(i, claimed - stream.length(), 0);
+                }
                 put32(stream.header, kLengthAt, stream.length());
             }
         }
     }
+
+    bool isCutOff() const { return !m_scan.isOpen && m_scan.mediaEnd > m_scan.fileSize; }
 
     void lose(const std::string& sentence) {
         m_plan.wrong.push_back(sentence);
@@ -488,7 +493,7 @@ private:
         }
         say(mainHeaderIsLost, "the main header was lost");
         say(m_scan.isOpen, "the media list was never completed: the recording broke off");
-        say(!m_scan.isOpen && m_scan.mediaEnd > m_scan.fileSize, "the file ends before its media does");
+        say(isCutOff(), "the file ends before its media does");
         say(m_index.entries == 0, "there was no usable index: every frame is taken for a key frame");
         say(m_index.wrong > 0, "the index contradicted the media in " + std::to_string(m_index.wrong) +
                                    (m_index.wrong == 1 ? " place" : " places") + "; the media was followed");
@@ -503,6 +508,7 @@ private:
             }
         }
         say(m_scan.nextClip > 0, "another clip begins at byte " + std::to_string(m_scan.nextClip));
+        m_plan.hasLosses = m_plan.hasLosses || (m_scan.nextClip > 0 && m_scan.nextClip < m_scan.mediaEnd);
     }
 
     const Scan& m_scan;

@@ -173,15 +173,20 @@ private:
             return closeGap(position, position);
         }
         if (const auto next = fits(position + 8, header.size) ? follower(position, header) : std::nullopt) {
-            take(position, header, header.size, *next == position + 8 + header.size ? FoundChunk::kUnpadded : 0);
+            take(position, header, header.size, unpadded(position, header.size, *next));
             return *next;
         }
         const Hint* hint = header.kind == Kind::media ? hintAt(position + 8) : nullptr;
         if (const auto next = hint ? endOf(position, hint->size) : std::nullopt) {
-            take(position, header, hint->size, FoundChunk::kResized);
+            take(position, header, hint->size, FoundChunk::kResized | unpadded(position, hint->size, *next));
             return *next;
         }
         return stepWithoutSize(position, header);
+    }
+
+    // Whether the pad byte of an odd chunk is missing: the next header follows at once, or the file ends.
+    unsigned unpadded(std::uint64_t position, std::uint32_t dataSize, std::uint64_t next) const {
+        return next == position + 8 + dataSize || next > size() ? unsigned{FoundChunk::kUnpadded} : 0;
     }
 
     // The size leads nowhere: it is wrong, or what follows is.
@@ -282,8 +287,11 @@ private:
         } else if (id == fourcc("strf") && !stream.hasFormat && dataSize <= kMostHeaderBytes) {
             stream.format = bytesAt(position + 8, dataSize);
             stream.hasFormat = true;
-        } else if (id != fourcc("strh") && id != fourcc("strf") && stream.more.size() + dataSize <= kMostHeaderBytes) {
-            const Bytes chunk = bytesAt(position, dataSize + 8);
+        } else if (id != fourcc("strh") && id != fourcc("strf") && stream.more.size() + dataSize + 8 <= kMostHeaderBytes) {
+            Bytes chunk = bytesAt(position, dataSize + 8);
+            for (std::size_t i = 0; i < 4; ++i) {
+                chunk[4 + i] = byteOf(dataSize, static_cast<int>(i));   // the size in the file may be wrong
+            }
             stream.more.insert(stream.more.end(), chunk.begin(), chunk.end());
             stream.more.resize(stream.more.size() + dataSize % 2);
         }
