@@ -44,7 +44,7 @@ void FileBytes::put(std::uint64_t position, const std::vector<std::uint8_t>& byt
 }
 
 std::size_t FileBytes::read(std::uint64_t position, std::size_t count, std::uint8_t* out) const {
-    if (position >= m_size) {
+    if (count == 0 || position >= m_size) {     // `out` may then be null
         return 0;
     }
     const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(count, m_size - position));
