@@ -38,7 +38,7 @@ std::uint64_t FaultFile::bytesRead() const {
 
 // Where the file ends for having been read so often.
 std::uint64_t FaultFile::cut() const {
-    return m_reads.size() > m_faults.readsUntilCut ? m_faults.cutAt : FileFaults::kNever;
+    return m_readCount > m_faults.readsUntilCut ? m_faults.cutAt : FileFaults::kNever;
 }
 
 std::int64_t FaultFile::size() {
@@ -54,8 +54,11 @@ bool FaultFile::seek(std::int64_t pos) {
 
 std::uint64_t FaultFile::read(void* buffer, std::uint64_t count) {
     const std::int64_t position = m_inner.tell();
-    m_reads.push_back({position, count, 0});
-    if (m_throwingRead == m_reads.size() - 1) {
+    const std::uint64_t number = m_readCount++;
+    if (&m_faults == &m_own) {
+        m_reads.push_back({position, count, 0});
+    }
+    if (m_throwingRead == number) {
         throw std::bad_alloc();
     }
     const auto begin = static_cast<std::uint64_t>(position);
@@ -63,8 +66,11 @@ std::uint64_t FaultFile::read(void* buffer, std::uint64_t count) {
     if (begin >= end || touches(begin, count, m_faults.brokenFrom, m_faults.brokenCount)) {
         return 0;
     }
-    m_reads.back().got = m_inner.read(buffer, std::min({count, m_faults.largestRead, end - begin}));
-    return m_reads.back().got;
+    const std::uint64_t got = m_inner.read(buffer, std::min({count, m_faults.largestRead, end - begin}));
+    if (!m_reads.empty()) {
+        m_reads.back().got = got;
+    }
+    return got;
 }
 
 }  // namespace fileio

@@ -55,6 +55,7 @@ public:
         std::uint64_t got;
     };
 
+    // Only with faults of its own: a fuzzer's file is read millions of times.
     const std::vector<Read>& reads() const { return m_reads; }
     std::uint64_t bytesRead() const;
     std::uint64_t seekCount() const { return m_seekCount; }
@@ -76,6 +77,7 @@ private:
     std::uint64_t m_endOfReads = FileFaults::kNever;
     std::optional<std::uint64_t> m_throwingRead;
     std::vector<Read> m_reads;
+    std::uint64_t m_readCount = 0;
     std::uint64_t m_seekCount = 0;
 };
 
